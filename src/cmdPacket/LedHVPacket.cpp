@@ -1,0 +1,258 @@
+#include "cmdPacket/LedHVPacket.h"
+
+#include "global.h"
+#include "support/message.h"
+
+namespace qm {
+namespace {
+
+constexpr Ouint16 kHostAddress = 0x8000;
+constexpr Ouint16 kLastSeqno = 32766;
+constexpr Ouint8 kVersion5 = 5, kVersion6 = 7, kVersionEnvelope = 0xF0;
+
+// Bytes from the first of a link header to its CRC field, its checksum byte and its end.
+struct LinkLayout {
+    std::size_t checksum, size;
+};
+constexpr std::size_t kDataLenOffset = 22, kCrcOffset = 24; // the same in both generations
+constexpr LinkLayout kLink5{26, 27}, kLink6{27, 28};
+constexpr std::size_t kEnvelopeSize = 16;
+
+Ouint16 u16_at(Bytes bytes, std::size_t offset) {
+    return static_cast<Ouint16>(bytes[offset] | bytes[offset + 1] << 8);
+}
+
+void application_header(ByteWriter& out, Ouint8 group, Ouint8 cmd, Bytes payload) {
+    out.u8(1).u8(group).u8(cmd).u16(static_cast<Ouint16>(payload.size())).bytes(payload);
+}
+
+// Writes the XOR of everything up to its own, last, byte.
+void close_header(Frame& body) { body.push_back(calc_xor(body)); }
+
+} // namespace
+
+Framing framing_of(Ouint16 controllerType) {
+    switch (controllerType & 0xFF) {
+    case 0x50:
+    case 0x51:
+    case 0x52:
+    case 0x53:
+    case 0x54:
+    case 0x55:
+    case 0x5E:
+        return Framing::generation5;
+    case 0x58:
+    case 0x62:
+    case 0x63:
+    case 0x64:
+    case 0x66:
+    case 0x74:
+        return Framing::generation6;
+    default:
+        return Framing::none;
+    }
+}
+
+Ouint16 LedHVPacket::next_seqno() {
+    const Ouint16 seqno = m_seqno;
+    m_seqno = static_cast<Ouint16>(m_seqno + 2);
+    if (m_seqno > kLastSeqno) m_seqno = 2;
+    return seqno;
+}
+
+// Generation 5, 27 bytes: dstaddr u16, srcaddr u16, protocolver, protocoltype, devicetype u16, phytype,
+// reserved, msgseq u16, reserved, framelenmax u8, encryptiontype, randomnumber, secret 6, datalen u16,
+// datachecksum u16, headerchecksum.
+void LedHVPacket::link_header5(Bytes application) {
+    m_body.clear();
+    ByteWriter out(m_body);
+    out.u16(m_DstAddr).u16(kHostAddress).u8(kVersion5).u8(m_protocoltype).u16(m_DeviceType).u8(m_PHYType);
+    out.u8(0).u16(next_seqno()).u8(0).u8(0x84).u8(0x96).u8(0).zeros(6);
+    out.u16(static_cast<Ouint16>(application.size())).u16(calc_crc(application));
+    close_header(m_body);
+    out.bytes(application);
+}
+
+// Generation 6, 28 bytes: as generation 5, but an option byte for the first reserved one, framelenmax of 16
+// bits in the place of the second, and a reserved byte before the checksum.
+void LedHVPacket::link_header6(Bytes application) {
+    m_body.clear();
+    ByteWriter out(m_body);
+    out.u16(m_DstAddr).u16(kHostAddress).u8(kVersion6).u8(m_protocoltype).u16(m_DeviceType).u8(m_PHYType);
+    out.u8((m_OptionBit1 | 0x02U) & m_Option).u16(next_seqno()).u16(0x00FF).u8(0x96).u8(0).zeros(6);
+    out.u16(static_cast<Ouint16>(application.size())).u16(calc_crc(application)).u8(0);
+    close_header(m_body);
+    out.bytes(application);
+}
+
+// Envelope, 16 bytes: dstaddr u16, srcaddr u16, protocolver, reserved, devicetype u16, reserved u32,
+// datalen u32.
+void LedHVPacket::envelope_header(Ouint32 length) {
+    m_body.clear();
+    ByteWriter(m_body)
+        .u16(m_DstAddr)
+        .u16(kHostAddress)
+        .u8(kVersionEnvelope)
+        .u8(0)
+        .u16(m_DeviceType)
+        .u32(0)
+        .u32(length);
+}
+
+void LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+    if (payload.size() > kMaxPayload) return;
+    switch (framing_of(m_DeviceType)) {
+    case Framing::generation5:
+        return Pack5(group, cmd, payload, out);
+    case Framing::generation6:
+        return Pack6(group, cmd, payload, out);
+    case Framing::none:
+        return;
+    }
+}
+
+void LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+    m_application.clear();
+    ByteWriter writer(m_application);
+    application_header(writer, group, cmd, payload);
+    link_header5(m_application);
+    Transfer_Packet(m_body, out);
+}
+
+void LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+    m_application.clear();
+    ByteWriter writer(m_application);
+    application_header(writer, group, cmd, payload);
+    Pack6_OnlyHeader(m_application, out);
+}
+
+void LedHVPacket::Pack6_OnlyHeader(Bytes application, Frame& out) {
+    link_header6(application);
+    Transfer_Packet(m_body, out);
+}
+
+// Ping, 15 + 4 bytes: dstaddr u16, srcaddr u16, protocolver, protocoltype, devicetype u8, phytype,
+// msgseq u16, datalen i16, datachecksum u16, headerchecksum; then cmdgroup, cmd, datalen u16.
+void LedHVPacket::PackPing3(Frame& out) {
+    constexpr Ouint8 application[] = {hv_GRP_CONF, 0, 0, 0};
+    m_body.clear();
+    ByteWriter writer(m_body);
+    writer.u16(0xFFFE).u16(kHostAddress).u8(0).u8(0).u8(0xFE).u8(1).u16(next_seqno());
+    writer.u16(sizeof application).u16(calc_crc(application));
+    close_header(m_body);
+    writer.bytes(application);
+    Transfer_Packet(m_body, out);
+}
+
+void LedHVPacket::Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+    envelope_header(static_cast<Ouint32>(9 + payload.size()));
+    ByteWriter writer(m_body);
+    writer.u8(1).u8(group).u8(cmd).u16(0).u32(static_cast<Ouint32>(payload.size())).bytes(payload);
+    Transfer_Packet(m_body, out);
+}
+
+void LedHVPacket::Pack6HnX_DynamicArea(Ouint8, Ouint8, Bytes payload, Frame& out) {
+    envelope_header(static_cast<Ouint32>(payload.size()));
+    ByteWriter writer(m_body);
+    writer.bytes(payload).u16(calc_crc(m_body));
+    Transfer_Packet(m_body, out);
+}
+
+CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
+    envelope_header(static_cast<Ouint32>(payload.size()));
+    ByteWriter writer(m_body);
+    writer.bytes(payload).u16(calc_crc(m_body));
+    const std::size_t expected = payload.size() + kEnvelopeSize + 2;
+    if (m_body.size() != expected) {
+        say("src_len = %d; oData.m_nDataLen = %d \n", static_cast<int>(m_body.size()),
+            static_cast<int>(expected));
+        return CData::error();
+    }
+    CData frame(static_cast<Ouint32>(stuffed_length(m_body)));
+    const std::size_t length = Transfer_Packet(m_body, frame.m_pData.get());
+    if (length != frame.m_nDataLen) {
+        say("tmp_len = %d; oDataRet.m_nDataLen = %d \n", static_cast<int>(length),
+            static_cast<int>(frame.m_nDataLen));
+        return CData::error();
+    }
+    return frame;
+}
+
+bool LedHVPacket::is_frame(Bytes frame) const {
+    return !frame.empty() && frame.front() == begin_flag && frame.back() == end_flag;
+}
+
+// Checks the link header of an answer body and finds the application layer behind it.
+int LedHVPacket::open_link(Bytes body, Bytes& application) {
+    if (body.size() < 5) return QM_FAILED;
+    const Ouint8 version = body[4];
+    if (version == kVersionEnvelope) {
+        if (body.size() < kEnvelopeSize) return QM_FAILED;
+        application = body.subspan(kEnvelopeSize);
+        return QM_OK;
+    }
+    if (version != kVersion5 && version != kVersion6) return QM_BAD_VERSION;
+
+    const LinkLayout& link = version == kVersion5 ? kLink5 : kLink6;
+    if (body.size() < link.size || calc_xor(body.first(link.checksum)) != body[link.checksum])
+        return QM_BAD_HEADER;
+    const std::size_t length = u16_at(body, kDataLenOffset);
+    if (length > body.size() - link.size) return QM_BAD_CRC;
+    application = body.subspan(link.size, length);
+    if (calc_crc(application) != u16_at(body, kCrcOffset)) return QM_BAD_CRC;
+
+    m_protocoltype = body[5];
+    if (version == kVersion6) m_Option = body[9];
+    return QM_OK;
+}
+
+// Answer header, 9 bytes: reserved, cmdgroup, cmd, status u16, Error u16, datalen u16.
+int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
+    if (!is_frame(frame)) return QM_FAILED;
+    Restore_Packet(frame, m_body);
+    Bytes application;
+    if (const int code = open_link(m_body, application); code != QM_OK) return code;
+    // Lengths that claim more than came: as a wrong CRC where there is one.
+    const int cut = m_body[4] == kVersionEnvelope ? QM_FAILED : QM_BAD_CRC;
+
+    ByteReader reader(application);
+    reader.skip(1);
+    const Ouint8 answerGroup = reader.u8();
+    const Ouint8 answerCmd = reader.u8();
+    reader.skip(2);
+    const Ouint16 error = reader.u16();
+    const std::size_t length = reader.u16();
+    if (!reader.ok()) return cut;
+
+    if (answerGroup != group) {
+        if (answerGroup != hv_GRP_Global) return QM_WRONG_ANSWER;
+        if (answerCmd == hv_ACK) return QM_OK;
+        if (answerCmd == hv_NACK) return error;
+        return QM_WRONG_ANSWER;
+    }
+    if (answerCmd != cmd + 0x80) return QM_WRONG_ANSWER;
+    if (length > reader.left()) return cut;
+    if (answer.buffer.empty()) {
+        say("nCmdDataLen <= %d \n ", 0);
+        return QM_FAILED;
+    }
+    const std::size_t copied = std::min(length, answer.buffer.size());
+    std::copy_n(reader.rest().begin(), copied, answer.buffer.begin());
+    answer.length = static_cast<int>(copied);
+    if (copied == length) return QM_OK;
+    say("return Data Length too long!!! Control Card Return:cmd_header->datalen = %d; but membuff len = "
+        "%d;\n ",
+        static_cast<int>(length), static_cast<int>(copied));
+    return QM_TRUNCATED;
+}
+
+int LedHVPacket::UnpackPing3(Bytes frame, Frame& body) {
+    if (!is_frame(frame)) return QM_FAILED;
+    Restore_Packet(frame, body);
+    if (body.size() < 8) return QM_FAILED;
+    if (body[4] != kVersion5 && body[4] != kVersion6) return QM_BAD_VERSION;
+    m_protocoltype = body[5];
+    return QM_OK;
+}
+
+} // namespace qm

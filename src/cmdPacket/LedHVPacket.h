@@ -1,0 +1,74 @@
+// The packet codec of HV-family controllers: builds request frames, checks and opens answer frames.
+#pragma once
+
+#include "cmdPacket/LedPacket.h"
+
+namespace qm {
+
+// Command groups.
+enum cmd_group_56 : Ouint8 {
+    hv_GRP_Global = 0xA0, // answers only: ACK and NACK
+    hv_GRP_OFSConf = 0xA1,
+    hv_GRP_CONF = 0xA2,
+    hv_GRP_Display = 0xA3,
+    hv_GRP_Network = 0xA4,
+    hv_GPR_5HDynamicArea = 0xA7,
+    hv_GRP_ScanConf = 0xB0,
+};
+
+enum global_cmd_hv : Ouint8 { hv_ACK = 0, hv_NACK = 1 };
+
+// Generation of the framing, by the low byte of a controller type.
+enum class Framing { none, generation5, generation6 };
+[[nodiscard]] Framing framing_of(Ouint16 controllerType);
+
+// Where an answer's payload goes: the caller's buffer, and how much of it was filled.
+struct Answer {
+    std::span<Ouint8> buffer;
+    int length = 0;
+};
+
+class LedHVPacket : public LedPacket {
+  public:
+    // What a signed 16-bit payload length can say.
+    static constexpr std::size_t kMaxPayload = 32767;
+
+    // Builds the frame of one command for the controller type at hand. Nothing is built, and out stays as it
+    // is, for an unknown type and for a payload that a frame cannot carry.
+    virtual void Pack(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+
+    // Checks an answer frame and copies its payload. Gives 0, 1, -1 to -5, or the controller's error value.
+    virtual int Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer);
+
+    void Pack5(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    void Pack6(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    void Pack6_OnlyHeader(Bytes application, Frame& out);
+    void PackPing3(Frame& out);
+    void Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    // The envelope carries group and code inside its payload only.
+    void Pack6HnX_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    CData Pack6HnX_DynamicArea2(Ouint8 group, Ouint8 cmd, Bytes payload);
+
+    // Opens the handshake's answer: 0, -1 (no frame) or -4 (unknown version). The controller type stands at
+    // bytes 6 and 7 of body, which holds at least 8 bytes on success.
+    int UnpackPing3(Bytes frame, Frame& body);
+
+    Ouint8 m_PHYType = 0;
+    Ouint8 m_protocoltype = 0; // echoed from the controller's latest good answer
+    Ouint16 m_seqno = 2;       // even numbers 2 to 32766
+    Ouint8 m_OptionBit1 = 0;
+    Ouint8 m_Option = 0; // echoed from the latest good generation-6 answer
+
+  private:
+    [[nodiscard]] bool is_frame(Bytes frame) const;
+    Ouint16 next_seqno();
+    void link_header5(Bytes application);
+    void link_header6(Bytes application);
+    void envelope_header(Ouint32 length);
+    int open_link(Bytes body, Bytes& application);
+
+    Frame m_application; // work buffers, kept from frame to frame
+    Frame m_body;
+};
+
+} // namespace qm

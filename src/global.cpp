@@ -1,0 +1,42 @@
+#include "global.h"
+
+namespace qm {
+namespace {
+
+template <class Word>
+constexpr std::array<Word, 256> crc_table(Word polynomial) {
+    std::array<Word, 256> table{};
+    for (unsigned i = 0; i < 256; ++i) {
+        Word crc = static_cast<Word>(i);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = static_cast<Word>((crc & 1U) ? (crc >> 1U) ^ polynomial : crc >> 1U);
+        table[i] = crc;
+    }
+    return table;
+}
+
+} // namespace
+
+constexpr std::array<std::uint16_t, 256> crc16_tabel = crc_table<std::uint16_t>(0xA001);
+constexpr std::array<std::uint32_t, 256> CRC32_Table = crc_table<std::uint32_t>(0xEDB88320);
+
+std::uint16_t calc_crc(std::span<const std::uint8_t> bytes) {
+    std::uint16_t crc = 0;
+    for (const std::uint8_t b : bytes)
+        crc = static_cast<std::uint16_t>(crc16_tabel[(crc ^ b) & 0xFFU] ^ (crc >> 8U));
+    return crc;
+}
+
+std::uint32_t calc_crc32(std::span<const std::uint8_t> bytes) {
+    std::uint32_t crc = 0xFFFFFFFFU;
+    for (const std::uint8_t b : bytes) crc = CRC32_Table[(crc ^ b) & 0xFFU] ^ (crc >> 8U);
+    return ~crc;
+}
+
+std::uint8_t calc_xor(std::span<const std::uint8_t> bytes) {
+    std::uint8_t sum = 0;
+    for (const std::uint8_t b : bytes) sum ^= b;
+    return sum;
+}
+
+} // namespace qm

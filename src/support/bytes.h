@@ -1,0 +1,122 @@
+// Wire and file records, written and read field by field, little-endian.
+#pragma once
+
+#include "qm_sdk_dual.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace qm {
+
+using Bytes = std::span<const Ouint8>;
+using Frame = std::vector<Ouint8>;
+
+// An owned byte buffer of a fixed length, zeroed when it is made.
+class CData {
+  public:
+    CData() = default;
+    explicit CData(Ouint32 length) : m_pData(std::make_unique<Ouint8[]>(length)), m_nDataLen(length) {}
+    explicit CData(Bytes bytes) : CData(static_cast<Ouint32>(bytes.size())) {
+        std::copy(bytes.begin(), bytes.end(), m_pData.get());
+    }
+    CData(const CData& other) : CData(other.bytes()) {}
+    CData(CData&& other) noexcept
+        : m_pData(std::move(other.m_pData)), m_nDataLen(std::exchange(other.m_nDataLen, 0)) {}
+    CData& operator=(CData other) noexcept {
+        std::swap(m_pData, other.m_pData);
+        std::swap(m_nDataLen, other.m_nDataLen);
+        return *this;
+    }
+    ~CData() = default;
+
+    // A buffer that holds nothing but the mark that it could not be built.
+    static CData error() {
+        CData mark;
+        mark.m_nDataLen = 0xFFFFFFFFU;
+        return mark;
+    }
+    [[nodiscard]] bool is_error() const { return !m_pData && m_nDataLen == 0xFFFFFFFFU; }
+
+    [[nodiscard]] Bytes bytes() const { return {m_pData.get(), m_pData ? m_nDataLen : 0}; }
+
+    std::unique_ptr<Ouint8[]> m_pData;
+    Ouint32 m_nDataLen = 0;
+};
+
+// Appends fields to a byte vector.
+class ByteWriter {
+  public:
+    explicit ByteWriter(Frame& out) : m_out(out) {}
+
+    ByteWriter& u8(unsigned value) { return append(value, 1); }
+    ByteWriter& u16(unsigned value) { return append(value, 2); }
+    ByteWriter& u32(Ouint32 value) { return append(value, 4); }
+    ByteWriter& bytes(Bytes data) {
+        m_out.insert(m_out.end(), data.begin(), data.end());
+        return *this;
+    }
+    ByteWriter& zeros(std::size_t count) {
+        m_out.insert(m_out.end(), count, 0);
+        return *this;
+    }
+
+    // Overwrites a field that is known only once what follows it has been written.
+    void set_u8(std::size_t offset, Ouint8 value) { m_out[offset] = value; }
+    void set_u16(std::size_t offset, Ouint16 value) {
+        m_out[offset] = static_cast<Ouint8>(value);
+        m_out[offset + 1] = static_cast<Ouint8>(value >> 8U);
+    }
+
+  private:
+    ByteWriter& append(Ouint32 value, int width) {
+        for (int i = 0; i < width; ++i) m_out.push_back(static_cast<Ouint8>(value >> (8 * i)));
+        return *this;
+    }
+
+    Frame& m_out;
+};
+
+// Takes fields off a byte sequence. A read past the end gives zeros and marks the reader as failed for good.
+class ByteReader {
+  public:
+    explicit ByteReader(Bytes data) : m_left(data) {}
+
+    Ouint8 u8() { return static_cast<Ouint8>(take(1)); }
+    Ouint16 u16() { return static_cast<Ouint16>(take(2)); }
+    Ouint32 u32() { return take(4); }
+    Bytes bytes(std::size_t count) {
+        if (!has(count)) return {};
+        const Bytes head = m_left.first(count);
+        m_left = m_left.subspan(count);
+        return head;
+    }
+    void skip(std::size_t count) { (void)bytes(count); }
+
+    [[nodiscard]] std::size_t left() const { return m_left.size(); }
+    [[nodiscard]] Bytes rest() const { return m_left; }
+    [[nodiscard]] bool ok() const { return m_ok; }
+
+  private:
+    bool has(std::size_t count) {
+        if (count > m_left.size()) {
+            m_ok = false;
+            m_left = {};
+        }
+        return m_ok;
+    }
+    Ouint32 take(std::size_t width) {
+        Ouint32 value = 0;
+        const Bytes field = bytes(width);
+        for (std::size_t i = 0; i < field.size(); ++i) value |= static_cast<Ouint32>(field[i]) << (8 * i);
+        return value;
+    }
+
+    Bytes m_left;
+    bool m_ok = true;
+};
+
+} // namespace qm
