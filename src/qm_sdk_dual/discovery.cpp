@@ -4,13 +4,6 @@
 using namespace qm;
 
 int cmd_tcpPing(const char* ip, Ouint16 port, Ping_data* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return with_client(ip, port, [&](HV_Client& client) {
-        Ouint8 buffer[1024];
-        Answer answer{buffer};
-        const int code = client.hv_cmd_ping(answer);
-        if (code == QM_OK)
-            std::memcpy(retData, buffer, std::min(sizeof *retData, static_cast<std::size_t>(answer.length)));
-        return code;
-    });
+    if (!ip || !retData) return QM_FAILED;
+    return guarded([&] { return tcp_ping(ip, port, *retData); });
 }

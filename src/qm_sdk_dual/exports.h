@@ -18,15 +18,4 @@ int guarded(Body&& body) noexcept {
     }
 }
 
-// One command on a connection of its own.
-template <class Command>
-int with_client(const char* ip, Ouint16 port, Command&& command) noexcept {
-    if (!ip) return QM_FAILED;
-    return guarded([&] {
-        HV_Client client;
-        if (const int code = client.init(ip, port); code != 0) return code;
-        return command(client);
-    });
-}
-
 } // namespace qm

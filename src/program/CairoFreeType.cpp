@@ -1,0 +1,79 @@
+#include "program/CairoFreeType.h"
+
+#include "program/Surface.h"
+#include "support/message.h"
+
+#include <cairo-ft.h>
+
+#include <array>
+#include <map>
+
+namespace qm {
+namespace {
+
+FT_Library FTLib = nullptr;
+
+// A font file as cairo sees it: plain, bold, italic, both. Cairo keeps one face object for each FreeType
+// face and synthesis. They are made together, and each gets its synthesis before the next one is asked for,
+// since cairo would otherwise hand out a plain face that is in use already and change it for everybody.
+struct FontFile {
+    FT_Face face = nullptr;
+    std::array<FontFacePtr, 4> variants;
+};
+
+constexpr unsigned kBold = 1, kItalic = 2;
+
+using FaceList = std::map<std::string, FontFile, std::less<>>;
+// Not destroyed at exit: cairo may still hold fonts that were made from the faces.
+FaceList& g_faceList() {
+    static auto& list = *new FaceList;
+    return list;
+}
+
+void make_variants(FontFile& font) {
+    for (unsigned variant = 4; variant-- > 0;) {
+        cairo_font_face_t* face = cairo_ft_font_face_create_for_ft_face(font.face, 0);
+        if (variant & kBold) cairo_ft_font_face_set_synthesize(face, CAIRO_FT_SYNTHESIZE_BOLD);
+        if (variant & kItalic) cairo_ft_font_face_set_synthesize(face, CAIRO_FT_SYNTHESIZE_OBLIQUE);
+        font.variants[variant].reset(face);
+    }
+}
+
+const FontFile* open_font(const std::string& path) {
+    if (const auto known = g_faceList().find(path); known != g_faceList().end()) return &known->second;
+    FontFile font;
+    if (const FT_Error error = FT_New_Face(FTLib, path.c_str(), 0, &font.face); error != 0) {
+        say("Error %d opening font.\n", error);
+        return nullptr;
+    }
+    make_variants(font);
+    return &g_faceList().emplace(path, std::move(font)).first->second;
+}
+
+} // namespace
+
+void CairoFreeType::InitFt() {
+    if (!FTLib) FT_Init_FreeType(&FTLib);
+}
+
+void CairoFreeType::DestroyFt() {
+    for (auto& [path, font] : g_faceList()) {
+        font.variants = {};
+        FT_Done_Face(font.face);
+    }
+    g_faceList().clear();
+    FT_Done_FreeType(FTLib);
+    FTLib = nullptr;
+}
+
+bool CairoFreeType::SetFont(cairo_t* c, const std::string& strFont, bool bold, bool italic) {
+    InitFt();
+    const FontFile* font = open_font(strFont);
+    if (!font) return false;
+    const unsigned variant = (bold ? kBold : 0U) | (italic ? kItalic : 0U);
+    cairo_set_font_face(c, font->variants[variant].get());
+    disable_antialias(c);
+    return true;
+}
+
+} // namespace qm

@@ -1,0 +1,76 @@
+// A font at a size: the shapes of its characters, measured once, and drawing with them.
+#pragma once
+
+#include "program/Surface.h"
+#include "qm_sdk_dual.h"
+
+#include <compare>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace qm {
+
+// Which font, as the caller described it: a family name wins over a file path.
+struct FontChoice {
+    std::string style; // family name
+    std::string path;  // font file
+    double size = 0;   // pixels
+    bool bold = false;
+    bool italic = false;
+
+    auto operator<=>(const FontChoice&) const = default;
+};
+
+// Selects the font's face (not its size) on a context and turns antialiasing off. False when its
+// file could not be opened, so that the context keeps the font it has.
+bool select_font(cairo_t* c, const FontChoice& choice);
+
+// A character's glyph: what it occupies around its origin, in pixels, y downwards.
+struct GlyphShape {
+    unsigned long index = 0;
+    unsigned face = 0; // which of the font's faces has it
+    int advance = 0;
+    int left = 0, top = 0, right = 0, bottom = 0; // ink
+    [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
+};
+
+// A character with its origin on the baseline.
+struct PlacedGlyph {
+    const GlyphShape* shape;
+    int x, y;
+};
+
+class Font {
+  public:
+    explicit Font(const FontChoice& choice);
+
+    // The chosen font file could not be opened; another font stands in.
+    [[nodiscard]] bool is_substitute() const { return m_substitute; }
+    [[nodiscard]] int ascent() const { return m_ascent; }
+    [[nodiscard]] int line_height() const { return m_lineHeight; }
+    // Valid as long as the font is. A character that the font lacks comes from another font that has it.
+    const GlyphShape& shape(char16_t character);
+    // Draws the glyphs with the context's colour, shifted by dx.
+    void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
+
+  private:
+    unsigned long glyph_index(unsigned face, char16_t character) const;
+    void find_glyph(char16_t character, GlyphShape& shape);
+    bool add_fallback(char16_t character);
+
+    FontChoice m_choice;
+    bool m_substitute;
+    std::vector<ScaledFontPtr> m_faces; // the chosen font, then fallbacks
+    int m_fallbackSearches = 0;
+    int m_ascent = 0, m_lineHeight = 0;
+    std::unordered_map<char16_t, GlyphShape> m_shapes;
+    std::vector<cairo_glyph_t> m_run;
+};
+
+// The font for a choice, kept for the next text that asks for it. Under the renderer's lock.
+std::shared_ptr<Font> font_for(const FontChoice& choice);
+
+} // namespace qm

@@ -1,0 +1,72 @@
+// Base of every area: identity, geometry, font, and the helpers that all drawing areas share.
+#pragma once
+
+#include "program/Font.h"
+#include "program/ScreenSettings.h"
+
+#include <string>
+
+namespace qm {
+
+// The area header of program files: kind and rectangle.
+struct qm_G5_area_header {
+    Ouint8 AreaType = 0;
+    Ouint16 AreaX = 0, AreaY = 0, AreaWidth = 0, AreaHeight = 0;
+};
+
+class HVarea {
+  public:
+    HVarea();
+    HVarea(const HVarea&) = delete;
+    HVarea& operator=(const HVarea&) = delete;
+    virtual ~HVarea() = default;
+
+    // Position or size has changed.
+    virtual void MoveArea() {}
+
+    // Sets the rectangle everywhere it is kept; the content follows with MoveArea.
+    void setGeometry(const qm_G5_area_header& header);
+
+    // Selects this area's font on the context and turns antialiasing off. Always 0.
+    Oint8 get_cairoFace(cairo_t* c, bool bold, bool italic) const;
+    // Sets the source colour: a palette index below 8, else 0xRRGGBB. Always 0.
+    static Oint8 set_cairoColor(cairo_t* c, Ouint32 color);
+    // Offset of a block of width srcW in areaW: align 1 centre, 2 right, else left; never negative.
+    static Oint32 get_x_area(Ouint8 align, Oint32 areaW, Oint32 srcW);
+    // Offset that centres num lines of height srcH in areaH; never negative.
+    static Oint32 get_y_area(Oint32 areaH, Oint32 num, Oint32 srcH);
+    static Ouint32 getAlignPixels(TranPixelMode mode) { return align_pixels(mode); }
+    // Half away from zero.
+    static double round(double r);
+
+    // One iconv conversion; iInLen and iOutLen are the bytes left in each buffer. -1 for an unknown encoding
+    // or invalid input, else the number of irreversible conversions.
+    static long ChangeCode(const char* pFromCode, const char* pToCode, const char* pInBuf,
+                           std::size_t& iInLen, char* pOutBuf, std::size_t& iOutLen);
+    // Converts in place; on an error what was converted up to there remains, and -1 is returned. "Unicode"
+    // is UCS-2 little-endian.
+    static long GB2312ToUTF8(std::string& str);
+    static long GB2312ToUnicode(std::string& str);
+    static long UTF8ToUnicode(std::string& str);
+    static long UnicodeToUTF8(std::string& str);
+    static long UTF8ToGB2312(std::string& str);
+    static long UnicodeToGB2312(std::string& str);
+
+    // Converts a drawn image for the screen settings: see convert_pixels. Only nLeft modulo the alignment
+    // unit matters; the unit follows the screen settings, not nPixelMode.
+    static void TranCanvToInfo(const Ouint8* buffer, Ouint8* pInfoBuf, Ouint32& nInfoLen, Oint32 nLeft,
+                               Oint32 nWidth, Oint32 nHeight, Oint32 nPx, Oint32 nPixelMode, Oint32 nMKStyle);
+
+    static constexpr GammaTable r_gam = gamma_table(), g_gam = gamma_table(), b_gam = gamma_table();
+
+    Ouint16 _areaID = 0;
+    Ouint8 _areaType = 0;
+    Ouint16 _areaX = 0, _areaY = 0, _areaWidth = 0, _areaHeight = 0;
+    Oint32 m_AreaWidth = 0, m_AreaHeight = 0; // of the drawing rectangle
+    std::string _fontStyle;                   // family name; wins over the path
+    std::string _fontPathName;
+    qm_G5_area_header m_aHeader;
+    Ouint32 _alignPixels = 0;
+};
+
+} // namespace qm

@@ -1,0 +1,37 @@
+#include "program/Surface.h"
+
+#include <stdexcept>
+
+namespace qm {
+
+Canvas32::Canvas32(int width, int height)
+    : m_width(width), m_height(height),
+      m_surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)),
+      m_context(cairo_create(m_surface.get())) {
+    if (cairo_status(m_context.get()) != CAIRO_STATUS_SUCCESS)
+        throw std::length_error("image size out of range");
+    cairo_set_antialias(m_context.get(), CAIRO_ANTIALIAS_NONE);
+    disable_antialias(m_context.get());
+}
+
+void Canvas32::clear() {
+    cairo_save(m_context.get());
+    cairo_set_operator(m_context.get(), CAIRO_OPERATOR_CLEAR);
+    cairo_paint(m_context.get());
+    cairo_restore(m_context.get());
+}
+
+const unsigned char* Canvas32::pixels() {
+    cairo_surface_flush(m_surface.get());
+    return cairo_image_surface_get_data(m_surface.get());
+}
+
+void disable_antialias(cairo_t* context) {
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_get_font_options(context, options);
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
+    cairo_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+}
+
+} // namespace qm

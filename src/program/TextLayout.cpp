@@ -1,0 +1,200 @@
+#include "program/TextLayout.h"
+
+#include "program/HVarea.h"
+#include "program/LineBreaker.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace qm {
+namespace {
+
+constexpr Ouint8 kCentre = 1, kEnd = 2;
+
+// How far above and below the baseline the characters of a text reach.
+struct InkRange {
+    int top = 0, bottom = 0;
+};
+
+InkRange ink_of(std::u16string_view text, Font& font) {
+    InkRange ink{std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    for (const char16_t c : text) {
+        if (c == u'\n') continue;
+        const GlyphShape& shape = font.shape(c);
+        if (shape.blank()) continue;
+        ink.top = std::min(ink.top, shape.top);
+        ink.bottom = std::max(ink.bottom, shape.bottom);
+    }
+    return ink.top < ink.bottom ? ink : InkRange{};
+}
+
+// Top of a block of lines in an area. A block that is higher than the area starts at its top.
+int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
+    if (valign == kCentre) return HVarea::get_y_area(areaHeight, lines, lineHeight);
+    return valign == kEnd ? std::max(0, areaHeight - lines * lineHeight) : 0;
+}
+
+class Layout {
+  public:
+    Layout(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
+        : m_singleLine(style.arrMode == SINGLELINE), m_text(clean_text(text, m_singleLine)), m_font(font),
+          m_style(style), m_frame(frame), m_ink(ink_of(m_text, font)) {}
+
+    TextPages run() {
+        if (m_style.tdirection == eVertical)
+            set_columns();
+        else if (m_singleLine && m_frame.running != Running::no)
+            set_strip();
+        else
+            set_lines();
+        if (!m_out.pages.empty()) m_out.endPageLen = last_page().validWidth;
+        return std::move(m_out);
+    }
+
+  private:
+    // The page that ends what is shown: the first one of a text that runs to the right.
+    [[nodiscard]] const TextPage& last_page() const {
+        return m_frame.running == Running::right ? m_out.pages.front() : m_out.pages.back();
+    }
+
+    // The baseline of line number line of lines. A line that is higher than the area gives up the empty rows
+    // above and below its characters before a character is cut.
+    [[nodiscard]] int baseline(int line, int lines) const {
+        const int lineHeight = m_font.line_height();
+        int y = block_top(m_style.Valign, m_frame.height, lines, lineHeight) + line * lineHeight +
+                m_font.ascent();
+        if (lines > 1) return y;
+        y = std::min(y, m_frame.height - m_ink.bottom);
+        return std::max(y, -m_ink.top);
+    }
+
+    void place(const GlyphShape& shape, int x, int y) {
+        if (!shape.blank()) m_out.glyphs.push_back({&shape, x, y});
+    }
+
+    void place_line(std::u16string_view line, int x, int y) {
+        for (const char16_t c : line) {
+            if (x > kFarthestPixel) break;
+            const GlyphShape& shape = m_font.shape(c);
+            place(shape, x, y);
+            x += shape.advance + m_style.txtSpace;
+        }
+    }
+
+    void set_lines() {
+        const std::vector<TextLine> lines = break_lines(m_text, m_font, m_style.txtSpace, m_frame.width);
+        const std::size_t perPage =
+            m_singleLine ? 1 : static_cast<std::size_t>(std::max(1, m_frame.height / m_font.line_height()));
+        for (std::size_t i = 0; i < lines.size(); i += perPage)
+            set_page(std::span(lines).subspan(i, std::min(perPage, lines.size() - i)));
+    }
+
+    void set_page(std::span<const TextLine> lines) {
+        const std::size_t first = m_out.glyphs.size();
+        int right = 0;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            const auto line =
+                std::u16string_view(m_text).substr(lines[i].begin, lines[i].end - lines[i].begin);
+            const LineExtent extent = measure_line(line, m_font, m_style.txtSpace);
+            const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
+            place_line(line, x + extent.start, baseline(static_cast<int>(i), static_cast<int>(lines.size())));
+            right = std::max(right, x + extent.width);
+        }
+        m_out.pages.push_back({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
+    }
+
+    // One strip of text, cut every area width; the odd piece comes last, or first when the strip runs to the
+    // right. A strip that fits the area is aligned in it.
+    void set_strip() {
+        const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
+        const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
+        place_line(m_text, x + extent.start, baseline(0, 1));
+        const int end = x + extent.width;
+        const bool oddFirst = m_frame.running == Running::right;
+        for (int from = 0; from < end;) {
+            const int odd = end % m_frame.width;
+            const int piece = from == 0 && oddFirst && odd > 0 ? odd : std::min(m_frame.width, end - from);
+            add_piece(from, piece);
+            from += piece;
+        }
+    }
+
+    // The page that shows the strip from column from on. Ink may reach over the origins of its neighbours.
+    void add_piece(int from, int width) {
+        const int reach = 2 * m_font.line_height();
+        const auto before = [](const PlacedGlyph& glyph, int x) { return glyph.x < x; };
+        const auto begin = m_out.glyphs.begin(), end = m_out.glyphs.end();
+        const auto first = std::lower_bound(begin, end, from - reach, before);
+        const auto last = std::lower_bound(first, end, from + width + reach, before);
+        m_out.pages.push_back(
+            {static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - first), -from, width});
+    }
+
+    // Characters stacked into columns, columns from left to right; single line is one column a page.
+    void set_columns() {
+        const int cell = m_font.line_height() + m_style.txtSpace;
+        const auto perColumn =
+            static_cast<std::size_t>(std::max(1, (m_frame.height + m_style.txtSpace) / cell));
+        std::vector<TextLine> columns;
+        for (std::size_t begin = 0; begin < m_text.size();) {
+            const std::size_t lineEnd = std::min(m_text.find(u'\n', begin), m_text.size());
+            const std::size_t end = std::min(lineEnd, begin + perColumn);
+            columns.push_back({begin, end});
+            begin = end + (end == lineEnd && end < m_text.size() ? 1 : 0);
+        }
+        const int pitch = widest_advance();
+        const auto perPage = static_cast<std::size_t>(m_singleLine ? 1 : std::max(1, m_frame.width / pitch));
+        for (std::size_t i = 0; i < columns.size(); i += perPage)
+            set_column_page(std::span(columns).subspan(i, std::min(perPage, columns.size() - i)), pitch,
+                            cell);
+    }
+
+    void set_column_page(std::span<const TextLine> columns, int pitch, int cell) {
+        const std::size_t first = m_out.glyphs.size();
+        const int width = static_cast<int>(columns.size()) * pitch;
+        const int left = HVarea::get_x_area(m_style.Halign, m_frame.width, width);
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            place_column(columns[i], left + static_cast<int>(i) * pitch, pitch, cell);
+        m_out.pages.push_back({first, m_out.glyphs.size() - first, 0, std::min(left + width, m_frame.width)});
+    }
+
+    void place_column(const TextLine& column, int x, int pitch, int cell) {
+        const int count = static_cast<int>(column.end - column.begin);
+        const int height = count * cell - m_style.txtSpace;
+        const int top = block_top(m_style.Valign, m_frame.height, 1, height);
+        int y = count == 1 ? baseline(0, 1) : top + m_font.ascent();
+        for (std::size_t i = column.begin; i < column.end; ++i, y += cell) {
+            const GlyphShape& shape = m_font.shape(m_text[i]);
+            place(shape, x + HVarea::get_x_area(1, pitch, shape.advance), y);
+        }
+    }
+
+    int widest_advance() {
+        int widest = 1;
+        for (const char16_t c : m_text)
+            if (c != u'\n') widest = std::max(widest, m_font.shape(c).advance);
+        return widest;
+    }
+
+    bool m_singleLine;
+    std::u16string m_text;
+    Font& m_font;
+    const qm_G5_G6_fontData& m_style;
+    LayoutFrame m_frame;
+    InkRange m_ink;
+    TextPages m_out;
+};
+
+} // namespace
+
+Running running_of(Ouint8 displayMode) {
+    if (displayMode == 4) return Running::left;
+    return displayMode == 38 || displayMode == 40 ? Running::right : Running::no;
+}
+
+TextPages lay_out(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style,
+                  const LayoutFrame& frame) {
+    return Layout(text, font, style, frame).run();
+}
+
+} // namespace qm
