@@ -15,6 +15,8 @@ endif()
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-ft fontconfig freetype2)
+find_library(UNIBREAK_LIBRARY unibreak REQUIRED)
 
 add_library(qm_build_flags INTERFACE)
 target_compile_options(qm_build_flags INTERFACE

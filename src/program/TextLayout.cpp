@@ -140,7 +140,7 @@ class Layout {
             const std::size_t lineEnd = std::min(m_text.find(u'\n', begin), m_text.size());
             const std::size_t end = std::min(lineEnd, begin + perColumn);
             columns.push_back({begin, end});
-            begin = end + (end == lineEnd && end < m_text.size() ? 1 : 0);
+            begin = end == lineEnd ? lineEnd + 1 : std::min(m_text.find_first_not_of(u' ', end), lineEnd);
         }
         const int pitch = widest_advance();
         const auto perPage = static_cast<std::size_t>(m_singleLine ? 1 : std::max(1, m_frame.width / pitch));

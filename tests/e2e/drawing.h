@@ -1,0 +1,32 @@
+// What the end-to-end tests expect on the screen, drawn with cairo alone and turned into LED colours here.
+#pragma once
+
+#include "qm_sdk_dual.h"
+#include "simulator/Image.h"
+
+#include <string>
+
+namespace qm::test {
+
+// What the LEDs of a screen show of a pixel: 565 stands for full colour of 16 bits, 888 for 24 bits.
+enum class Leds { single, dual, three, full565, full888 };
+sim::Rgb shown_by(Leds leds, sim::Rgb pixel);
+
+// A text in one line at the left edge, drawn by cairo with its baseline where the font's ascent puts it.
+sim::Image text_image(const std::string& family, double size, const std::string& text, sim::Rgb color,
+                      int width, int height);
+
+// The part of a screen that a picture covers from (x, y) on, as those LEDs show it; the rest is black.
+sim::Image on_screen(const sim::Image& picture, Leds leds, int x, int y, int width, int height);
+
+void write_png(const sim::Image& image, const std::string& path);
+
+// Pixels on which two images differ, for a readable failure; -1 for different sizes.
+int differing_pixels(const sim::Image& a, const sim::Image& b);
+int lit_pixels(const sim::Image& image);
+
+// Settings of a page whose text stands still at the top left.
+HVpageHeader_G6 still_text(Ouint16 points, Ouint32 color);
+HVareaHeader_G6 rectangle(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height);
+
+} // namespace qm::test

@@ -1,0 +1,175 @@
+#include "program/PicturesArea.h"
+#include "program/TextRepair.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+
+namespace qm {
+namespace {
+
+constexpr Ouint16 kFullColour24 = 0x8166; // controller type with 24-bit pixels
+constexpr char kFontFile[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+
+class Area : public PicturesArea {
+  public:
+    Area(Ouint16 width, Ouint16 height) { setGeometry({0, 0, 0, width, height}); }
+    void prepare() {
+        screen_settings().set(SCREEN_COLOR_FULLCOLOR, kFullColour24, DOUBLE_COLOR_PIXTYPE_1);
+        complete = PreparePageData();
+    }
+    bool complete = false;
+};
+
+qm_G5_G6_fontData font_data(Ouint16 points = 12, bool bold = false) {
+    qm_G5_G6_fontData data;
+    data.arrMode = MULTILINE;
+    data.fontSize = points;
+    data.color = eWhite;
+    data.fontBold = bold;
+    return data;
+}
+
+qm_G5_page_header page_header(Ouint8 displayMode) {
+    qm_G5_page_header header;
+    header.DisplayMode = displayMode;
+    return header;
+}
+
+std::vector<Ouint8> bytes_of(const CData& data) { return {data.bytes().begin(), data.bytes().end()}; }
+
+std::vector<Ouint8> page_from_file(bool bold) {
+    Area area(96, 32);
+    area.fontPathToAreaAddTxt("Signs", kFontFile, font_data(12, bold), {});
+    area.prepare();
+    return bytes_of(area.pixelDataList.at(0));
+}
+
+// The same text drawn by cairo alone, as 24-bit pixels.
+std::vector<Ouint8> drawn_by_cairo(const char* text, int width, int height, double size, int baseline) {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    cairo_t* c = cairo_create(surface);
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
+    cairo_set_font_options(c, options);
+    cairo_font_options_destroy(options);
+    cairo_select_font_face(c, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(c, size);
+    cairo_set_source_rgb(c, 1, 1, 1);
+    cairo_move_to(c, 0, baseline);
+    cairo_show_text(c, text);
+    cairo_surface_flush(surface);
+    std::vector<Ouint8> pixels;
+    const Ouint8* p = cairo_image_surface_get_data(surface);
+    for (int i = 0; i < width * height; ++i, p += 4) pixels.insert(pixels.end(), {p[2], p[1], p[0]});
+    cairo_destroy(c);
+    cairo_surface_destroy(surface);
+    return pixels;
+}
+
+TEST(PicturesArea, DrawsTextAsCairoDoes) {
+    Area area(128, 32);
+    area.AreaAddTxt("Hamburgefonts", "DejaVu Sans", font_data(), {});
+    area.prepare();
+    ASSERT_EQ(area.pixelDataList.size(), 1U);
+    const int ascent = font_for({"DejaVu Sans", "", 16, false, false})->ascent();
+    EXPECT_EQ(bytes_of(area.pixelDataList[0]), drawn_by_cairo("Hamburgefonts", 128, 32, 16, ascent));
+}
+
+TEST(PicturesArea, ShowsARunningStripWholeAcrossItsPages) {
+    constexpr int kHeight = 16, kNarrow = 48, kWide = 480;
+    const auto strip_of = [](Ouint16 width) {
+        auto data = font_data();
+        data.arrMode = SINGLELINE;
+        Area area(width, kHeight);
+        area.AreaAddTxt("Running text 中文 glyphs are cut and joined", "DejaVu Sans", data, page_header(4));
+        area.prepare();
+        std::vector<std::vector<Ouint8>> rows(kHeight);
+        for (const CData& page : area.pixelDataList)
+            for (int y = 0; y < kHeight; ++y) {
+                const Ouint8* row = page.m_pData.get() + 3 * width * y;
+                auto& joined = rows[static_cast<std::size_t>(y)];
+                joined.insert(joined.end(), row, row + 3 * width);
+            }
+        for (auto& row : rows) row.resize(3 * kWide);
+        return rows;
+    };
+    EXPECT_EQ(strip_of(kNarrow), strip_of(kWide));
+}
+
+TEST(PicturesArea, KeepsPlainAndBoldOfOneFontFileApart) {
+    const auto plain = page_from_file(false), bold = page_from_file(true);
+    EXPECT_NE(plain, bold);
+    EXPECT_EQ(page_from_file(false), plain) << "plain after bold";
+    EXPECT_EQ(page_from_file(true), bold) << "bold after plain";
+}
+
+TEST(PicturesArea, PrefersTheFamilyAndReportsAFontFileThatCannotBeOpened) {
+    for (int i = 0; i < 2; ++i) {
+        testing::internal::CaptureStdout();
+        Area area(64, 32);
+        area.fontPathToAreaAddTxt("x", "/no/such/font.ttf", font_data(), {});
+        area._fontStyle = "DejaVu Sans";
+        area.Reload();
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error 1 opening font.\n") << "not a second time";
+        area.prepare();
+        EXPECT_EQ(area.pixelDataList.size(), 1U);
+    }
+}
+
+TEST(PicturesArea, ReportsWhatItCannotShow) {
+    Area area(64, 32);
+    auto data = font_data();
+    data.arrMode = 7;
+    testing::internal::CaptureStdout();
+    area.AreaAddTxt("x", "DejaVu Sans", data, {});
+    area.AreaAddTxt("", "DejaVu Sans", font_data(), {});
+    area.AreaAddPic(5, "/no/such/picture.png", {});
+    area.AreaAddPic(6, kFontFile, {});
+    area.prepare();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error: no arrMode is specified.Use MULTILINE Mode\n"
+                                                      "Error:no string has been added.\n"
+                                                      "Error:The picture does not exist.ID:5\n"
+                                                      "Error:The picture does not exist.ID:6\n");
+    EXPECT_FALSE(area.complete);
+    EXPECT_TRUE(area.pixelDataList.empty());
+}
+
+TEST(PicturesArea, CutsAPictureToTheAreaAndFillsWithBlack) {
+    const std::string path = testing::TempDir() + "qm_picture.png";
+    Canvas32 picture(3, 5);
+    cairo_set_source_rgb(picture.context(), 0, 1, 0);
+    cairo_paint(picture.context());
+    cairo_surface_write_to_png(picture.surface(), path.c_str());
+    Area area(4, 2);
+    area.AreaAddPic(0, path.c_str(), {});
+    area.prepare();
+    std::filesystem::remove(path);
+    ASSERT_TRUE(area.complete);
+    const std::vector<Ouint8> row{0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 0, 0};
+    std::vector<Ouint8> expected = row;
+    expected.insert(expected.end(), row.begin(), row.end());
+    EXPECT_EQ(bytes_of(area.pixelDataList.at(0)), expected);
+}
+
+TEST(TextRepair, ReplacesWhatUcs2CannotHold) {
+    const struct {
+        std::string_view given, repaired;
+    } cases[] = {
+        {"plain \xE4\xBD\xA0", "plain \xE4\xBD\xA0"},
+        {"a\xFF"
+         "b",
+         "a\xEF\xBF\xBD"
+         "b"},
+        {"\xE4\xBD", "\xEF\xBF\xBD"},                             // cut at the end
+        {"\xE4\xBD!", "\xEF\xBF\xBD!"},                           // cut in the middle
+        {"\xC0\xAF", "\xEF\xBF\xBD\xEF\xBF\xBD"},                 // overlong
+        {"\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}, // surrogate
+        {"\xF0\x9F\x98\x80.", "\xEF\xBF\xBD."},                   // outside the basic plane
+    };
+    for (const auto& c : cases) EXPECT_EQ(repair_utf8(c.given), c.repaired);
+}
+
+} // namespace
+} // namespace qm

@@ -1,0 +1,190 @@
+#include "program/LineBreaker.h"
+#include "program/TextLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace qm {
+namespace {
+
+constexpr char16_t kLatin[] = u"The quick brown fox jumps over the lazy dog, again and again";
+constexpr char16_t kChinese[] = u"今天天气很好，我们去公园。（明天也去！）天气预报说：后天有雨。";
+
+Font& font(double size = 16) {
+    static std::shared_ptr<Font> kept;
+    kept = font_for({"DejaVu Sans", "", size, false, false});
+    return *kept;
+}
+
+qm_G5_G6_fontData style(Ouint32 arrMode, Ouint8 halign = 0, Ouint8 valign = 0, Ouint16 space = 0) {
+    qm_G5_G6_fontData s;
+    s.arrMode = arrMode;
+    s.Halign = halign;
+    s.Valign = valign;
+    s.txtSpace = space;
+    return s;
+}
+
+std::u16string_view slice(std::u16string_view text, const TextLine& line) {
+    return text.substr(line.begin, line.end - line.begin);
+}
+
+bool is_letter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+
+TEST(LineBreaker, KeepsLatinWordsWholeAtEveryWidth) {
+    const std::u16string_view text = kLatin;
+    for (int width = 60; width < 400; width += 7) {
+        for (const TextLine& line : break_lines(text, font(), 0, width)) {
+            if (line.end >= text.size()) continue;
+            EXPECT_FALSE(is_letter(text[line.end - 1]) && is_letter(text[line.end])) << width;
+            EXPECT_LE(measure_line(slice(text, line), font(), 0).width, width);
+        }
+    }
+}
+
+TEST(LineBreaker, LosesNoCharacterAndRepeatsNone) {
+    for (const std::u16string_view text : {std::u16string_view(kLatin), std::u16string_view(kChinese)}) {
+        for (int width = 1; width < 300; width += 11) {
+            std::u16string kept;
+            for (const TextLine& line : break_lines(text, font(), 2, width)) kept += slice(text, line);
+            std::u16string all(text);
+            std::erase(all, u' ');
+            std::erase(kept, u' ');
+            EXPECT_EQ(kept, all) << width;
+        }
+    }
+}
+
+TEST(LineBreaker, NeverStartsALineWithClosingPunctuation) {
+    const std::u16string_view text = kChinese, forbidden = u"，。！）：";
+    for (int width = 50; width < 300; width += 3)
+        for (const TextLine& line : break_lines(text, font(), 0, width))
+            EXPECT_EQ(forbidden.find(text[line.begin]), forbidden.npos) << width;
+}
+
+TEST(LineBreaker, BreaksAWordThatIsWiderThanTheArea) {
+    const std::vector<TextLine> lines = break_lines(u"unbreakable", font(), 0, 40);
+    EXPECT_GT(lines.size(), 1U);
+    for (const TextLine& line : lines) EXPECT_GT(line.end, line.begin);
+}
+
+TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
+    const struct {
+        std::u16string_view text, multi, single;
+    } cases[] = {{u"a\r\nb", u"a\nb", u"a b"},
+                 {u"a\rb\nc", u"a\nb\nc", u"a b c"},
+                 {u"a\n\nb", u"a\n\nb", u"a  b"},
+                 {u"a\tb\x01\x7F\xFEFF", u"a b", u"a b"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(clean_text(c.text, false), c.multi);
+        EXPECT_EQ(clean_text(c.text, true), c.single);
+    }
+    EXPECT_EQ(break_lines(u"a\n\nb\n", font(), 0, 100).size(), 3U);
+}
+
+TEST(TextLayout, PutsSpacingBetweenCharactersOnly) {
+    const TextPages pages = lay_out(u"HHH", font(), style(MULTILINE, 2, 0, 5), {200, 32, Running::no});
+    ASSERT_EQ(pages.glyphs.size(), 3U);
+    const int advance = font().shape(u'H').advance;
+    EXPECT_EQ(pages.glyphs[1].x - pages.glyphs[0].x, advance + 5);
+    EXPECT_EQ(pages.glyphs[2].x + advance, 200) << "right aligned: no space behind the last character";
+}
+
+TEST(TextLayout, AlignsBothWays) {
+    const int lineHeight = font().line_height(), advance = font().shape(u'H').advance;
+    for (Ouint8 align = 0; align < 3; ++align) {
+        const TextPages pages =
+            lay_out(u"H\nH", font(), style(MULTILINE, align, align), {101, 3 * lineHeight, Running::no});
+        ASSERT_EQ(pages.glyphs.size(), 2U);
+        const int x[] = {0, (101 - advance) / 2, 101 - advance};
+        const int y[] = {0, lineHeight / 2, lineHeight};
+        EXPECT_EQ(pages.glyphs[0].x, x[align]);
+        EXPECT_EQ(pages.glyphs[0].y, y[align] + font().ascent());
+        EXPECT_EQ(pages.glyphs[1].y, pages.glyphs[0].y + lineHeight);
+    }
+}
+
+TEST(TextLayout, CutsNoCharacterThatTheAreaHasRoomFor) {
+    for (int size = 8; size <= 40; ++size) {
+        Font& f = font(size);
+        for (const int height : {16, 24, 32}) {
+            const TextPages pages =
+                lay_out(u"Ägjpq|Hf", f, style(MULTILINE, 0, 1), {1000, height, Running::no});
+            int top = 1000, bottom = -1000;
+            for (const PlacedGlyph& g : pages.glyphs) {
+                top = std::min(top, g.y + g.shape->top);
+                bottom = std::max(bottom, g.y + g.shape->bottom);
+            }
+            if (bottom - top > height) continue;
+            EXPECT_GE(top, 0) << size << " pixels in " << height;
+            EXPECT_LE(bottom, height) << size << " pixels in " << height;
+        }
+    }
+}
+
+TEST(TextLayout, FillsPagesWithAsManyLinesAsFit) {
+    const int lineHeight = font().line_height();
+    const TextPages pages =
+        lay_out(u"a\nb\nc\nd\ne", font(), style(MULTILINE), {64, 2 * lineHeight + 1, Running::no});
+    ASSERT_EQ(pages.pages.size(), 3U);
+    EXPECT_EQ(pages.pages.back().count, 1U);
+    EXPECT_EQ(lay_out(u"a\nb", font(), style(MULTILINE), {64, 3, Running::no}).pages.size(), 2U)
+        << "at least one line a page";
+}
+
+TEST(TextLayout, CutsARunningStripEveryAreaWidth) {
+    const int whole = measure_line(kLatin, font(), 0).width;
+    const struct {
+        Running running;
+        std::size_t odd; // which page is the partial one
+    } cases[] = {{Running::left, static_cast<std::size_t>(whole / 64)}, {Running::right, 0}};
+    for (const auto& c : cases) {
+        const TextPages pages = lay_out(kLatin, font(), style(SINGLELINE, 1), {64, 16, c.running});
+        ASSERT_EQ(pages.pages.size(), static_cast<std::size_t>(whole / 64 + 1));
+        int from = 0;
+        for (std::size_t i = 0; i < pages.pages.size(); ++i) {
+            EXPECT_EQ(pages.pages[i].dx, -from);
+            EXPECT_EQ(pages.pages[i].validWidth, i == c.odd ? whole % 64 : 64);
+            from += pages.pages[i].validWidth;
+        }
+        EXPECT_EQ(from, whole);
+        EXPECT_EQ(pages.endPageLen, whole % 64);
+    }
+}
+
+TEST(TextLayout, CentresARunningTextThatFits) {
+    const TextPages pages = lay_out(u"H", font(), style(SINGLELINE, 1), {65, 16, Running::left});
+    ASSERT_EQ(pages.pages.size(), 1U);
+    const int width = measure_line(u"H", font(), 0).width;
+    EXPECT_EQ(pages.endPageLen, (65 - width) / 2 + width);
+}
+
+TEST(TextLayout, StacksVerticalTextIntoColumns) {
+    auto vertical = style(MULTILINE);
+    vertical.tdirection = eVertical;
+    const int cell = font().line_height();
+    const TextPages pages = lay_out(u"abc de\nf", font(), vertical, {200, 3 * cell, Running::no});
+    ASSERT_EQ(pages.pages.size(), 1U);
+    ASSERT_EQ(pages.glyphs.size(), 6U) << "abc | de | f: the space that would start a column is left out";
+    EXPECT_EQ(pages.glyphs[1].y - pages.glyphs[0].y, cell);
+    EXPECT_EQ(pages.glyphs[3].y, pages.glyphs[0].y);
+    EXPECT_GT(pages.glyphs[3].x, pages.glyphs[2].x);
+    EXPECT_GT(pages.glyphs[5].x, pages.glyphs[4].x);
+}
+
+TEST(TextLayout, SurvivesExtremeTexts) {
+    const std::u16string text(100000, u'W');
+    auto wide = style(SINGLELINE, 0, 0, 65535);
+    EXPECT_FALSE(lay_out(text, font(), wide, {128, 32, Running::left}).pages.empty());
+    EXPECT_EQ(lay_out(text, font(), style(MULTILINE), {1, 1, Running::no}).pages.size(), text.size());
+    EXPECT_TRUE(lay_out(u"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
+    EXPECT_LE(lay_out(text, font(0), style(SINGLELINE), {128, 32, Running::left}).pages.size(), 1U);
+}
+
+TEST(Font, TakesAMissingCharacterFromAnotherFont) {
+    EXPECT_EQ(font().shape(u'A').face, 0U);
+    EXPECT_NE(font().shape(u'好').face, 0U) << "DejaVu Sans has no Chinese, another installed font has";
+    EXPECT_EQ(font().shape(u'\xE123').index, 0U) << "nobody has this one: the sign for a missing glyph";
+}
+
+} // namespace
+} // namespace qm
