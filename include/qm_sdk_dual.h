@@ -136,6 +136,233 @@ typedef struct Ping_data {
 } Ping_data;
 QM_RECORD_SIZE(Ping_data, 52);
 
+/* What a generation-5 controller says of its network settings. */
+typedef struct heartbeatData {
+    Ouint8 password[8];
+    Ouint8 ip[4];
+    Ouint8 subNetMask[4];
+    Ouint8 gate[4];
+    int16_t port;
+    Ouint8 mac[6];
+    Ouint8 netID[12];
+} heartbeatData;
+QM_RECORD_SIZE(heartbeatData, 40);
+
+/* The fields that both network-search records begin and end with. Texts are not terminated when full. */
+#define QM_NET_SEARCH_HEAD                                                                                   \
+    char Mac[6];                                                                                             \
+    Ouint8 IP[4];                                                                                            \
+    Ouint8 SubNetMask[4];                                                                                    \
+    Ouint8 Gate[4];                                                                                          \
+    Ouint8 Port[2];                                                                                          \
+    Oint8 IPMode;                                                                                            \
+    Oint8 IPStatus;                                                                                          \
+    Oint8 ServerMode;                                                                                        \
+    Ouint8 ServerIPAddress[4];                                                                               \
+    int16_t ServerPort;                                                                                      \
+    char ServerAccessPassword[8];                                                                            \
+    int16_t HeartBeatInterval;                                                                               \
+    char CustomID[12];
+#define QM_NET_SEARCH_TAIL                                                                                   \
+    char BarCode[16];                                                                                        \
+    int16_t ControllerType;                                                                                  \
+    char FirmwareVersion[8];                                                                                 \
+    Oint8 ScreenParaStatus;                                                                                  \
+    int16_t Address;                                                                                         \
+    Oint8 Baudrate;                                                                                          \
+    int16_t ScreenWidth;                                                                                     \
+    int16_t ScreenHeight;                                                                                    \
+    Oint8 Color;                                                                                             \
+    Oint8 BrightnessAdjMode;                                                                                 \
+    Oint8 CurrentBrigtness;                                                                                  \
+    Oint8 TimingOnOff;                                                                                       \
+    Oint8 CurrentOnOffStatus;                                                                                \
+    int16_t ScanConfNumber;                                                                                  \
+    Oint8 RowsPerChanel;                                                                                     \
+    Oint8 GrayFlag;                                                                                          \
+    char UnitWidth[2];                                                                                       \
+    Oint8 modeofdisp;                                                                                        \
+    Oint8 NetTranMode;                                                                                       \
+    Oint8 PackageMode;                                                                                       \
+    Oint8 BarcodeFlag;                                                                                       \
+    int16_t ProgramNumber;                                                                                   \
+    Oint32 CurrentProgram;                                                                                   \
+    Oint8 ScreenLockStatus;                                                                                  \
+    Oint8 ProgramLockStatus;                                                                                 \
+    Oint8 RunningMode;                                                                                       \
+    Oint8 RTCStatus;                                                                                         \
+    int16_t RTCYear;                                                                                         \
+    Oint8 RTCMonth;                                                                                          \
+    Oint8 RTCDate;                                                                                           \
+    Oint8 RTCHour;                                                                                           \
+    Oint8 RTCMinute;                                                                                         \
+    Oint8 RTCSecond;                                                                                         \
+    Oint8 RTCWeek;                                                                                           \
+    char Temperature1[3];                                                                                    \
+    char Temperature2[3];                                                                                    \
+    char Humidity[2];                                                                                        \
+    char Noise[2];                                                                                           \
+    Oint8 Reserved;                                                                                          \
+    Oint8 LogoFlag;                                                                                          \
+    int16_t PowerOnDelay;                                                                                    \
+    int16_t WindSpeed;                                                                                       \
+    int16_t WindDirction;                                                                                    \
+    int16_t PM2_5;                                                                                           \
+    int16_t PM10;                                                                                            \
+    int16_t ExtendParaLen;                                                                                   \
+    char ControllerName[16];                                                                                 \
+    char ScreenLocation[44];                                                                                 \
+    char NameLocalationCRC32[4];
+
+/* What a generation-6 controller says of its network and its screen. */
+typedef struct NetSearchCmdRet {
+    QM_NET_SEARCH_HEAD
+    QM_NET_SEARCH_TAIL
+} NetSearchCmdRet;
+QM_RECORD_SIZE(NetSearchCmdRet, 206);
+
+/* The same from a controller with a web server. */
+typedef struct NetSearchCmdRet_Web {
+    QM_NET_SEARCH_HEAD
+    char WebUserID[128];
+    Oint32 GroupNum;
+    Oint8 DomainFlag;
+    char DomainName[128];
+    char WebControllerName[128];
+    QM_NET_SEARCH_TAIL
+} NetSearchCmdRet_Web;
+QM_RECORD_SIZE(NetSearchCmdRet_Web, 595);
+
+/* Brightness of the day in half hours. */
+typedef struct Brightness {
+    Ouint8 BrightnessMode;
+    Ouint8 HalfHourValue[48]; /* from 0:00-0:30 to 23:30-24:00 */
+} Brightness;
+QM_RECORD_SIZE(Brightness, 49);
+
+/* What a controller is doing. */
+typedef struct ControllerStatus_G56 {
+    Ouint8 onoffStatus;
+    Ouint8 timingOnOff;
+    Ouint8 brightnessAdjMode;
+    Ouint8 brightness;
+    int16_t programeNumber;
+    char currentProgram[4]; /* not terminated */
+    Ouint8 screenLockStatus;
+    Ouint8 programLockStatus;
+    Ouint8 runningMode;
+    Ouint8 RTCStatus;
+    int16_t RTCYear;
+    Ouint8 RTCMonth;
+    Ouint8 RTCDate;
+    Ouint8 RTCHour;
+    Ouint8 RTCMinute;
+    Ouint8 RTCSecond;
+    Ouint8 RTCWeek;
+    Ouint8 temperature1[3];
+    Ouint8 temperature2[3];
+    int16_t humidity;
+    int16_t noise;
+    Ouint8 switchStatus;
+    Ouint8 CustomID[12];
+    Ouint8 BarCode[16];
+} ControllerStatus_G56;
+QM_RECORD_SIZE(ControllerStatus_G56, 61);
+
+/* When a controller restarts by itself. */
+typedef struct TimingReset {
+    Ouint8 rstMode;
+    Ouint32 RstInterval;
+    Ouint8 rstHour1, rstMin1;
+    Ouint8 rstHour2, rstMin2;
+    Ouint8 rstHour3, rstMin3;
+} TimingReset;
+QM_RECORD_SIZE(TimingReset, 11);
+
+/* The battle time of a controller. The year stays in BCD (2024 arrives as 0x2024), the rest is plain. */
+typedef struct BattleTime {
+    int16_t BattleRTCYear;
+    Ouint8 BattleRTCMonth;
+    Ouint8 BattleRTCDate;
+    Ouint8 BattleRTCHour;
+    Ouint8 BattleRTCMinute;
+    Ouint8 BattleRTCSecond;
+    Ouint8 BattleRTCWeek;
+} BattleTime;
+QM_RECORD_SIZE(BattleTime, 8);
+
+/* One file of a controller's file system. */
+typedef struct FileAttribute_G56 {
+    char fileName[4]; /* not terminated */
+    Ouint8 fileType;
+    Ouint32 fileLen;
+    Ouint32 fileCRC;
+} FileAttribute_G56;
+QM_RECORD_SIZE(FileAttribute_G56, 13);
+
+/* A directory listing. */
+typedef struct GetDirBlock_G56 {
+    Ouint8 fileType;    /* in: which kind of files to list */
+    Ouint16 fileNumber; /* out: entries held */
+    Ouint8* dataAddre;  /* out: fileNumber entries of 13 bytes; release with cmd_ofs_freeDirBlock */
+} GetDirBlock_G56;
+QM_RECORD_SIZE(GetDirBlock_G56, 11);
+
+/* Configuration file of a generation-5 controller. */
+typedef struct ConfigFile {
+    Ouint8 FileType;
+    char ControllerName[8];
+    Ouint16 Address;
+    Ouint8 Baudrate;
+    Ouint16 ScreenWidth;
+    Ouint16 ScreenHeight;
+    Ouint8 Color;
+    Ouint8 MirrorMode;
+    Ouint8 OEPol;
+    Ouint8 DAPol;
+    Ouint8 RowOrder;
+    Ouint8 FreqPar;
+    Ouint8 OEWidth;
+    Ouint8 OEAngle;
+    Ouint8 FaultProcessMode;
+    Ouint8 CommTimeoutValue;
+    Ouint8 RunningMode;
+    Ouint8 LoggingMode;
+    Ouint8 GrayFlag;
+    Ouint8 CascadeMode;
+    Ouint8 Default_brightness;
+    Ouint8 HUBConfig;
+    Ouint8 Language;
+    Ouint8 Backup[3];
+    Ouint16 CRC16; /* written by cmd_sendConfigFile */
+} ConfigFile;
+QM_RECORD_SIZE(ConfigFile, 38);
+
+/* Configuration file of a generation-6 controller. */
+typedef struct ConfigFile_G6 {
+    Ouint8 FileType;
+    char ControllerName[16];
+    char ScreenAddress[48];
+    Ouint16 Address;
+    Ouint8 Baudrate;
+    Ouint16 ScreenWidth;
+    Ouint16 ScreenHeight;
+    Ouint8 Color;
+    Ouint8 modeofdisp;
+    Ouint8 TipLanguage;
+    Ouint8 Reserved[5];
+    Ouint8 FaultProcessMode;
+    Ouint8 CommTimeoutValue;
+    Ouint8 RunningMode;
+    Ouint8 LoggingMode;
+    Ouint8 DevideScreenMode;
+    Ouint8 Reserved2;
+    Ouint8 Default_brightness;
+    Ouint8 Backup[5];
+    Ouint16 CRC16; /* written by cmd_sendConfigFile_G6 */
+} ConfigFile_G6;
+QM_RECORD_SIZE(ConfigFile_G6, 94);
+
 /* One spoken text. */
 typedef struct HVSound_6G {
     Oint8 SoundFlag;     /* 1: speak; anything else: the rest is not read */
@@ -208,16 +435,226 @@ QM_API int get_crc32(FileCRC32_G56* data) QM_NOTHROW;
  * 1,024 until it is set. Returns 0. Prints nothing. */
 QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
 
-/* ---- Discovery ------------------------------------------------------------------------------------- */
+/* ---- Discovery and network setup ------------------------------------------------------------------- */
 
-/* Asks the controller at ip:port who it is, over TCP, and fills *retData (52 bytes). retData is written on
- * success only, and only as far as the controller's answer reached.
+/*
+ * What all of these do: ask one question and copy the answer into the caller's record, only as far as it was
+ * received and as the record reaches; what was not received stays as it was. A failed call leaves the record
+ * alone, unless said otherwise.
  *
- * Returns 0; -1 when there is no connection or no answer, or an argument is null; -2 to -5 as listed; a
- * positive value is the controller's refusal.
- * Prints "TCP connect failed", "TCP connect to select failed" or "TCP connect to select to FD_ISSET failed"
- * when the connection cannot be made. */
+ * cmd_tcp calls ask the controller at ip:port, and print what connecting prints ("TCP connect failed",
+ * "TCP connect to select failed" or "TCP connect to select to FD_ISSET failed").
+ *
+ * cmd_udp calls ask by broadcast on every IPv4 interface of the host but loopback, from local port 5009 to
+ * port 5007 of 255.255.255.255. The first controller that answers is taken; an answer is waited for up to
+ * three times 1 s. They need a network on which no other program holds local port 5009 for itself.
+ *
+ * cmd_uart calls are for serial lines, which this library does not drive: they return -1.
+ *
+ * They return 0; 1 when the answer was longer than could be taken; -1 to -5 as listed; a positive value
+ * is the controller's refusal.
+ */
+
+/* Looks for a controller by three paths, up to three times each: the Wi-Fi module of a controller (an "AT"
+ * probe by broadcast from local port 14769 to port 13769, then TCP port 5005 of whoever answers), the fixed
+ * address 192.168.100.1 port 5005, and the broadcast of the cmd_udp calls. retData is zeroed first; on
+ * success ipAdder is the address at which the controller was found. Takes about half a minute when there is
+ * none, and returns the last failure. */
+QM_API int cmd_searchController(Ping_data* retData) QM_NOTHROW;
+QM_API int cmd_uart_searchController(Ping_data* retData, const char* uartPort) QM_NOTHROW;
+
+/* Asks a controller who it is (52 bytes). */
 QM_API int cmd_tcpPing(const char* ip, Ouint16 port, Ping_data* retData) QM_NOTHROW;
+QM_API int cmd_udpPing(Ping_data* retData) QM_NOTHROW;
+
+/* Asks for the network settings: generation 5, generation 6, and generation 6 with a web server. */
+QM_API int cmd_udpNetworkSearch(heartbeatData* retData) QM_NOTHROW;
+QM_API int cmd_udpNetworkSearch_6G(NetSearchCmdRet* retData) QM_NOTHROW;
+QM_API int cmd_udpNetworkSearch_6G_Web(NetSearchCmdRet_Web* retData) QM_NOTHROW;
+QM_API int cmd_tcpNetworkSearch_6G(const char* ip, Ouint16 port, NetSearchCmdRet* retData) QM_NOTHROW;
+QM_API int cmd_tcpNetworkSearch_6G_Web(const char* ip, Ouint16 port, NetSearchCmdRet_Web* retData) QM_NOTHROW;
+QM_API int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort,
+                                  Ouint8 nBaudRateType) QM_NOTHROW;
+QM_API int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
+                                      Ouint8 nBaudRateType) QM_NOTHROW;
+
+/* Sets the network of whichever controller answers the broadcast.
+ *   ip, subnetMask, gateway, serverIP   dotted IPv4 texts
+ *   password                            8 bytes
+ *   netID                               12 bytes */
+QM_API int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway,
+                        int16_t port, Ouint8 serverMode, const char* serverIP, int16_t serverPort,
+                        const char* password, int16_t heartbeat, const char* netID) QM_NOTHROW;
+
+/* Sets the MAC address of whichever controller answers the broadcast. mac: six fields separated by "-", each
+ * read as a DECIMAL number: "0-26-43-60-77-94" sets 00:1A:2B:3C:4D:5E. */
+QM_API int cmd_udpSetMac(const char* mac) QM_NOTHROW;
+
+/* Sets name and password of the Wi-Fi network that a controller's Wi-Fi module opens, and restarts it. The
+ * module is found by the probe of cmd_searchController. Returns 0, or -1 when there is no module, it does not
+ * accept a setting, or ssid or pwd is too long for a command (65,535 bytes). */
+QM_API int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) QM_NOTHROW;
+
+/* Reads them back. The module's answer (at most 511 bytes) is taken apart at its commas; ssid and pwd receive
+ * the pieces without a terminating zero, so both must be zeroed, and hold 512 bytes to be safe from any
+ * answer. Returns 0, 2 when the answer is shorter than 38 bytes, -1 when there is none; then
+ * "cmd_AT_getWifiSsidPwd return data err" is printed. */
+QM_API int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) QM_NOTHROW;
+
+/* ---- Device control -------------------------------------------------------------------------------- */
+
+/*
+ * What all of these do: connect to the controller at ip:port, send one command, wait for its answer. Values
+ * are not checked here: a controller refuses what it does not like. They return and print as the calls of
+ * the previous section.
+ */
+
+/* Restarts the controller. */
+QM_API int cmd_sysReset(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Sets the controller's clock to this host's local time. */
+QM_API int cmd_check_time(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Switches the screen: 0 off, 1 on. */
+QM_API int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) QM_NOTHROW;
+/* Switches the screen by timer. data: groupNum groups of four bytes, in plain numbers: hour and minute of
+ * switching on, hour and minute of switching off. */
+QM_API int cmd_timingOnOff(const char* ip, Ouint16 port, Ouint8 groupNum, const Ouint8* data) QM_NOTHROW;
+/* Ends the timer. */
+QM_API int cmd_cancelTimingOnOff(const char* ip, Ouint16 port) QM_NOTHROW;
+QM_API int cmd_setBrightness(const char* ip, Ouint16 port, const Brightness* brightness) QM_NOTHROW;
+/* Reads the controller's 8-byte ID; returns 1 with 8 bytes when the controller has a longer one. */
+QM_API int cmd_readControllerID(const char* ip, Ouint16 port, Ouint8* ControllerID) QM_NOTHROW;
+/* Locks (1) or unlocks (0) the screen; nonvolatile: 1 keeps it over a power failure. */
+QM_API int cmd_screenLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock) QM_NOTHROW;
+/* Locks a program, so that it alone is shown. name: its 4 characters; lockDuration: in the controller's
+ * units. The serial form with _6G is the one of generation 6. */
+QM_API int cmd_programLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock, const char* name,
+                           Ouint32 lockDuration) QM_NOTHROW;
+QM_API int cmd_uart_programLock(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
+                                const char* name, Ouint32 lockDuration) QM_NOTHROW;
+QM_API int cmd_uart_programLock_6G(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
+                                   const char* name, Ouint32 lockDuration) QM_NOTHROW;
+QM_API int cmd_check_controllerStatus(const char* ip, Ouint16 port,
+                                      ControllerStatus_G56* controllerStatus) QM_NOTHROW;
+/* Passwords are 6 bytes. */
+QM_API int cmd_setPassword(const char* ip, Ouint16 port, const char* oldPassword,
+                           const char* newPassword) QM_NOTHROW;
+QM_API int cmd_deletePassword(const char* ip, Ouint16 port, const char* password) QM_NOTHROW;
+/* Delay between power-on and the first picture. */
+QM_API int cmd_setDelayTime(const char* ip, Ouint16 port, int16_t delayTime) QM_NOTHROW;
+/* What the controller's button does. */
+QM_API int cmd_setBtnFunc(const char* ip, Ouint16 port, Ouint8 btnMode) QM_NOTHROW;
+QM_API int cmd_setTimingReset(const char* ip, Ouint16 port, const TimingReset* cmdData) QM_NOTHROW;
+QM_API int cmd_setDispMode(const char* ip, Ouint16 port, Ouint8 dispMode) QM_NOTHROW;
+/* Reads the battle time; it is delivered with status 1, too. */
+QM_API int cmd_battieTime(const char* ip, Ouint16 port, Ouint8 mode, BattleTime* battieData) QM_NOTHROW;
+/* Starts, stops or reads the stopwatch by mode. A value that the controller answers with is not delivered:
+ * the call then returns -1 and prints "nCmdDataLen <= 0 "; only a plain acknowledgement gives 0. */
+QM_API int cmd_getStopwatch(const char* ip, Ouint16 port, Ouint8 mode, Ouint32* timeValue) QM_NOTHROW;
+/* As cmd_getStopwatch: a value is not delivered. */
+QM_API int cmd_getSensorBrightnessValue(const char* ip, Ouint16 port, Ouint32* brightnessValue) QM_NOTHROW;
+QM_API int cmd_setSpeedAdjust(const char* ip, Ouint16 port, int16_t speed) QM_NOTHROW;
+QM_API int cmd_setScreenAddress(const char* ip, Ouint16 port, int16_t address) QM_NOTHROW;
+/* Makes the controller run the firmware in its file of that name (4 characters). */
+QM_API int cmd_firmwareActivate(const char* ip, Ouint16 port, const char* firmwareFileName) QM_NOTHROW;
+/* Does nothing and returns 0. */
+QM_API int update_firmware(const char* ip, Ouint16 port, const char* file) QM_NOTHROW;
+
+/* ---- File system ----------------------------------------------------------------------------------- */
+
+/*
+ * A controller keeps files with names of 4 characters, which need not be terminated here. The ofs calls are
+ * for program and data files, the conf calls for configuration files. They return and print as the calls
+ * of the previous sections; the uart forms return -1.
+ */
+
+/* Erases all files. */
+QM_API int cmd_ofsFormat(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Announces a transfer of several files, and its end. */
+QM_API int cmd_ofsStartFileTransf(const char* ip, Ouint16 port) QM_NOTHROW;
+QM_API int cmd_ofsEndFileTransf(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Deletes fileNub files; fileName: their names, 4 * fileNub bytes. -1 for a negative number and for more
+ * names than a frame carries (8,191). The conf form sends the last name one byte short, as controllers
+ * know it. */
+QM_API int cmd_ofsDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub,
+                                   const char* fileName) QM_NOTHROW;
+QM_API int cmd_confDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub,
+                                    const char* fileName) QM_NOTHROW;
+/* Memory of the file system in bytes. */
+QM_API int cmd_ofsGetMemoryVolume(const char* ip, Ouint16 port, Ouint32* totalMemVolume,
+                                  Ouint32* availableMemVolume) QM_NOTHROW;
+
+/* Writes a file of fileLen bytes at fileAddre in blocks of set_packetLen bytes (the conf form always 1,024),
+ * each acknowledged before the next is sent. overwrite: 1 replaces a file of that name. Ends at the first
+ * failure with its status; the controller may then hold a part of the file. A block size of 0, or above
+ * 32,758, which no frame carries, gives -1 and sends nothing.
+ * The ofs form prints "g_packetLen ======= %d " and, for a failed block, "dataLen-oldLen ======= %d ". */
+QM_API int cmd_ofsWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
+                            Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_confWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
+                             Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
+
+/* Opens a file for reading; the name that the controller answers with replaces fileName. Size and CRC are
+ * delivered by the conf form only. */
+QM_API int cmd_ofsStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
+                                Ouint32* fileCrc) QM_NOTHROW;
+QM_API int cmd_confStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
+                                 Ouint32* fileCrc) QM_NOTHROW;
+/* Asks for the first block of a file. Data that the controller answers with is not delivered: the call then
+ * returns -1 and prints "nCmdDataLen <= 0 ". */
+QM_API int cmd_ofsReedFileBlock(const char* ip, Ouint16 port, const char* fileName,
+                                Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileName,
+                                 Ouint8* fileAddre) QM_NOTHROW;
+
+/* Lists the files of dirBlock->fileType. On success dataAddre holds fileNumber entries, which the caller
+ * releases with cmd_ofs_freeDirBlock; else it is null and fileNumber is 0. */
+QM_API int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) QM_NOTHROW;
+/* Copies entry number (from 0) of a listing; -1 when there is none. */
+QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,
+                           FileAttribute_G56* fileAttr) QM_NOTHROW;
+/* Releases the entries of a listing, and leaves the pointer in the record as it is. Returns 0. */
+QM_API int cmd_ofs_freeDirBlock(GetDirBlock_G56* dirBlock) QM_NOTHROW;
+
+/* Reads what the latest transfer was: direction, name (4 bytes), CRC and offset of the file. */
+QM_API int cmd_ofsGetTransStatus(const char* ip, Ouint16 port, Ouint8* r_w, char* fileName, Ouint32* fileCrc,
+                                 Ouint32* fileOffset) QM_NOTHROW;
+
+/* Writes the configuration file "C000". The CRC-16 of the record is stored in its CRC16 as soon as the
+ * controller has been reached, even when writing then fails. */
+QM_API int cmd_sendConfigFile(const char* ip, Ouint16 port, ConfigFile* configData) QM_NOTHROW;
+QM_API int cmd_sendConfigFile_G6(const char* ip, Ouint16 port, ConfigFile_G6* configData) QM_NOTHROW;
+
+/* Serial forms. */
+QM_API int cmd_uart_ofsFormat(const char* uartPort, Ouint8 baudRate) QM_NOTHROW;
+QM_API int cmd_uart_ofsStartFileTransf(const char* uartPort, Ouint8 baudRate) QM_NOTHROW;
+QM_API int cmd_uart_ofsEndFileTransf(const char* uartPort, Ouint8 baudRate) QM_NOTHROW;
+QM_API int cmd_uart_ofsDeleteFormatFile(const char* uartPort, Ouint8 baudRate, int16_t fileNub,
+                                        const char* fileName) QM_NOTHROW;
+QM_API int cmd_uart_confDeleteFormatFile(const char* uartPort, Ouint8 baudRate, int16_t fileNub,
+                                         const char* fileName) QM_NOTHROW;
+QM_API int cmd_uart_ofsGetMemoryVolume(const char* uartPort, Ouint8 baudRate, Ouint32* totalMemVolume,
+                                       Ouint32* availableMemVolume) QM_NOTHROW;
+QM_API int cmd_uart_ofsWriteFile(const char* uartPort, Ouint8 baudRate, const char* fileName, Ouint8 fileType,
+                                 Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_uart_confWriteFile(const char* uartPort, Ouint8 baudRate, const char* fileName,
+                                  Ouint8 fileType, Ouint32 fileLen, Ouint8 overwrite,
+                                  const Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_uart_ofsStartReedFile(const char* uartPort, Ouint8 baudRate, char* fileName, Ouint32* fileSize,
+                                     Ouint32* fileCrc) QM_NOTHROW;
+QM_API int cmd_uart_confStartReedFile(const char* uartPort, Ouint8 baudRate, char* fileName,
+                                      Ouint32* fileSize, Ouint32* fileCrc) QM_NOTHROW;
+QM_API int cmd_uart_ofsReedFileBlock(const char* uartPort, Ouint8 baudRate, const char* fileName,
+                                     Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_uart_confReedFileBlock(const char* uartPort, Ouint8 baudRate, const char* fileName,
+                                      Ouint8* fileAddre) QM_NOTHROW;
+QM_API int cmd_uart_ofsReedDirBlock(const char* uartPort, Ouint8 baudRate,
+                                    GetDirBlock_G56* dirBlock) QM_NOTHROW;
+/* Unlike cmd_ofs_freeDirBlock: returns -1 and releases nothing. */
+QM_API int cmd_uart_ofsFreeDirBlock(const char* uartPort, Ouint8 baudRate,
+                                    GetDirBlock_G56* dirBlock) QM_NOTHROW;
+QM_API int cmd_uart_ofsGetTransStatus(const char* uartPort, Ouint8 baudRate, Ouint8* r_w, char* fileName,
+                                      Ouint32* fileCrc, Ouint32* fileOffset) QM_NOTHROW;
+QM_API int cmd_uart_sendConfigFile(const char* uartPort, Ouint8 baudRate, ConfigFile* configData) QM_NOTHROW;
 
 /* ---- Screen settings ------------------------------------------------------------------------------- */
 

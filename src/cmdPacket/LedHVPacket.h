@@ -2,21 +2,9 @@
 #pragma once
 
 #include "cmdPacket/LedPacket.h"
+#include "cmdPacket/catalogue.h"
 
 namespace qm {
-
-// Command groups.
-enum cmd_group_56 : Ouint8 {
-    hv_GRP_Global = 0xA0, // answers only: ACK and NACK
-    hv_GRP_OFSConf = 0xA1,
-    hv_GRP_CONF = 0xA2,
-    hv_GRP_Display = 0xA3,
-    hv_GRP_Network = 0xA4,
-    hv_GPR_5HDynamicArea = 0xA7,
-    hv_GRP_ScanConf = 0xB0,
-};
-
-enum global_cmd_hv : Ouint8 { hv_ACK = 0, hv_NACK = 1 };
 
 // Generation of the framing, by the low byte of a controller type.
 enum class Framing { none, generation5, generation6 };
@@ -26,6 +14,7 @@ enum class Framing { none, generation5, generation6 };
 struct Answer {
     std::span<Ouint8> buffer;
     int length = 0;
+    [[nodiscard]] Bytes received() const { return buffer.first(static_cast<std::size_t>(length)); }
 };
 
 class LedHVPacket : public LedPacket {

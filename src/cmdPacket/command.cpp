@@ -10,7 +10,6 @@ namespace {
 
 std::atomic<Ouint16> g_packetLen = 1024;
 
-constexpr int kWholeFrame = 65536; // capacity of a receive
 constexpr std::size_t kPiece = 1024;
 
 int size_of(Bytes bytes) { return static_cast<int>(bytes.size()); }
@@ -23,7 +22,7 @@ void set_packet_len(Ouint16 len) { g_packetLen = len; }
 int ON_command::Send(const Ouint8*, int) { return QM_FAILED; }
 int ON_command::Recv(Ouint8*, int&, int) { return QM_FAILED; }
 
-int ON_command::receive_frame(int capacity, int timeout, Bytes& frame) {
+int ON_command::receive_frame(int timeout, Bytes& frame, int capacity) {
     m_received.resize(kWholeFrame);
     int length = capacity;
     if (const int code = Recv(m_received.data(), length, timeout); code != 0) return code;
@@ -37,7 +36,7 @@ int ON_command::send_recv_cmd(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd_data, Answ
     if (m_frame.empty()) return QM_FAILED;
     if (const int code = Send(m_frame.data(), size_of(m_frame)); code != 0) return code;
     Bytes frame;
-    if (const int code = receive_frame(kWholeFrame, kTimeout, frame); code != 0) return code;
+    if (const int code = receive_frame(kTimeout, frame); code != 0) return code;
     return Unpack(frame, cmd_group, cmd, recv_data);
 }
 
@@ -50,7 +49,7 @@ int ON_command::send_cmd(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd_data) {
 // The answer to an enveloped request; sent is the byte count that the messages name.
 int ON_command::receive_answer(int sent, Ouint8 group, Ouint8 cmd, Answer& recv_data) {
     Bytes frame;
-    if (const int code = receive_frame(kPiece, kTimeout, frame); code != 0) {
+    if (const int code = receive_frame(kTimeout, frame, kPiece); code != 0) {
         say("Recv failed. nTotalLen ======= %d \n", sent);
         return code;
     }
@@ -109,7 +108,7 @@ int ON_command::send_recv_5H_DynamicArea(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd
 int ON_command::send_AT_cmd(const char* cmdData, Ouint16 dataLen) {
     if (Send(reinterpret_cast<const Ouint8*>(cmdData), dataLen) != 0) return QM_FAILED;
     Bytes received;
-    if (receive_frame(kWholeFrame, kTimeout, received) != 0) return QM_FAILED;
+    if (receive_frame(kTimeout, received) != 0) return QM_FAILED;
     const std::string_view text(reinterpret_cast<const char*>(received.data()), received.size());
     const bool accepted = text.find("OK") != text.npos || text.find("ok") != text.npos;
     return accepted ? QM_OK : QM_FAILED;
@@ -119,7 +118,7 @@ int ON_command::send_AT_cmdRetData(const char* cmdData, Ouint16& dataLen, Ouint8
     constexpr int kOverflow = 512;
     if (Send(reinterpret_cast<const Ouint8*>(cmdData), dataLen) != 0) return QM_FAILED;
     int length = kOverflow;
-    if (Recv(packet, length, kTimeout) != 0 || length == kOverflow) return QM_FAILED;
+    if (Recv(packet, length, kTimeout) != 0 || length == 0 || length == kOverflow) return QM_FAILED;
     dataLen = static_cast<Ouint16>(length);
     return QM_OK;
 }
@@ -128,7 +127,7 @@ int ON_command::ping_handshake(int recvTimeout) {
     PackPing3(m_frame);
     if (const int code = Send(m_frame.data(), size_of(m_frame)); code != 0) return code;
     Bytes frame;
-    if (const int code = receive_frame(kWholeFrame, recvTimeout, frame); code != 0) return code;
+    if (const int code = receive_frame(recvTimeout, frame); code != 0) return code;
     Frame body;
     if (const int code = UnpackPing3(frame, body); code != 0) return code;
     m_DeviceType = static_cast<Ouint16>(body[6] | body[7] << 8);

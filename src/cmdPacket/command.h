@@ -9,6 +9,28 @@ namespace qm {
 [[nodiscard]] Ouint16 packet_len();
 void set_packet_len(Ouint16 len);
 
+constexpr std::size_t kFileNameSize = 4;
+
+// Network settings of a controller. Addresses are dotted texts.
+struct S_setIP {
+    Ouint8 mode;
+    const char *ip, *subnetMask, *gateway;
+    std::int16_t port;
+    Ouint8 serverMode;
+    const char* serverIP;
+    std::int16_t serverPort;
+    const char* password; // 8 bytes
+    std::int16_t heartbeat;
+    const char* netID; // 12 bytes
+};
+
+struct FileToWrite {
+    const char* name; // kFileNameSize bytes
+    Ouint8 type;
+    Ouint8 overwrite;
+    Bytes data;
+};
+
 class ON_command : public LedHVPacket {
   public:
     // Sends len bytes; 0 or -1.
@@ -35,25 +57,93 @@ class ON_command : public LedHVPacket {
     // holds 512 bytes, of which at most 511 are used.
     int send_AT_cmdRetData(const char* cmdData, Ouint16& dataLen, Ouint8* packet);
 
-    // Commands; each is one exchange and returns its status.
+    // Commands. Each returns the status of its exchange; what was received goes to the caller's memory as far
+    // as it reaches, and nothing else does.
+
+    // Identity and network.
     int hv_cmd_ping(Answer& retData);
+    int hv_cmd_networkSearch(Answer& retData);
+    int hv_cmd_networkSearch_6G(Answer& retData);
+    int hv_cmd_setMac(const char* mac);
+    int hv_cmd_setIP(const S_setIP& settings);
+
+    // Control.
+    int hv_cmd_sys_reset();
+    int hv_cmd_check_time();
+    int hv_cmd_firmwareActivate(const char* firmwareName);
+    int hv_cmd_coerce_OnOff(Ouint8 onOff);
+    int hv_cmd_timing_onOff(Ouint8 groupNum, const Ouint8* data);
+    int hv_cmd_cancel_timingOnOff();
+    int hv_cmd_set_brightness(const Brightness& brightness);
+    int hv_cmd_read_controllerID(Ouint8* controllerID);
+    int hv_cmd_screen_lock(Ouint8 nonvolatile, Ouint8 lock);
+    int hv_cmd_program_lock(Ouint8 nonvolatile, Ouint8 lock, const char* name, Ouint32 lockDuration);
+    int hv_cmd_program_lock_6G(Ouint8 nonvolatile, Ouint8 lock, const char* name, Ouint32 lockDuration);
+    int hv_cmd_check_controllerStatus(Answer& controllerStatus);
+    int hv_cmd_set_password(const char* oldPassword, const char* newPassword);
+    int hv_cmd_delete_password(const char* password);
+    int hv_cmd_set_delayTime(std::int16_t delayTime);
+    int hv_cmd_set_btnFunc(Ouint8 btnMode);
+    int hv_cmd_set_timingReset(const TimingReset& cmdData);
+    int hv_cmd_set_dispMode(Ouint8 dispMode);
+    int hv_cmd_battie_time(Ouint8 mode, BattleTime& battieData);
+    // No room for a value: a proper answer is -1.
+    int hv_cmd_get_stopwatch(Ouint8 mode);
+    int hv_cmd_get_sensorBrightnessValue();
+    int hv_cmd_set_speedAdjust(std::int16_t speed);
+    int hv_cmd_set_screenAddress(std::int16_t address);
+
+    // Files; the conf_ commands are for configuration files.
+    int hv_cmd_ofs_format();
+    int hv_cmd_ofs_startFileTransf();
+    int hv_cmd_ofs_endFileTransf();
+    int hv_cmd_ofs_deleteFile(std::int16_t fileNub, const char* fileName);
+    int hv_cmd_conf_deleteFile(std::int16_t fileNub, const char* fileName);
+    int hv_cmd_ofs_getMemoryVolume(Ouint32& totalMemVolume, Ouint32& availableMemVolume);
+    int hv_cmd_ofs_writeFile(const FileToWrite& file);
+    int hv_cmd_conf_writeFile(const FileToWrite& file);
+    int hv_cmd_ofs_startReedFile(char* fileName);
+    int hv_cmd_conf_startReedFile(char* fileName, Ouint32& fileSize, Ouint32& fileCrc);
+    // No room for data: a proper answer is -1.
+    int hv_cmd_ofs_reedFileBlock(const char* fileName);
+    int hv_cmd_conf_reedFileBlock(const char* fileName);
+    // dataAddre is allocated with malloc.
+    int hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock);
+    int hv_cmd_ofs_getTransStatus(Ouint8& rw, char* fileName, Ouint32& fileCrc, Ouint32& fileOffset);
 
     Ouint8 _percentage = 0;
 
   protected:
-    static constexpr int kTimeout = 3; // seconds, of every receive
+    static constexpr int kTimeout = 3;        // seconds, of every receive
+    static constexpr int kWholeFrame = 65536; // bytes
 
     // Builds the handshake's ping, sends it and learns the controller type from the answer.
     int ping_handshake(int recvTimeout);
-    // Receives into the object's own buffer.
-    int receive_frame(int capacity, int timeout, Bytes& frame);
+    // Receives into the object's own buffer, at most capacity bytes.
+    int receive_frame(int timeout, Bytes& frame, int capacity = kWholeFrame);
 
     Frame m_frame; // the request at hand, kept from command to command
 
   private:
+    // Codes and block size of one kind of files.
+    struct WriteCodes {
+        Ouint8 start, block;
+        std::size_t blockSize;
+        bool reports; // prints on the way
+    };
+    int write_file(const FileToWrite& file, const WriteCodes& codes);
+    int write_block(const FileToWrite& file, const WriteCodes& codes, std::size_t offset, std::size_t length);
+    int delete_files(Ouint8 code, std::int16_t fileNub, const char* fileName, std::size_t fieldSize);
+    int start_read(Ouint8 code, char* fileName, Ouint32* fileSize, Ouint32* fileCrc);
+    int read_block(Ouint8 code, const char* fileName);
+    int read_directory(std::size_t announced, Frame& entries, Ouint16& count);
+    int send_control(Ouint8 code, Bytes payload) { return send_cmd(hv_GRP_CONF, code, payload); }
+    int program_lock(Ouint8 nonvolatile, Ouint8 lock, const char* name, Ouint32 lockDuration, bool reserved);
+
     int receive_answer(int sent, Ouint8 group, Ouint8 cmd, Answer& recv_data);
 
     Frame m_received;
+    Frame m_block; // the file block at hand
 };
 
 } // namespace qm

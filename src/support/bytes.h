@@ -56,8 +56,13 @@ class ByteWriter {
     ByteWriter& u16(unsigned value) { return append(value, 2); }
     ByteWriter& u32(Ouint32 value) { return append(value, 4); }
     ByteWriter& bytes(Bytes data) {
-        m_out.insert(m_out.end(), data.begin(), data.end());
+        const std::size_t at = m_out.size();
+        m_out.resize(at + data.size());
+        std::copy(data.begin(), data.end(), m_out.begin() + static_cast<std::ptrdiff_t>(at));
         return *this;
+    }
+    ByteWriter& text(const char* characters, std::size_t count) {
+        return bytes({reinterpret_cast<const Ouint8*>(characters), count});
     }
     ByteWriter& zeros(std::size_t count) {
         m_out.insert(m_out.end(), count, 0);
@@ -94,6 +99,15 @@ class ByteReader {
         m_left = m_left.subspan(count);
         return head;
     }
+
+    // Takes a field into a variable; one that is not there whole leaves it as it is.
+    void update(Ouint8& value) { update_with(value, 1); }
+    void update(Ouint32& value) { update_with(value, 4); }
+    void update(char* characters, std::size_t count) {
+        const Bytes field = bytes(count);
+        std::copy(field.begin(), field.end(), characters);
+    }
+
     void skip(std::size_t count) { (void)bytes(count); }
 
     [[nodiscard]] std::size_t left() const { return m_left.size(); }
@@ -107,6 +121,11 @@ class ByteReader {
             m_left = {};
         }
         return m_ok;
+    }
+    template <class T>
+    void update_with(T& value, std::size_t width) {
+        const Ouint32 field = take(width);
+        if (m_ok) value = static_cast<T>(field);
     }
     Ouint32 take(std::size_t width) {
         Ouint32 value = 0;

@@ -1,7 +1,6 @@
 #include "support/descriptor.h"
 
 #include <cerrno>
-#include <poll.h>
 #include <unistd.h>
 
 namespace qm {
@@ -11,15 +10,19 @@ void Descriptor::reset() {
     m_fd = -1;
 }
 
-int wait_ready(int fd, short events, Clock::time_point deadline) {
+int wait_any(std::span<pollfd> entries, Clock::time_point deadline) {
     for (;;) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-        pollfd entry{fd, events, 0};
-        const int ready = ::poll(&entry, 1, left.count() > 0 ? static_cast<int>(left.count()) : 0);
-        if (ready > 0) return entry.revents;
-        if (ready == 0) return 0;
-        if (errno != EINTR) return -1;
+        const int ready =
+            ::poll(entries.data(), entries.size(), left.count() > 0 ? static_cast<int>(left.count()) : 0);
+        if (ready >= 0 || errno != EINTR) return ready;
     }
+}
+
+int wait_ready(int fd, short events, Clock::time_point deadline) {
+    pollfd entry{fd, events, 0};
+    const int ready = wait_any({&entry, 1}, deadline);
+    return ready > 0 ? entry.revents : ready;
 }
 
 } // namespace qm

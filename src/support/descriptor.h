@@ -2,6 +2,8 @@
 #pragma once
 
 #include <chrono>
+#include <poll.h>
+#include <span>
 #include <utility>
 
 namespace qm {
@@ -33,5 +35,8 @@ class Descriptor {
 // Returns the events that happened, 0 at the deadline, -1 on an error. poll, unlike select, has no limit on
 // the number of a descriptor.
 int wait_ready(int fd, short events, Clock::time_point deadline);
+
+// The same for several: returns how many have events, which stand in their entries.
+int wait_any(std::span<pollfd> entries, Clock::time_point deadline);
 
 } // namespace qm

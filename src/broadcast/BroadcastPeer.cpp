@@ -1,0 +1,138 @@
+#include "broadcast/BroadcastPeer.h"
+
+#include <arpa/inet.h>
+#include <cerrno>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <string_view>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace qm {
+namespace {
+
+constexpr std::chrono::seconds kAttempt{1};
+constexpr useconds_t kRestAfterClose = 10000;
+constexpr std::ptrdiff_t kShortestFrame = 15;
+
+sockaddr_in address_of(in_addr_t ip, Ouint16 port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = ip;
+    address.sin_port = htons(port);
+    return address;
+}
+
+template <class Value>
+void set_option(int fd, int level, int name, Value value) {
+    ::setsockopt(fd, level, name, &value, sizeof value);
+}
+
+bool says_ok(Bytes datagram) {
+    const std::string_view text(reinterpret_cast<const char*>(datagram.data()), datagram.size());
+    return text.find("OK") != text.npos || text.find("ok") != text.npos;
+}
+
+// The first socket that has a datagram before the deadline, or -1.
+int readable_socket(const std::vector<Descriptor>& sockets, Clock::time_point deadline) {
+    std::vector<pollfd> entries;
+    entries.reserve(sockets.size());
+    for (const Descriptor& socket : sockets) entries.push_back({socket.get(), POLLIN, 0});
+    if (wait_any(entries, deadline) <= 0) return -1;
+    const auto ready =
+        std::find_if(entries.begin(), entries.end(), [](const pollfd& e) { return e.revents != 0; });
+    return ready == entries.end() ? -1 : ready->fd;
+}
+
+} // namespace
+
+int BroadcastPeer::GetIpList() {
+    ifaddrs* list = nullptr;
+    if (::getifaddrs(&list) != 0) return QM_OK;
+    for (const ifaddrs* entry = list; entry; entry = entry->ifa_next) {
+        if (!entry->ifa_addr || entry->ifa_addr->sa_family != AF_INET) continue;
+        sockaddr_in address{};
+        std::memcpy(&address, entry->ifa_addr, sizeof address);
+        char text[INET_ADDRSTRLEN];
+        ::inet_ntop(AF_INET, &address.sin_addr, text, sizeof text);
+        if (std::string_view(text) == "127.0.0.1") continue;
+        vecIp.emplace_back(text);
+        vecNet[text] = entry->ifa_name;
+    }
+    ::freeifaddrs(list);
+    return QM_OK;
+}
+
+int BroadcastPeer::InitUdp(const char* address, Ouint16 remotePort, Ouint16 localPort) {
+    Close();
+    BroadIp.clear();
+    vecIp.clear();
+    vecNet.clear();
+    GetIpList();
+    BroadIp += address;
+    BroadPort = remotePort;
+    LocalPort = localPort;
+    for (const std::string& ip : vecIp)
+        if (const int code = open_socket(::if_nametoindex(vecNet[ip].c_str())); code != QM_OK) return code;
+    return QM_OK;
+}
+
+int BroadcastPeer::open_socket(unsigned interface) {
+    Descriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    if (!socket) return QM_FAILED;
+    set_option(socket.get(), SOL_SOCKET, SO_BROADCAST, 1);
+    set_option(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
+    // The limited broadcast leaves by one interface only; each socket has its own.
+    set_option(socket.get(), IPPROTO_IP, IP_UNICAST_IF, htonl(interface));
+    const sockaddr_in local = address_of(htonl(INADDR_ANY), LocalPort);
+    ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&local), sizeof local);
+    SocketList.push_back(std::move(socket));
+    return QM_OK;
+}
+
+int BroadcastPeer::Send(const Ouint8* data, int len) {
+    const sockaddr_in to = address_of(::inet_addr(BroadIp.c_str()), BroadPort);
+    for (const Descriptor& socket : SocketList)
+        ::sendto(socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL,
+                 reinterpret_cast<const sockaddr*>(&to), sizeof to);
+    return QM_OK;
+}
+
+int BroadcastPeer::Recv(Ouint8* buff, int& dataLen, int attempts) {
+    remoteIP[0] = 0;
+    const auto deadline = Clock::now() + attempts * kAttempt;
+    const int socket = readable_socket(SocketList, deadline);
+    if (socket >= 0) return receive_from(socket, buff, dataLen);
+    dataLen = 0;
+    return QM_OK;
+}
+
+int BroadcastPeer::receive_from(int socket, Ouint8* buff, int& dataLen) {
+    sockaddr_in from{};
+    socklen_t size = sizeof from;
+    const auto received = ::recvfrom(socket, buff, static_cast<std::size_t>(dataLen), MSG_DONTWAIT,
+                                     reinterpret_cast<sockaddr*>(&from), &size);
+    dataLen = 0;
+    if (received < 0) return QM_FAILED;
+    if (received < kShortestFrame && !says_ok({buff, static_cast<std::size_t>(received)})) return QM_FAILED;
+    ::inet_ntop(AF_INET, &from.sin_addr, remoteIP, sizeof remoteIP);
+    dataLen = static_cast<int>(received);
+    return QM_OK;
+}
+
+int BroadcastPeer::get_ipAdder(Ouint8 out[20]) const {
+    std::memcpy(out, remoteIP, sizeof remoteIP);
+    return QM_OK;
+}
+
+void BroadcastPeer::Close() {
+    for (Descriptor& socket : SocketList) {
+        socket.reset();
+        ::usleep(kRestAfterClose);
+    }
+    SocketList.clear();
+}
+
+} // namespace qm

@@ -1,0 +1,46 @@
+// UDP broadcast on every IPv4 interface of the host.
+#pragma once
+
+#include "cmdPacket/command.h"
+#include "support/descriptor.h"
+
+#include <map>
+#include <string>
+
+namespace qm {
+
+class BroadcastPeer : public ON_command {
+  public:
+    BroadcastPeer() = default;
+    BroadcastPeer(const BroadcastPeer&) = delete;
+    BroadcastPeer& operator=(const BroadcastPeer&) = delete;
+    ~BroadcastPeer() override { Close(); }
+
+    // Opens one socket for each local address, all bound to localPort; 0, or -1 when a socket cannot be had.
+    int InitUdp(const char* address, Ouint16 remotePort, Ouint16 localPort);
+    // Sends by every interface; what an interface refuses is ignored. Always 0.
+    int Send(const Ouint8* data, int len) override;
+    // Waits up to the given number of times 1 s for one datagram, from whichever socket has one first.
+    // Silence is an empty frame; -1 for a datagram that is too short for a frame and says neither "OK" nor
+    // "ok".
+    int Recv(Ouint8* buff, int& dataLen, int attempts) override;
+    // Address of the sender of the latest answer; empty when nobody answered. Always 0.
+    int get_ipAdder(Ouint8 out[20]) const;
+    [[nodiscard]] bool answered() const { return remoteIP[0] != 0; }
+    void Close();
+
+  private:
+    int GetIpList();
+    int open_socket(unsigned interface);
+    int receive_from(int socket, Ouint8* buff, int& dataLen);
+
+    char remoteIP[20] = {};
+    std::string BroadIp;
+    Ouint16 BroadPort = 0;
+    Ouint16 LocalPort = 0;
+    std::vector<Descriptor> SocketList;
+    std::vector<std::string> vecIp;            // local addresses, loopback excluded
+    std::map<std::string, std::string> vecNet; // interface name by address
+};
+
+} // namespace qm

@@ -1,0 +1,76 @@
+// The Wi-Fi module of a controller, set up with AT commands.
+#include "qm_sdk_dual/exports.h"
+#include "support/message.h"
+
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+using namespace qm;
+
+namespace {
+
+constexpr useconds_t kPauseAfterCommand = 100000;
+constexpr std::size_t kAnswerBuffer = 512;
+constexpr Ouint16 kShortestAnswer = 38;
+
+int send_text(ON_command& module, const std::string& text) {
+    if (text.size() > 0xFFFF) return QM_FAILED;
+    return module.send_AT_cmd(text.c_str(), static_cast<Ouint16>(text.size()));
+}
+
+int configure(ON_command& module, const std::string& ssid, const std::string& pwd) {
+    // "4" and "11" are the module's own settings. The address and port are those that cmd_searchController
+    // tries.
+    const std::string settings[] = {
+        "AT+AP=" + ssid + ",4," + pwd + ",11",
+        "AT+AP_IP=192.168.100.1",
+        "AT+SOCKET=TCPS,0.0.0.0,0,5005",
+        "AT+WMODE=2",
+    };
+    for (const std::string& setting : settings) {
+        if (const int code = send_text(module, setting); code != QM_OK) return code;
+        ::usleep(kPauseAfterCommand);
+    }
+    (void)send_text(module, "AT+RST"); // a module that restarts need not answer
+    return QM_OK;
+}
+
+int query(ON_command& module, char* ssid, char* pwd) {
+    constexpr char kInquiry[] = "AT+INQUIRY";
+    Ouint8 buffer[kAnswerBuffer];
+    Ouint16 length = sizeof kInquiry - 1;
+    if (const int code = module.send_AT_cmdRetData(kInquiry, length, buffer); code != QM_OK) {
+        say("cmd_AT_getWifiSsidPwd return data err\n");
+        return code;
+    }
+    if (length < kShortestAnswer) return 2;
+    const std::string_view answer(reinterpret_cast<const char*>(buffer), length);
+    const std::size_t first = answer.find(',');
+    if (first == answer.npos) return QM_OK;
+    answer.copy(ssid, first);
+    const std::size_t second = answer.find(',', first + 1);
+    if (second != answer.npos) answer.copy(pwd, second - first - 1, first + 1);
+    return QM_OK;
+}
+
+template <class Task>
+int with_module(Task&& task) {
+    return guarded([&] {
+        HV_Broadcast module;
+        const int code = module.AT_init();
+        return code == QM_OK ? task(module) : code;
+    });
+}
+
+} // namespace
+
+int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) noexcept {
+    if (!given(ssid, pwd)) return QM_FAILED;
+    return with_module([&](ON_command& module) { return configure(module, ssid, pwd); });
+}
+
+int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) noexcept {
+    if (!given(ssid, pwd)) return QM_FAILED;
+    return with_module([&](ON_command& module) { return query(module, ssid, pwd); });
+}
