@@ -4,8 +4,7 @@ namespace qm {
 namespace {
 
 // A record's bytes as a buffer of their own.
-template <class Append>
-CData serialised(Append&& append) {
+template <class Append> CData serialised(Append&& append) {
     Frame bytes;
     ByteWriter out(bytes);
     append(out);

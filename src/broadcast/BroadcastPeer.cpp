@@ -25,8 +25,7 @@ sockaddr_in address_of(in_addr_t ip, Ouint16 port) {
     return address;
 }
 
-template <class Value>
-void set_option(int fd, int level, int name, Value value) {
+template <class Value> void set_option(int fd, int level, int name, Value value) {
     ::setsockopt(fd, level, name, &value, sizeof value);
 }
 

@@ -138,8 +138,6 @@ int ON_command::hv_cmd_conf_reedFileBlock(const char* fileName) {
 }
 
 int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
-    dirBlock.fileNumber = 0;
-    dirBlock.dataAddre = nullptr;
     const Ouint8 request[] = {dirBlock.fileType, 0x20};
     Ouint8 buffer[1024];
     Answer answer{buffer};

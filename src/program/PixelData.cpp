@@ -40,8 +40,7 @@ std::size_t plane_count(int screenColor) {
 bool lit(Ouint8 channel) { return channel > kLitAbove; }
 
 // Which of the planes red (bit 0), green (1) and blue (2) a pixel lights.
-template <int Color, bool Swapped>
-unsigned planes_of(const Ouint8* pixel) {
+template <int Color, bool Swapped> unsigned planes_of(const Ouint8* pixel) {
     const bool b = lit(pixel[0]), g = lit(pixel[1]), r = lit(pixel[2]);
     if constexpr (Color == SCREEN_COLOR_SINGLE) return r || g || b;
     if constexpr (Color == SCREEN_COLOR_THREE) return r | g << 1U | b << 2U;
@@ -51,8 +50,7 @@ unsigned planes_of(const Ouint8* pixel) {
 }
 
 // Fills one row of each plane, rowLen / 8 bytes, first pixel in the top bit.
-template <int Color, bool Swapped>
-void pack_row(const Canvas& canvas, std::size_t y, Ouint8* const* planes) {
+template <int Color, bool Swapped> void pack_row(const Canvas& canvas, std::size_t y, Ouint8* const* planes) {
     constexpr std::size_t kPlanes = Color;
     const Ouint8* pixel = canvas.row(y);
     std::size_t column = 0;

@@ -7,12 +7,8 @@
 
 namespace qm {
 
-template <auto Destroy>
-struct CairoDeleter {
-    template <class T>
-    void operator()(T* object) const {
-        Destroy(object);
-    }
+template <auto Destroy> struct CairoDeleter {
+    template <class T> void operator()(T* object) const { Destroy(object); }
 };
 using SurfacePtr = std::unique_ptr<cairo_surface_t, CairoDeleter<cairo_surface_destroy>>;
 using ContextPtr = std::unique_ptr<cairo_t, CairoDeleter<cairo_destroy>>;

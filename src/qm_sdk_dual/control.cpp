@@ -4,60 +4,58 @@
 using namespace qm;
 
 int cmd_sysReset(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_sys_reset(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_sys_reset(); });
 }
 
 int cmd_check_time(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_check_time(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_check_time(); });
 }
 
 int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_coerce_OnOff(onOff); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_coerce_OnOff(onOff); });
 }
 
 int cmd_timingOnOff(const char* ip, Ouint16 port, Ouint8 groupNum, const Ouint8* data) noexcept {
     if (!data && groupNum > 0) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_timing_onOff(groupNum, data); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_timing_onOff(groupNum, data); });
 }
 
 int cmd_cancelTimingOnOff(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_cancel_timingOnOff(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_cancel_timingOnOff(); });
 }
 
 int cmd_setBrightness(const char* ip, Ouint16 port, const Brightness* brightness) noexcept {
     if (!brightness) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_brightness(*brightness); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_brightness(*brightness); });
 }
 
 int cmd_readControllerID(const char* ip, Ouint16 port, Ouint8* ControllerID) noexcept {
     if (!ControllerID) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_read_controllerID(ControllerID); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_read_controllerID(ControllerID); });
 }
 
 int cmd_screenLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_screen_lock(nonvolatile, lock); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_screen_lock(nonvolatile, lock); });
 }
 
 int cmd_programLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock, const char* name,
                     Ouint32 lockDuration) noexcept {
     if (!name) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) {
-        return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration);
-    });
+    return run(Tcp{ip, port},
+               [&](ON_command& c) { return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration); });
 }
 
 int cmd_uart_programLock(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
                          const char* name, Ouint32 lockDuration) noexcept {
     if (!name) return QM_FAILED;
-    return over_serial(uartPort, baudRate, [&](ON_command& c) {
-        return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration);
-    });
+    return run(Serial{uartPort, baudRate},
+               [&](ON_command& c) { return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration); });
 }
 
 int cmd_uart_programLock_6G(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
                             const char* name, Ouint32 lockDuration) noexcept {
     if (!name) return QM_FAILED;
-    return over_serial(uartPort, baudRate, [&](ON_command& c) {
+    return run(Serial{uartPort, baudRate}, [&](ON_command& c) {
         return c.hv_cmd_program_lock_6G(nonvolatile, lock, name, lockDuration);
     });
 }
@@ -65,7 +63,7 @@ int cmd_uart_programLock_6G(const char* uartPort, Ouint8 baudRate, Ouint8 nonvol
 int cmd_check_controllerStatus(const char* ip, Ouint16 port,
                                ControllerStatus_G56* controllerStatus) noexcept {
     if (!controllerStatus) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) {
+    return run(Tcp{ip, port}, [&](ON_command& c) {
         return into_record<sizeof *controllerStatus>(
             *controllerStatus, [&](Answer& answer) { return c.hv_cmd_check_controllerStatus(answer); });
     });
@@ -73,57 +71,57 @@ int cmd_check_controllerStatus(const char* ip, Ouint16 port,
 
 int cmd_setPassword(const char* ip, Ouint16 port, const char* oldPassword, const char* newPassword) noexcept {
     if (!given(oldPassword, newPassword)) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_password(oldPassword, newPassword); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_password(oldPassword, newPassword); });
 }
 
 int cmd_deletePassword(const char* ip, Ouint16 port, const char* password) noexcept {
     if (!password) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_delete_password(password); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_delete_password(password); });
 }
 
 int cmd_setDelayTime(const char* ip, Ouint16 port, int16_t delayTime) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_delayTime(delayTime); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_delayTime(delayTime); });
 }
 
 int cmd_setBtnFunc(const char* ip, Ouint16 port, Ouint8 btnMode) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_btnFunc(btnMode); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_btnFunc(btnMode); });
 }
 
 int cmd_setTimingReset(const char* ip, Ouint16 port, const TimingReset* cmdData) noexcept {
     if (!cmdData) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_timingReset(*cmdData); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_timingReset(*cmdData); });
 }
 
 int cmd_setDispMode(const char* ip, Ouint16 port, Ouint8 dispMode) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_dispMode(dispMode); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_dispMode(dispMode); });
 }
 
 int cmd_battieTime(const char* ip, Ouint16 port, Ouint8 mode, BattleTime* battieData) noexcept {
     if (!battieData) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_battie_time(mode, *battieData); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_battie_time(mode, *battieData); });
 }
 
 int cmd_getStopwatch(const char* ip, Ouint16 port, Ouint8 mode, Ouint32* timeValue) noexcept {
     if (!timeValue) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_get_stopwatch(mode); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_get_stopwatch(mode); });
 }
 
 int cmd_getSensorBrightnessValue(const char* ip, Ouint16 port, Ouint32* brightnessValue) noexcept {
     if (!brightnessValue) return QM_FAILED;
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_get_sensorBrightnessValue(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_get_sensorBrightnessValue(); });
 }
 
 int cmd_setSpeedAdjust(const char* ip, Ouint16 port, int16_t speed) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_speedAdjust(speed); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_speedAdjust(speed); });
 }
 
 int cmd_setScreenAddress(const char* ip, Ouint16 port, int16_t address) noexcept {
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_set_screenAddress(address); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_screenAddress(address); });
 }
 
 int cmd_firmwareActivate(const char* ip, Ouint16 port, const char* firmwareFileName) noexcept {
     if (!firmwareFileName) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_firmwareActivate(firmwareFileName); });
+    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_firmwareActivate(firmwareFileName); });
 }
 
 int update_firmware(const char*, Ouint16, const char*) noexcept { return QM_OK; }

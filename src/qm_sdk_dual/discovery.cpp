@@ -10,8 +10,7 @@ int ping_into(ON_command& connection, Ping_data& record) {
 }
 
 // The answer may be as long as the record; a longer one is cut.
-template <class Record>
-int search_6g_into(ON_command& connection, Record& record) {
+template <class Record> int search_6g_into(ON_command& connection, Record& record) {
     return into_record<sizeof(Record)>(
         record, [&](Answer& answer) { return connection.hv_cmd_networkSearch_6G(answer); });
 }
@@ -25,12 +24,12 @@ int cmd_tcpPing(const char* ip, Ouint16 port, Ping_data* retData) noexcept {
 
 int cmd_udpPing(Ping_data* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) { return ping_into(broadcast, *retData); });
+    return run(Broadcast{}, [&](ON_command& broadcast) { return ping_into(broadcast, *retData); });
 }
 
 int cmd_udpNetworkSearch(heartbeatData* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) {
+    return run(Broadcast{}, [&](ON_command& broadcast) {
         return into_record<64>(*retData,
                                [&](Answer& answer) { return broadcast.hv_cmd_networkSearch(answer); });
     });
@@ -38,42 +37,42 @@ int cmd_udpNetworkSearch(heartbeatData* retData) noexcept {
 
 int cmd_udpNetworkSearch_6G(NetSearchCmdRet* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
+    return run(Broadcast{}, [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
 }
 
 int cmd_udpNetworkSearch_6G_Web(NetSearchCmdRet_Web* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
+    return run(Broadcast{}, [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
 }
 
 int cmd_tcpNetworkSearch_6G(const char* ip, Ouint16 port, NetSearchCmdRet* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return run(Tcp{ip, port}, [&](ON_command& client) { return search_6g_into(client, *retData); });
 }
 
 int cmd_tcpNetworkSearch_6G_Web(const char* ip, Ouint16 port, NetSearchCmdRet_Web* retData) noexcept {
     if (!retData) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return run(Tcp{ip, port}, [&](ON_command& client) { return search_6g_into(client, *retData); });
 }
 
 int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort, Ouint8 nBaudRateType) noexcept {
     if (!retData) return QM_FAILED;
-    return over_serial(uartPort, nBaudRateType,
-                       [&](ON_command& line) { return search_6g_into(line, *retData); });
+    return run(Serial{uartPort, nBaudRateType},
+               [&](ON_command& line) { return search_6g_into(line, *retData); });
 }
 
 int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                Ouint8 nBaudRateType) noexcept {
     if (!retData) return QM_FAILED;
-    return over_serial(uartPort, nBaudRateType,
-                       [&](ON_command& line) { return search_6g_into(line, *retData); });
+    return run(Serial{uartPort, nBaudRateType},
+               [&](ON_command& line) { return search_6g_into(line, *retData); });
 }
 
 int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway, int16_t port,
                  Ouint8 serverMode, const char* serverIP, int16_t serverPort, const char* password,
                  int16_t heartbeat, const char* netID) noexcept {
     if (!given(ip, subnetMask, gateway, serverIP, password, netID)) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) {
+    return run(Broadcast{}, [&](ON_command& broadcast) {
         return broadcast.hv_cmd_setIP({mode, ip, subnetMask, gateway, port, serverMode, serverIP, serverPort,
                                        password, heartbeat, netID});
     });
@@ -81,5 +80,5 @@ int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char
 
 int cmd_udpSetMac(const char* mac) noexcept {
     if (!mac) return QM_FAILED;
-    return over_broadcast([&](ON_command& broadcast) { return broadcast.hv_cmd_setMac(mac); });
+    return run(Broadcast{}, [&](ON_command& broadcast) { return broadcast.hv_cmd_setMac(mac); });
 }

@@ -11,8 +11,7 @@
 namespace qm {
 
 // Runs the body of an export; nothing may be thrown across the C boundary.
-template <class Body>
-int guarded(Body&& body) noexcept {
+template <class Body> int guarded(Body&& body) noexcept {
     try {
         return std::forward<Body>(body)();
     } catch (...) {
@@ -21,45 +20,44 @@ int guarded(Body&& body) noexcept {
 }
 
 // Whether all pointers that a call needs are there.
-template <class... Pointers>
-bool given(const Pointers*... pointers) {
-    return (... && pointers);
-}
+template <class... Pointers> bool given(const Pointers*... pointers) { return (... && pointers); }
 
-// One command on a connection of its own: TCP, serial, broadcast.
-template <class Command>
-int over_tcp(const char* ip, Ouint16 port, Command&& command) noexcept {
-    if (!ip) return QM_FAILED;
-    return guarded([&] {
-        HV_Client client;
-        const int code = client.init(ip, port);
-        return code == QM_OK ? command(client) : code;
-    });
-}
+// Where a controller is reached.
+struct Tcp {
+    const char* ip;
+    Ouint16 port;
+    using Connection = HV_Client;
+    [[nodiscard]] bool named() const { return ip; }
+    [[nodiscard]] int open(Connection& connection) const { return connection.init(ip, port); }
+};
 
-template <class Command>
-int over_serial(const char* uartPort, Ouint8 baudRate, Command&& command) noexcept {
-    if (!uartPort) return QM_FAILED;
-    return guarded([&] {
-        HV_serialPort line;
-        const int code = line.init(uartPort, baudRate);
-        return code == QM_OK ? command(line) : code;
-    });
-}
+struct Serial {
+    const char* uartPort;
+    Ouint8 baudRate;
+    using Connection = HV_serialPort;
+    [[nodiscard]] bool named() const { return uartPort; }
+    [[nodiscard]] int open(Connection& connection) const { return connection.init(uartPort, baudRate); }
+};
 
-template <class Command>
-int over_broadcast(Command&& command) noexcept {
+struct Broadcast {
+    using Connection = HV_Broadcast;
+    [[nodiscard]] bool named() const { return true; }
+    [[nodiscard]] int open(Connection& connection) const { return connection.init(); }
+};
+
+// One command on a connection of its own.
+template <class Route, class Command> int run(const Route& route, Command&& command) noexcept {
+    if (!route.named()) return QM_FAILED;
     return guarded([&] {
-        HV_Broadcast broadcast;
-        const int code = broadcast.init();
-        return code == QM_OK ? command(broadcast) : code;
+        typename Route::Connection connection;
+        const int code = route.open(connection);
+        return code == QM_OK ? command(connection) : code;
     });
 }
 
 // Runs a query with room for the given number of answer bytes, and copies what came into the record, as far
 // as it reaches.
-template <std::size_t Capacity, class Record, class Query>
-int into_record(Record& record, Query&& query) {
+template <std::size_t Capacity, class Record, class Query> int into_record(Record& record, Query&& query) {
     Ouint8 buffer[Capacity];
     Answer answer{buffer};
     const int code = query(answer);

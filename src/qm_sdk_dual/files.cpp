@@ -1,4 +1,5 @@
-// The file system of a controller, over TCP and over a serial line: the same command, another connection.
+// The file system of a controller. Each command has a TCP and a serial form: the same command on another
+// connection.
 #include "global.h"
 #include "qm_sdk_dual/exports.h"
 
@@ -9,210 +10,213 @@ using namespace qm;
 
 namespace {
 
-// The commands, each with its arguments checked and ready to run on any connection.
-
-auto delete_files(int (ON_command::*command)(std::int16_t, const char*), std::int16_t count,
-                  const char* names) {
-    return [=](ON_command& c) { return (c.*command)(count, names); };
+template <class Route>
+int delete_files(const Route& route, int (ON_command::*command)(std::int16_t, const char*),
+                 std::int16_t count, const char* names) {
+    if (!names) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return (c.*command)(count, names); });
 }
 
-auto write_file(int (ON_command::*command)(const FileToWrite&), const FileToWrite& file) {
-    return [=](ON_command& c) { return (c.*command)(file); };
+template <class Route> int memory_volume(const Route& route, Ouint32* total, Ouint32* available) {
+    if (!given(total, available)) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_getMemoryVolume(*total, *available); });
 }
 
-FileToWrite file_to_write(const char* name, Ouint8 type, Ouint32 length, Ouint8 overwrite,
-                          const Ouint8* data) {
-    return {name, type, overwrite, {data, length}};
+template <class Route>
+int write_file(const Route& route, int (ON_command::*command)(const FileToWrite&), const char* name,
+               Ouint8 type, Ouint32 length, Ouint8 overwrite, const Ouint8* data) {
+    if (!name || (!data && length != 0)) return QM_FAILED;
+    const FileToWrite file{name, type, overwrite, {data, length}};
+    return run(route, [&](ON_command& c) { return (c.*command)(file); });
 }
 
-bool is_file(const char* name, Ouint32 length, const Ouint8* data) { return name && (data || length == 0); }
-
-auto read_directory(GetDirBlock_G56& listing) {
-    listing.fileNumber = 0;
-    listing.dataAddre = nullptr;
-    return [&listing](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(listing); };
+template <class Route>
+int start_read(const Route& route, char* name, const Ouint32* size, const Ouint32* crc) {
+    if (!given(name, size, crc)) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_startReedFile(name); });
 }
 
-auto transfer_status(Ouint8* r_w, char* fileName, Ouint32* fileCrc, Ouint32* fileOffset) {
-    return [=](ON_command& c) {
-        Ouint32 crc, offset;
-        std::memcpy(&crc, fileCrc, sizeof crc);
-        std::memcpy(&offset, fileOffset, sizeof offset);
-        const int code = c.hv_cmd_ofs_getTransStatus(*r_w, fileName, crc, offset);
-        std::memcpy(fileCrc, &crc, sizeof crc);
-        std::memcpy(fileOffset, &offset, sizeof offset);
-        return code;
-    };
+template <class Route> int start_read_conf(const Route& route, char* name, Ouint32* size, Ouint32* crc) {
+    if (!given(name, size, crc)) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return c.hv_cmd_conf_startReedFile(name, *size, *crc); });
 }
 
-// Stores the CRC of the record in it and writes it as the configuration file.
-template <class Record>
-auto send_config(Record& config) {
-    return [&config](ON_command& c) {
-        const Bytes bytes(reinterpret_cast<const Ouint8*>(&config), sizeof config);
-        config.CRC16 = calc_crc(bytes.first(offsetof(Record, CRC16)));
+template <class Route>
+int read_block(const Route& route, int (ON_command::*command)(const char*), const char* name,
+               const Ouint8* data) {
+    if (!given(name, data)) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return (c.*command)(name); });
+}
+
+template <class Route> int read_directory(const Route& route, GetDirBlock_G56* listing) {
+    if (!route.named() || !listing) return QM_FAILED;
+    // A caller that releases the listing of a failed call must find nothing to release.
+    listing->fileNumber = 0;
+    listing->dataAddre = nullptr;
+    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(*listing); });
+}
+
+template <class Route>
+int transfer_status(const Route& route, Ouint8* r_w, char* name, Ouint32* crc, Ouint32* offset) {
+    if (!given(r_w, name, crc, offset)) return QM_FAILED;
+    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_getTransStatus(*r_w, name, *crc, *offset); });
+}
+
+// Stores the CRC of the record in it, once the controller is there, and writes it as the configuration file.
+template <class Route, class Record> int send_config(const Route& route, Record* config) {
+    if (!config) return QM_FAILED;
+    return run(route, [=](ON_command& c) {
+        const Bytes bytes(reinterpret_cast<const Ouint8*>(config), sizeof *config);
+        config->CRC16 = calc_crc(bytes.first(offsetof(Record, CRC16)));
         return c.hv_cmd_conf_writeFile({"C000", 1, 1, bytes});
-    };
+    });
 }
 
 } // namespace
 
 int cmd_ofsFormat(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_ofs_format(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_ofs_format(); });
 }
 
 int cmd_uart_ofsFormat(const char* uartPort, Ouint8 baudRate) noexcept {
-    return over_serial(uartPort, baudRate, [](ON_command& c) { return c.hv_cmd_ofs_format(); });
+    return run(Serial{uartPort, baudRate}, [](ON_command& c) { return c.hv_cmd_ofs_format(); });
 }
 
 int cmd_ofsStartFileTransf(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_ofs_startFileTransf(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_ofs_startFileTransf(); });
 }
 
 int cmd_uart_ofsStartFileTransf(const char* uartPort, Ouint8 baudRate) noexcept {
-    return over_serial(uartPort, baudRate, [](ON_command& c) { return c.hv_cmd_ofs_startFileTransf(); });
+    return run(Serial{uartPort, baudRate}, [](ON_command& c) { return c.hv_cmd_ofs_startFileTransf(); });
 }
 
 int cmd_ofsEndFileTransf(const char* ip, Ouint16 port) noexcept {
-    return over_tcp(ip, port, [](ON_command& c) { return c.hv_cmd_ofs_endFileTransf(); });
+    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_ofs_endFileTransf(); });
 }
 
 int cmd_uart_ofsEndFileTransf(const char* uartPort, Ouint8 baudRate) noexcept {
-    return over_serial(uartPort, baudRate, [](ON_command& c) { return c.hv_cmd_ofs_endFileTransf(); });
+    return run(Serial{uartPort, baudRate}, [](ON_command& c) { return c.hv_cmd_ofs_endFileTransf(); });
 }
 
 int cmd_ofsDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub, const char* fileName) noexcept {
-    if (!fileName) return QM_FAILED;
-    return over_tcp(ip, port, delete_files(&ON_command::hv_cmd_ofs_deleteFile, fileNub, fileName));
+    return delete_files(Tcp{ip, port}, &ON_command::hv_cmd_ofs_deleteFile, fileNub, fileName);
 }
 
 int cmd_uart_ofsDeleteFormatFile(const char* uartPort, Ouint8 baudRate, int16_t fileNub,
                                  const char* fileName) noexcept {
-    if (!fileName) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       delete_files(&ON_command::hv_cmd_ofs_deleteFile, fileNub, fileName));
+    return delete_files(Serial{uartPort, baudRate}, &ON_command::hv_cmd_ofs_deleteFile, fileNub, fileName);
 }
 
 int cmd_confDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub, const char* fileName) noexcept {
-    if (!fileName) return QM_FAILED;
-    return over_tcp(ip, port, delete_files(&ON_command::hv_cmd_conf_deleteFile, fileNub, fileName));
+    return delete_files(Tcp{ip, port}, &ON_command::hv_cmd_conf_deleteFile, fileNub, fileName);
 }
 
 int cmd_uart_confDeleteFormatFile(const char* uartPort, Ouint8 baudRate, int16_t fileNub,
                                   const char* fileName) noexcept {
-    if (!fileName) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       delete_files(&ON_command::hv_cmd_conf_deleteFile, fileNub, fileName));
+    return delete_files(Serial{uartPort, baudRate}, &ON_command::hv_cmd_conf_deleteFile, fileNub, fileName);
 }
 
 int cmd_ofsGetMemoryVolume(const char* ip, Ouint16 port, Ouint32* totalMemVolume,
                            Ouint32* availableMemVolume) noexcept {
-    if (!given(totalMemVolume, availableMemVolume)) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) {
-        return c.hv_cmd_ofs_getMemoryVolume(*totalMemVolume, *availableMemVolume);
-    });
+    return memory_volume(Tcp{ip, port}, totalMemVolume, availableMemVolume);
 }
 
 int cmd_uart_ofsGetMemoryVolume(const char* uartPort, Ouint8 baudRate, Ouint32* totalMemVolume,
                                 Ouint32* availableMemVolume) noexcept {
-    if (!given(totalMemVolume, availableMemVolume)) return QM_FAILED;
-    return over_serial(uartPort, baudRate, [&](ON_command& c) {
-        return c.hv_cmd_ofs_getMemoryVolume(*totalMemVolume, *availableMemVolume);
-    });
+    return memory_volume(Serial{uartPort, baudRate}, totalMemVolume, availableMemVolume);
 }
 
 int cmd_ofsWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType, Ouint32 fileLen,
                      Ouint8 overwrite, const Ouint8* fileAddre) noexcept {
-    if (!is_file(fileName, fileLen, fileAddre)) return QM_FAILED;
-    return over_tcp(ip, port,
-                    write_file(&ON_command::hv_cmd_ofs_writeFile,
-                               file_to_write(fileName, fileType, fileLen, overwrite, fileAddre)));
+    return write_file(Tcp{ip, port}, &ON_command::hv_cmd_ofs_writeFile, fileName, fileType, fileLen,
+                      overwrite, fileAddre);
 }
 
 int cmd_uart_ofsWriteFile(const char* uartPort, Ouint8 baudRate, const char* fileName, Ouint8 fileType,
                           Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) noexcept {
-    if (!is_file(fileName, fileLen, fileAddre)) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       write_file(&ON_command::hv_cmd_ofs_writeFile,
-                                  file_to_write(fileName, fileType, fileLen, overwrite, fileAddre)));
+    return write_file(Serial{uartPort, baudRate}, &ON_command::hv_cmd_ofs_writeFile, fileName, fileType,
+                      fileLen, overwrite, fileAddre);
 }
 
 int cmd_confWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType, Ouint32 fileLen,
                       Ouint8 overwrite, const Ouint8* fileAddre) noexcept {
-    if (!is_file(fileName, fileLen, fileAddre)) return QM_FAILED;
-    return over_tcp(ip, port,
-                    write_file(&ON_command::hv_cmd_conf_writeFile,
-                               file_to_write(fileName, fileType, fileLen, overwrite, fileAddre)));
+    return write_file(Tcp{ip, port}, &ON_command::hv_cmd_conf_writeFile, fileName, fileType, fileLen,
+                      overwrite, fileAddre);
 }
 
 int cmd_uart_confWriteFile(const char* uartPort, Ouint8 baudRate, const char* fileName, Ouint8 fileType,
                            Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) noexcept {
-    if (!is_file(fileName, fileLen, fileAddre)) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       write_file(&ON_command::hv_cmd_conf_writeFile,
-                                  file_to_write(fileName, fileType, fileLen, overwrite, fileAddre)));
+    return write_file(Serial{uartPort, baudRate}, &ON_command::hv_cmd_conf_writeFile, fileName, fileType,
+                      fileLen, overwrite, fileAddre);
 }
 
 int cmd_ofsStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
                          Ouint32* fileCrc) noexcept {
-    if (!given(fileName, fileSize, fileCrc)) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_ofs_startReedFile(fileName); });
+    return start_read(Tcp{ip, port}, fileName, fileSize, fileCrc);
 }
 
 int cmd_uart_ofsStartReedFile(const char* uartPort, Ouint8 baudRate, char* fileName, Ouint32* fileSize,
                               Ouint32* fileCrc) noexcept {
-    if (!given(fileName, fileSize, fileCrc)) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       [&](ON_command& c) { return c.hv_cmd_ofs_startReedFile(fileName); });
+    return start_read(Serial{uartPort, baudRate}, fileName, fileSize, fileCrc);
 }
 
 int cmd_confStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
                           Ouint32* fileCrc) noexcept {
-    if (!given(fileName, fileSize, fileCrc)) return QM_FAILED;
-    return over_tcp(
-        ip, port, [&](ON_command& c) { return c.hv_cmd_conf_startReedFile(fileName, *fileSize, *fileCrc); });
+    return start_read_conf(Tcp{ip, port}, fileName, fileSize, fileCrc);
 }
 
 int cmd_uart_confStartReedFile(const char* uartPort, Ouint8 baudRate, char* fileName, Ouint32* fileSize,
                                Ouint32* fileCrc) noexcept {
-    if (!given(fileName, fileSize, fileCrc)) return QM_FAILED;
-    return over_serial(uartPort, baudRate, [&](ON_command& c) {
-        return c.hv_cmd_conf_startReedFile(fileName, *fileSize, *fileCrc);
-    });
+    return start_read_conf(Serial{uartPort, baudRate}, fileName, fileSize, fileCrc);
 }
 
 int cmd_ofsReedFileBlock(const char* ip, Ouint16 port, const char* fileName, Ouint8* fileAddre) noexcept {
-    if (!given(fileName, fileAddre)) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_ofs_reedFileBlock(fileName); });
+    return read_block(Tcp{ip, port}, &ON_command::hv_cmd_ofs_reedFileBlock, fileName, fileAddre);
 }
 
 int cmd_uart_ofsReedFileBlock(const char* uartPort, Ouint8 baudRate, const char* fileName,
                               Ouint8* fileAddre) noexcept {
-    if (!given(fileName, fileAddre)) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       [&](ON_command& c) { return c.hv_cmd_ofs_reedFileBlock(fileName); });
+    return read_block(Serial{uartPort, baudRate}, &ON_command::hv_cmd_ofs_reedFileBlock, fileName, fileAddre);
 }
 
 int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileName, Ouint8* fileAddre) noexcept {
-    if (!given(fileName, fileAddre)) return QM_FAILED;
-    return over_tcp(ip, port, [&](ON_command& c) { return c.hv_cmd_conf_reedFileBlock(fileName); });
+    return read_block(Tcp{ip, port}, &ON_command::hv_cmd_conf_reedFileBlock, fileName, fileAddre);
 }
 
 int cmd_uart_confReedFileBlock(const char* uartPort, Ouint8 baudRate, const char* fileName,
                                Ouint8* fileAddre) noexcept {
-    if (!given(fileName, fileAddre)) return QM_FAILED;
-    return over_serial(uartPort, baudRate,
-                       [&](ON_command& c) { return c.hv_cmd_conf_reedFileBlock(fileName); });
+    return read_block(Serial{uartPort, baudRate}, &ON_command::hv_cmd_conf_reedFileBlock, fileName,
+                      fileAddre);
 }
 
 int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) noexcept {
-    if (!given(ip, dirBlock)) return QM_FAILED;
-    return over_tcp(ip, port, read_directory(*dirBlock));
+    return read_directory(Tcp{ip, port}, dirBlock);
 }
 
 int cmd_uart_ofsReedDirBlock(const char* uartPort, Ouint8 baudRate, GetDirBlock_G56* dirBlock) noexcept {
-    if (!given(uartPort, dirBlock)) return QM_FAILED;
-    return over_serial(uartPort, baudRate, read_directory(*dirBlock));
+    return read_directory(Serial{uartPort, baudRate}, dirBlock);
+}
+
+int cmd_ofsGetTransStatus(const char* ip, Ouint16 port, Ouint8* r_w, char* fileName, Ouint32* fileCrc,
+                          Ouint32* fileOffset) noexcept {
+    return transfer_status(Tcp{ip, port}, r_w, fileName, fileCrc, fileOffset);
+}
+
+int cmd_uart_ofsGetTransStatus(const char* uartPort, Ouint8 baudRate, Ouint8* r_w, char* fileName,
+                               Ouint32* fileCrc, Ouint32* fileOffset) noexcept {
+    return transfer_status(Serial{uartPort, baudRate}, r_w, fileName, fileCrc, fileOffset);
+}
+
+int cmd_sendConfigFile(const char* ip, Ouint16 port, ConfigFile* configData) noexcept {
+    return send_config(Tcp{ip, port}, configData);
+}
+
+int cmd_uart_sendConfigFile(const char* uartPort, Ouint8 baudRate, ConfigFile* configData) noexcept {
+    return send_config(Serial{uartPort, baudRate}, configData);
+}
+
+int cmd_sendConfigFile_G6(const char* ip, Ouint16 port, ConfigFile_G6* configData) noexcept {
+    return send_config(Tcp{ip, port}, configData);
 }
 
 int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number, FileAttribute_G56* fileAttr) noexcept {
@@ -229,30 +233,3 @@ int cmd_ofs_freeDirBlock(GetDirBlock_G56* dirBlock) noexcept {
 }
 
 int cmd_uart_ofsFreeDirBlock(const char*, Ouint8, GetDirBlock_G56*) noexcept { return QM_FAILED; }
-
-int cmd_ofsGetTransStatus(const char* ip, Ouint16 port, Ouint8* r_w, char* fileName, Ouint32* fileCrc,
-                          Ouint32* fileOffset) noexcept {
-    if (!given(r_w, fileName, fileCrc, fileOffset)) return QM_FAILED;
-    return over_tcp(ip, port, transfer_status(r_w, fileName, fileCrc, fileOffset));
-}
-
-int cmd_uart_ofsGetTransStatus(const char* uartPort, Ouint8 baudRate, Ouint8* r_w, char* fileName,
-                               Ouint32* fileCrc, Ouint32* fileOffset) noexcept {
-    if (!given(r_w, fileName, fileCrc, fileOffset)) return QM_FAILED;
-    return over_serial(uartPort, baudRate, transfer_status(r_w, fileName, fileCrc, fileOffset));
-}
-
-int cmd_sendConfigFile(const char* ip, Ouint16 port, ConfigFile* configData) noexcept {
-    if (!configData) return QM_FAILED;
-    return over_tcp(ip, port, send_config(*configData));
-}
-
-int cmd_uart_sendConfigFile(const char* uartPort, Ouint8 baudRate, ConfigFile* configData) noexcept {
-    if (!configData) return QM_FAILED;
-    return over_serial(uartPort, baudRate, send_config(*configData));
-}
-
-int cmd_sendConfigFile_G6(const char* ip, Ouint16 port, ConfigFile_G6* configData) noexcept {
-    if (!configData) return QM_FAILED;
-    return over_tcp(ip, port, send_config(*configData));
-}

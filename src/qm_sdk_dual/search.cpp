@@ -69,7 +69,7 @@ int cmd_uart_searchController(Ping_data* retData, const char* uartPort) noexcept
     int code = QM_FAILED;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         for (const Ouint8 baudRate : {Ouint8{1}, Ouint8{2}}) {
-            code = over_serial(uartPort, baudRate, [&](ON_command& line) {
+            code = run(Serial{uartPort, baudRate}, [&](ON_command& line) {
                 return into_record<1024>(*retData, [&](Answer& answer) { return line.hv_cmd_ping(answer); });
             });
             if (code == QM_OK) return code;

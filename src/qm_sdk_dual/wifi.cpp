@@ -54,8 +54,7 @@ int query(ON_command& module, char* ssid, char* pwd) {
     return QM_OK;
 }
 
-template <class Task>
-int with_module(Task&& task) {
+template <class Task> int with_module(Task&& task) {
     return guarded([&] {
         HV_Broadcast module;
         const int code = module.AT_init();

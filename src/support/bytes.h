@@ -122,8 +122,7 @@ class ByteReader {
         }
         return m_ok;
     }
-    template <class T>
-    void update_with(T& value, std::size_t width) {
+    template <class T> void update_with(T& value, std::size_t width) {
         const Ouint32 field = take(width);
         if (m_ok) value = static_cast<T>(field);
     }
