@@ -415,6 +415,188 @@ typedef struct HVpageHeader_G6 {
 } HVpageHeader_G6;
 QM_RECORD_SIZE(HVpageHeader_G6, 31);
 
+/* Text settings of generation-5 areas; see HVpageHeader_G6 for the fields. */
+typedef struct HVfontData {
+    E_arrMode arrMode;
+    Ouint16 fontSize;
+    Ouint32 color;
+    bool fontBold;
+    bool fontItalic;
+    E_txtDirection tdirection;
+    Ouint16 txtSpace;
+    Ouint8 Halign;
+    Ouint8 Valign;
+} HVfontData;
+QM_RECORD_SIZE(HVfontData, 20);
+
+/* How the pages of a generation-5 area are shown, and how its text is drawn. */
+typedef struct HVpageHeader {
+    Ouint8 PageStyle;
+    Ouint8 DisplayMode; /* entry effect; 4 runs to the left, 38 and 40 to the right */
+    Ouint8 ClearMode;
+    Ouint8 Speed;
+    Ouint16 StayTime;
+    Ouint8 RepeatTime;
+    Ouint16 ValidLen; /* set by the library */
+    E_arrMode arrMode;
+    Ouint16 fontSize;
+    Ouint32 color;
+    bool fontBold;
+    bool fontItalic;
+    E_txtDirection tdirection;
+    Ouint16 txtSpace;
+    Ouint8 Halign;
+    Ouint8 Valign;
+} HVpageHeader;
+QM_RECORD_SIZE(HVpageHeader, 29);
+
+/* One page, rendered for a preview. */
+typedef struct getPageData {
+    Ouint16 allPageNub;      /* pages of the area */
+    Ouint32 pageLen;         /* bytes at fileAddre */
+    const Ouint8* fileAddre; /* a PNG file; the area's, valid until the next preview or change of the area */
+} getPageData;
+QM_RECORD_SIZE(getPageData, 14);
+
+/* When and how often a generation-5 program is played. */
+typedef struct HVprogramHeader {
+    Ouint8 FileType;
+    Ouint32 ProgramID; /* 0 to 9999; 7 is file P007, 1234 is file 1234 */
+    Ouint8 ProgramStyle;
+    Ouint8 ProgramPriority;
+    Ouint8 ProgramPlayTimes;
+    Ouint16 ProgramTimeSpan;
+    Ouint8 ProgramWeek;
+    Ouint16 ProgramLifeSpan_sy; /* start: year, month, day */
+    Ouint8 ProgramLifeSpan_sm;
+    Ouint8 ProgramLifeSpan_sd;
+    Ouint16 ProgramLifeSpan_ey; /* end */
+    Ouint8 ProgramLifeSpan_em;
+    Ouint8 ProgramLifeSpan_ed;
+} HVprogramHeader;
+QM_RECORD_SIZE(HVprogramHeader, 19);
+
+/* The same for generation 6. */
+typedef struct HVprogramHeader_G6 {
+    Ouint8 FileType;
+    Ouint32 ProgramID;
+    Ouint8 ProgramStyle;
+    Ouint8 ProgramPriority;
+    Ouint8 ProgramPlayTimes;
+    Ouint16 ProgramTimeSpan;
+    Ouint8 SpecialFlag;
+    Ouint8 CommExtendParaLen;
+    Ouint16 ScheduNum;
+    Ouint16 LoopValue;
+    Ouint8 Intergrate;
+    Ouint8 TimeAttributeNum;
+    Ouint16 TimeAttribute0Offset;
+    Ouint8 ProgramWeek;
+    Ouint16 ProgramLifeSpan_sy;
+    Ouint8 ProgramLifeSpan_sm;
+    Ouint8 ProgramLifeSpan_sd;
+    Ouint16 ProgramLifeSpan_ey;
+    Ouint8 ProgramLifeSpan_em;
+    Ouint8 ProgramLifeSpan_ed;
+} HVprogramHeader_G6;
+QM_RECORD_SIZE(HVprogramHeader_G6, 29);
+
+/* A time of the day in which a program is played. */
+typedef struct HVprogrampTime_G56 {
+    Ouint8 StartHour, StartMinute, StartSecond;
+    Ouint8 EndHour, EndMinute, EndSecond;
+} HVprogrampTime_G56;
+QM_RECORD_SIZE(HVprogrampTime_G56, 6);
+
+typedef struct HVprogramppGrp_G56 {
+    Ouint8 playTimeGrpNum;         /* periods used, at most 8; 0 plays at any time */
+    HVprogrampTime_G56 timeGrp[8]; /* timeGrp0 to timeGrp7 */
+} HVprogramppGrp_G56;
+QM_RECORD_SIZE(HVprogramppGrp_G56, 49);
+
+/* Border around the screen. */
+typedef struct HVscreenframeHeader {
+    Ouint8 FrameDispFlag;
+    Ouint8 FrameDispStyle;
+    Ouint8 FrameDispSpeed;
+    Ouint8 FrameMoveStep;
+    Ouint8 FrameWidth;
+    Ouint16 FrameBackup;
+} HVscreenframeHeader;
+QM_RECORD_SIZE(HVscreenframeHeader, 7);
+
+typedef struct HVscreenframeHeader_G6 {
+    Ouint8 FrameDispStype;
+    Ouint8 FrameDispSpeed;
+    Ouint8 FrameMoveStep;
+    Ouint8 FrameUnitLength;
+    Ouint8 FrameUnitWidth;
+    Ouint8 FrameDirectDispBit;
+} HVscreenframeHeader_G6;
+QM_RECORD_SIZE(HVscreenframeHeader_G6, 6);
+
+/* Border around an area. */
+typedef struct HVareaframeHeader {
+    Ouint8 AreaFFlag; /* not read */
+    Ouint8 AreaFDispStyle;
+    Ouint8 AreaFDispSpeed;
+    Ouint8 AreaFMoveStep;
+    Ouint8 AreaFWidth;
+    Ouint16 AreaFBackup;
+} HVareaframeHeader;
+QM_RECORD_SIZE(HVareaframeHeader, 7);
+
+/* Kinds of areas that a program takes. */
+QM_ENUM(E_areaType){
+    ePicturesArea = 0, eFontArea = 1,       eTimeClockArea = 2,   eTemperatureArea = 3,
+    eHumidityArea = 4, eNoiseArea = 5,      eTransparentText = 6, eTransparentBackgroundArea = 7,
+    eNeonArea = 8,     eBattleTimeArea = 9, eDynamaticArea = 10,  eGlobalBackGroundArea = 11};
+
+/* Kind and rectangle of a generation-5 area. */
+typedef struct HVareaHeader {
+    Ouint8 AreaType; /* ePicturesArea or eTimeClockArea */
+    Ouint16 AreaX, AreaY, AreaWidth, AreaHeight;
+} HVareaHeader;
+QM_RECORD_SIZE(HVareaHeader, 9);
+
+/* An assembled generation-5 program, ready for cmd_ofsWriteFile. */
+typedef struct HVprogram {
+    char fileName[4]; /* not terminated */
+    Ouint8 fileType;
+    Ouint32 fileLen;
+    Ouint8* fileAddre; /* release with program_freeBuffer */
+    Ouint32 fileCRC32; /* the last four bytes of the file */
+} HVprogram;
+QM_RECORD_SIZE(HVprogram, 21);
+
+/* An assembled generation-6 program: two files, both to be written with cmd_ofsWriteFile. */
+typedef struct HVprogram_G6 {
+    char fileName[4];
+    Ouint8 fileType;
+    Ouint32 fileLen;
+    Ouint8* fileAddre; /* release with program_freeBuffer_G6, as dfileAddre */
+    char dfileName[4];
+    Ouint8 dfileType;
+    Ouint32 dfileLen;
+    Ouint8* dfileAddre;
+} HVprogram_G6;
+QM_RECORD_SIZE(HVprogram_G6, 34);
+
+/* Speech of a generation-6 program area. */
+typedef struct HVPicAreaSoundHeader_G6 {
+    Ouint8 SoundPerson;
+    Ouint8 SoundVolum;
+    Ouint8 SoundSpeed;
+    Ouint8 SoundDataMode;
+    Ouint32 SoundReplayTimes;
+    Ouint32 SoundReplayDelay;
+    Ouint8 SoundReservedParaLen;
+    Ouint8 Soundnumdeal;
+    Ouint8 Soundlanguages;
+    Ouint8 Soundwordstyle;
+} HVPicAreaSoundHeader_G6;
+QM_RECORD_SIZE(HVPicAreaSoundHeader_G6, 16);
+
 #pragma pack(pop)
 
 #ifdef __cplusplus
@@ -667,6 +849,137 @@ QM_API int cmd_uart_sendConfigFile(const char* uartPort, Ouint8 baudRate, Config
  * library does not know. */
 QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 ControllerType,
                                        E_DoubleColorPixel_G56 doubleColor) QM_NOTHROW;
+
+/* ---- Programs -------------------------------------------------------------------------------------- */
+
+/*
+ * A program is one item of a controller's playlist: a header with play rules, play periods, a border, and
+ * areas. One program is under construction at a time in a process. The first program_ call of a thread makes
+ * an empty program that the thread owns until it is deleted; the calls of other threads wait for that,
+ * without limit. Make it, fill it, integrate it into its file or files, write those with cmd_ofsWriteFile,
+ * release the copies, delete it.
+ *
+ * Set the screen settings first: borders are converted when they are added, pages when the program is
+ * integrated.
+ *
+ * Calls without a suffix and with _G5 are for generation 5, calls with _G6 for generation 6, calls with
+ * _G56 for both. A program of one generation refuses the calls of the other with -1.
+ *
+ * All return 0, or -1 for a null pointer, an argument that the call refuses, memory that is exhausted, and
+ * an unknown area; the latter prints
+ * "Error:" + the call's name + "==>Can not find the area.please check areaID.".
+ *
+ * areaID is the caller's number for an area. picPath is the path of a PNG file.
+ */
+
+/* Sets header and file name. -1 when ProgramID is above 9999. In generation 6 the data file has the name of
+ * the program file with "D" in the place of its first character. */
+QM_API int program_addProgram(const HVprogramHeader* header) QM_NOTHROW;
+QM_API int program_addProgram_G6(const HVprogramHeader_G6* header) QM_NOTHROW;
+/* Replaces the header. In generation 5 the file keeps the name that program_addProgram gave it. */
+QM_API int program_changeProgramParams(const HVprogramHeader* header) QM_NOTHROW;
+QM_API int program_changeProgramParams_G6(const HVprogramHeader_G6* header) QM_NOTHROW;
+/* Sets the play periods, and the program's priority to 1; no periods set it to 0. -1 for more than 8. */
+QM_API int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) QM_NOTHROW;
+QM_API int program_addPlayPeriodGrp_G6(const HVprogramppGrp_G56* periods) QM_NOTHROW;
+
+/* Border around the screen, from a pattern picture. Prints "Error:Can't find frame png." when the picture
+ * cannot be read: then there is no border, which is -1 in generation 6 only. In generation 6, adding a second
+ * border is -1, and so is changing one that is not there, which prints "Error:No frame have been added.". */
+QM_API int program_addFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
+QM_API int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
+QM_API int program_removeFrame(void) QM_NOTHROW;
+QM_API int program_addFrame_G6(const HVscreenframeHeader_G6* header, const char* picPath) QM_NOTHROW;
+QM_API int program_changeFrame_G6(const HVscreenframeHeader_G6* header, const char* picPath) QM_NOTHROW;
+QM_API int program_removeFrame_G6(void) QM_NOTHROW;
+
+/* Adds an empty area. An area of the same number is replaced, but still counts in the file's area count.
+ * -1 for a kind of area that a program does not take. */
+QM_API int program_AddArea(Ouint16 areaID, const HVareaHeader* header) QM_NOTHROW;
+QM_API int program_addArea_G6(Ouint16 areaID, const HVareaHeader_G6* header) QM_NOTHROW;
+/* Deletes an area; 65535 deletes all of them when no area has that number. Returns 0 also when there is no
+ * such area. */
+QM_API int program_deleteArea(Ouint16 areaID) QM_NOTHROW;
+QM_API int program_deleteArea_G6(Ouint16 areaID) QM_NOTHROW;
+/* Moves and resizes an area, whose text is laid out anew. -1 for values outside 0 to 65535; 29, after
+ * printing "Error:Wrong areaID.This area does not exist.", for an unknown area. */
+QM_API int program_MoveArea(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) QM_NOTHROW;
+QM_API int program_MoveArea_G6(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) QM_NOTHROW;
+
+/* Assembles the file or files of the program and hands out copies. A program can be changed and integrated
+ * again. On failure the pointers are null and the lengths 0. Generation 5 also leaves a copy in the file
+ * "dataFantx.bin" in the current directory, unless it cannot be written.
+ * Prints "Error:The picture does not exist.ID:" and its number for a picture that cannot be read, and leaves
+ * its page out. */
+QM_API int program_IntegrateProgramFile(HVprogram* program) QM_NOTHROW;
+QM_API int program_IntegrateProgramFile_G6(HVprogram_G6* program) QM_NOTHROW;
+/* Releases the copies and sets their pointers to null. */
+QM_API int program_freeBuffer(HVprogram* program) QM_NOTHROW;
+QM_API int program_freeBuffer_G6(HVprogram_G6* program) QM_NOTHROW;
+/* Deletes the program and frees the slot for other threads. Returns 0 always. */
+QM_API int program_deleteProgram(void) QM_NOTHROW;
+QM_API int program_deleteProgram_G6(void) QM_NOTHROW;
+/* Writes an empty demonstration program "P000" to a generation-5 controller. It sets the screen settings to
+ * double colour of wiring 2 and transfer mode 0. programID is not used. Returns and prints as
+ * cmd_ofsWriteFile. */
+QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) QM_NOTHROW;
+
+/* Text and pictures of an area: text pages first, then one page a picture, in the order added. The Txt calls
+ * take a font family, the fontPath calls a font file; the Change calls keep the font.
+ * They print what program_IntegrateProgramFile prints, "Error: no arrMode is specified.Use MULTILINE Mode",
+ * "Error:no string has been added." for an empty text, which has no pages, and "Error %d opening font.". */
+QM_API int program_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontName,
+                                      const HVpageHeader* header) QM_NOTHROW;
+QM_API int program_fontPath_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontPathName,
+                                               const HVpageHeader* header) QM_NOTHROW;
+QM_API int program_picturesAreaChangeTxt(Ouint16 areaID, const char* str,
+                                         const HVpageHeader* header) QM_NOTHROW;
+QM_API int program_fontPath_picturesAreaChangeTxt(Ouint16 areaID, const char* str,
+                                                  const HVpageHeader* header) QM_NOTHROW;
+QM_API int program_pictureAreaAddPic(Ouint16 areaID, Ouint16 picID, const HVpageHeader* header,
+                                     const char* picPath) QM_NOTHROW;
+QM_API int program_picturesAreaAddTxt_G6(Ouint16 areaID, const char* str, const char* fontName,
+                                         const HVpageHeader_G6* header) QM_NOTHROW;
+QM_API int program_fontPath_picturesAreaAddTxt_G6(Ouint16 areaID, const char* str, const char* fontPathName,
+                                                  const HVpageHeader_G6* header) QM_NOTHROW;
+QM_API int program_picturesAreaChangeTxt_G6(Ouint16 areaID, const char* str,
+                                            const HVpageHeader_G6* header) QM_NOTHROW;
+QM_API int program_fontPath_picturesAreaChangeTxt_G6(Ouint16 areaID, const char* str,
+                                                     const HVpageHeader_G6* header) QM_NOTHROW;
+QM_API int program_pictureAreaAddPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
+                                        const char* picPath) QM_NOTHROW;
+/* Replaces the picture page of that number; -1, after printing "Error:The picture does not exist.ID:" and the
+ * number, when there is none. */
+QM_API int program_pictureAreaChangePic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
+                                           const char* picPath) QM_NOTHROW;
+
+/* Border around a text and picture area, as thick as its pattern picture is high; text and pictures get
+ * what is left. A second border is ignored. Prints "Error:Can't find frame png." when the picture cannot be
+ * read; then there is no border. For both generations. */
+QM_API int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader* header,
+                                        const char* picPath) QM_NOTHROW;
+QM_API int program_pictureAreaRemoveFrame(Ouint16 areaID) QM_NOTHROW;
+
+/* Renders page pageNum (from 0) of an area of either generation. -1, with nothing in *page but the number of
+ * pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.", "Error:The last
+ * picture is not exist." or "Error:unable to generate pictures.". */
+QM_API int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) QM_NOTHROW;
+
+/* Speech of an area, spoken from the text soundData. -1, after printing "Error:soundData is empty.", for an
+ * empty text, which leaves the speech as it was. */
+QM_API int program_pictureAreaEnableSound_G6(Ouint16 areaID, HVPicAreaSoundHeader_G6 header,
+                                             const char* soundData) QM_NOTHROW;
+QM_API int program_pictureAreaChangeSoundSettings_G6(Ouint16 areaID, HVPicAreaSoundHeader_G6 header,
+                                                     const char* soundData) QM_NOTHROW;
+QM_API int program_pictureAreaDisableSound_G6(Ouint16 areaID) QM_NOTHROW;
+
+/* Background of a generation-6 program, on an area of type eGlobalBackGroundArea: one colour, which hides
+ * pictures, or pictures. The colour page's effect is the area's, which is none; header is not used.
+ * 0xEEFFEEFF is no colour. */
+QM_API int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* header,
+                                      Ouint32 BGColor) QM_NOTHROW;
+QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
+                                    const char* picPath) QM_NOTHROW;
 
 /* ---- Dynamic areas, generation 6 ------------------------------------------------------------------- */
 

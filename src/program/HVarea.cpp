@@ -6,6 +6,10 @@
 
 namespace qm {
 
+void qm_G5_area_header::append(ByteWriter& out) const {
+    out.u8(AreaType).u16(AreaX).u16(AreaY).u16(AreaWidth).u16(AreaHeight);
+}
+
 HVarea::HVarea() { CairoFreeType::InitFt(); }
 
 void HVarea::setGeometry(const qm_G5_area_header& header) {

@@ -8,10 +8,26 @@
 
 namespace qm {
 
-// The area header of program files: kind and rectangle.
+// The area header of program files: kind and rectangle; 9 bytes.
 struct qm_G5_area_header {
     Ouint8 AreaType = 0;
     Ouint16 AreaX = 0, AreaY = 0, AreaWidth = 0, AreaHeight = 0;
+
+    void append(ByteWriter& out) const;
+};
+
+// Where an assembled area goes: its record to the program file, and in generation 6 its pixel data to the
+// data file, whose positions the record gives counted from 1.
+struct ProgramFiles {
+    Frame program;
+    Frame data;
+
+    // Appends pixel data; returns its position.
+    Ouint32 add_pixels(Bytes pixels) {
+        const auto position = static_cast<Ouint32>(data.size() + 1);
+        data.insert(data.end(), pixels.begin(), pixels.end());
+        return position;
+    }
 };
 
 class HVarea {
@@ -23,6 +39,15 @@ class HVarea {
 
     // Position or size has changed.
     virtual void MoveArea() {}
+    // Draws and converts everything for the screen settings of this moment. False when something is missing;
+    // it has been reported and is left out.
+    virtual bool PreparePageData() { return true; }
+    // Appends the record of a generation-5 program file.
+    virtual void AssembleData(Frame& program) const { (void)program; }
+    // Appends the record and the pixel data of a generation-6 program.
+    virtual void AssembleData_G6(ProgramFiles& files) const { (void)files; }
+    // Whether the length before the record is worked out, or the previous area's is written again.
+    [[nodiscard]] virtual bool states_its_length() const { return true; }
 
     // Sets the rectangle everywhere it is kept; the content follows with MoveArea.
     void setGeometry(const qm_G5_area_header& header);

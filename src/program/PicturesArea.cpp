@@ -27,12 +27,18 @@ std::u16string ucs2_of(std::string_view utf8) {
 
 // Draws the picture at the top left of the canvas; false when it cannot be read.
 bool draw_picture(Canvas32& canvas, const std::string& path) {
-    const SurfacePtr picture(cairo_image_surface_create_from_png(path.c_str()));
-    if (cairo_surface_status(picture.get()) != CAIRO_STATUS_SUCCESS) return false;
+    const std::unique_ptr<Canvas32> picture = load_picture(path);
+    if (!picture) return false;
     canvas.clear();
-    cairo_set_source_surface(canvas.context(), picture.get(), 0, 0);
+    cairo_set_source_surface(canvas.context(), picture->surface(), 0, 0);
     cairo_paint(canvas.context());
     return true;
+}
+
+cairo_status_t append_png(void* png, const unsigned char* data, unsigned length) {
+    auto& bytes = *static_cast<Frame*>(png);
+    bytes.insert(bytes.end(), data, data + length);
+    return CAIRO_STATUS_SUCCESS;
 }
 
 } // namespace
@@ -51,6 +57,11 @@ void PicturesArea::fontPathToAreaAddTxt(const char* str, const char* fontPathNam
     set_text(str, fontData, header);
 }
 
+void PicturesArea::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,
+                                 const qm_G5_page_header& header) {
+    set_text(str, fontData, header);
+}
+
 void PicturesArea::set_text(const char* str, const qm_G5_G6_fontData& fontData,
                             const qm_G5_page_header& header) {
     areaStr = str;
@@ -64,10 +75,26 @@ void PicturesArea::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G5_pa
     m_pictures.push_back({picID, picPath, header});
 }
 
+void PicturesArea::AreaAddFrame(const _QM_5J_AREAFRAME& header, const char* picPath) {
+    if (areaFrame) return;
+    areaFrame = HVframe::load(picPath);
+    if (!areaFrame) return;
+    m_afHeader = header;
+    Reload();
+}
+
+void PicturesArea::AreaRemoveFrame() {
+    if (!areaFrame) return;
+    areaFrame.reset();
+    Reload();
+}
+
 void PicturesArea::set_drawing_rectangle() {
-    m_AreaLeft = m_aHeader.AreaX;
-    m_AreaWidth = m_aHeader.AreaWidth;
-    m_AreaHeight = m_aHeader.AreaHeight;
+    const int border = areaFrame ? areaFrame->frameHeight : 0;
+    m_AreaLeft = m_aHeader.AreaX + border;
+    m_AreaTop = m_aHeader.AreaY + border;
+    m_AreaWidth = m_aHeader.AreaWidth - 2 * border;
+    m_AreaHeight = m_aHeader.AreaHeight - 2 * border;
 }
 
 void PicturesArea::Reload() {
@@ -82,7 +109,7 @@ void PicturesArea::Reload() {
         say("Error:no string has been added.\n");
         return;
     }
-    if (m_AreaWidth <= 0 || m_AreaHeight <= 0) return;
+    if (!has_room()) return;
     m_font = font_for({_fontStyle, _fontPathName, pixels_of_points(m_pfontData.fontSize),
                        m_pfontData.fontBold, m_pfontData.fontItalic});
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
@@ -92,21 +119,27 @@ void PicturesArea::Reload() {
 
 bool PicturesArea::PreparePageData() {
     pixelDataList.clear();
+    m_shownPictures.clear();
+    set_drawing_rectangle();
+    if (!has_room()) return m_pictures.empty();
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
     for (const TextPage& page : m_text.pages) {
         draw_text_page(canvas, page);
-        pixelDataList.push_back(convert(canvas));
+        add_page(canvas);
     }
-    bool complete = true;
-    for (const Picture& picture : m_pictures) {
-        if (draw_picture(canvas, picture.path)) {
-            pixelDataList.push_back(convert(canvas));
+    return prepare_pictures(canvas);
+}
+
+bool PicturesArea::prepare_pictures(Canvas32& canvas) {
+    for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+        if (draw_picture(canvas, m_pictures[i].path)) {
+            add_page(canvas);
+            m_shownPictures.push_back(i);
         } else {
-            say("Error:The picture does not exist.ID:%d\n", picture.id);
-            complete = false;
+            say("Error:The picture does not exist.ID:%d\n", m_pictures[i].id);
         }
     }
-    return complete;
+    return m_shownPictures.size() == m_pictures.size();
 }
 
 void PicturesArea::draw_text_page(Canvas32& canvas, const TextPage& page) {
@@ -120,11 +153,80 @@ void PicturesArea::draw_text_page(Canvas32& canvas, const TextPage& page) {
     cairo_restore(c);
 }
 
-CData PicturesArea::convert(Canvas32& canvas) const {
-    const PixelLayout layout = screen_settings().layout();
-    CData data(static_cast<Ouint32>(pixel_data_size(m_AreaLeft, canvas.width(), canvas.height(), layout)));
-    convert_pixels(canvas.pixels(), m_AreaLeft, canvas.width(), canvas.height(), layout, data.m_pData.get());
-    return data;
+void qm_G5_page_header::append_common(ByteWriter& out) const {
+    out.u8(PageStyle).u8(DisplayMode).u8(ClearMode).u8(Speed).u16(StayTime).u8(RepeatTime).u16(ValidLen);
+}
+
+void PicturesArea::append_frame(ByteWriter& out) const {
+    if (!areaFrame) {
+        out.u8(0);
+        return;
+    }
+    out.u8(m_afHeader.AreaFFlag).u8(m_afHeader.AreaFDispStyle).u8(m_afHeader.AreaFDispSpeed);
+    out.u8(m_afHeader.AreaFMoveStep).u8(m_afHeader.AreaFWidth).u16(m_afHeader.AreaFBackup);
+    out.bytes(areaFrame->pixels.bytes());
+}
+
+std::vector<PicturesArea::PageInFile> PicturesArea::pages_in_file() const {
+    const std::size_t texts = GetTextPageNumber();
+    const Ouint8 mode = m_pHeader.DisplayMode;
+    const bool lastFirst = running_of(mode) == Running::right;
+    const bool partial = lastFirst || mode == 4;
+    std::vector<PageInFile> pages;
+    for (std::size_t i = 0; i < pixelDataList.size(); ++i) {
+        const std::size_t index = i < texts && lastFirst ? texts - 1 - i : i;
+        const bool ends = partial && i + 1 == texts;
+        pages.push_back({index, static_cast<Ouint16>(ends ? endPageLen : m_AreaWidth)});
+    }
+    return pages;
+}
+
+const qm_G5_page_header& PicturesArea::header_of(std::size_t page) const {
+    if (page < GetTextPageNumber()) return m_pHeader;
+    return m_pictures[m_shownPictures[picture_of(page)]].header;
+}
+
+// Area header 9; border; page count u16; for each page: length u32 of what follows, page header 13, pixels.
+void PicturesArea::AssembleData(Frame& program) const {
+    ByteWriter out(program);
+    m_aHeader.append(out);
+    append_frame(out);
+    const std::vector<PageInFile> pages = pages_in_file();
+    out.u16(static_cast<Ouint16>(pages.size()));
+    for (const PageInFile& page : pages) {
+        const CData& pixels = pixelDataList[page.index];
+        qm_G5_page_header header = header_of(page.index);
+        header.ValidLen = page.validLen;
+        out.u32(pixels.m_nDataLen + 13);
+        header.append_common(out);
+        out.zeros(4).bytes(pixels.bytes());
+    }
+}
+
+bool PicturesArea::LoadAreaPage(int pageNum) {
+    pngData.clear();
+    const auto page = static_cast<std::size_t>(pageNum);
+    if (pageNum < 0 || page >= page_count()) {
+        say("Error:pageNum out of range.\n");
+        return false;
+    }
+    set_drawing_rectangle();
+    if (!has_room()) {
+        say("Error:unable to generate pictures.\n");
+        return false;
+    }
+    Canvas32 canvas(m_AreaWidth, m_AreaHeight);
+    if (page < GetTextPageNumber()) {
+        draw_text_page(canvas, m_text.pages[page]);
+    } else if (!draw_picture(canvas, m_pictures[picture_of(page)].path)) {
+        say(page + 1 == page_count() ? "Error:The last picture is not exist.\n"
+                                     : "Error:The picture is not exist.\n");
+        return false;
+    }
+    if (cairo_surface_write_to_png_stream(canvas.surface(), append_png, &pngData) == CAIRO_STATUS_SUCCESS)
+        return true;
+    say("Error:unable to generate pictures.\n");
+    return false;
 }
 
 } // namespace qm

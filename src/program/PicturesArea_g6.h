@@ -1,14 +1,21 @@
-// The text and picture area of generation 6, with its longer page header.
+// The text and picture area of generation 6: longer page headers, speech, and pixels in a file of their own.
 #pragma once
 
 #include "program/PicturesArea.h"
 
 namespace qm {
 
-// The page header of generation 6; its reserved bytes are zero.
+// The page header of generation 6; its reserved bytes are zero. 18 bytes.
 struct qm_G6_page_header : qm_G5_page_header {
     Ouint8 CartoonFrameRate = 0;
     Ouint8 BackNotValidFlag = 0;
+
+    void append(ByteWriter& out) const;
+};
+
+// The second part of the area header; 3 bytes.
+struct qm_G6_area_header_p2 {
+    Ouint8 BackGroundFlag = 0, Transparency = 0, AreaEqual = 0;
 };
 
 class PicturesArea_g6 : public PicturesArea {
@@ -17,14 +24,34 @@ class PicturesArea_g6 : public PicturesArea {
                     const qm_G6_page_header& header);
     void fontPathToAreaAddTxt(const char* str, const char* fontPathName, const qm_G5_G6_fontData& fontData,
                               const qm_G6_page_header& header);
+    void AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData, const qm_G6_page_header& header);
     void AreaAddPic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header);
+    // Replaces the picture page of that number; false when there is none.
+    bool AreaChangePic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header);
 
-    qm_G6_page_header m_6pHeader;                       // of the text pages
-    std::vector<qm_G6_page_header> m_pageHeaderList_G6; // of the picture pages, in the order added
+    // Speech; false, with nothing changed, for an empty text.
+    bool EnableSound(const HVPicAreaSoundHeader_G6& header, const char* soundData);
+    void DisableSound();
+
+    void AssembleData_G6(ProgramFiles& files) const override;
+
+    qm_G6_page_header m_6pHeader; // of the text pages
+    qm_G6_area_header_p2 m_aHeader_p2;
+
+  private:
+    [[nodiscard]] const qm_G6_page_header& header_of(std::size_t page) const;
+    void append_sound(ByteWriter& out) const;
+
+    std::vector<qm_G6_page_header> m_pageHeaderList_G6; // of the pictures, in the order added
+    bool m_enableSound = false;
+    HVPicAreaSoundHeader_G6 m_sdHeader{};
+    std::string m_soundData;
 };
 
-// What the caller's record means for the page header and for the text.
+// What the callers' records mean for the page header and for the text.
 [[nodiscard]] qm_G6_page_header page_header_of(const HVpageHeader_G6& header);
+[[nodiscard]] qm_G5_page_header page_header_of(const HVpageHeader& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header);
+[[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader& header);
 
 } // namespace qm

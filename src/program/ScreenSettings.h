@@ -2,6 +2,8 @@
 #pragma once
 
 #include "program/PixelData.h"
+#include "program/Surface.h"
+#include "support/bytes.h"
 
 #include <mutex>
 
@@ -24,5 +26,8 @@ struct ScreenSettings {
 // The process's settings. Whoever reads or sets them, or renders, holds the renderer's lock.
 ScreenSettings& screen_settings();
 [[nodiscard]] std::unique_lock<std::mutex> lock_renderer();
+
+// Converts a drawing that stands at column left of the screen for the process's settings.
+[[nodiscard]] CData convert_canvas(Canvas32& canvas, int left);
 
 } // namespace qm

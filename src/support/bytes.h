@@ -70,10 +70,8 @@ class ByteWriter {
     }
 
     // Overwrites a field that is known only once what follows it has been written.
-    void set_u8(std::size_t offset, Ouint8 value) { m_out[offset] = value; }
-    void set_u16(std::size_t offset, Ouint16 value) {
-        m_out[offset] = static_cast<Ouint8>(value);
-        m_out[offset + 1] = static_cast<Ouint8>(value >> 8U);
+    void set_u32(std::size_t offset, Ouint32 value) {
+        for (std::size_t i = 0; i < 4; ++i) m_out[offset + i] = static_cast<Ouint8>(value >> (8 * i));
     }
 
   private:

@@ -1,0 +1,44 @@
+#include "program/ProgramSlot.h"
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace qm {
+namespace {
+
+constexpr useconds_t kPoll = 100;
+
+std::mutex g_slot; // guards both
+std::unique_ptr<ProgramObj> P_programObj;
+long g_threadID = 0; // of the owner; 0 while the slot is free
+
+} // namespace
+
+template <class Program> ProgramAccess ProgramAccess::take() {
+    const long caller = ::syscall(SYS_gettid);
+    std::unique_lock lock(g_slot);
+    while (g_threadID != caller) {
+        lock.unlock();
+        ::usleep(kPoll);
+        lock.lock();
+        if (P_programObj) continue;
+        P_programObj = std::make_unique<Program>();
+        g_threadID = caller;
+    }
+    return ProgramAccess(std::move(lock));
+}
+
+ProgramAccess ProgramAccess::generation5() { return take<ProgramObj>(); }
+ProgramAccess ProgramAccess::generation6() { return take<ProgramObj_g6>(); }
+
+ProgramObj* ProgramAccess::g5() const { return g6() ? nullptr : P_programObj.get(); }
+ProgramObj_g6* ProgramAccess::g6() const { return dynamic_cast<ProgramObj_g6*>(P_programObj.get()); }
+ProgramObj& ProgramAccess::any() const { return *P_programObj; }
+
+void delete_program() {
+    const std::lock_guard lock(g_slot);
+    P_programObj.reset();
+    g_threadID = 0;
+}
+
+} // namespace qm

@@ -1,0 +1,28 @@
+#include "qm_sdk_dual/program_exports.h"
+
+#include <cstdlib>
+
+namespace qm {
+namespace {
+
+constexpr int kUnknownArea = 29;
+
+bool is_u16(Oint32 value) { return value >= 0 && value <= 0xFFFF; }
+
+} // namespace
+
+Ouint8* copy_for_caller(const Frame& file) {
+    auto* copy = static_cast<Ouint8*>(std::malloc(file.size()));
+    if (copy) std::copy(file.begin(), file.end(), copy);
+    return copy;
+}
+
+int move_area(ProgramObj& program, Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) {
+    if (!is_u16(x) || !is_u16(y) || !is_u16(width) || !is_u16(height)) return QM_FAILED;
+    const auto u16 = [](Oint32 value) { return static_cast<Ouint16>(value); };
+    if (program.MoveArea(areaID, {0, u16(x), u16(y), u16(width), u16(height)})) return QM_OK;
+    say("Error:Wrong areaID.This area does not exist.\n");
+    return kUnknownArea;
+}
+
+} // namespace qm

@@ -1,0 +1,143 @@
+// Generation-5 programs.
+#include "qm_sdk_dual/program_exports.h"
+
+#include <cstdlib>
+
+using namespace qm;
+
+namespace {
+
+qm_G5_area_header area_header(const HVareaHeader& h) {
+    return {h.AreaType, h.AreaX, h.AreaY, h.AreaWidth, h.AreaHeight};
+}
+
+int set_frame(const HVscreenframeHeader* header, const char* picPath) {
+    if (!given(header, picPath)) return QM_FAILED;
+    return with_program_g5([&](ProgramObj& program) {
+        program.ProgramChangeFrame(*header, picPath);
+        return QM_OK;
+    });
+}
+
+// The empty program of program_pictureArea.
+void assemble_demonstration(ProgramObj& program) {
+    HVprogramHeader header{};
+    header.ProgramPlayTimes = 1;
+    header.ProgramWeek = 0xFF;
+    header.ProgramLifeSpan_sy = header.ProgramLifeSpan_ey = 0xFFFF;
+    header.ProgramLifeSpan_sm = header.ProgramLifeSpan_em = 0x12;
+    header.ProgramLifeSpan_sd = header.ProgramLifeSpan_ed = 0x12;
+    const auto renderer = lock_renderer();
+    ScreenSettings& settings = screen_settings();
+    settings.m_screenColor = SCREEN_COLOR_DOUBLE;
+    settings.m_tranMode = Tran_Pixel_Mode0;
+    settings.m_doubleColorPixel = DOUBLE_COLOR_PIXTYPE_2;
+    program.AddProgram(header, {'P', '0', '0', '0'});
+    program.ProgramAddArea(0, {ePicturesArea, 0, 0, 0, 0});
+    program.SendProgram();
+}
+
+} // namespace
+
+int program_addProgram(const HVprogramHeader* header) noexcept {
+    if (!header) return QM_FAILED;
+    return with_program_g5([&](ProgramObj& program) {
+        const auto name = program_name(header->ProgramID);
+        if (!name) return QM_FAILED;
+        program.AddProgram(*header, *name);
+        return QM_OK;
+    });
+}
+
+int program_changeProgramParams(const HVprogramHeader* header) noexcept {
+    if (!header) return QM_FAILED;
+    return with_program_g5([&](ProgramObj& program) {
+        const auto name = program_name(header->ProgramID);
+        if (!name) return QM_FAILED;
+        program.ProgramChangeParams(*header, *name);
+        return QM_OK;
+    });
+}
+
+int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) noexcept {
+    if (!periods || periods->playTimeGrpNum > 8) return QM_FAILED;
+    return with_program_g5([&](ProgramObj& program) {
+        program.addPlayPeriodGrp(*periods);
+        return QM_OK;
+    });
+}
+
+int program_addFrame(const HVscreenframeHeader* header, const char* picPath) noexcept {
+    return set_frame(header, picPath);
+}
+
+int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) noexcept {
+    return set_frame(header, picPath);
+}
+
+int program_removeFrame(void) noexcept {
+    return with_program_g5([](ProgramObj& program) {
+        program.ProgramRemoveFrame();
+        return QM_OK;
+    });
+}
+
+int program_AddArea(Ouint16 areaID, const HVareaHeader* header) noexcept {
+    if (!header) return QM_FAILED;
+    return with_program_g5([&](ProgramObj& program) {
+        return program.ProgramAddArea(areaID, area_header(*header)) ? QM_OK : QM_FAILED;
+    });
+}
+
+int program_deleteArea(Ouint16 areaID) noexcept {
+    return with_program_g5([&](ProgramObj& program) {
+        program.deleteArea(areaID);
+        return QM_OK;
+    });
+}
+
+int program_MoveArea(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) noexcept {
+    return with_program_g5(
+        [&](ProgramObj& program) { return move_area(program, areaID, x, y, width, height); });
+}
+
+int program_IntegrateProgramFile(HVprogram* program) noexcept {
+    if (!program) return QM_FAILED;
+    *program = {};
+    return with_program_g5([&](ProgramObj& source) {
+        source.SendProgram();
+        Ouint8* copy = copy_for_caller(source.p_src);
+        if (!copy) return QM_FAILED;
+        std::copy(source.pFileName.begin(), source.pFileName.end(), program->fileName);
+        program->fileType = source.pFileType;
+        program->fileLen = static_cast<Ouint32>(source.p_src.size());
+        program->fileAddre = copy;
+        program->fileCRC32 = source.pCRC32;
+        return QM_OK;
+    });
+}
+
+int program_freeBuffer(HVprogram* program) noexcept {
+    if (!program) return QM_FAILED;
+    std::free(program->fileAddre);
+    program->fileAddre = nullptr;
+    return QM_OK;
+}
+
+int program_deleteProgram(void) noexcept {
+    return guarded([] {
+        delete_program();
+        return QM_OK;
+    });
+}
+
+int program_pictureArea(Ouint32, const char* ip, Ouint16 port) noexcept {
+    if (!ip) return QM_FAILED;
+    return guarded([&] {
+        ProgramObj program;
+        assemble_demonstration(program);
+        return run(Tcp{ip, port}, [&](ON_command& c) {
+            return c.hv_cmd_ofs_writeFile({program.pFileName.data(), program.pFileType, 1, program.p_src});
+        });
+    });
+}
