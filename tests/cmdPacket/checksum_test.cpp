@@ -1,0 +1,56 @@
+// A wrong checksum makes a controller refuse every frame and every file.
+#include "global.h"
+#include "hex.h"
+
+namespace qm::test {
+namespace {
+
+TEST(Checksum, EveryKindGivesItsPublishedValues) {
+    struct {
+        std::string_view text;
+        unsigned crc16, crc32, xor8;
+    } const cases[] = {
+        {"", 0, 0, 0},
+        {"a", 0xE8C1, 0xE8B7BE43, 0x61},
+        {"123456789", 0xBB3D, 0xCBF43926, 0x31},
+        {"The quick brown fox jumps over the lazy dog", 0xFCDF, 0x414FA339, 0x4F},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        const Frame bytes(c.text.begin(), c.text.end());
+        EXPECT_EQ(calc_crc(bytes), c.crc16);
+        EXPECT_EQ(calc_crc32(bytes), c.crc32);
+        EXPECT_EQ(calc_xor(bytes), c.xor8);
+
+        FileCRC16_G56 file16{bytes.data(), static_cast<Ouint32>(bytes.size()), 0xFFFF};
+        FileCRC32_G56 file32{bytes.data(), static_cast<Ouint32>(bytes.size()), 0xFFFFFFFF};
+        EXPECT_EQ(get_crc16(&file16), QM_OK);
+        EXPECT_EQ(get_crc32(&file32), QM_OK);
+        EXPECT_EQ(Ouint16{file16.fileCRC16}, c.crc16);
+        EXPECT_EQ(Ouint32{file32.fileCRC32}, c.crc32);
+    }
+}
+
+TEST(Checksum, TablesAreThoseOfTheReflectedPolynomials) {
+    EXPECT_EQ(crc16_tabel[1], 0xC0C1);
+    EXPECT_EQ(crc16_tabel[2], 0xC181);
+    EXPECT_EQ(crc16_tabel[3], 0x0140);
+    EXPECT_EQ(crc16_tabel[128], 0xA001);
+    EXPECT_EQ(CRC32_Table[1], 0x77073096U);
+    EXPECT_EQ(CRC32_Table[2], 0xEE0E612CU);
+    EXPECT_EQ(CRC32_Table[3], 0x990951BAU);
+}
+
+TEST(Checksum, NullPointersAreRefusedAndChangeNothing) {
+    FileCRC16_G56 file16{nullptr, 9, 0x1234};
+    FileCRC32_G56 file32{nullptr, 9, 0x12345678};
+    EXPECT_EQ(get_crc16(nullptr), QM_FAILED);
+    EXPECT_EQ(get_crc32(nullptr), QM_FAILED);
+    EXPECT_EQ(get_crc16(&file16), QM_FAILED);
+    EXPECT_EQ(get_crc32(&file32), QM_FAILED);
+    EXPECT_EQ(Ouint16{file16.fileCRC16}, 0x1234);
+    EXPECT_EQ(Ouint32{file32.fileCRC32}, 0x12345678U);
+}
+
+} // namespace
+} // namespace qm::test

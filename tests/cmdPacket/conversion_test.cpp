@@ -1,0 +1,65 @@
+// The small conversions of the command builders: addresses, BCD, the clock.
+#include "cmdPacket/LedPacket.h"
+#include "hex.h"
+
+#include <cstdlib>
+#include <ctime>
+
+namespace qm::test {
+namespace {
+
+TEST(AddressText, FieldsAreDecimalNumbersOfLimitedLength) {
+    struct {
+        void (*convert)(const char*, Ouint8*);
+        const char *text, *bytes;
+    } const cases[] = {
+        {LedPacket::strIPtoHex, "192.168.0.199", "C0 A8 00 C7"},
+        {LedPacket::strIPtoHex, "0010.0.0.255", "0A 00 00 FF"}, // four characters fill a field
+        {LedPacket::strIPtoHex, "00010.2.3.4", "01 00 02 03"},  // the fifth begins the next one
+        {LedPacket::strIPtoHex, "10.20", "0A 14 00 00"},
+        {LedPacket::strIPtoHex, "10..30.40", "0A 00 1E 28"},
+        {LedPacket::strIPtoHex, "1.2.3.4.5", "01 02 03 04"},
+        {LedPacket::strIPtoHex, "a.b.c.d", "00*4"},
+        {LedPacket::strIPtoHex, "", "00*4"},
+        {LedPacket::strMacToHex, "10-20-30-40-50-255", "0A 14 1E 28 32 FF"},
+        {LedPacket::strMacToHex, "1A-FF-0-0-0-9", "01 00 00 00 00 09"}, // not hexadecimal
+        {LedPacket::strMacToHex, "00010-2-3-4-5-6", "0A 02 03 04 05 06"},
+        {LedPacket::strMacToHex, "000010-2-3-4-5-6", "01 00 02 03 04 05"},
+        {LedPacket::strMacToHex, "7-8", "07 08 00*4"},
+    };
+    for (const auto& c : cases) {
+        Frame out(hex(c.bytes).size(), 0xEE);
+        c.convert(c.text, out.data());
+        EXPECT_THAT(out, is_hex(c.bytes)) << c.text;
+    }
+}
+
+TEST(Bcd, OneNibbleADecimalDigit) {
+    EXPECT_EQ(LedPacket::charToBcd(9), 0x09);
+    EXPECT_EQ(LedPacket::charToBcd(59), 0x59);
+    EXPECT_EQ(LedPacket::bcdTochar(0x59), 59);
+    EXPECT_EQ(LedPacket::intToBcd(0), 0);
+    EXPECT_EQ(LedPacket::intToBcd(2024), 0x2024);
+    EXPECT_EQ(LedPacket::intToBcd(76543210), 0x76543210);
+    EXPECT_EQ(LedPacket::bcdToInt(0x2024), 0x2024); // back in base 16
+}
+
+// strftime writes the same record in hex; both must read the clock within one second.
+TEST(Clock, RecordHoldsTheLocalTimeInBcd) {
+    ::setenv("TZ", "TST-5:30", 1);
+    ::tzset();
+    Frame record(8);
+    std::time_t before = 0;
+    do {
+        before = std::time(nullptr);
+        LedPacket::get_time(record.data());
+    } while (std::time(nullptr) != before);
+    char expected[64];
+    std::strftime(expected, sizeof expected, "%y %C %m %d %H %M %S 0%w", std::localtime(&before));
+    EXPECT_THAT(record, is_hex(expected));
+    ::unsetenv("TZ");
+    ::tzset();
+}
+
+} // namespace
+} // namespace qm::test

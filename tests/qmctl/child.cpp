@@ -1,0 +1,81 @@
+#include "child.h"
+
+#include "support/descriptor.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace qm::test {
+namespace {
+
+// A file in memory: unlike a pipe it is never full, so that nobody has to read while the child runs.
+Descriptor memory_file(const std::string& content = "") {
+    Descriptor file(::memfd_create("stream", MFD_CLOEXEC));
+    EXPECT_EQ(::pwrite(file.get(), content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
+    return file;
+}
+
+std::string content_of(const Descriptor& file) {
+    std::string text(static_cast<std::size_t>(::lseek(file.get(), 0, SEEK_END)), '\0');
+    EXPECT_EQ(::pread(file.get(), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+    return text;
+}
+
+pid_t spawn(std::vector<std::string> words, int in, int out, int err) {
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, in, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, out, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, err, STDERR_FILENO);
+    pid_t pid = -1;
+    EXPECT_EQ(::posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ), 0) << words[0];
+    posix_spawn_file_actions_destroy(&actions);
+    return pid;
+}
+
+int wait_for_end(pid_t pid) {
+    const Descriptor end(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+    if (wait_ready(end.get(), POLLIN, Clock::now() + std::chrono::seconds(60)) <= 0) {
+        ADD_FAILURE() << "qmctl does not end";
+        ::kill(pid, SIGKILL);
+    }
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace
+
+Outcome qmctl(const std::vector<std::string>& arguments, const std::string& input, const char* output) {
+    std::vector<std::string> words{QMCTL_BINARY};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const Descriptor in = memory_file(input), memory = memory_file(), err = memory_file();
+    const Descriptor device(output ? ::open(output, O_WRONLY | O_CLOEXEC) : -1);
+    const pid_t pid = spawn(std::move(words), in.get(), device ? device.get() : memory.get(), err.get());
+    if (pid < 0) return {};
+    const int status = wait_for_end(pid);
+    return {status, content_of(memory), content_of(err)};
+}
+
+nlohmann::json qmctl_json(unsigned port, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"--json", "-c", address(port)});
+    const std::string out = qmctl(arguments).out;
+    EXPECT_EQ(out.find('\n'), out.size() - 1) << out;
+    const auto value = nlohmann::json::parse(out, nullptr, false);
+    EXPECT_TRUE(value.is_object()) << out;
+    return value.is_object() ? value : nlohmann::json::object();
+}
+
+std::string address(unsigned port) { return "127.0.0.1:" + std::to_string(port); }
+
+} // namespace qm::test

@@ -1,0 +1,66 @@
+// The screen in a terminal and in files.
+#include "simulator/picture.h"
+#include "simulator/terminal.h"
+
+#include <cairo.h>
+#include <gmock/gmock.h>
+#include <stdexcept>
+
+namespace qm::sim {
+namespace {
+
+TEST(Terminal, PutsTwoRowsOnALineAndSetsColoursWhereTheyChange) {
+    Image screen(3, 3); // the last line has no lower row
+    screen.set(0, 0, {255, 0, 0});
+    screen.set(1, 0, {255, 0, 0});
+    screen.set(1, 1, {0, 128, 7});
+    screen.set(2, 2, {1, 2, 3});
+    EXPECT_EQ(half_blocks(screen), "\x1b[?7l"
+                                   "\x1b[38;2;255;0;0m\x1b[48;2;0;0;0m▀"
+                                   "\x1b[48;2;0;128;7m▀"
+                                   "\x1b[38;2;0;0;0m\x1b[48;2;0;0;0m▀\x1b[0m\n"
+                                   "\x1b[38;2;0;0;0m\x1b[48;2;0;0;0m▀▀"
+                                   "\x1b[38;2;1;2;3m▀\x1b[0m\n"
+                                   "\x1b[?7h");
+}
+
+TEST(LedPanel, EnlargesEveryLedAsADotOnABlackBoard) {
+    Image screen(2, 1);
+    screen.set(0, 0, {255, 0, 0});
+    const Image panel = led_panel(screen, 9);
+    ASSERT_EQ(panel.width, 18);
+    ASSERT_EQ(panel.height, 9);
+    EXPECT_EQ(panel.at(4, 4).r, 255); // a lit LED
+    EXPECT_LT(panel.at(13, 4).r, 60); // a dark one can be made out
+    EXPECT_GT(panel.at(13, 4).r, panel.at(17, 8).r);
+    EXPECT_LT(panel.at(0, 0).r, 60); // the board between them
+    EXPECT_EQ(led_panel(screen, 1), screen);
+}
+
+TEST(Png, HoldsTheScreenPixelByPixel) {
+    const auto path = std::filesystem::path(testing::TempDir()) / "qm_simulator_picture_test.png";
+    Image screen(2, 1);
+    screen.set(0, 0, {255, 128, 3});
+    write_png(screen, path);
+    write_png(screen, path); // in the place of the first
+    cairo_surface_t* read = cairo_image_surface_create_from_png(path.c_str());
+    ASSERT_EQ(cairo_surface_status(read), CAIRO_STATUS_SUCCESS);
+    EXPECT_EQ(cairo_image_surface_get_width(read), 2);
+    const unsigned char* pixel = cairo_image_surface_get_data(read);
+    EXPECT_EQ((Rgb{pixel[2], pixel[1], pixel[0]}), (Rgb{255, 128, 3}));
+    EXPECT_EQ((Rgb{pixel[6], pixel[5], pixel[4]}), Rgb{});
+    cairo_surface_destroy(read);
+    std::filesystem::remove(path);
+}
+
+TEST(Png, SaysWhichFileCannotBeWritten) {
+    try {
+        write_png(Image(1, 1), "/nowhere/at/all.png");
+        FAIL() << "nothing was thrown";
+    } catch (const std::runtime_error& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr("/nowhere/at/all.png"));
+    }
+}
+
+} // namespace
+} // namespace qm::sim

@@ -1,0 +1,148 @@
+// qm_simulator as it is started from a shell.
+#include "client.h"
+#include "samples.h"
+
+#include "hex.h"
+
+#include <csignal>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace qm::sim {
+namespace {
+
+using qm::test::hex;
+using testing::HasSubstr;
+
+// A child with its standard output and error in one pipe. It is killed when it outlives the test.
+class Program {
+  public:
+    explicit Program(std::vector<std::string> arguments) {
+        int ends[2];
+        if (::pipe(ends) != 0) throw std::runtime_error("pipe");
+        m_output = Descriptor(ends[0]);
+        const Descriptor input(ends[1]);
+        arguments.insert(arguments.begin(), QM_SIMULATOR_BINARY);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments) argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        m_pid = ::fork();
+        if (m_pid != 0) return;
+        ::dup2(input.get(), STDOUT_FILENO);
+        ::dup2(input.get(), STDERR_FILENO);
+        ::execv(argv[0], argv.data());
+        ::_exit(127);
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() {
+        if (m_pid <= 0) return;
+        ::kill(m_pid, SIGKILL);
+        ::waitpid(m_pid, nullptr, 0);
+    }
+
+    // The next line, or what came before the end.
+    std::string line() {
+        std::string text;
+        char c = 0;
+        const auto deadline = Clock::now() + std::chrono::seconds(20);
+        while (wait_ready(m_output.get(), POLLIN, deadline) > 0 && ::read(m_output.get(), &c, 1) == 1 &&
+               c != '\n')
+            text += c;
+        return text;
+    }
+    std::uint16_t port() {
+        const std::string ready = line();
+        EXPECT_THAT(ready, HasSubstr("qm_simulator ready: 127.0.0.1:"));
+        return static_cast<std::uint16_t>(std::atoi(ready.c_str() + ready.find_last_of(':') + 1));
+    }
+    void signal(int number) const { ::kill(m_pid, number); }
+    // Exit status; its output ends first, within the bounds of line().
+    int status() {
+        while (!line().empty()) {
+        }
+        int status = 0;
+        ::waitpid(m_pid, &status, 0);
+        m_pid = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+  private:
+    Descriptor m_output;
+    pid_t m_pid = -1;
+};
+
+TEST(Program, MisuseIsExplained) {
+    struct Row {
+        std::vector<std::string> arguments;
+        const char* words;
+    };
+    const Row rows[] = {
+        {{"--fault", "crash"}, "silence, close, reset, split, bad-crc"},
+        {{"--size", "128"}, "--size: expected WIDTHxHEIGHT"},
+        {{"--size", "0x32"}, "--size: expected WIDTHxHEIGHT"},
+        {{"--size", "128x5000"}, "--size: expected WIDTHxHEIGHT"},
+        {{"--type", "0x10000"}, "--type: expected a controller type"},
+        {{"--color", "blue"}, "--color: expected single, double, three or full"},
+        {{"--port", "65536"}, "--port: expected a port from 0 to 65535"},
+        {{"--listen", "localhost"}, "--listen: expected a dotted IPv4 address"},
+        {{"--scale", "0"}, "--scale: expected a number from 1"},
+        {{"surplus"}, "surplus"},
+    };
+    for (const Row& row : rows) {
+        Program program(row.arguments);
+        EXPECT_THAT(program.line(), HasSubstr(row.words));
+        EXPECT_EQ(program.status(), 1) << row.words;
+    }
+}
+
+TEST(Program, PortInUseIsExplained) {
+    Program first({"--port", "0"});
+    const std::string port = std::to_string(first.port());
+    Program second({"--port", port});
+    EXPECT_THAT(second.line(), HasSubstr("127.0.0.1:" + port + " is in use"));
+    EXPECT_EQ(second.status(), 2);
+}
+
+TEST(Program, EndsCleanlyOnSignals) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        Program program({"--port", "0"});
+        EXPECT_NE(program.port(), 0);
+        program.signal(number);
+        EXPECT_EQ(program.status(), 0);
+    }
+}
+
+TEST(Program, OnceShowsTheUpdateAndEnds) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "qm_simulator_once_test";
+    std::filesystem::remove_all(folder);
+    Program program({"--port", "0", "--once", "--frames", folder / "frames", "--screenshot",
+                     folder / "frames/panel.png", "--size", "8x1", "--color", "1", "--scale", "4"});
+    const std::uint16_t port = program.port();
+    EXPECT_FALSE(test::Client(port).ask(test::handshake()).empty()); // updates nothing
+    EXPECT_FALSE(test::Client(port)
+                     .ask(test::envelope_around(test::payload_of({{1, {0, 0, 8, 1}, {hex("FF*3 7F")}}})))
+                     .empty());
+    EXPECT_EQ(program.status(), 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / "frames/frame-0001.png"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "frames/frame-0002.png"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "frames/panel.png"));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(Program, LogsRequestsInWordsAndPrintsTheScreen) {
+    Program program({"--port", "0", "--verbose", "--show", "--size", "8x1", "--color", "1"});
+    test::Client client(program.port());
+    EXPECT_FALSE(client.ask(test::handshake()).empty());
+    EXPECT_EQ(program.line(), "handshake: 52 bytes");
+    EXPECT_FALSE(
+        client.ask(test::envelope_around(test::payload_of({{1, {0, 0, 8, 1}, {hex("FF*3 7F")}}}))).empty());
+    EXPECT_EQ(program.line(), "dynamic areas, area 1 at 0,0 size 8x1 with 1 page: acknowledged");
+    EXPECT_THAT(program.line(), HasSubstr("\x1b[38;2;255;0;0m\x1b[48;2;0;0;0m▀"));
+}
+
+} // namespace
+} // namespace qm::sim

@@ -1,0 +1,33 @@
+// Payloads and frames put together field by field, and pictures written as letters.
+#pragma once
+
+#include "simulator/DynamicArea.h"
+#include "simulator/Image.h"
+
+#include <string>
+#include <vector>
+
+namespace qm::sim::test {
+
+// What follows the command header: the areas of one add/update with display mode 4 and no sound.
+struct AreaSample {
+    std::uint8_t id = 1;
+    Rect rect{0, 0, 8, 1};
+    std::vector<Frame> pages{};
+};
+Frame content_of(const std::vector<AreaSample>& areas);
+// The same as a payload, from its command header 01 A7 00 00 00 on.
+Frame payload_of(const std::vector<AreaSample>& areas);
+
+// A whole stuffed frame: the handshake, and an envelope around any bytes.
+Frame handshake(std::uint16_t sequence = 2);
+Frame envelope_around(Bytes bytes);
+
+// The body of a frame that comes alone.
+Frame unstuffed(Bytes frame);
+
+// "RG./..Y": rows from the top; R, G, B, Y(ellow), M(agenta), C(yan), W(hite) and . for black. Any other
+// colour shows as ?.
+std::string letters(const Image& image);
+
+} // namespace qm::sim::test

@@ -1,0 +1,93 @@
+#include "scripted_peer.h"
+
+#include <cerrno>
+#include <netinet/in.h>
+#include <stdexcept>
+#include <sys/socket.h>
+
+namespace qm::test {
+namespace {
+
+constexpr timeval kReadLimit{10, 0};
+
+sockaddr* as_address(sockaddr_in& address) { return reinterpret_cast<sockaddr*>(&address); }
+
+} // namespace
+
+PeerConnection::PeerConnection(Descriptor fd) : m_fd(std::move(fd)) {
+    ::setsockopt(m_fd.get(), SOL_SOCKET, SO_RCVTIMEO, &kReadLimit, sizeof kReadLimit);
+}
+
+bool PeerConnection::read_byte(Ouint8& byte) { return ::recv(m_fd.get(), &byte, 1, 0) == 1; }
+
+Frame PeerConnection::read_frame() {
+    Frame frame;
+    for (Ouint8 byte = 0; byte != 0x5A && read_byte(byte);) frame.push_back(byte);
+    return frame;
+}
+
+Frame PeerConnection::read_all() {
+    Frame all;
+    Ouint8 chunk[4096];
+    for (ssize_t n; (n = ::recv(m_fd.get(), chunk, sizeof chunk, 0)) > 0;)
+        all.insert(all.end(), chunk, chunk + n);
+    return all;
+}
+
+void PeerConnection::send(Bytes bytes) { ::send(m_fd.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL); }
+
+void PeerConnection::reset() {
+    const linger at_once{1, 0};
+    ::setsockopt(m_fd.get(), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
+    m_fd.reset();
+}
+
+ScriptedPeer::ScriptedPeer(Script script) : m_listener(bound_socket()), m_port(port_of(m_listener)) {
+    if (::listen(m_listener.get(), 16) != 0) throw std::runtime_error("cannot listen");
+    m_thread = std::thread([this, script = std::move(script)] { serve(script); });
+}
+
+void ScriptedPeer::serve(const Script& script) {
+    for (;;) {
+        Descriptor accepted(::accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (!accepted && errno == EINTR) continue;
+        if (!accepted) return;
+        PeerConnection connection(std::move(accepted));
+        script(connection);
+    }
+}
+
+void ScriptedPeer::join() {
+    ::shutdown(m_listener.get(), SHUT_RDWR); // wakes the accept
+    if (m_thread.joinable()) m_thread.join();
+}
+
+ScriptedPeer::Script ScriptedPeer::answering(std::vector<Frame> answers, std::vector<Frame>* requests) {
+    return [answers = std::move(answers), requests](PeerConnection& client) {
+        for (const Frame& answer : answers) {
+            Frame request = client.read_frame();
+            if (requests) requests->push_back(std::move(request));
+            client.send(answer);
+        }
+        client.read_all();
+    };
+}
+
+Descriptor bound_socket() {
+    Descriptor fd(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (!fd || ::bind(fd.get(), as_address(address), sizeof address) != 0)
+        throw std::runtime_error("cannot bind");
+    return fd;
+}
+
+Ouint16 port_of(const Descriptor& socket) {
+    sockaddr_in address{};
+    socklen_t size = sizeof address;
+    ::getsockname(socket.get(), as_address(address), &size);
+    return ntohs(address.sin_port);
+}
+
+} // namespace qm::test

@@ -1,0 +1,78 @@
+#include "wire.h"
+
+#include <functional>
+#include <numeric>
+
+namespace qm::test {
+namespace {
+
+Frame application_layer(const AnswerFrame& answer) {
+    Frame out;
+    ByteWriter(out)
+        .u8(0)
+        .u8(answer.group)
+        .u8(answer.cmd)
+        .u16(0)
+        .u16(answer.error)
+        .u16(answer.claimed_payload.value_or(static_cast<Ouint16>(answer.payload.size())))
+        .bytes(answer.payload);
+    return out;
+}
+
+// The first 8 bytes, which all answers have in common.
+void common_header(ByteWriter& out, const AnswerFrame& answer) {
+    out.u16(0x8000).u16(0xFFFE).u8(answer.version).u8(answer.protocol_type).u16(answer.device_type);
+}
+
+void checked_header(ByteWriter& out, const AnswerFrame& answer, Bytes application) {
+    const bool generation6 = answer.version == 7;
+    const std::size_t length = answer.claimed_data.value_or(static_cast<Ouint16>(application.size()));
+    const Ouint16 crc = crc16(application.first(std::min(length, application.size())));
+    common_header(out, answer);
+    out.u8(0).u8(generation6 ? answer.option : 0U).u16(2).zeros(10);
+    out.u16(static_cast<unsigned>(length)).u16(static_cast<unsigned>(crc ^ answer.crc_fault));
+    if (generation6) out.u8(0);
+}
+
+} // namespace
+
+Ouint16 crc16(Bytes bytes) {
+    unsigned crc = 0;
+    for (const Ouint8 b : bytes) {
+        crc ^= b;
+        for (int bit = 0; bit < 8; ++bit) crc = crc & 1 ? crc >> 1 ^ 0xA001 : crc >> 1;
+    }
+    return static_cast<Ouint16>(crc);
+}
+
+Frame stuff(Bytes body) {
+    Frame out(8, 0xA5);
+    for (const Ouint8 b : body) {
+        if (b == 0x5A || b == 0xA5)
+            out.insert(out.end(), {static_cast<Ouint8>(b + 1), 2});
+        else if (b == 0x5B || b == 0xA6)
+            out.insert(out.end(), {b, 1});
+        else
+            out.push_back(b);
+    }
+    out.push_back(0x5A);
+    return out;
+}
+
+Frame AnswerFrame::body() const {
+    const Frame application = application_layer(*this);
+    Frame out;
+    ByteWriter writer(out);
+    if (version == 0xF0) {
+        common_header(writer, *this);
+        writer.u32(0).u32(static_cast<Ouint32>(application.size()));
+    } else {
+        checked_header(writer, *this, application);
+        const unsigned sum = std::accumulate(out.begin(), out.end(), 0U, std::bit_xor<>());
+        writer.u8(sum ^ header_fault);
+    }
+    writer.bytes(application);
+    return out;
+}
+
+} // namespace qm::test

@@ -1,0 +1,104 @@
+// A connection against a peer that misbehaves.
+#include "hex.h"
+#include "scripted_peer.h"
+#include "tcpClient/TcpPeer.h"
+
+#include <sys/socket.h>
+
+namespace qm::test {
+namespace {
+
+constexpr const char* kLoopback = "127.0.0.1";
+const Frame kRequest = hex("A5 01 5A");
+
+// Receives into a buffer of 8 bytes: the result, and the bytes that the peer's length covers.
+struct Received {
+    explicit Received(TcpPeer& peer, int timeout = 3) : bytes(8, 0xEE) {
+        int length = 8;
+        code = peer.Recv(bytes.data(), length, timeout);
+        bytes.resize(static_cast<std::size_t>(length));
+    }
+    Frame bytes;
+    int code;
+};
+
+std::string message_of_connect(const char* ip, Ouint16 port, int timeout) {
+    return printed_by([&] {
+        TcpPeer peer;
+        EXPECT_EQ(peer.Connect(ip, port, timeout), QM_FAILED);
+        EXPECT_EQ(Received(peer).code, QM_FAILED);
+    });
+}
+
+TEST(TcpConnect, RefusalIsToldFromSilence) {
+    const Descriptor refusing = bound_socket();
+    EXPECT_THAT(message_of_connect(kLoopback, port_of(refusing), 3),
+                testing::AnyOf("TCP connect to select to FD_ISSET failed\n", "TCP connect failed\n"));
+
+    // A listener whose queue of one is full lets the next connection wait.
+    const Descriptor busy = bound_socket();
+    ASSERT_EQ(::listen(busy.get(), 0), 0);
+    TcpPeer first;
+    ASSERT_EQ(first.Connect(kLoopback, port_of(busy), 3), QM_OK);
+    EXPECT_EQ(message_of_connect(kLoopback, port_of(busy), 0), "TCP connect to select failed\n");
+}
+
+TEST(TcpConnect, TextThatIsNoAddressIsRefused) {
+    for (const char* ip : {"", "controller", "256.0.0.1", "127.0.0.1.1"})
+        EXPECT_EQ(message_of_connect(ip, 5005, 3), "TCP connect failed\n") << ip;
+}
+
+TEST(TcpReceive, OneReadBringsTheWholeFrameOrNothing) {
+    ScriptedPeer controller([](PeerConnection& client) {
+        client.send(hex("A5 01"));
+        client.read_frame(); // sent once the first segment has been seen
+        client.send(hex("02 5A"));
+        client.read_all();
+    });
+    TcpPeer peer;
+    ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
+    const Received first(peer);
+    EXPECT_EQ(first.code, QM_FAILED);
+    EXPECT_THAT(first.bytes, is_hex("A5 01"));
+    EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_OK);
+    const Received second(peer);
+    EXPECT_EQ(second.code, QM_OK);
+    EXPECT_THAT(second.bytes, is_hex("02 5A")); // nothing was kept of the first
+    EXPECT_EQ(Received(peer, 0).code, QM_FAILED);
+}
+
+TEST(TcpReceive, ConnectionThatThePeerEndsFails) {
+    const ScriptedPeer::Script endings[] = {
+        [](PeerConnection& client) { client.read_frame(); },
+        [](PeerConnection& client) {
+            client.read_frame();
+            client.reset();
+        },
+    };
+    for (const auto& ending : endings) {
+        ScriptedPeer controller(ending);
+        TcpPeer peer;
+        ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
+        EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_OK);
+        EXPECT_EQ(Received(peer).code, QM_FAILED);
+        controller.join();
+        int taken = 0; // the first after a close may be
+        while (taken < 10000 && peer.Send(kRequest.data(), 3) == QM_OK) ++taken;
+        EXPECT_LT(taken, 10000);
+    }
+}
+
+TEST(TcpReceive, UrgentDataEndsTheConnection) {
+    ScriptedPeer controller([](PeerConnection& client) {
+        ::send(client.fd(), "!", 1, MSG_OOB);
+        client.read_all();
+    });
+    TcpPeer peer;
+    ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
+    EXPECT_EQ(Received(peer).code, QM_FAILED);
+    controller.join(); // the peer saw the close
+    EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_FAILED);
+}
+
+} // namespace
+} // namespace qm::test

@@ -1,0 +1,167 @@
+// The handshake, and asking a controller who it is.
+#include "hex.h"
+#include "scripted_peer.h"
+#include "tcpClient/HV_Client.h"
+#include "wire.h"
+
+#include <cstring>
+#include <filesystem>
+
+namespace qm::test {
+namespace {
+
+constexpr const char* kLoopback = "127.0.0.1";
+constexpr const char* kPing = "A5*8 FE FF 00 80 00 00 FE 01 02 00 04 00 23 B8 E3 A2 00 00 00 5A";
+constexpr const char* kRecord =
+    "62 02 31 32 33 34 35 36 37 38 00 FE FF 05 80 00 20 00 02 10 01 07 00 00*9 00*20";
+
+struct PingRecord {
+    PingRecord() { std::memset(&data, 0xEE, sizeof data); }
+    [[nodiscard]] Bytes bytes() const { return {reinterpret_cast<const Ouint8*>(&data), sizeof data}; }
+    Ping_data data;
+};
+
+Frame handshake_answer() { return AnswerFrame{.protocol_type = 0x33}.bytes(); }
+Frame ping_answer(Frame payload) { return AnswerFrame{.payload = std::move(payload)}.bytes(); }
+
+// Pings a controller that does as the script says; a failure must leave the record as it was.
+int ping(const ScriptedPeer::Script& script) {
+    ScriptedPeer controller(script);
+    PingRecord record;
+    const int code = cmd_tcpPing(kLoopback, controller.port(), &record.data);
+    EXPECT_THAT(record.bytes(), is_hex("EE*52"));
+    return code;
+}
+
+TEST(Handshake, DecidesTheFramingOfTheCommandsThatFollow) {
+    struct {
+        AnswerFrame answer;
+        const char* request; // CRC 781E
+    } const cases[] = {
+        {{.version = 5, .protocol_type = 0x33, .device_type = 0x0151},
+         "A5*8 FE FF 00 80 05 33 51 01 00 00 04 00 00 84 96 00 00*6 05 00 1E 78 92 01 A2 00 00 00 5A"},
+        {{.protocol_type = 0x33, .device_type = 0x5A62},
+         "A5*8 FE FF 00 80 07 33 62 5B 02 00 00 04 00 FF 00 96 00 00*6 05 00 1E 78 00 83 01 A2 00 00 00 5A"},
+    };
+    for (const auto& c : cases) {
+        std::vector<Frame> requests;
+        ScriptedPeer controller(ScriptedPeer::answering({c.answer.bytes(), c.answer.bytes()}, &requests));
+        {
+            HV_Client client;
+            ASSERT_EQ(client.init(kLoopback, controller.port()), QM_OK);
+            EXPECT_EQ(client.m_DeviceType, c.answer.device_type);
+            EXPECT_EQ(client.send_cmd(0xA2, 0, {}), QM_OK);
+        }
+        controller.join();
+        ASSERT_EQ(requests.size(), 2U);
+        EXPECT_THAT(requests[0], is_hex(kPing));
+        EXPECT_THAT(requests[1], is_hex(c.request));
+    }
+}
+
+TEST(TcpPing, FillsTheRecordAsFarAsTheAnswerReaches) {
+    const Frame whole = hex(kRecord);
+    Frame longer = whole;
+    longer.insert(longer.end(), 20, 0x77);
+    const Frame answers[] = {whole, longer, Frame(whole.begin(), whole.begin() + 10), {}};
+    for (const Frame& answer : answers) {
+        SCOPED_TRACE(answer.size());
+        ScriptedPeer controller(ScriptedPeer::answering({handshake_answer(), ping_answer(answer)}));
+        PingRecord record;
+        EXPECT_EQ(cmd_tcpPing(kLoopback, controller.port(), &record.data), QM_OK);
+        const std::size_t filled = std::min(answer.size(), whole.size());
+        EXPECT_EQ(hex_text(record.bytes().first(filled)), hex_text(Bytes(whole).first(filled)));
+        EXPECT_EQ(hex_text(record.bytes().subspan(filled)), hex_text(Frame(52 - filled, 0xEE)));
+    }
+}
+
+TEST(TcpPing, RefusalsAndBadAnswersAreReported) {
+    const AnswerFrame good;
+    Frame open_ended = good.bytes();
+    open_ended.back() = 0x00;
+    AnswerFrame too_long;
+    too_long.payload = Frame(1025);
+    struct {
+        const char* symptom;
+        Frame handshake, answer;
+        int code;
+    } const cases[] = {
+        {"handshake without end byte", open_ended, {}, QM_FAILED},
+        {"handshake of no known version", AnswerFrame{.version = 6}.bytes(), {}, QM_BAD_VERSION},
+        {"type that no frame is known for", AnswerFrame{.device_type = 0x00FE}.bytes(), {}, QM_FAILED},
+        {"answer without end byte", good.bytes(), open_ended, QM_FAILED},
+        {"refusal", good.bytes(), AnswerFrame{.group = 0xA0, .cmd = 1, .error = 7}.bytes(), 7},
+        {"answer to another command", good.bytes(), AnswerFrame{.cmd = 0x81}.bytes(), QM_WRONG_ANSWER},
+        {"wrong CRC", good.bytes(), AnswerFrame{.crc_fault = 1}.bytes(), QM_BAD_CRC},
+        {"answer longer than 1,024 bytes", good.bytes(), too_long.bytes(), QM_TRUNCATED},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.symptom);
+        (void)printed_by([&] { EXPECT_EQ(ping(ScriptedPeer::answering({c.handshake, c.answer})), c.code); });
+    }
+}
+
+TEST(TcpPing, ControllerThatEndsTheConnectionOrStaysSilentFails) {
+    for (const bool handshaken : {false, true}) {
+        for (const bool reset : {false, true}) {
+            EXPECT_EQ(ping([&](PeerConnection& client) {
+                          client.read_frame();
+                          if (handshaken) client.send(handshake_answer()), client.read_frame();
+                          if (reset) client.reset();
+                      }),
+                      QM_FAILED);
+        }
+    }
+    EXPECT_EQ(ping([](PeerConnection& client) { client.read_all(); }), QM_FAILED);
+}
+
+TEST(TcpPing, AnswerInTwoSegmentsFails) {
+    EXPECT_EQ(ping([](PeerConnection& client) {
+                  const Frame answer = handshake_answer();
+                  client.read_frame();
+                  client.send(Bytes(answer).first(20));
+                  client.read_all(); // the client has seen the first segment and hung up
+                  client.send(Bytes(answer).subspan(20));
+              }),
+              QM_FAILED);
+}
+
+TEST(TcpPing, NullPointersAreRefusedWithoutAConnection) {
+    std::vector<Frame> requests;
+    ScriptedPeer controller(ScriptedPeer::answering({handshake_answer()}, &requests));
+    PingRecord record;
+    EXPECT_EQ(cmd_tcpPing(nullptr, controller.port(), &record.data), QM_FAILED);
+    EXPECT_EQ(cmd_tcpPing(kLoopback, controller.port(), nullptr), QM_FAILED);
+    controller.join();
+    EXPECT_TRUE(requests.empty());
+    EXPECT_THAT(record.bytes(), is_hex("EE*52"));
+}
+
+std::ptrdiff_t open_descriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(TcpPing, FiftyCallsLeaveNoDescriptorBehind) {
+    const auto before = open_descriptors();
+    {
+        int connections = 0;
+        ScriptedPeer controller([&](PeerConnection& client) {
+            client.read_frame();
+            if (++connections % 2) return;
+            client.send(handshake_answer());
+            client.read_frame();
+            client.send(ping_answer(hex(kRecord)));
+            client.read_all();
+        });
+        PingRecord record;
+        for (int call = 1; call <= 50; ++call)
+            EXPECT_EQ(cmd_tcpPing(kLoopback, controller.port(), &record.data), call % 2 ? QM_FAILED : QM_OK);
+        const Descriptor refusing = bound_socket();
+        (void)printed_by(
+            [&] { EXPECT_EQ(cmd_tcpPing(kLoopback, port_of(refusing), &record.data), QM_FAILED); });
+    }
+    EXPECT_EQ(open_descriptors(), before);
+}
+
+} // namespace
+} // namespace qm::test

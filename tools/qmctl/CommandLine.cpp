@@ -1,0 +1,67 @@
+#include "CommandLine.h"
+
+#include "arguments.h"
+
+#include <sstream>
+
+namespace qm::ctl {
+namespace {
+
+// The command named word, made when it is not there yet.
+CLI::App& group(CLI::App& parent, const std::string& word) {
+    const auto named = parent.get_subcommands([&](CLI::App* app) { return app->get_name() == word; });
+    if (!named.empty()) return *named.front();
+    CLI::App* made = parent.add_subcommand(word);
+    made->require_subcommand(1);
+    return *made;
+}
+
+} // namespace
+
+CommandLine::CommandLine(Session& session) : m_app("Drives an LED display controller.", "qmctl") {
+    m_app.get_formatter()->label("SUBCOMMAND", "VERB");
+    m_app.get_formatter()->label("Subcommands", "Verbs");
+    m_app.get_formatter()->label("REQUIRED", "");
+    m_app.fallthrough(); // shared options may stand behind the verb, too
+    m_app.require_subcommand(0, 1);
+    m_app.set_version_flag("--version", "qmctl " QMCTL_VERSION, "Print the version and leave");
+    m_app.footer("Exit status: 0 done, 1 wrong usage (nothing was sent), 2 the controller or the library "
+                 "did not do it.\nqmctl VERB --help tells the rest.");
+    add_shared_options(session);
+    for (const auto family : kFamilies)
+        for (const VerbEntry& entry : family()) add_verb(entry);
+}
+
+void CommandLine::add_shared_options(Session& session) {
+    add_value(m_app, "-c,--controller", session.controller, "IP[:PORT]",
+              "Address of the controller (default " + session.controller.text() + ")", read_controller);
+    m_app.add_flag("--json", session.json, "Print the result as one JSON object");
+    m_app.add_flag("--verbose", session.verbose, "Show the library's messages on standard error");
+}
+
+void CommandLine::add_verb(const VerbEntry& entry) {
+    CLI::App* command = &m_app;
+    std::istringstream words(entry.words);
+    for (std::string word; words >> word;) command = &group(*command, word);
+    command->require_subcommand(0);
+    command->description(entry.summary);
+    command->footer(std::string(entry.notes) + "\n\nOptions of every verb, such as -c: qmctl --help");
+
+    Verb* verb = m_verbs.emplace_back(entry.make()).get();
+    verb->add_arguments(*command);
+    command->callback([this, verb] { m_chosen = verb; });
+}
+
+Verb& CommandLine::parse(int argc, char** argv) {
+    m_app.parse(argc, argv);
+    if (!m_chosen) throw CLI::RequiredError("a verb");
+    return *m_chosen;
+}
+
+std::string CommandLine::information(const CLI::ParseError& request) const {
+    std::ostringstream text;
+    m_app.exit(request, text, text);
+    return text.str();
+}
+
+} // namespace qm::ctl

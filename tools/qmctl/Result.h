@@ -1,0 +1,33 @@
+// The result of a verb: named values, shown as a table to people and as one JSON object to scripts.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+namespace qm::ctl {
+
+class Result {
+  public:
+    // A row of the table, and the same value for scripts.
+    Result& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
+    // A value that reads the same in both.
+    Result& add(std::string label, std::string key, nlohmann::ordered_json value);
+    // A value for scripts only.
+    Result& add(std::string key, nlohmann::ordered_json value);
+
+    [[nodiscard]] std::string table() const;
+    [[nodiscard]] std::string json() const;
+
+  private:
+    struct Row {
+        std::string label, text;
+    };
+    std::vector<Row> m_rows;
+    nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
+};
+
+[[nodiscard]] std::string failure_json(int status, const std::string& meaning);
+
+} // namespace qm::ctl

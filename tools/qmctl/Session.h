@@ -1,0 +1,53 @@
+// What every verb shares: the controller to talk to, the way results are printed, and the ways to fail.
+#pragma once
+
+#include "Output.h"
+#include "Result.h"
+#include "qm_sdk_dual.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace qm::ctl {
+
+struct Controller {
+    std::string ip = "127.0.0.1";
+    Ouint16 port = 5005;
+
+    [[nodiscard]] std::string text() const { return ip + ":" + std::to_string(port); }
+};
+
+// The command line asks for something that cannot be done; nothing was sent.
+class UsageError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The library or the controller did not do it.
+class Failure : public std::runtime_error {
+  public:
+    explicit Failure(int status);
+    Failure(int status, const std::string& meaning) : std::runtime_error(meaning), m_status(status) {}
+    [[nodiscard]] int status() const { return m_status; }
+
+  private:
+    int m_status;
+};
+
+class Session {
+  public:
+    Controller controller;
+    bool json = false;
+    bool verbose = false;
+
+    // Throws Failure for every status but 0.
+    static void require(int status);
+    [[nodiscard]] Ping_data ping() const;
+
+    void print(const Result& result);
+    // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.
+    void report(const Failure& failure);
+
+    Output output;
+};
+
+} // namespace qm::ctl

@@ -1,0 +1,38 @@
+// The table of verbs. A family of verbs is one file with one table; a new family adds a line to kFamilies.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <span>
+
+namespace qm::ctl {
+
+class Session;
+
+// One verb: its arguments, and what it does once all of them are known to be good.
+class Verb {
+  public:
+    virtual ~Verb() = default;
+    virtual void add_arguments(CLI::App& command) = 0;
+    // Prints the result; trouble is thrown as UsageError or Failure.
+    virtual void run(Session& session) = 0;
+};
+
+struct VerbEntry {
+    const char* words; // "ping", or "fs ls" for a verb of a group
+    const char* summary;
+    const char* notes; // shown at the end of its help: an example, and what needs explaining
+    std::unique_ptr<Verb> (*make)();
+};
+
+template <class Type> std::unique_ptr<Verb> make_verb() { return std::make_unique<Type>(); }
+
+using Family = std::span<const VerbEntry>;
+
+Family discovery_verbs();
+Family area_verbs();
+
+inline constexpr Family (*kFamilies[])() = {discovery_verbs, area_verbs};
+
+} // namespace qm::ctl

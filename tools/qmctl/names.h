@@ -1,0 +1,28 @@
+// Words for the codes that controllers and the library speak in.
+#pragma once
+
+#include "qm_sdk_dual.h"
+
+#include <span>
+#include <string>
+
+namespace qm::ctl {
+
+struct Name {
+    const char* word;
+    unsigned code;
+};
+using Names = std::span<const Name>;
+
+inline constexpr Name kScreenColors[] = {{"single", SCREEN_COLOR_SINGLE},
+                                         {"double", SCREEN_COLOR_DOUBLE},
+                                         {"three", SCREEN_COLOR_THREE},
+                                         {"full", SCREEN_COLOR_FULLCOLOR}};
+
+// The word for code, or "unknown (9)".
+[[nodiscard]] std::string word_for(Names names, unsigned code);
+// "G6-T0 (0x62)", by the low byte of a controller type.
+[[nodiscard]] std::string model_name(Ouint16 controllerType);
+[[nodiscard]] std::string status_meaning(int status);
+
+} // namespace qm::ctl

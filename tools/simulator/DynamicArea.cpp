@@ -1,0 +1,145 @@
+#include "simulator/DynamicArea.h"
+
+namespace qm::sim {
+namespace {
+
+constexpr std::uint8_t kDynamicAreaType = 0x10;
+constexpr std::uint32_t kPageRecord = 26; // a page record without its own length field
+
+// Where a page's pixels lie in the page-data block.
+struct Extent {
+    std::uint32_t offset = 0, length = 0;
+};
+
+// What is found out while the descriptions are read, in their order.
+struct Parse {
+    std::vector<DynamicArea> areas;
+    std::vector<Extent> extents; // one for every page of every area
+    ErrorValue error = ErrorValue::malformed;
+};
+
+Frame copy(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
+
+// AreaId 1, RunMode 1, Timeout 2, RelateAllPro 1, RelateProNum 2, the program numbers 2 each, ImmePlay 1,
+// Reserved 4. The numbers are there only when the area is not shown with every program.
+bool read_schedule(ByteReader& reader, Parse& parse, DynamicArea& area) {
+    area.id = reader.u8();
+    area.run_mode = reader.u8();
+    area.timeout = reader.u16();
+    const std::uint8_t with_all = reader.u8();
+    const std::size_t programs = reader.u16();
+    area.with_all_programs = with_all == 1;
+    if (with_all == 0)
+        for (std::size_t i = 0; i < programs && reader.ok(); ++i) area.programs.push_back(reader.u16());
+    area.play_at_once = reader.u8() != 0;
+    reader.skip(4);
+    if (reader.ok() && with_all > 1) parse.error = ErrorValue::bad_value;
+    return reader.ok() && with_all <= 1;
+}
+
+// AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each, AreaFFlag 1, BackGroundFlag, Transparency,
+// AreaEqual 1 each. Dynamic areas have no border.
+bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
+    const std::uint8_t type = reader.u8();
+    area.rect.x = reader.u16();
+    area.rect.y = reader.u16();
+    area.rect.width = reader.u16();
+    area.rect.height = reader.u16();
+    const std::uint8_t border = reader.u8();
+    area.background_flag = reader.u8();
+    area.transparency = reader.u8();
+    area.equal = reader.u8();
+    if (!reader.ok()) return false;
+    parse.error = ErrorValue::bad_value;
+    if (type != kDynamicAreaType || border != 0 || area.rect.width == 0 || area.rect.height == 0)
+        return false;
+    parse.error = ErrorValue::malformed;
+    return true;
+}
+
+// SoundFlag 1; when it is not 0: four single bytes, two counts of 4, four single bytes, the text's length 4
+// and the text.
+bool read_sound(ByteReader& reader, DynamicArea& area) {
+    if (reader.u8() == 0) return reader.ok();
+    Sound& sound = area.sound.emplace();
+    sound.person = reader.u8();
+    sound.volume = reader.u8();
+    sound.speed = reader.u8();
+    sound.data_mode = reader.u8();
+    sound.replay_times = reader.u32();
+    sound.replay_delay = reader.u32();
+    sound.reserved_para_len = reader.u8();
+    sound.num_deal = reader.u8();
+    sound.languages = reader.u8();
+    sound.word_style = reader.u8();
+    sound.text = copy(reader.bytes(reader.u32()));
+    return reader.ok();
+}
+
+// PageDataLen 4, PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2,
+// Reserved 9, Dataoffset 4, DataLen 4.
+bool read_page(ByteReader& reader, Parse& parse, DynamicArea& area) {
+    const std::uint32_t length = reader.u32();
+    Page& page = area.pages.emplace_back();
+    page.style = reader.u8();
+    page.display_mode = reader.u8();
+    page.clear_mode = reader.u8();
+    page.speed = reader.u8();
+    page.stay_time = reader.u16();
+    page.repeat_time = reader.u8();
+    page.valid_len = reader.u16();
+    reader.skip(9);
+    Extent& extent = parse.extents.emplace_back();
+    extent.offset = reader.u32();
+    extent.length = reader.u32();
+    return reader.ok() && length == kPageRecord;
+}
+
+// Reserved5, PageNum 2, the page records.
+bool read_pages(ByteReader& reader, Parse& parse, DynamicArea& area) {
+    reader.skip(5);
+    const std::size_t count = reader.u16();
+    for (std::size_t i = 0; i < count; ++i)
+        if (!read_page(reader, parse, area)) return false;
+    return reader.ok();
+}
+
+// AreaDataLen 4, then that many bytes of description, no more and no fewer.
+bool read_area(ByteReader& reader, Parse& parse) {
+    ByteReader description(reader.bytes(reader.u32()));
+    DynamicArea& area = parse.areas.emplace_back();
+    return reader.ok() && read_schedule(description, parse, area) && read_place(description, parse, area) &&
+           read_sound(description, area) && read_pages(description, parse, area) && description.left() == 0;
+}
+
+// Hands every page its part of the block, which holds the pages and nothing else.
+bool share_out(Bytes block, Parse& parse) {
+    std::uint64_t total = 0;
+    for (const Extent& extent : parse.extents) {
+        if (std::uint64_t{extent.offset} + extent.length > block.size()) return false;
+        total += extent.length;
+    }
+    if (total != block.size()) return false;
+    auto extent = parse.extents.cbegin();
+    for (DynamicArea& area : parse.areas)
+        for (Page& page : area.pages) {
+            page.pixels = copy(block.subspan(extent->offset, extent->length));
+            ++extent;
+        }
+    return true;
+}
+
+} // namespace
+
+std::variant<std::vector<DynamicArea>, ErrorValue> parse_dynamic_areas(Bytes content) {
+    ByteReader reader(content);
+    Parse parse;
+    const std::size_t count = reader.u16();
+    if (count == 0) return parse.error;
+    for (std::size_t i = 0; i < count; ++i)
+        if (!read_area(reader, parse)) return parse.error;
+    if (!share_out(reader.rest(), parse)) return parse.error;
+    return std::move(parse.areas);
+}
+
+} // namespace qm::sim

@@ -1,0 +1,25 @@
+// The error values with which the simulated controller refuses a request.
+#pragma once
+
+#include <cstdint>
+
+namespace qm::sim {
+
+// X(enumerator, value, words). The values keep clear of every status that the library itself returns.
+#define QM_SIM_ERRORS(X)                                                                                     \
+    X(unknown_command, 101, "the controller has no such command")                                            \
+    X(bad_length, 102, "the payload has not the length that the command asks for")                           \
+    X(malformed, 103, "the lengths and counts inside the payload contradict each other")                     \
+    X(bad_value, 104, "a field holds a value that it cannot have")                                           \
+    X(bad_pixel_data, 105, "the pixel data of a page has not the length that its rectangle asks for")        \
+    X(no_memory, 106, "the controller has no room left for it")                                              \
+    X(refused_by_fault, 199, "a fault asked for it")
+
+#define QM_SIM_ERROR_ENUMERATOR(name, value, words) name = (value),
+enum class ErrorValue : std::uint16_t { QM_SIM_ERRORS(QM_SIM_ERROR_ENUMERATOR) };
+#undef QM_SIM_ERROR_ENUMERATOR
+
+// What an error value means; "error" for one that is not in the list.
+[[nodiscard]] const char* words_of(ErrorValue error);
+
+} // namespace qm::sim

@@ -1,0 +1,58 @@
+// A controller's side of the wire without the wire: bodies of frames in, answers out. It counts, spoils
+// answers when a fault is set, and reports to the owner. Any thread may call it.
+#pragma once
+
+#include "simulator/Controller.h"
+#include "simulator/Simulator.h"
+
+#include <mutex>
+#include <optional>
+
+namespace qm::sim {
+
+class Exchange {
+  public:
+    // What a frame leads to.
+    struct Turn {
+        std::optional<Delivery> delivery; // nothing for a frame that is not answered
+        bool updated = false;
+    };
+
+    // The options outlive the exchange.
+    explicit Exchange(const Options& options);
+
+    Turn take(Bytes body);
+
+    void set_fault(std::optional<Fault> fault);
+    [[nodiscard]] Image screen() const;
+    [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
+    [[nodiscard]] std::vector<Frame> payloads() const;
+    [[nodiscard]] std::size_t requests() const;
+    [[nodiscard]] std::size_t bad_frames() const;
+
+  private:
+    struct Report {
+        std::string words;
+        std::optional<Image> screen; // when it has changed
+    };
+
+    [[nodiscard]] Time now() const;
+    Turn carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
+    std::optional<Fault> fault_for_this_one();
+    void note_screen(Report& report);
+    void tell(const Report& report) const;
+
+    const Options& m_options;
+    const Generation m_generation;
+    const std::chrono::steady_clock::time_point m_switched_on = std::chrono::steady_clock::now();
+
+    mutable std::mutex m_mutex; // guards what follows
+    Controller m_controller;
+    std::optional<Fault> m_fault;
+    unsigned m_answered_well = 0; // since the fault was set
+    std::size_t m_requests = 0;
+    std::size_t m_bad_frames = 0;
+    Image m_shown;
+};
+
+} // namespace qm::sim

@@ -1,0 +1,77 @@
+// A controller on loopback that runs inside the calling process, in a thread of its own:
+//
+//     qm::sim::Simulator sim({.type = 0x0262, .width = 64, .height = 16});
+//     dynamicArea_AddAreaTxt_6G("127.0.0.1", sim.port(), ...);
+//     EXPECT_EQ(sim.screen().at(3, 5), (qm::sim::Rgb{255, 0, 0}));
+//
+// A request has been carried out before its answer is sent: when a call of the library has returned 0, the
+// screen and the counters show it. Every member may be called from any thread.
+#pragma once
+
+#include "DynamicArea.h"
+#include "Fault.h"
+#include "simulator/Image.h"
+#include "simulator/ScreenColor.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qm::sim {
+
+struct Options {
+    std::string listen = "127.0.0.1"; // dotted IPv4 address
+    std::uint16_t port = 0;           // 0: any free one
+    std::uint16_t type = 0x0262;      // low byte: series, high byte: variant
+    int width = 128, height = 32;     // pixels, 1 to 4,096
+    ScreenColor color = ScreenColor::dual;
+    std::optional<Fault> fault{};
+
+    // Called from the simulator's thread; they must not throw. The first two are called before the answer
+    // goes out.
+    std::function<void(const Image&)> on_screen{};        // the screen has changed
+    std::function<void(const std::string&)> on_request{}; // one line in words for every request and bad frame
+    std::function<void(bool updated)> on_closed{}; // a connection has ended; whether it updated the screen
+};
+
+class Simulator {
+  public:
+    // Listens when it returns. Throws std::invalid_argument for options out of range, std::system_error when
+    // the address cannot be had.
+    explicit Simulator(Options options = {});
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
+    // Closes every connection and joins the thread.
+    ~Simulator();
+
+    [[nodiscard]] std::uint16_t port() const;
+
+    // What the screen shows now.
+    [[nodiscard]] Image screen() const;
+    // The dynamic areas that the controller keeps, in the order in which they are drawn.
+    [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
+    // The dynamic-area payloads received (01 A7 ...), refused ones included, byte for byte, most recent last.
+    // The latest 64 are kept, and fewer when they are large.
+    [[nodiscard]] std::vector<Frame> payloads() const;
+
+    [[nodiscard]] std::size_t connections() const;      // accepted so far
+    [[nodiscard]] std::size_t open_connections() const; // at this moment
+    [[nodiscard]] std::size_t requests() const;         // well-formed ones so far, handshakes included
+    [[nodiscard]] std::size_t bad_frames() const;       // spoilt or foreign frames, which get no answer
+
+    // Waits until no connection is open; false when one still is after the time.
+    [[nodiscard]] bool wait_idle(std::chrono::milliseconds limit = std::chrono::seconds(5)) const;
+
+    // Sets the fault of the requests from now on, or ends it. Its count of good answers starts anew.
+    void set_fault(std::optional<Fault> fault);
+
+  private:
+    class Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace qm::sim

@@ -1,0 +1,24 @@
+// The command line of qm_simulator.
+#pragma once
+
+#include "simulator/Simulator.h"
+
+#include <optional>
+#include <string>
+
+namespace qm::sim {
+
+struct Settings {
+    Options options;
+    std::string frames;     // folder, empty for none
+    std::string screenshot; // file, empty for none
+    int scale = 8;          // of the screenshot
+    bool show = false;
+    bool once = false;
+    bool verbose = false;
+};
+
+// Nothing when the program is to end at once with the status, after the help or an error.
+[[nodiscard]] std::optional<Settings> parse_settings(int argc, char** argv, int& status);
+
+} // namespace qm::sim
