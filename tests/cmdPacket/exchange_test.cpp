@@ -63,12 +63,15 @@ TEST(Exchange, NothingIsSentWithoutAFrameAndNothingAwaitedWithoutAConnection) {
     MemoryLink untyped(0xFFFE), typed;
     EXPECT_EQ(untyped.send_cmd(0xA2, 1, {}), QM_FAILED);
     EXPECT_EQ(Outcome(untyped, &ON_command::send_recv_cmd_6HnX, {}).code, QM_FAILED);
-    EXPECT_EQ(typed.send_cmd(0xA2, 1, Frame(32768)), QM_FAILED);
     EXPECT_TRUE(untyped.pieces.empty());
-    EXPECT_TRUE(typed.pieces.empty());
-    typed.sends_until_failure = 0;
+
+    typed.answers = {kAck, kAck};
+    EXPECT_EQ(typed.send_cmd(0xA2, 1, {}), QM_OK);
+    EXPECT_EQ(typed.send_cmd(0xA2, 1, Frame(32768)), QM_FAILED); // nor is the previous frame sent again
+    EXPECT_EQ(typed.pieces.size(), 1U);
+    typed.sends_until_failure = 1;
     EXPECT_EQ(typed.send_cmd(0xA2, 1, {}), QM_FAILED);
-    EXPECT_EQ(typed.capacity, -1); // never received
+    EXPECT_EQ(typed.answers.size(), 1U);
 }
 
 // A payload of n bytes that need no escape makes a frame of n + 27 bytes: 8 + 16 + n + 2 + 1.

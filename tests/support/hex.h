@@ -21,8 +21,7 @@ MATCHER_P(is_hex, text, "is " + hex_text(hex(text))) {
 }
 
 // What action prints on standard output.
-template <class Action>
-std::string printed_by(Action&& action) {
+template <class Action> std::string printed_by(Action&& action) {
     testing::internal::CaptureStdout();
     action();
     return testing::internal::GetCapturedStdout();

@@ -29,7 +29,7 @@ void checked_header(ByteWriter& out, const AnswerFrame& answer, Bytes applicatio
     const std::size_t length = answer.claimed_data.value_or(static_cast<Ouint16>(application.size()));
     const Ouint16 crc = crc16(application.first(std::min(length, application.size())));
     common_header(out, answer);
-    out.u8(0).u8(generation6 ? answer.option : 0U).u16(2).zeros(10);
+    out.u8(0).u8(answer.option).u16(2).zeros(10);
     out.u16(static_cast<unsigned>(length)).u16(static_cast<unsigned>(crc ^ answer.crc_fault));
     if (generation6) out.u8(0);
 }

@@ -17,7 +17,7 @@ struct AnswerFrame {
     Ouint8 version = 7; // 5, 7 or 0xF0 (an envelope)
     Ouint8 protocol_type = 0;
     Ouint16 device_type = 0x0262;
-    Ouint8 option = 0; // generation 6 only
+    Ouint8 option = 0; // a reserved byte in generation 5, none in an envelope
     Ouint8 group = 0xA2, cmd = 0x80;
     Ouint16 error = 0;
     Frame payload{};

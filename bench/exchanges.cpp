@@ -1,0 +1,102 @@
+// Whole exchanges with a controller on loopback, beside the rests that each connection has to keep.
+#include "compare.h"
+
+#include "qm_sdk_dual.h"
+#include "simulator/Simulator.h"
+#include "support/descriptor.h"
+#include "tcpClient/HV_Client.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+namespace qm::bench {
+namespace {
+
+constexpr Ouint16 kWidth = 128, kHeight = 32;
+
+// Sends what the library prints to nowhere, so that the results stand alone on standard output.
+class Silence {
+  public:
+    Silence() : m_output(::dup(STDOUT_FILENO)) { redirect(Descriptor(::open("/dev/null", O_WRONLY))); }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+    ~Silence() { redirect(m_output); }
+
+  private:
+    static void redirect(const Descriptor& to) {
+        std::fflush(stdout);
+        ::dup2(to.get(), STDOUT_FILENO);
+    }
+    Descriptor m_output;
+};
+
+void rest(int connections) {
+    for (int i = 0; i < connections; ++i) {
+        ::usleep(5000);  // after connecting
+        ::usleep(10000); // after closing
+    }
+}
+
+int update_text(Ouint16 port) {
+    const Silence silence;
+    return dynamicArea_AddAreaTxt_6G("127.0.0.1", port, SCREEN_COLOR_DOUBLE, 1, 0, 0, kWidth, kHeight,
+                                     "DejaVu Sans", 18, "Flight QM 214 to Lisbon is boarding at gate 12");
+}
+
+// An area of 57 pages, 60,122 bytes.
+Frame long_payload() {
+    constexpr Ouint32 kPages = 57, kPageBytes = 2 * kWidth * kHeight / 8;
+    Frame payload;
+    ByteWriter out(payload);
+    out.u8(1).u8(hv_GPR_5HDynamicArea).u8(0).u16(0).u16(1); // command header, one area
+    out.u32(33 + 30 * kPages).u8(1).u8(0).u16(5).u8(1).u16(0).u8(1).u32(0);
+    out.u8(0x10).u16(0).u16(0).u16(kWidth).u16(kHeight).zeros(1 + 4 + 5).u16(kPages);
+    for (Ouint32 page = 0; page < kPages; ++page) {
+        out.u32(26).u8(0).u8(1).u8(0).u8(32).u16(0).u8(1).u16(kWidth).zeros(9);
+        out.u32(page * kPageBytes).u32(kPageBytes);
+    }
+    out.bytes(random_bytes(std::size_t{kPages} * kPageBytes));
+    return payload;
+}
+
+int send_blocks(Ouint16 port, Bytes payload) {
+    const Silence silence;
+    HV_Client client;
+    if (const int code = client.init("127.0.0.1", port); code != QM_OK) return code;
+    Ouint8 buffer[1024];
+    Answer answer{buffer};
+    return client.send_recv_cmd_1K2(hv_GPR_5HDynamicArea, 0, payload, answer);
+}
+
+bool shows_something(const sim::Simulator& controller) {
+    const auto areas = controller.dynamic_areas();
+    if (areas.size() != 1 || areas[0].pages.empty()) return false;
+    const Frame& pixels = areas[0].pages[0].pixels;
+    return std::any_of(pixels.begin(), pixels.end(), [](Ouint8 b) { return b != 0xFF; });
+}
+
+} // namespace
+
+void exchanges() {
+    const auto controller =
+        std::make_shared<sim::Simulator>(sim::Options{.width = kWidth, .height = kHeight});
+
+    const auto update = [=] { require(update_text(controller->port()) == QM_OK, "text update: refused"); };
+    update();
+    require(shows_something(*controller), "text update: the controller shows nothing");
+    compare_time("text update, 128 x 32", update, {{"prescribed rests of two connections", [] { rest(2); }}});
+
+    const auto payload = std::make_shared<const Frame>(long_payload());
+    const auto send = [=] {
+        require(send_blocks(controller->port(), *payload) == QM_OK, "block sending: refused");
+    };
+    send();
+    require(controller->payloads().back() == *payload, "block sending: other bytes arrived");
+    compare_time("60,122 bytes in blocks of 1,024", send,
+                 {{"prescribed rests of one connection", [] { rest(1); }}});
+}
+
+} // namespace qm::bench

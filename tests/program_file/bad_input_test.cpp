@@ -1,0 +1,155 @@
+// What a program refuses, and what it survives.
+#include "fixture.h"
+#include "hex.h"
+
+#include <fstream>
+#include <malloc.h>
+
+namespace qm::test {
+namespace {
+
+TEST_F(Program, RefusesUnknownAreasByName) {
+    const HVpageHeader page = page_header();
+    const HVareaframeHeader border{};
+    getPageData preview{};
+    const struct {
+        const char* name;
+        std::function<int()> call;
+    } cases[] = {
+        {"program_picturesAreaAddTxt", [&] { return program_picturesAreaAddTxt(9, "x", kFont, &page); }},
+        {"program_fontPath_picturesAreaAddTxt",
+         [&] { return program_fontPath_picturesAreaAddTxt(9, "x", "f.ttf", &page); }},
+        {"program_picturesAreaChangeTxt", [&] { return program_picturesAreaChangeTxt(9, "x", &page); }},
+        {"program_fontPath_picturesAreaChangeTxt",
+         [&] { return program_fontPath_picturesAreaChangeTxt(9, "x", &page); }},
+        {"program_pictureAreaAddPic", [&] { return program_pictureAreaAddPic(9, 1, &page, "x.png"); }},
+        {"program_picturesAreaAddFrame", [&] { return program_picturesAreaAddFrame(9, &border, "x.png"); }},
+        {"program_pictureAreaRemoveFrame", [&] { return program_pictureAreaRemoveFrame(9); }},
+        {"program_pictureAreaGetOnePage", [&] { return program_pictureAreaGetOnePage(9, 0, &preview); }},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
+                  "Error:" + std::string(c.name) + "==>Can not find the area.please check areaID.\n");
+}
+
+TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
+    const HVpageHeader_G6 page = page_header_g6();
+    const HVPicAreaSoundHeader_G6 sound{};
+    const struct {
+        const char* name;
+        std::function<int()> call;
+    } cases[] = {
+        {"program_picturesAreaAddTxt_G6",
+         [&] { return program_picturesAreaAddTxt_G6(9, "x", kFont, &page); }},
+        {"program_fontPath_picturesAreaAddTxt_G6",
+         [&] { return program_fontPath_picturesAreaAddTxt_G6(9, "x", "f.ttf", &page); }},
+        {"program_picturesAreaChangeTxt_G6", [&] { return program_picturesAreaChangeTxt_G6(9, "x", &page); }},
+        {"program_fontPath_picturesAreaChangeTxt_G6",
+         [&] { return program_fontPath_picturesAreaChangeTxt_G6(9, "x", &page); }},
+        {"program_pictureAreaAddPic_G6", [&] { return program_pictureAreaAddPic_G6(9, 1, &page, "x.png"); }},
+        {"program_pictureAreaChangePic_G6",
+         [&] { return program_pictureAreaChangePic_G6(9, 1, &page, "x.png"); }},
+        {"program_pictureAreaEnableSound_G6",
+         [&] { return program_pictureAreaEnableSound_G6(9, sound, "x"); }},
+        {"program_pictureAreaChangeSoundSettings_G6",
+         [&] { return program_pictureAreaChangeSoundSettings_G6(9, sound, "x"); }},
+        {"program_pictureAreaDisableSound_G6", [&] { return program_pictureAreaDisableSound_G6(9); }},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
+                  "Error:" + std::string(c.name) + "==>Can not find the area.please check areaID.\n");
+}
+
+TEST_F(Program, RefusesNullPointersAndUnknownKinds) {
+    const HVareaHeader unknown = area_header(3, 0, 0, 8, 8);
+    const HVareaHeader_G6 unknown6 = area_header_g6(10, 0, 0, 8, 8);
+    EXPECT_EQ(program_addProgram(nullptr), -1);
+    EXPECT_EQ(program_addPlayPeriodGrp(nullptr), -1);
+    EXPECT_EQ(program_addFrame(nullptr, "x"), -1);
+    EXPECT_EQ(program_AddArea(0, nullptr), -1);
+    EXPECT_EQ(program_AddArea(0, &unknown), -1);
+    EXPECT_EQ(program_IntegrateProgramFile(nullptr), -1);
+    EXPECT_EQ(program_freeBuffer(nullptr), -1);
+    EXPECT_EQ(program_pictureAreaGetOnePage(0, 0, nullptr), -1);
+    EXPECT_EQ(parsed_g5().areaCount, 0);
+    program_deleteProgram();
+    EXPECT_EQ(program_addArea_G6(0, &unknown6), -1);
+    EXPECT_EQ(parsed_g6().areaCount, 0);
+}
+
+TEST_F(Program, RefusesCallsOfTheOtherGeneration) {
+    const HVprogramHeader header = program_header(1);
+    const HVprogramHeader_G6 header6 = program_header_g6(1);
+    program_addProgram(&header);
+    HVprogram_G6 files{};
+    EXPECT_EQ(program_addProgram_G6(&header6), -1);
+    EXPECT_EQ(program_IntegrateProgramFile_G6(&files), -1);
+    EXPECT_TRUE(files.fileAddre == nullptr);
+    program_deleteProgram();
+    program_addProgram_G6(&header6);
+    EXPECT_EQ(program_addProgram(&header), -1);
+}
+
+TEST_F(Program, PreviewsPagesAsPng) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 20, 10);
+    const HVpageHeader page = page_header();
+    program_AddArea(0, &area);
+    program_picturesAreaAddTxt(0, "x", kFont, &page);
+    program_pictureAreaAddPic(0, 1, &page, "gone.png");
+    program_pictureAreaAddPic(0, 2, &page, "gone.png");
+    getPageData preview{};
+    ASSERT_EQ(program_pictureAreaGetOnePage(0, 0, &preview), 0);
+    EXPECT_EQ(int{preview.allPageNub}, 3);
+    // Signature, header chunk, width 20, height 10.
+    EXPECT_THAT(Bytes(preview.fileAddre, preview.pageLen).first(24),
+                is_hex("89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 14 00 00 00 0A"));
+    const struct {
+        int page;
+        const char* message;
+    } cases[] = {{1, "Error:The picture is not exist.\n"},
+                 {2, "Error:The last picture is not exist.\n"},
+                 {3, "Error:pageNum out of range.\n"},
+                 {-1, "Error:pageNum out of range.\n"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaGetOnePage(0, c.page, &preview), -1); }),
+                  c.message);
+        EXPECT_TRUE(preview.fileAddre == nullptr);
+        EXPECT_EQ(int{preview.allPageNub}, 3);
+    }
+}
+
+TEST_F(Program, SurvivesBadPicturesAndFonts) {
+    std::ofstream("text.png") << "no picture";
+    std::ofstream("empty.png");
+    const HVpageHeader page = page_header();
+    for (const auto& [width, height] : {std::pair{0, 0}, {0, 16}, {1, 1}, {2000, 1}, {64, 32}}) {
+        const HVareaHeader area = area_header(ePicturesArea, 65535, 65535, static_cast<Ouint16>(width),
+                                              static_cast<Ouint16>(height));
+        program_AddArea(0, &area);
+        EXPECT_EQ(program_fontPath_picturesAreaAddTxt(0, "text", "text.ttf", &page), 0);
+        for (const char* path : {"text.png", "empty.png", "/", "missing.png"})
+            program_pictureAreaAddPic(0, 1, &page, path);
+        program_pictureAreaAddPic(0, 2, &page, picture("wide.png", 20000, 1, 0xFF0000).c_str());
+        EXPECT_NO_THROW(parsed_g5()) << width << " x " << height;
+    }
+}
+
+TEST_F(Program, LeavesNothingBehindInAThousandCycles) {
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 64, 32);
+    const HVpageHeader_G6 page = page_header_g6();
+    const std::string path = picture("a.png", 64, 32, 0xFF0000);
+    const auto cycle = [&] {
+        program_addArea_G6(0, &area);
+        program_picturesAreaAddTxt_G6(0, "cycle", kFont, &page);
+        program_pictureAreaAddPic_G6(0, 1, &page, path.c_str());
+        integrate_g6();
+        program_deleteProgram_G6();
+    };
+    for (int i = 0; i < 20; ++i) cycle();
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < 1000; ++i) cycle();
+    EXPECT_LT(mallinfo2().uordblks, before + 64 * 1024);
+}
+
+} // namespace
+} // namespace qm::test

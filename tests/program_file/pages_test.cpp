@@ -1,0 +1,183 @@
+// The pages of text and picture areas as the files hold them.
+#include "fixture.h"
+#include "hex.h"
+
+namespace qm::test {
+namespace {
+
+constexpr char kLong[] = "A text that is longer than the area is wide";
+
+// Page data of an area of 16 x 8 on a double-colour screen: green and red bytes.
+constexpr std::size_t kSmallPage = 2 * 16 * 8 / 8;
+
+TEST_F(Program, OfGeneration5HoldsAPictureByteForByte) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 8, 2);
+    HVpageHeader page = page_header(2);
+    page.ValidLen = 999; // not what goes out
+    program_AddArea(0, &area);
+    ASSERT_EQ(program_pictureAreaAddPic(0, 1, &page, picture("red.png", 3, 1, 0xFF0000).c_str()), 0);
+    const File file = integrate_g5();
+    EXPECT_THAT(Bytes(file.bytes).subspan(22, file.bytes.size() - 26),
+                is_hex("01 "                                                 // area count
+                       "21 00 00 00 00 00 00 00 00 08 00 02 00 "             // length 33, type, rectangle
+                       "00 01 00 "                                           // no border, one page
+                       "11 00 00 00 00 02 00 03 F4 01 00 08 00 00 00 00 00 " // 13 + 4; header
+                       "FF 1F FF FF")); // green dark; red lit in three columns of the first row
+}
+
+TEST_F(Program, OfGeneration6PointsToItsPixelsCountingFromOne) {
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 16, 8);
+    const HVpageHeader_G6 page = page_header_g6();
+    program_addArea_G6(0, &area);
+    program_pictureAreaAddPic_G6(0, 1, &page, picture("a.png", 3, 1, 0xFF0000).c_str());
+    program_pictureAreaAddPic_G6(0, 2, &page, picture("b.png", 3, 1, 0x00FF00).c_str());
+    const File file = integrate_g6();
+    // Behind header, flags and count: length 19 + 60 + 1 + 1; records end with position and length.
+    EXPECT_THAT(Bytes(file.bytes).subspan(33, 4), is_hex("51 00 00 00"));
+    EXPECT_THAT(Bytes(file.bytes).subspan(37 + 21 + 22, 8), is_hex("0E 00 00 00 20 00 00 00"));
+    EXPECT_THAT(Bytes(file.bytes).subspan(37 + 21 + 30 + 22, 8), is_hex("2E 00 00 00 20 00 00 00"));
+    EXPECT_EQ(file.data.size(), 13 + 2 * kSmallPage + 4);
+}
+
+TEST_F(Program, CarriesTheCallersPageHeaders) {
+    HVareaHeader_G6 area = area_header_g6(ePicturesArea, 1, 2, 16, 8);
+    area.BackGroundFlag = 1;
+    area.Transparency = 2;
+    area.AreaEqual = 3;
+    HVpageHeader_G6 page = page_header_g6(9);
+    page.PageStyle = 4;
+    page.ClearMode = 5;
+    page.RepeatTime = 6;
+    page.CartoonFrameRate = 7;
+    page.BackNotValidFlag = 1; // not what goes out
+    program_addArea_G6(0, &area);
+    program_pictureAreaAddPic_G6(0, 1, &page, picture("a.png", 3, 1, 0xFF0000).c_str());
+    const ParsedArea parsed = parsed_g6().areas.at(0);
+    EXPECT_EQ(parsed.backGroundFlag, 1);
+    EXPECT_EQ(parsed.transparency, 2);
+    EXPECT_EQ(parsed.areaEqual, 3);
+    const ParsedPage& p = parsed.pages.at(0);
+    EXPECT_EQ((std::vector<int>{p.style, p.displayMode, p.clearMode, p.speed, p.stayTime, p.repeatTime,
+                                p.validLen, p.frameRate, p.backNotValid}),
+              (std::vector<int>{4, 9, 5, 3, 500, 6, 16, 7, 0}));
+}
+
+// The pages of a text in both generations must be the same.
+std::pair<std::vector<ParsedPage>, std::vector<ParsedPage>>
+both(const std::function<std::vector<ParsedPage>()>& g5, const std::function<std::vector<ParsedPage>()>& g6) {
+    auto first = g5();
+    program_deleteProgram();
+    auto second = g6();
+    program_deleteProgram();
+    return {first, second};
+}
+
+TEST_F(Program, GivesTheLastPageOfARunningTextItsWidth) {
+    for (const Ouint8 mode : {Ouint8{1}, Ouint8{4}, Ouint8{38}, Ouint8{40}}) {
+        const auto [g5, g6] = both(
+            [&] {
+                const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
+                const HVpageHeader page = page_header(mode, SINGLELINE);
+                program_AddArea(0, &area);
+                program_picturesAreaAddTxt(0, kLong, kFont, &page);
+                return parsed_g5().areas.at(0).pages;
+            },
+            [&] {
+                const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 64, 16);
+                const HVpageHeader_G6 page = page_header_g6(mode, SINGLELINE);
+                program_addArea_G6(0, &area);
+                program_picturesAreaAddTxt_G6(0, kLong, kFont, &page);
+                return parsed_g6().areas.at(0).pages;
+            });
+        ASSERT_EQ(g5.size(), g6.size());
+        ASSERT_GT(g5.size(), 2U);
+        for (std::size_t i = 0; i < g5.size(); ++i) {
+            EXPECT_EQ(g5[i].pixels, g6[i].pixels);
+            EXPECT_EQ(g5[i].validLen, g6[i].validLen);
+            EXPECT_TRUE(g5[i].validLen == 64 || i + 1 == g5.size());
+        }
+        EXPECT_EQ(g5.back().validLen == 64, mode == 1) << int{mode};
+    }
+}
+
+TEST_F(Program, WritesATextThatRunsToTheRightLastPageFirst) {
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 64, 16);
+    std::vector<ParsedPage> pages[2];
+    const Ouint8 modes[] = {40, 38};
+    for (std::size_t i = 0; i < 2; ++i) {
+        HVpageHeader_G6 page = page_header_g6(modes[i], SINGLELINE), other = page_header_g6(7);
+        program_addArea_G6(0, &area);
+        program_picturesAreaAddTxt_G6(0, kLong, kFont, &page);
+        program_pictureAreaAddPic_G6(0, 1, &other, picture("a.png", 64, 16, 0xFF0000).c_str());
+        pages[i] = parsed_g6().areas.at(0).pages;
+        EXPECT_EQ(pages[i].back().displayMode, 7) << "pictures follow with their own headers";
+        EXPECT_EQ(pages[i].back().validLen, 64);
+        const ParsedPage& firstText = pages[i][pages[i].size() - 2];
+        EXPECT_LT(firstText.validLen, 64) << "the partial page starts the text and is written last";
+    }
+    EXPECT_EQ(pages[0].size(), pages[1].size());
+}
+
+TEST_F(Program, MixesTextAndPicturesAndLeavesMissingOnesOut) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 16, 8);
+    const HVpageHeader text = page_header(1), shown = page_header(5), lost = page_header(6);
+    program_AddArea(0, &area);
+    program_pictureAreaAddPic(0, 8, &lost, "missing.png");
+    program_pictureAreaAddPic(0, 9, &shown, picture("a.png", 16, 8, 0xFF0000).c_str());
+    program_picturesAreaAddTxt(0, "x", kFont, &text);
+    ParsedProgram program;
+    EXPECT_EQ(printed_by([&] { program = parsed_g5(); }), "Error:The picture does not exist.ID:8\n");
+    ASSERT_EQ(program.areas.at(0).pages.size(), 2U);
+    EXPECT_EQ(program.areas[0].pages[0].displayMode, 1);
+    EXPECT_EQ(program.areas[0].pages[1].displayMode, 5);
+}
+
+TEST_F(Program, ReplacesAPictureByItsNumber) {
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 16, 8);
+    const HVpageHeader_G6 first = page_header_g6(1), second = page_header_g6(2);
+    const std::string red = picture("r.png", 16, 8, 0xFF0000), green = picture("g.png", 16, 8, 0x00FF00);
+    program_addArea_G6(0, &area);
+    program_pictureAreaAddPic_G6(0, 1, &first, red.c_str());
+    EXPECT_EQ(program_pictureAreaChangePic_G6(0, 1, &second, green.c_str()), 0);
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaChangePic_G6(0, 2, &second, red.c_str()), -1); }),
+              "Error:The picture does not exist.ID:2\n");
+    const auto pages = parsed_g6().areas.at(0).pages;
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(pages[0].displayMode, 2);
+    EXPECT_THAT(Bytes(pages[0].pixels).first(4), is_hex("00 FF 00 FF")) << "green lit, red dark";
+}
+
+TEST_F(Program, KeepsTheFontWhenTheTextChanges) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 96, 16);
+    const HVpageHeader page = page_header();
+    const auto pixels_of = [&](const char* font, const char* first, const char* then) {
+        program_AddArea(0, &area);
+        program_picturesAreaAddTxt(0, first, font, &page);
+        if (then) program_picturesAreaChangeTxt(0, then, &page);
+        return parsed_g5().areas.at(0).pages.at(0).pixels;
+    };
+    EXPECT_EQ(pixels_of("DejaVu Sans Mono", "old", "new"), pixels_of("DejaVu Sans Mono", "new", nullptr));
+    EXPECT_NE(pixels_of("DejaVu Sans Mono", "new", nullptr), pixels_of("DejaVu Sans", "new", nullptr));
+}
+
+TEST_F(Program, CarriesSpeechUntilItIsSwitchedOff) {
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 16, 8);
+    const HVPicAreaSoundHeader_G6 header{1, 2, 3, 4, 0x01020304, 0x05060708, 9, 10, 11, 12};
+    program_addArea_G6(0, &area);
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaEnableSound_G6(0, header, ""), -1); }),
+              "Error:soundData is empty.\n");
+    EXPECT_FALSE(parsed_g6().areas.at(0).sound);
+    EXPECT_EQ(program_pictureAreaEnableSound_G6(0, header, "abc"), 0);
+    const ParsedArea parsed = parsed_g6().areas.at(0);
+    EXPECT_EQ(parsed.length, 19U + 1 + 21 + 3);
+    EXPECT_EQ(parsed.soundText, "abc");
+    ASSERT_TRUE(parsed.sound);
+    EXPECT_THAT(*parsed.sound, is_hex("01 01 02 03 04 04 03 02 01 08 07 06 05 09 0A 0B 0C"));
+    EXPECT_EQ(program_pictureAreaChangeSoundSettings_G6(0, header, "other"), 0);
+    EXPECT_EQ(parsed_g6().areas.at(0).soundText, "other");
+    EXPECT_EQ(program_pictureAreaDisableSound_G6(0), 0);
+    EXPECT_FALSE(parsed_g6().areas.at(0).sound);
+}
+
+} // namespace
+} // namespace qm::test

@@ -1,0 +1,54 @@
+// Program and data files taken apart again. Every length, position and CRC is checked; a file that is wrong
+// anywhere throws std::runtime_error.
+#pragma once
+
+#include "support/bytes.h"
+
+#include <optional>
+#include <string>
+
+namespace qm::test {
+
+struct ParsedPage {
+    Ouint8 style = 0, displayMode = 0, clearMode = 0, speed = 0;
+    Ouint16 stayTime = 0;
+    Ouint8 repeatTime = 0;
+    Ouint16 validLen = 0;
+    Ouint8 frameRate = 0, backNotValid = 0; // generation 6
+    Frame pixels;
+};
+
+struct ParsedArea {
+    Ouint32 length = 0; // as written before the record
+    Ouint8 type = 0;
+    Ouint16 x = 0, y = 0, width = 0, height = 0;
+    std::optional<Frame> border; // its header; the pixels follow in borderPixels
+    Frame borderPixels;
+    Ouint8 backGroundFlag = 0, transparency = 0, areaEqual = 0; // generation 6
+    std::optional<Frame> sound;                                 // 17-byte header
+    std::string soundText;
+    std::vector<ParsedPage> pages;
+};
+
+struct ParsedProgram {
+    Frame header;
+    std::vector<Frame> periods; // 6 bytes each
+    std::optional<Frame> frame; // header of the screen border
+    Frame framePixels;
+    bool background = false;
+    int areaCount = 0; // as written
+    std::vector<ParsedArea> areas;
+    Ouint32 crc = 0;
+};
+
+// What the file itself does not say: how long the pixel data of its borders is, in the order in which they
+// come, and how many play periods there are.
+struct NotInTheFile {
+    std::vector<std::size_t> borderPixels{};
+    std::size_t periods = 0;
+};
+
+ParsedProgram parse_g5(Bytes file, NotInTheFile known = {});
+ParsedProgram parse_g6(Bytes file, Bytes data, const std::string& dataName, NotInTheFile known = {});
+
+} // namespace qm::test

@@ -1,0 +1,147 @@
+// Headers, names, play periods and the area list.
+#include "fixture.h"
+#include "hex.h"
+
+namespace qm::test {
+namespace {
+
+TEST_F(Program, OfGeneration5WithoutAreasIs27Bytes) {
+    const HVprogramHeader header{0x11, 42, 0x22, 0x33, 0x44, 0x5566, 0x77, 0x0102, 3, 4, 0x0506, 7, 8};
+    ASSERT_EQ(program_addProgram(&header), 0);
+    const File file = integrate_g5();
+    EXPECT_EQ(file.name, "P042");
+    EXPECT_EQ(file.type, 0);
+    EXPECT_EQ(file.bytes.size(), 27U);
+    EXPECT_THAT(Bytes(file.bytes).first(23),
+                is_hex("11 50 30 34 32 22 33 44 66 55 77 02 01 03 04 06 05 07 08 "
+                       "00 00 00 00"));
+    EXPECT_EQ(parse_g5(file.bytes).crc, file.crc);
+    EXPECT_TRUE(std::filesystem::exists("dataFantx.bin"));
+    EXPECT_EQ(std::filesystem::file_size("dataFantx.bin"), 27U);
+}
+
+TEST_F(Program, OfGeneration6WithoutAreasIs37And17Bytes) {
+    const HVprogramHeader_G6 header{0x11, 5,    0x22,   0x33, 0x44,   0x5566, 0x77, 0x88,   0x99AA, 0xBBCC,
+                                    0xDD, 0xEE, 0x0F10, 0x12, 0x1314, 0x15,   0x16, 0x1718, 0x19,   0x1A};
+    ASSERT_EQ(program_addProgram_G6(&header), 0);
+    const File file = integrate_g6();
+    EXPECT_EQ(file.name, "P005");
+    EXPECT_EQ(file.dataName, "D005");
+    EXPECT_EQ(file.type, 0);
+    EXPECT_EQ(file.dataType, 9);
+    EXPECT_EQ(file.bytes.size(), 37U);
+    EXPECT_THAT(Bytes(file.bytes).first(33),
+                is_hex("11 50 30 30 35 22 33 44 66 55 77 88 AA 99 CC BB DD EE 10 0F "
+                       "12 14 13 15 16 18 17 19 1A 00 00 00 00"));
+    EXPECT_EQ(file.data.size(), 17U);
+    EXPECT_THAT(Bytes(file.data).first(13), is_hex("09 44 30 30 35 00*8"));
+    parse_g6(file.bytes, file.data, "D005");
+    EXPECT_FALSE(std::filesystem::exists("dataFantx.bin"));
+}
+
+TEST_F(Program, NamesFilesByTheProgramID) {
+    const struct {
+        Ouint32 id;
+        const char *name, *dataName; // null: refused
+    } cases[] = {{0, "P000", "D000"},       {7, "P007", "D007"},
+                 {42, "P042", "D042"},      {999, "P999", "D999"},
+                 {1000, "1000", "D000"},    {4321, "4321", "D321"},
+                 {9999, "9999", "D999"},    {10000, nullptr, nullptr},
+                 {12345, nullptr, nullptr}, {4294967196U, nullptr, nullptr}};
+    for (const auto& c : cases) {
+        const HVprogramHeader header = program_header(c.id);
+        EXPECT_EQ(program_addProgram(&header), c.name ? 0 : -1) << c.id;
+        if (c.name) {
+            EXPECT_EQ(integrate_g5().name, c.name);
+        }
+        program_deleteProgram();
+        const HVprogramHeader_G6 header6 = program_header_g6(c.id);
+        EXPECT_EQ(program_addProgram_G6(&header6), c.name ? 0 : -1) << c.id;
+        if (c.name) {
+            EXPECT_EQ(integrate_g6().dataName, c.dataName);
+        }
+        program_deleteProgram_G6();
+    }
+}
+
+TEST_F(Program, KeepsItsFileNameInGeneration5WhenItsHeaderChanges) {
+    const HVprogramHeader first = program_header(1), second = program_header(2), bad = program_header(10000);
+    program_addProgram(&first);
+    EXPECT_EQ(program_changeProgramParams(&bad), -1);
+    EXPECT_EQ(program_changeProgramParams(&second), 0);
+    const File file = integrate_g5();
+    EXPECT_EQ(file.name, "P001");
+    EXPECT_THAT(Bytes(file.bytes).subspan(1, 4), is_hex("50 30 30 32"));
+    program_deleteProgram();
+    const HVprogramHeader_G6 first6 = program_header_g6(1), second6 = program_header_g6(2);
+    program_addProgram_G6(&first6);
+    program_changeProgramParams_G6(&second6);
+    EXPECT_EQ(integrate_g6().name, "P002");
+}
+
+TEST_F(Program, WritesTheUsedPlayPeriodsAndForcesThePriority) {
+    HVprogramHeader header = program_header(1);
+    header.ProgramPriority = 5;
+    program_addProgram(&header);
+    HVprogramppGrp_G56 periods{};
+    periods.playTimeGrpNum = 2;
+    periods.timeGrp[0] = {8, 0, 0, 12, 30, 0};
+    periods.timeGrp[1] = {14, 0, 1, 18, 59, 59};
+    periods.timeGrp[2] = {1, 1, 1, 1, 1, 1};
+    EXPECT_EQ(program_addPlayPeriodGrp(&periods), 0);
+    ParsedProgram program = parsed_g5({.borderPixels = {}, .periods = 2});
+    ASSERT_EQ(program.periods.size(), 2U);
+    EXPECT_EQ(program.periods[1], (Frame{14, 0, 1, 18, 59, 59}));
+    EXPECT_EQ(program.header[6], 1);
+    periods.playTimeGrpNum = 9;
+    EXPECT_EQ(program_addPlayPeriodGrp(&periods), -1) << "the record holds eight";
+    periods.playTimeGrpNum = 0;
+    EXPECT_EQ(program_addPlayPeriodGrp(&periods), 0);
+    program = parsed_g5();
+    EXPECT_TRUE(program.periods.empty());
+    EXPECT_EQ(program.header[6], 0);
+}
+
+TEST_F(Program, CountsReplacedAreasToo) {
+    const HVareaHeader pictures = area_header(ePicturesArea, 1, 2, 30, 20),
+                       clock = area_header(eTimeClockArea, 0, 0, 8, 8);
+    EXPECT_EQ(program_AddArea(1, &pictures), 0);
+    EXPECT_EQ(program_AddArea(2, &pictures), 0);
+    EXPECT_EQ(program_AddArea(1, &clock), 0);
+    ParsedProgram program = parsed_g5();
+    EXPECT_EQ(program.areaCount, 3);
+    ASSERT_EQ(program.areas.size(), 2U);
+    EXPECT_EQ(program.areas[0].type, ePicturesArea);
+    EXPECT_EQ(program.areas[0].length, 12U);
+    EXPECT_EQ(program.areas[0].x, 1);
+    EXPECT_EQ(program.areas[1].type, eTimeClockArea) << "the new area stands at the end";
+    EXPECT_EQ(program_deleteArea(7), 0);
+    EXPECT_EQ(program_deleteArea(2), 0);
+    program = parsed_g5();
+    EXPECT_EQ(program.areaCount, 2);
+    EXPECT_EQ(program.areas.size(), 1U);
+    EXPECT_EQ(program_deleteArea(65535), 0);
+    program = parsed_g5();
+    EXPECT_EQ(program.areaCount, 0);
+    EXPECT_TRUE(program.areas.empty());
+}
+
+TEST_F(Program, LaysAMovedAreaOutAnew) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 200, 16);
+    const HVpageHeader page = page_header();
+    program_AddArea(4, &area);
+    program_picturesAreaAddTxt(4, "several words in a row", kFont, &page);
+    EXPECT_EQ(parsed_g5().areas[0].pages.size(), 1U);
+    EXPECT_EQ(program_MoveArea(4, 3, 5, 64, 16), 0);
+    const ParsedProgram program = parsed_g5();
+    EXPECT_EQ(program.areas[0].x, 3);
+    EXPECT_EQ(program.areas[0].width, 64);
+    EXPECT_GT(program.areas[0].pages.size(), 1U);
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(program_MoveArea(5, 0, 0, 1, 1), 29); }),
+              "Error:Wrong areaID.This area does not exist.\n");
+    EXPECT_EQ(program_MoveArea(4, -1, 0, 1, 1), -1);
+    EXPECT_EQ(program_MoveArea(4, 0, 0, 65536, 1), -1);
+}
+
+} // namespace
+} // namespace qm::test
