@@ -36,5 +36,7 @@ void conversion();
 void checksums();
 void stuffing();
 void exchanges();
+void files();
+void programs();
 
 } // namespace qm::bench

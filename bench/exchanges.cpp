@@ -1,14 +1,12 @@
 // Whole exchanges with a controller on loopback, beside the rests that each connection has to keep.
 #include "compare.h"
+#include "silence.h"
 
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
-#include "support/descriptor.h"
 #include "tcpClient/HV_Client.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <fcntl.h>
 #include <memory>
 #include <unistd.h>
 
@@ -16,22 +14,6 @@ namespace qm::bench {
 namespace {
 
 constexpr Ouint16 kWidth = 128, kHeight = 32;
-
-// Sends what the library prints to nowhere, so that the results stand alone on standard output.
-class Silence {
-  public:
-    Silence() : m_output(::dup(STDOUT_FILENO)) { redirect(Descriptor(::open("/dev/null", O_WRONLY))); }
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() { redirect(m_output); }
-
-  private:
-    static void redirect(const Descriptor& to) {
-        std::fflush(stdout);
-        ::dup2(to.get(), STDOUT_FILENO);
-    }
-    Descriptor m_output;
-};
 
 void rest(int connections) {
     for (int i = 0; i < connections; ++i) {

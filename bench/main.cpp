@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
         qm::bench::conversion();
         qm::bench::checksums();
         qm::bench::stuffing();
+        qm::bench::programs();
+        qm::bench::files();
         qm::bench::exchanges();
         benchmark::RunSpecifiedBenchmarks();
         benchmark::ClearRegisteredBenchmarks(); // and with them what they run on

@@ -1,0 +1,113 @@
+// Text into pages, and pages into a program file.
+#include "compare.h"
+
+#include "program/PicturesArea_g6.h"
+#include "program/ProgramObj_g6.h"
+
+#include <cairo.h>
+
+#include <memory>
+
+namespace qm::bench {
+namespace {
+
+constexpr int kWidth = 128, kHeight = 32;
+constexpr Ouint16 kPoints = 9;
+constexpr double kPixels = 12;
+constexpr std::size_t kCharacters = 10000;
+
+std::string repeated(const std::string& words, std::size_t charactersInWords) {
+    std::string text;
+    for (std::size_t n = 0; n < kCharacters; n += charactersInWords) text += words;
+    return text;
+}
+
+qm_G5_G6_fontData font_data() {
+    qm_G5_G6_fontData data;
+    data.arrMode = MULTILINE;
+    data.fontSize = kPoints;
+    data.color = eRed;
+    return data;
+}
+
+std::unique_ptr<PicturesArea_g6> area_of(const std::string& text, const char* font) {
+    auto area = std::make_unique<PicturesArea_g6>();
+    area->setGeometry({ePicturesArea, 0, 0, kWidth, kHeight});
+    area->AreaAddTxt(text.c_str(), font, font_data(), qm_G6_page_header{});
+    return area;
+}
+
+// What cairo takes for the same characters: as many to a line, lines to a page and pages as the library made,
+// on one surface, cleared for each page.
+class CairoAlone {
+  public:
+    CairoAlone(const std::string& text, std::size_t lines, const char* font) : m_canvas(kWidth, kHeight) {
+        cairo_t* c = m_canvas.context();
+        cairo_select_font_face(c, font, CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+        cairo_set_font_size(c, kPixels);
+        cairo_set_source_rgb(c, 1, 0, 0);
+        const std::size_t perLine = text.size() / lines + 1;
+        for (std::size_t begin = 0; begin < text.size();) {
+            std::size_t end = std::min(text.size(), begin + perLine);
+            while (end < text.size() && (text[end] & 0xC0) == 0x80) ++end; // whole characters
+            m_lines.push_back(text.substr(begin, end - begin));
+            begin = end;
+        }
+    }
+    void draw() {
+        for (std::size_t i = 0; i < m_lines.size(); ++i) {
+            if (i % 2 == 0) m_canvas.clear();
+            cairo_move_to(m_canvas.context(), 0, i % 2 == 0 ? 12 : 28);
+            cairo_show_text(m_canvas.context(), m_lines[i].c_str());
+        }
+        cairo_surface_flush(m_canvas.surface());
+    }
+
+  private:
+    Canvas32 m_canvas;
+    std::vector<std::string> m_lines;
+};
+
+void compare_text(const std::string& name, const std::string& text, const char* font) {
+    screen_settings().set(SCREEN_COLOR_DOUBLE, 0x0262, DOUBLE_COLOR_PIXTYPE_1);
+    const auto pages = [=] {
+        const auto area = area_of(text, font);
+        area->PreparePageData();
+        return area->pixelDataList.size();
+    };
+    const std::size_t count = pages();
+    require(count > 100, name + ": pages are missing");
+    const auto cairo = std::make_shared<CairoAlone>(text, 2 * count, font);
+    compare_speed(name, text.size(), [=] { pages(); }, {{"cairo alone", [=] { cairo->draw(); }}});
+}
+
+// A program of so many picture-sized pages, assembled again and again.
+void compare_assembly() {
+    const auto assemble = [](std::size_t pages) {
+        const auto program = std::make_shared<ProgramObj_g6>();
+        program->ProgramAddArea_g6(0, {ePicturesArea, 0, 0, kWidth, kHeight}, {});
+        std::string lines;
+        for (std::size_t i = 0; i < 2 * pages; ++i) lines += "line\n";
+        static_cast<PicturesArea_g6*>(program->getArea(0))
+            ->AreaAddTxt(lines.c_str(), "DejaVu Sans", font_data(), qm_G6_page_header{});
+        return [program] { program->SendProgram(); };
+    };
+    const std::size_t page = pixel_data_size(0, kWidth, kHeight, screen_settings().layout());
+    const auto small = assemble(10);
+    compare_speed("assemble a program of 1,000 pages", 1000 * page, assemble(1000),
+                  {{"100 programs of 10 pages", [small] {
+                        for (int i = 0; i < 100; ++i) small();
+                    }}});
+}
+
+} // namespace
+
+void programs() {
+    compare_text("10,000 Latin characters into pages", repeated("signs that say what they mean ", 30),
+                 "DejaVu Sans");
+    compare_text("10,000 Chinese characters into pages", repeated("欢迎光临今日特价新鲜水果", 12),
+                 "WenQuanYi Micro Hei");
+    compare_assembly();
+}
+
+} // namespace qm::bench
