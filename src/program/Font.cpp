@@ -122,11 +122,12 @@ void Font::find_glyph(char16_t character, GlyphShape& shape) {
     shape.index = glyph_index(shape.face, character);
 }
 
-const GlyphShape& Font::shape(char16_t character) {
-    const auto [entry, added] = m_shapes.try_emplace(character);
-    GlyphShape& shape = entry->second;
-    if (!added) return shape;
+const GlyphShape& Font::measure(char16_t character) {
+    auto& block = m_shapes[character >> 8U];
+    if (!block) block = std::make_unique<Block>();
+    GlyphShape& shape = (*block)[character & 0xFFU];
     find_glyph(character, shape);
+    shape.measured = true;
     const cairo_glyph_t glyph{shape.index, 0, 0};
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(m_faces[shape.face].get(), &glyph, 1, &extents);

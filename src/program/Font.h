@@ -4,11 +4,11 @@
 #include "program/Surface.h"
 #include "qm_sdk_dual.h"
 
+#include <array>
 #include <compare>
 #include <memory>
 #include <span>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace qm {
@@ -32,6 +32,7 @@ bool select_font(cairo_t* c, const FontChoice& choice);
 struct GlyphShape {
     unsigned long index = 0;
     unsigned face = 0; // which of the font's faces has it
+    bool measured = false;
     int advance = 0;
     int left = 0, top = 0, right = 0, bottom = 0; // ink
     [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
@@ -52,11 +53,22 @@ class Font {
     [[nodiscard]] int ascent() const { return m_ascent; }
     [[nodiscard]] int line_height() const { return m_lineHeight; }
     // Valid as long as the font is. A character that the font lacks comes from another font that has it.
-    const GlyphShape& shape(char16_t character);
+    const GlyphShape& shape(char16_t character) {
+        const auto& block = m_shapes[character >> 8U];
+        if (block) [[likely]] {
+            const GlyphShape& shape = (*block)[character & 0xFFU];
+            if (shape.measured) [[likely]]
+                return shape;
+        }
+        return measure(character);
+    }
     // Draws the glyphs with the context's colour, shifted by dx.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
   private:
+    using Block = std::array<GlyphShape, 256>;
+
+    const GlyphShape& measure(char16_t character);
     unsigned long glyph_index(unsigned face, char16_t character) const;
     void find_glyph(char16_t character, GlyphShape& shape);
     bool add_fallback(char16_t character);
@@ -66,7 +78,7 @@ class Font {
     std::vector<ScaledFontPtr> m_faces; // the chosen font, then fallbacks
     int m_fallbackSearches = 0;
     int m_ascent = 0, m_lineHeight = 0;
-    std::unordered_map<char16_t, GlyphShape> m_shapes;
+    std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
     std::vector<cairo_glyph_t> m_run;
 };
 

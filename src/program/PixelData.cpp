@@ -1,5 +1,7 @@
 #include "program/PixelData.h"
 
+#include "program/DarkMasks.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -37,32 +39,47 @@ std::size_t plane_count(int screenColor) {
     return planes ? static_cast<std::size_t>(screenColor) : 0;
 }
 
-bool lit(Ouint8 channel) { return channel > kLitAbove; }
+constexpr std::array<Ouint8, 256> reversed_bits() {
+    std::array<Ouint8, 256> table{};
+    for (unsigned i = 0; i < 256; ++i)
+        for (unsigned bit = 0; bit < 8; ++bit)
+            if (i >> bit & 1U) table[i] = static_cast<Ouint8>(table[i] | 0x80U >> bit);
+    return table;
+}
+constexpr std::array<Ouint8, 256> kReversed = reversed_bits();
 
-// Which of the planes red (bit 0), green (1) and blue (2) a pixel lights.
-template <int Color, bool Swapped> unsigned planes_of(const Ouint8* pixel) {
-    const bool b = lit(pixel[0]), g = lit(pixel[1]), r = lit(pixel[2]);
-    if constexpr (Color == SCREEN_COLOR_SINGLE) return r || g || b;
-    if constexpr (Color == SCREEN_COLOR_THREE) return r | g << 1U | b << 2U;
-    // Double colour: blue shows on the plane that red goes to, where neither red nor green does.
-    const bool first = r || (b && !g);
-    return Swapped ? g | first << 1U : first | g << 1U;
+// Eight pixels as one byte of each plane, the first pixel in the top bit. Dark is 1, as in the masks.
+template <int Color, bool Swapped>
+void pack_byte(const Ouint8* pixels, Ouint8* const* planes, std::size_t byte) {
+    const DarkMasks dark = dark_masks(pixels);
+    const auto put = [&](unsigned plane, unsigned mask) { planes[plane][byte] = kReversed[mask & 0xFFU]; };
+    if constexpr (Color == SCREEN_COLOR_SINGLE) {
+        put(0, dark.red & dark.green & dark.blue);
+    } else if constexpr (Color == SCREEN_COLOR_THREE) {
+        put(0, dark.red);
+        put(1, dark.green);
+        put(2, dark.blue);
+    } else {
+        // Blue shows on the plane that red goes to, where neither red nor green does.
+        put(Swapped ? 1 : 0, dark.red & (dark.blue | ~dark.green));
+        put(Swapped ? 0 : 1, dark.green);
+    }
 }
 
-// Fills one row of each plane, rowLen / 8 bytes, first pixel in the top bit.
+// Fills one row of each plane, rowLen / 8 bytes. Columns outside the image are dark.
 template <int Color, bool Swapped> void pack_row(const Canvas& canvas, std::size_t y, Ouint8* const* planes) {
-    constexpr std::size_t kPlanes = Color;
-    const Ouint8* pixel = canvas.row(y);
-    std::size_t column = 0;
+    const Ouint8* row = canvas.row(y);
     const std::size_t first = canvas.leftPad, last = canvas.leftPad + canvas.width;
     for (std::size_t byte = 0; byte < canvas.rowLen / 8; ++byte) {
-        unsigned bits[kPlanes] = {};
-        for (unsigned bit = 0; bit < 8; ++bit, ++column) {
-            const unsigned lights = column >= first && column < last ? planes_of<Color, Swapped>(pixel) : 0;
-            if (column >= first && column < last) pixel += 4;
-            for (std::size_t p = 0; p < kPlanes; ++p) bits[p] = bits[p] << 1U | (lights >> p & 1U);
+        const std::size_t column = 8 * byte;
+        if (column >= first && column + 8 <= last) {
+            pack_byte<Color, Swapped>(row + 4 * (column - first), planes, byte);
+            continue;
         }
-        for (std::size_t p = 0; p < kPlanes; ++p) planes[p][byte] = static_cast<Ouint8>(~bits[p]);
+        Ouint8 padded[32] = {};
+        const std::size_t from = std::max(column, first), to = std::min(column + 8, last);
+        if (from < to) std::memcpy(padded + 4 * (from - column), row + 4 * (from - first), 4 * (to - from));
+        pack_byte<Color, Swapped>(padded, planes, byte);
     }
 }
 

@@ -3,7 +3,7 @@
 // Single-, double- and three-colour screens take bit planes, active-low: a bit is 0 where the LED is lit.
 // The image stands at the same bit position inside its first byte or word as it has on the screen, and rows
 // are padded with dark pixels to the alignment unit on both sides. Full-colour screens take 16- or 24-bit
-// pixels without padding.
+// pixels without padding. In bit planes a channel above 96 is lit.
 #pragma once
 
 #include "qm_sdk_dual.h"
@@ -29,9 +29,6 @@ struct PixelLayout {
     int doubleColorPixel; // 1: red drives the plane called red; other: red and green change places
     unsigned alignPixels; // unit of the rows of bit planes: 8 or 32 pixels
 };
-
-// Pixels at and below this value leave their LED dark.
-constexpr unsigned kLitAbove = 96;
 
 using GammaTable = std::array<Ouint8, 256>;
 // The controllers' gamma of 2 for 16-bit pixels.
