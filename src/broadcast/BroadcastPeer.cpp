@@ -3,18 +3,20 @@
 #include <arpa/inet.h>
 #include <cerrno>
 #include <ifaddrs.h>
+#include <memory>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <string_view>
 #include <sys/socket.h>
-#include <unistd.h>
+#include <thread>
 
 namespace qm {
 namespace {
 
 constexpr std::chrono::seconds kAttempt{1};
-constexpr useconds_t kRestAfterClose = 10000;
+constexpr std::chrono::milliseconds kRestAfterClose{10};
+constexpr int kMostPending = 1000; // datagrams, in case somebody sends without end
 constexpr std::ptrdiff_t kShortestFrame = 15;
 
 sockaddr_in address_of(in_addr_t ip, Ouint16 port) {
@@ -47,10 +49,16 @@ int readable_socket(const std::vector<Descriptor>& sockets, Clock::time_point de
 
 } // namespace
 
+BroadcastPeer::BroadcastPeer() {
+    static std::mutex broadcasts;
+    m_turn = std::unique_lock(broadcasts);
+}
+
 int BroadcastPeer::GetIpList() {
-    ifaddrs* list = nullptr;
-    if (::getifaddrs(&list) != 0) return QM_OK;
-    for (const ifaddrs* entry = list; entry; entry = entry->ifa_next) {
+    ifaddrs* first = nullptr;
+    if (::getifaddrs(&first) != 0) return QM_OK;
+    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> list(first, ::freeifaddrs);
+    for (const ifaddrs* entry = first; entry; entry = entry->ifa_next) {
         if (!entry->ifa_addr || entry->ifa_addr->sa_family != AF_INET) continue;
         sockaddr_in address{};
         std::memcpy(&address, entry->ifa_addr, sizeof address);
@@ -60,7 +68,6 @@ int BroadcastPeer::GetIpList() {
         vecIp.emplace_back(text);
         vecNet[text] = entry->ifa_name;
     }
-    ::freeifaddrs(list);
     return QM_OK;
 }
 
@@ -91,7 +98,16 @@ int BroadcastPeer::open_socket(unsigned interface) {
     return QM_OK;
 }
 
+// What still lies there answers an earlier command: another controller's, or the same one's by another way.
+void BroadcastPeer::discard_pending() {
+    Ouint8 byte;
+    for (const Descriptor& socket : SocketList)
+        for (int i = 0; i < kMostPending && ::recv(socket.get(), &byte, 1, MSG_DONTWAIT) >= 0; ++i) {
+        }
+}
+
 int BroadcastPeer::Send(const Ouint8* data, int len) {
+    discard_pending();
     const sockaddr_in to = address_of(::inet_addr(BroadIp.c_str()), BroadPort);
     for (const Descriptor& socket : SocketList)
         ::sendto(socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL,
@@ -102,17 +118,22 @@ int BroadcastPeer::Send(const Ouint8* data, int len) {
 int BroadcastPeer::Recv(Ouint8* buff, int& dataLen, int attempts) {
     remoteIP[0] = 0;
     const auto deadline = Clock::now() + attempts * kAttempt;
-    const int socket = readable_socket(SocketList, deadline);
-    if (socket >= 0) return receive_from(socket, buff, dataLen);
+    do {
+        const int socket = readable_socket(SocketList, deadline);
+        if (socket < 0) break;
+        if (const auto code = receive_from(socket, buff, dataLen)) return *code;
+    } while (Clock::now() < deadline);
     dataLen = 0;
     return QM_OK;
 }
 
-int BroadcastPeer::receive_from(int socket, Ouint8* buff, int& dataLen) {
+// Nothing when the datagram turned out to be spoilt and was thrown away.
+std::optional<int> BroadcastPeer::receive_from(int socket, Ouint8* buff, int& dataLen) {
     sockaddr_in from{};
     socklen_t size = sizeof from;
     const auto received = ::recvfrom(socket, buff, static_cast<std::size_t>(dataLen), MSG_DONTWAIT,
                                      reinterpret_cast<sockaddr*>(&from), &size);
+    if (received < 0 && (errno == EAGAIN || errno == EINTR)) return std::nullopt;
     dataLen = 0;
     if (received < 0) return QM_FAILED;
     if (received < kShortestFrame && !says_ok({buff, static_cast<std::size_t>(received)})) return QM_FAILED;
@@ -129,7 +150,7 @@ int BroadcastPeer::get_ipAdder(Ouint8 out[20]) const {
 void BroadcastPeer::Close() {
     for (Descriptor& socket : SocketList) {
         socket.reset();
-        ::usleep(kRestAfterClose);
+        std::this_thread::sleep_for(kRestAfterClose);
     }
     SocketList.clear();
 }

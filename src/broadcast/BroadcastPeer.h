@@ -5,13 +5,16 @@
 #include "support/descriptor.h"
 
 #include <map>
+#include <mutex>
+#include <optional>
 #include <string>
 
 namespace qm {
 
 class BroadcastPeer : public ON_command {
   public:
-    BroadcastPeer() = default;
+    // Waits for the process's other broadcasts to end.
+    BroadcastPeer();
     BroadcastPeer(const BroadcastPeer&) = delete;
     BroadcastPeer& operator=(const BroadcastPeer&) = delete;
     ~BroadcastPeer() override { Close(); }
@@ -29,11 +32,16 @@ class BroadcastPeer : public ON_command {
     [[nodiscard]] bool answered() const { return remoteIP[0] != 0; }
     void Close();
 
-  private:
+    // Lists the host's IPv4 addresses and their interfaces; 0.
     int GetIpList();
-    int open_socket(unsigned interface);
-    int receive_from(int socket, Ouint8* buff, int& dataLen);
 
+  private:
+    int open_socket(unsigned interface);
+    void discard_pending();
+    std::optional<int> receive_from(int socket, Ouint8* buff, int& dataLen);
+
+    // All broadcasts of a process bind the same port, so that one would take the other's answers.
+    std::unique_lock<std::mutex> m_turn;
     char remoteIP[20] = {};
     std::string BroadIp;
     Ouint16 BroadPort = 0;

@@ -10,13 +10,15 @@ constexpr Ouint16 kHostAddress = 0x8000;
 constexpr Ouint16 kLastSeqno = 32766;
 constexpr Ouint8 kVersion5 = 5, kVersion6 = 7, kVersionEnvelope = 0xF0;
 
-// Bytes from the first of a link header to its CRC field, its checksum byte and its end.
+// Bytes from the first of a link header to its checksum byte, and to its end.
 struct LinkLayout {
     std::size_t checksum, size;
 };
 constexpr std::size_t kDataLenOffset = 22, kCrcOffset = 24; // the same in both generations
 constexpr LinkLayout kLink5{26, 27}, kLink6{27, 28};
 constexpr std::size_t kEnvelopeSize = 16;
+constexpr std::size_t kMaxApplication = 0xFFFF; // what a header's length field can say
+constexpr std::size_t kMaxStuffed = 0x7FFFFFFF; // what a send can take
 
 Ouint16 u16_at(Bytes bytes, std::size_t offset) {
     return static_cast<Ouint16>(bytes[offset] | bytes[offset + 1] << 8);
@@ -115,6 +117,7 @@ void LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
     m_application.clear();
     ByteWriter writer(m_application);
     application_header(writer, group, cmd, payload);
+    if (m_application.size() > kMaxApplication) return;
     link_header5(m_application);
     Transfer_Packet(m_body, out);
 }
@@ -127,6 +130,7 @@ void LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
 }
 
 void LedHVPacket::Pack6_OnlyHeader(Bytes application, Frame& out) {
+    if (application.size() > kMaxApplication) return;
     link_header6(application);
     Transfer_Packet(m_body, out);
 }
@@ -168,6 +172,7 @@ CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
             static_cast<int>(expected));
         return CData::error();
     }
+    if (stuffed_length(m_body) > kMaxStuffed) return CData::error();
     CData frame(static_cast<Ouint32>(stuffed_length(m_body)));
     const std::size_t length = Transfer_Packet(m_body, frame.m_pData.get());
     if (length != frame.m_nDataLen) {
@@ -208,6 +213,7 @@ int LedHVPacket::open_link(Bytes body, Bytes& application) {
 
 // Answer header, 9 bytes: reserved, cmdgroup, cmd, status u16, Error u16, datalen u16.
 int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
+    answer.length = 0;
     if (!is_frame(frame)) return QM_FAILED;
     Restore_Packet(frame, m_body);
     Bytes application;

@@ -13,7 +13,7 @@ enum class Framing { none, generation5, generation6 };
 // Where an answer's payload goes: the caller's buffer, and how much of it was filled.
 struct Answer {
     std::span<Ouint8> buffer;
-    int length = 0;
+    int length = 0; // 0 for an answer without a payload
     [[nodiscard]] Bytes received() const { return buffer.first(static_cast<std::size_t>(length)); }
 };
 

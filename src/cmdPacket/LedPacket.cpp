@@ -8,26 +8,10 @@ namespace {
 
 constexpr int kStartBytes = 8;
 
-// The escape byte and its second byte, for the four byte values that a body must not carry.
-struct Escape {
-    Ouint8 plain, first, second;
-};
-constexpr Escape kEscapes[] = {{0x5A, 0x5B, 2}, {0x5B, 0x5B, 1}, {0xA5, 0xA6, 2}, {0xA6, 0xA6, 1}};
-
-constexpr bool needs_escape(Ouint8 b) { return b == 0x5A || b == 0x5B || b == 0xA5 || b == 0xA6; }
-
-const Escape& escape_of(Ouint8 plain) {
-    const Escape* entry = kEscapes;
-    while (entry->plain != plain) ++entry;
-    return *entry;
-}
-
-// The plain byte behind an escape pair, or -1 when the two are no pair.
-int unescape(Ouint8 first, Ouint8 second) {
-    for (const Escape& e : kEscapes)
-        if (e.first == first && e.second == second) return e.plain;
-    return -1;
-}
+// A body must carry none of the start byte A5, the end byte 5A and the escape bytes A6 and 5B. An escape byte
+// followed by 1 stands for itself, followed by 2 for the byte below it.
+constexpr bool is_escape(Ouint8 b) { return b == 0x5B || b == 0xA6; }
+constexpr bool needs_escape(Ouint8 b) { return b == 0x5A || b == 0xA5 || is_escape(b); }
 
 // Splits text at the separator into count decimal numbers. A field of more than max_field characters ends
 // early, and what is left of it begins the next one.
@@ -52,13 +36,13 @@ std::size_t LedPacket::Need_Transfer_Count(Bytes bytes) {
 std::size_t LedPacket::Transfer_Packet(Bytes body, Ouint8* out) {
     Ouint8* p = std::fill_n(out, kStartBytes, Ouint8{0xA5});
     for (const Ouint8 b : body) {
-        if (needs_escape(b)) {
-            const Escape& escape = escape_of(b);
-            *p++ = escape.first;
-            *p++ = escape.second;
-        } else {
+        if (!needs_escape(b)) {
             *p++ = b;
+            continue;
         }
+        const bool escape = is_escape(b);
+        *p++ = static_cast<Ouint8>(escape ? b : b + 1);
+        *p++ = escape ? 1 : 2;
     }
     *p++ = 0x5A;
     return static_cast<std::size_t>(p - out);
@@ -72,21 +56,27 @@ void LedPacket::Transfer_Packet(Bytes body, Frame& out) {
 std::size_t LedPacket::Restore_Data(Bytes stuffed, Ouint8* out) {
     Ouint8* p = out;
     for (std::size_t i = 0; i < stuffed.size(); ++i) {
-        const int plain = i + 1 < stuffed.size() ? unescape(stuffed[i], stuffed[i + 1]) : -1;
-        *p++ = plain < 0 ? stuffed[i] : static_cast<Ouint8>(plain);
-        if (plain >= 0) ++i;
+        const Ouint8 b = stuffed[i];
+        const Ouint8 next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
+        if (is_escape(b) && (next == 1 || next == 2)) {
+            *p++ = static_cast<Ouint8>(b + 1 - next);
+            ++i;
+        } else {
+            *p++ = b;
+        }
     }
     return static_cast<std::size_t>(p - out);
 }
 
 void LedPacket::Restore_Packet(Bytes frame, Frame& body) const {
     const auto first = std::find_if(frame.begin(), frame.end(), [&](Ouint8 b) { return b != begin_flag; });
-    const Bytes rest = frame.subspan(static_cast<std::size_t>(first - frame.begin()));
-    std::size_t end = rest.size();
-    while (end > 1 && rest[end - 1] == end_flag) --end;
-    if (end == 1) end = rest.size(); // nothing but end bytes behind the first: taken as it came
-    body.resize(end);
-    body.resize(Restore_Data(rest.first(end), body.data()));
+    const auto begin = static_cast<std::size_t>(first - frame.begin());
+    std::size_t end = frame.size();
+    while (end > 1 && frame[end - 1] == end_flag) --end;
+    if (end == 1) end = frame.size(); // nothing but end bytes behind the first: taken as it came
+    const Bytes stuffed = frame.subspan(begin, std::max(end, begin) - begin);
+    body.resize(stuffed.size());
+    body.resize(Restore_Data(stuffed, body.data()));
 }
 
 void LedPacket::strIPtoHex(const char* text, Ouint8 out[4]) { decimal_fields(text, '.', 4, {out, 4}); }

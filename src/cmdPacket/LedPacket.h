@@ -32,8 +32,7 @@ class LedPacket {
 
     // Dotted IPv4 text to 4 bytes.
     static void strIPtoHex(const char* text, Ouint8 out[4]);
-    // Six fields separated by "-" to 6 bytes, each field read as a decimal number: controllers are set up
-    // with tools that write the address this way.
+    // Six fields separated by "-" to 6 bytes. Each field is read as a decimal number, not a hexadecimal one.
     static void strMacToHex(const char* text, Ouint8 out[6]);
 
     static Ouint8 charToBcd(Ouint8 value) { return static_cast<Ouint8>(((value / 10) << 4) + value % 10); }

@@ -93,6 +93,10 @@ class ON_command : public LedHVPacket {
     int hv_cmd_set_speedAdjust(std::int16_t speed);
     int hv_cmd_set_screenAddress(std::int16_t address);
 
+    // Whether the process's block size, and a number of file names, fit a frame; what does not is -1.
+    static bool can_send_blocks();
+    static bool can_name_files(std::int16_t fileNub);
+
     // Files; the conf_ commands are for configuration files.
     int hv_cmd_ofs_format();
     int hv_cmd_ofs_startFileTransf();
@@ -109,6 +113,7 @@ class ON_command : public LedHVPacket {
     int hv_cmd_conf_reedFileBlock(const char* fileName);
     // dataAddre is allocated with malloc.
     int hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock);
+    static int hv_cmd_freeDirBlock(Ouint8* dataAddre);
     int hv_cmd_ofs_getTransStatus(Ouint8& rw, char* fileName, Ouint32& fileCrc, Ouint32& fileOffset);
 
     Ouint8 _percentage = 0;

@@ -13,8 +13,8 @@ constexpr std::size_t kConfBlock = 1024;
 constexpr std::size_t kBlockHeader = 9; // name 4, last-block flag, offset u32
 constexpr std::size_t kEntry = sizeof(FileAttribute_G56);
 constexpr std::size_t kDirBlockHeader = 5;
-// Blocks in a row that may bring no entry before a controller is given up.
-constexpr int kMaxEmptyBlocks = 16;
+// Blocks beyond one an entry, before a controller that goes on and on is given up.
+constexpr std::size_t kSpareBlocks = 64;
 
 // The last 4 bytes of a file, with zeros in front of a shorter one.
 std::array<Ouint8, 4> tail_of(Bytes data) {
@@ -25,7 +25,22 @@ std::array<Ouint8, 4> tail_of(Bytes data) {
     return tail;
 }
 
+bool fits_a_frame(std::size_t blockSize) {
+    return blockSize > 0 && blockSize + kBlockHeader <= LedHVPacket::kMaxPayload;
+}
+
 } // namespace
+
+bool ON_command::can_send_blocks() { return fits_a_frame(packet_len()); }
+
+bool ON_command::can_name_files(std::int16_t fileNub) {
+    return fileNub >= 0 && 2 + kFileNameSize * static_cast<std::size_t>(fileNub) <= kMaxPayload;
+}
+
+int ON_command::hv_cmd_freeDirBlock(Ouint8* dataAddre) {
+    std::free(dataAddre);
+    return QM_OK;
+}
 
 int ON_command::hv_cmd_ofs_format() { return send_cmd(hv_GRP_OFSConf, hv_ofs_Format, {}); }
 int ON_command::hv_cmd_ofs_startFileTransf() { return send_cmd(hv_GRP_OFSConf, hv_ofs_StartFileTransf, {}); }
@@ -33,7 +48,7 @@ int ON_command::hv_cmd_ofs_endFileTransf() { return send_cmd(hv_GRP_OFSConf, hv_
 
 // fieldSize: how many bytes of the 2-byte count are counted in the length.
 int ON_command::delete_files(Ouint8 code, std::int16_t fileNub, const char* fileName, std::size_t fieldSize) {
-    if (fileNub < 0) return QM_FAILED;
+    if (!can_name_files(fileNub)) return QM_FAILED;
     const auto count = static_cast<Ouint16>(fileNub);
     Frame payload;
     ByteWriter(payload).u16(count).text(fileName, kFileNameSize * count);
@@ -44,7 +59,7 @@ int ON_command::hv_cmd_ofs_deleteFile(std::int16_t fileNub, const char* fileName
     return delete_files(hv_ofs_FileDelete, fileNub, fileName, 2);
 }
 
-// The length is one byte short, so that the last name loses its last byte: controllers expect it so.
+// The length is one byte short, so that the last name loses its last byte.
 int ON_command::hv_cmd_conf_deleteFile(std::int16_t fileNub, const char* fileName) {
     return delete_files(hv_ofs_other_FileDelete, fileNub, fileName, 1);
 }
@@ -68,7 +83,7 @@ int ON_command::hv_cmd_conf_writeFile(const FileToWrite& file) {
 }
 
 int ON_command::write_file(const FileToWrite& file, const WriteCodes& codes) {
-    if (codes.blockSize == 0 || codes.blockSize + kBlockHeader > kMaxPayload) return QM_FAILED;
+    if (!fits_a_frame(codes.blockSize)) return QM_FAILED;
     Frame start;
     ByteWriter(start)
         .text(file.name, kFileNameSize)
@@ -162,7 +177,7 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
 // A controller may send more or fewer entries than it announced.
 int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& count) {
     entries.reserve(announced * kEntry);
-    for (int empty = 0; empty <= kMaxEmptyBlocks;) {
+    for (std::size_t blocks = 0; blocks < announced + kSpareBlocks; ++blocks) {
         const Ouint8 next[] = {static_cast<Ouint8>(count), static_cast<Ouint8>(count >> 8U)};
         Ouint8 buffer[1024];
         Answer answer{buffer};
@@ -178,7 +193,6 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
         count = static_cast<Ouint16>(count + held);
         entries.resize(count * kEntry); // entries that did not come are zero
         if (block[0] != 0) return QM_OK;
-        empty = held == 0 ? empty + 1 : 0;
     }
     return QM_FAILED;
 }

@@ -6,12 +6,26 @@
 #include "serialPort/SerialPortPeer.h"
 #include "tcpClient/HV_Client.h"
 
+#include <pthread.h>
 #include <utility>
 
 namespace qm {
 
+// Puts a cancellation of the calling thread off: it would unwind through the C boundary.
+class NoCancellation {
+  public:
+    NoCancellation() { ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &m_before); }
+    NoCancellation(const NoCancellation&) = delete;
+    NoCancellation& operator=(const NoCancellation&) = delete;
+    ~NoCancellation() { ::pthread_setcancelstate(m_before, nullptr); }
+
+  private:
+    int m_before = 0;
+};
+
 // Runs the body of an export; nothing may be thrown across the C boundary.
 template <class Body> int guarded(Body&& body) noexcept {
+    const NoCancellation whole;
     try {
         return std::forward<Body>(body)();
     } catch (...) {

@@ -4,7 +4,6 @@
 #include "qm_sdk_dual/exports.h"
 
 #include <cstddef>
-#include <cstdlib>
 
 using namespace qm;
 
@@ -13,7 +12,7 @@ namespace {
 template <class Route>
 int delete_files(const Route& route, int (ON_command::*command)(std::int16_t, const char*),
                  std::int16_t count, const char* names) {
-    if (!names) return QM_FAILED;
+    if (!names || !ON_command::can_name_files(count)) return QM_FAILED;
     return run(route, [=](ON_command& c) { return (c.*command)(count, names); });
 }
 
@@ -25,7 +24,7 @@ template <class Route> int memory_volume(const Route& route, Ouint32* total, Oui
 template <class Route>
 int write_file(const Route& route, int (ON_command::*command)(const FileToWrite&), const char* name,
                Ouint8 type, Ouint32 length, Ouint8 overwrite, const Ouint8* data) {
-    if (!name || (!data && length != 0)) return QM_FAILED;
+    if (!name || (!data && length != 0) || !ON_command::can_send_blocks()) return QM_FAILED;
     const FileToWrite file{name, type, overwrite, {data, length}};
     return run(route, [&](ON_command& c) { return (c.*command)(file); });
 }
@@ -228,8 +227,7 @@ int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number, FileAttribu
 
 int cmd_ofs_freeDirBlock(GetDirBlock_G56* dirBlock) noexcept {
     if (!dirBlock) return QM_FAILED;
-    std::free(dirBlock->dataAddre);
-    return QM_OK;
+    return ON_command::hv_cmd_freeDirBlock(dirBlock->dataAddre);
 }
 
 int cmd_uart_ofsFreeDirBlock(const char*, Ouint8, GetDirBlock_G56*) noexcept { return QM_FAILED; }

@@ -48,7 +48,7 @@ int by_broadcast(Ping_data& found) {
 int cmd_searchController(Ping_data* retData) noexcept {
     if (!retData) return QM_FAILED;
     std::memset(retData, 0, sizeof *retData);
-    return guarded([&] {
+    return guarded([&]() -> int {
         int code = QM_FAILED;
         for (int attempt = 0; attempt < kAttempts; ++attempt) {
             for (const auto path : {by_module, by_fixed_address, by_broadcast}) {
@@ -56,7 +56,7 @@ int cmd_searchController(Ping_data* retData) noexcept {
                 code = path(found);
                 if (code != QM_OK) continue;
                 *retData = found;
-                return QM_OK + 0;
+                return QM_OK;
             }
         }
         return code;

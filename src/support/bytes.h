@@ -23,7 +23,7 @@ class CData {
     explicit CData(Bytes bytes) : CData(static_cast<Ouint32>(bytes.size())) {
         std::copy(bytes.begin(), bytes.end(), m_pData.get());
     }
-    CData(const CData& other) : CData(other.bytes()) {}
+    CData(const CData& other) : CData(other.bytes()) { m_nDataLen = other.m_nDataLen; }
     CData(CData&& other) noexcept
         : m_pData(std::move(other.m_pData)), m_nDataLen(std::exchange(other.m_nDataLen, 0)) {}
     CData& operator=(CData other) noexcept {

@@ -9,14 +9,13 @@
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
+#include <thread>
 
 namespace qm {
 namespace {
 
 constexpr std::chrono::seconds kSendTimeout{3};
-// The controllers' network chips need these rests.
-constexpr useconds_t kRestAfterConnect = 5000, kRestAfterClose = 10000;
+constexpr std::chrono::milliseconds kRestAfterConnect{5}, kRestAfterClose{10};
 constexpr short kExceptions = POLLPRI | POLLERR | POLLNVAL;
 
 sockaddr_in address(in_addr_t ip, Ouint16 port) {
@@ -36,6 +35,9 @@ bool set_blocking(int fd, bool blocking) {
     if (flags < 0) return false;
     return ::fcntl(fd, F_SETFL, blocking ? flags & ~O_NONBLOCK : flags | O_NONBLOCK) == 0;
 }
+
+// Ready, and yet not: a signal, or a packet that was thrown away.
+bool is_transient(int error) { return error == EINTR || error == EAGAIN; }
 
 bool has_pending_error(int fd) {
     int error = 0;
@@ -85,7 +87,7 @@ int TcpPeer::finish_connect(int iTimeout) {
 int TcpPeer::Connect(const char* ip, Ouint16 port, int iTimeout) {
     if (const int code = start_connect(ip, port); code != 0) return code;
     if (const int code = finish_connect(iTimeout); code != 0) return code;
-    ::usleep(kRestAfterConnect);
+    std::this_thread::sleep_for(kRestAfterConnect);
     return QM_OK;
 }
 
@@ -101,7 +103,7 @@ int TcpPeer::Send(const Ouint8* data, int len) {
         }
         const auto sent =
             ::send(m_Socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL | MSG_DONTWAIT);
-        if (sent < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+        if (sent < 0 && is_transient(errno) && Clock::now() < deadline) continue;
         if (sent <= 0) {
             Close();
             return QM_FAILED;
@@ -123,7 +125,7 @@ int TcpPeer::Recv(Ouint8* buff, int& dataLen, int iTimeout) {
             return QM_FAILED;
         }
         const auto received = ::recv(m_Socket.get(), buff, static_cast<std::size_t>(dataLen), MSG_DONTWAIT);
-        if (received < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+        if (received < 0 && is_transient(errno) && Clock::now() < deadline) continue;
         if (received < 1) return QM_FAILED;
         dataLen = static_cast<int>(received);
         return buff[received - 1] == end_flag ? QM_OK : QM_FAILED;
@@ -134,7 +136,7 @@ void TcpPeer::Close() {
     if (!m_Socket) return;
     ::shutdown(m_Socket.get(), SHUT_RDWR);
     m_Socket.reset();
-    ::usleep(kRestAfterClose);
+    std::this_thread::sleep_for(kRestAfterClose);
 }
 
 } // namespace qm

@@ -38,7 +38,9 @@ bool asleep(pid_t thread) {
 
 TEST(Waiting, SlowPeerStillGetsTheWholeLargeFrame) {
     const pid_t sender = ::gettid();
+    constexpr std::size_t kSize = 12U << 20; // more than the buffers between the two hold
     Frame taken;
+    taken.reserve(kSize);
     ScriptedPeer controller([&](PeerConnection& client) {
         Frame part(1U << 22);
         do { // the sender has filled all buffers, or is through, before more is taken
@@ -48,7 +50,7 @@ TEST(Waiting, SlowPeerStillGetsTheWholeLargeFrame) {
             taken.insert(taken.end(), part.begin(), part.end());
         } while (!part.empty());
     });
-    Frame frame(24U << 20); // more than the buffers between the two hold
+    Frame frame(kSize);
     for (std::size_t i = 0; i < frame.size(); ++i) frame[i] = static_cast<Ouint8>(i * 7 + (i >> 13));
     {
         TcpPeer peer;

@@ -1,0 +1,172 @@
+// The file system of a controller through the exports.
+#include "qm_sdk_dual.h"
+#include "simulator/Simulator.h"
+
+#include <gtest/gtest.h>
+
+namespace qm::test {
+namespace {
+
+constexpr char kHost[] = "127.0.0.1";
+
+Frame content(std::size_t length) {
+    Frame data(length);
+    for (std::size_t i = 0; i < length; ++i) data[i] = static_cast<Ouint8>(i * i >> 3);
+    return data;
+}
+
+class Files : public testing::Test {
+  protected:
+    [[nodiscard]] Ouint16 port() const { return m_sim.port(); }
+    int write(const char* name, const Frame& data, Ouint8 type = 0, Ouint8 overwrite = 1) const {
+        return cmd_ofsWriteFile(kHost, port(), name, type, static_cast<Ouint32>(data.size()), overwrite,
+                                data.data());
+    }
+    sim::Simulator m_sim;
+};
+
+TEST_F(Files, ArriveAsTheyWereWritten) {
+    for (const std::size_t length : {0U, 1U, 3U, 4U, 1023U, 1024U, 1025U, 100000U, 1U << 20U}) {
+        const Frame data = content(length);
+        ASSERT_EQ(write("F001", data, 5), 0) << length;
+        const auto stored = m_sim.file("F001");
+        ASSERT_TRUE(stored) << length;
+        EXPECT_EQ(stored->data, data);
+        EXPECT_EQ(stored->type, 5);
+    }
+}
+
+TEST_F(Files, AreNotReplacedUnlessAskedFor) {
+    EXPECT_EQ(write("F001", content(100)), 0);
+    EXPECT_GT(write("F001", content(200), 0, 0), 1);
+    EXPECT_EQ(m_sim.file("F001")->data, content(100));
+    EXPECT_EQ(write("F001", content(200)), 0);
+    EXPECT_EQ(m_sim.file("F001")->data, content(200));
+}
+
+TEST_F(Files, EndAtTheFirstBlockThatFails) {
+    const Frame data = content(10 * 1024);
+    const std::size_t before = m_sim.requests();
+    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::nack, .after = 5}); // handshake, start, three blocks
+    EXPECT_EQ(write("F001", data), static_cast<int>(sim::ErrorValue::refused_by_fault));
+    m_sim.set_fault(std::nullopt);
+    EXPECT_EQ(m_sim.requests() - before, 6U) << "nothing is sent behind the block that failed";
+    EXPECT_FALSE(m_sim.file("F001"));
+    EXPECT_EQ(write("F001", data), 0);
+}
+
+TEST_F(Files, AreListedWholeWhateverTheirNumber) {
+    for (const int count : {0, 1, 32, 33, 70}) {
+        ASSERT_EQ(cmd_ofsFormat(kHost, port()), 0);
+        for (int i = 0; i < count; ++i) {
+            const std::string number = std::to_string(1000 + i);
+            ASSERT_EQ(write(("F" + number.substr(1)).c_str(), content(static_cast<std::size_t>(i) + 1)), 0);
+        }
+        GetDirBlock_G56 dir{};
+        ASSERT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), 0);
+        ASSERT_EQ(int{dir.fileNumber}, count);
+        for (int i = 0; i < count; ++i) {
+            FileAttribute_G56 file{};
+            ASSERT_EQ(cmd_getFileAttr(&dir, static_cast<Ouint16>(i), &file), 0);
+            EXPECT_EQ(std::string(file.fileName, 4)[0], 'F');
+            EXPECT_EQ(Ouint32{file.fileCRC}, m_sim.file(std::string(file.fileName, 4))->crc);
+        }
+        FileAttribute_G56 none{};
+        EXPECT_EQ(cmd_getFileAttr(&dir, dir.fileNumber, &none), -1);
+        EXPECT_EQ(cmd_ofs_freeDirBlock(&dir), 0);
+    }
+}
+
+TEST_F(Files, AreDeletedByName) {
+    write("F001", content(10));
+    write("F002", content(10));
+    write("F003", content(10));
+    EXPECT_EQ(cmd_ofsDeleteFormatFile(kHost, port(), 2, "F001F003"), 0);
+    ASSERT_EQ(m_sim.files().size(), 1U);
+    EXPECT_EQ(m_sim.files()[0].name, "F002");
+    EXPECT_EQ(cmd_ofsDeleteFormatFile(kHost, port(), -1, "F002"), -1);
+}
+
+TEST_F(Files, TakeAndGiveBackMemory) {
+    Ouint32 total = 0, before = 0, after = 0;
+    ASSERT_EQ(cmd_ofsGetMemoryVolume(kHost, port(), &total, &before), 0);
+    EXPECT_EQ(total, sim::FileSystem::kCapacity);
+    write("F001", content(5000));
+    ASSERT_EQ(cmd_ofsGetMemoryVolume(kHost, port(), &total, &after), 0);
+    EXPECT_LE(after, before - 5000);
+    EXPECT_EQ(cmd_ofsFormat(kHost, port()), 0);
+    ASSERT_EQ(cmd_ofsGetMemoryVolume(kHost, port(), &total, &after), 0);
+    EXPECT_EQ(after, before);
+}
+
+TEST_F(Files, OpenForReadingButBringNoData) {
+    write("F001", content(10));
+    char name[] = "F001";
+    Ouint32 size = 7, crc = 7;
+    EXPECT_EQ(cmd_ofsStartReedFile(kHost, port(), name, &size, &crc), 0);
+    EXPECT_EQ(size, 7U) << "not delivered by this form";
+    Ouint8 data[1024] = {1};
+    EXPECT_EQ(cmd_ofsReedFileBlock(kHost, port(), name, data), -1);
+    EXPECT_EQ(data[0], 1);
+    char missing[] = "NONE";
+    EXPECT_GT(cmd_ofsStartReedFile(kHost, port(), missing, &size, &crc), 1);
+}
+
+TEST_F(Files, TellTheLatestTransfer) {
+    EXPECT_EQ(cmd_ofsStartFileTransf(kHost, port()), 0);
+    write("F001", content(3000));
+    EXPECT_EQ(cmd_ofsEndFileTransf(kHost, port()), 0);
+    Ouint8 rw = 9;
+    char name[5] = {};
+    Ouint32 crc = 0, offset = 0;
+    ASSERT_EQ(cmd_ofsGetTransStatus(kHost, port(), &rw, name, &crc, &offset), 0);
+    EXPECT_STREQ(name, "F001");
+    EXPECT_EQ(offset, 3000U);
+}
+
+TEST_F(Files, SetTheConfigurationWithItsChecksum) {
+    ConfigFile config{};
+    config.FileType = 1;
+    config.ScreenWidth = 128;
+    config.ScreenHeight = 32;
+    ASSERT_EQ(cmd_sendConfigFile(kHost, port(), &config), 0);
+    FileCRC16_G56 check{reinterpret_cast<const Ouint8*>(&config), 36, 0};
+    get_crc16(&check);
+    EXPECT_EQ(Ouint16{config.CRC16}, Ouint16{check.fileCRC16});
+    char name[] = "C000";
+    Ouint32 size = 0, crc = 0;
+    ASSERT_EQ(cmd_confStartReedFile(kHost, port(), name, &size, &crc), 0);
+    EXPECT_EQ(size, 38U);
+
+    ConfigFile_G6 config6{};
+    EXPECT_EQ(cmd_sendConfigFile_G6(kHost, port(), &config6), 0);
+    ASSERT_EQ(cmd_confStartReedFile(kHost, port(), name, &size, &crc), 0);
+    EXPECT_EQ(size, 94U);
+    EXPECT_EQ(cmd_confDeleteFormatFile(kHost, port(), 1, "C000"), 0);
+    EXPECT_GT(cmd_confStartReedFile(kHost, port(), name, &size, &crc), 1);
+
+    // The checksum is stored once the controller is there, also when writing then fails; not before.
+    ConfigFile late{};
+    late.FileType = 1;
+    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::nack, .after = 1});
+    EXPECT_GT(cmd_sendConfigFile(kHost, port(), &late), 1);
+    EXPECT_NE(Ouint16{late.CRC16}, 0);
+    ConfigFile never{};
+    never.FileType = 1;
+    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    EXPECT_EQ(cmd_sendConfigFile(kHost, port(), &never), -1);
+    EXPECT_EQ(Ouint16{never.CRC16}, 0);
+}
+
+TEST_F(Files, ListingOfAFailedCallCanBeReleased) {
+    GetDirBlock_G56 dir{};
+    dir.dataAddre = reinterpret_cast<Ouint8*>(8); // left over from somewhere
+    dir.fileNumber = 5;
+    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1);
+    EXPECT_EQ(int{dir.fileNumber}, 0);
+    EXPECT_EQ(cmd_ofs_freeDirBlock(&dir), 0);
+}
+
+} // namespace
+} // namespace qm::test
