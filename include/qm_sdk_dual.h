@@ -3,9 +3,10 @@
  *
  * Conventions that hold for every call:
  *
- *  1. Every call returns an int status, 0 for success; the codes stand in QM_STATUS_MAP below. A positive
- *     status other than 1 is the error value with which the controller refused (NACK). A null pointer where
- *     a pointer is needed gives -1; nothing is sent and nothing is changed.
+ *  1. Every call returns an int status, 0 for success; the codes stand in QM_STATUS_MAP below. Any other
+ *     positive status is the error value with which the controller refused (NACK), unless the call says
+ *     otherwise; a controller that refuses with the value 0 or 1 cannot be told from success or a cut answer.
+ *     A null pointer where a pointer is needed gives -1; nothing is sent and nothing is changed.
  *  2. Every call that talks to a controller opens its own connection, blocks the calling thread until the
  *     controller has answered or a time-out has passed, and closes the connection. Connecting waits at most
  *     3 s, and so do each sending and each receiving. A connection rests 5 ms after it was made and 10 ms
@@ -60,7 +61,7 @@ typedef int32_t Oint32;
 #define QM_STATUS_MAP(X)                                                                                     \
     X(QM_OK, 0, "success")                                                                                   \
     X(QM_TRUNCATED, 1, "the answer was longer than the caller's buffer and was cut")                         \
-    X(QM_FAILED, -1, "no connection, no whole answer in time, or a rejected argument")                       \
+    X(QM_FAILED, -1, "no connection, no usable answer in time, a rejected argument, or no memory")           \
     X(QM_BAD_HEADER, -2, "the header checksum of the answer is wrong")                                       \
     X(QM_BAD_CRC, -3, "the CRC of the answer is wrong, or its lengths claim more than it holds")             \
     X(QM_BAD_VERSION, -4, "the answer speaks an unknown version of the link protocol")                       \
@@ -400,7 +401,7 @@ typedef struct HVpageHeader_G6 {
     Ouint8 Speed;
     Ouint16 StayTime;
     Ouint8 RepeatTime;
-    Ouint16 ValidLen; /* valid width of a page, pixels */
+    Ouint16 ValidLen; /* valid width of a page, pixels; set by the library in programs */
     Ouint8 CartoonFrameRate;
     Ouint8 BackNotValidFlag; /* not used, always sent as 0 */
     E_arrMode arrMode;
@@ -546,7 +547,8 @@ typedef struct HVareaframeHeader {
 } HVareaframeHeader;
 QM_RECORD_SIZE(HVareaframeHeader, 7);
 
-/* Kinds of areas that a program takes. */
+/* Kinds of areas. A program takes ePicturesArea and eTimeClockArea, in generation 6 eGlobalBackGroundArea,
+ * too. */
 QM_ENUM(E_areaType){
     ePicturesArea = 0, eFontArea = 1,       eTimeClockArea = 2,   eTemperatureArea = 3,
     eHumidityArea = 4, eNoiseArea = 5,      eTransparentText = 6, eTransparentBackgroundArea = 7,
@@ -613,16 +615,17 @@ QM_API int get_crc16(FileCRC16_G56* data) QM_NOTHROW;
  * Returns and refuses as get_crc16. Prints nothing. */
 QM_API int get_crc32(FileCRC32_G56* data) QM_NOTHROW;
 
-/* Sets the number of data bytes in one block of a file written to a controller, for the whole process;
- * 1,024 until it is set. Returns 0. Prints nothing. */
+/* Sets the number of data bytes in one block of cmd_ofsWriteFile, for the whole process; 1,024 until it is
+ * set. Usable are 1 to 32,758. Returns 0 always. Prints nothing. */
 QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
 
 /* ---- Discovery and network setup ------------------------------------------------------------------- */
 
 /*
- * What all of these do: ask one question and copy the answer into the caller's record, only as far as it was
- * received and as the record reaches; what was not received stays as it was. A failed call leaves the record
- * alone, unless said otherwise.
+ * What all of these do: ask one question and copy the answer into the caller's memory, only as far as it was
+ * received and as the memory reaches; what was not received stays as it was. That holds for the calls of the
+ * following sections, too: a plain acknowledgement in the place of an answer is success and delivers nothing.
+ * A failed call leaves the caller's memory alone, unless said otherwise.
  *
  * cmd_tcp calls ask the controller at ip:port, and print what connecting prints ("TCP connect failed",
  * "TCP connect to select failed" or "TCP connect to select to FD_ISSET failed").
@@ -633,15 +636,17 @@ QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
  *
  * cmd_uart calls are for serial lines, which this library does not drive: they return -1.
  *
- * They return 0; 1 when the answer was longer than could be taken; -1 to -5 as listed; a positive value
- * is the controller's refusal.
+ * They return 0; 1 when the answer was longer than could be taken, which prints
+ * "return Data Length too long!!! Control Card Return:cmd_header->datalen = %d; but membuff len = %d;" and,
+ * in all but cmd_tcpPing, delivers what fits; -1 to -5 as listed; a positive value is the controller's
+ * refusal. Broadcasts of one process take turns. Two processes that broadcast at once may miss their answers.
  */
 
 /* Looks for a controller by three paths, up to three times each: the Wi-Fi module of a controller (an "AT"
  * probe by broadcast from local port 14769 to port 13769, then TCP port 5005 of whoever answers), the fixed
  * address 192.168.100.1 port 5005, and the broadcast of the cmd_udp calls. retData is zeroed first; on
  * success ipAdder is the address at which the controller was found. Takes about half a minute when there is
- * none, and returns the last failure. */
+ * none, returns the last failure, and prints what connecting prints, for each connection. */
 QM_API int cmd_searchController(Ping_data* retData) QM_NOTHROW;
 QM_API int cmd_uart_searchController(Ping_data* retData, const char* uartPort) QM_NOTHROW;
 
@@ -660,10 +665,9 @@ QM_API int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort
 QM_API int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                       Ouint8 nBaudRateType) QM_NOTHROW;
 
-/* Sets the network of whichever controller answers the broadcast.
- *   ip, subnetMask, gateway, serverIP   dotted IPv4 texts
- *   password                            8 bytes
- *   netID                               12 bytes */
+/* Sets the network of whichever controller answers the broadcast. Ports above 32,767 are passed as the same
+ * 16 bits, negative. mode, serverMode and heartbeat are passed through as they are. ip, subnetMask, gateway,
+ * serverIP   dotted IPv4 texts password                            8 bytes netID 12 bytes */
 QM_API int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway,
                         int16_t port, Ouint8 serverMode, const char* serverIP, int16_t serverPort,
                         const char* password, int16_t heartbeat, const char* netID) QM_NOTHROW;
@@ -697,13 +701,14 @@ QM_API int cmd_sysReset(const char* ip, Ouint16 port) QM_NOTHROW;
 QM_API int cmd_check_time(const char* ip, Ouint16 port) QM_NOTHROW;
 /* Switches the screen: 0 off, 1 on. */
 QM_API int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) QM_NOTHROW;
-/* Switches the screen by timer. data: groupNum groups of four bytes, in plain numbers: hour and minute of
- * switching on, hour and minute of switching off. */
+/* Switches the screen by timer. data: groupNum groups of four bytes, in plain numbers (sent as BCD): hour and
+ * minute of switching on, hour and minute of switching off. */
 QM_API int cmd_timingOnOff(const char* ip, Ouint16 port, Ouint8 groupNum, const Ouint8* data) QM_NOTHROW;
 /* Ends the timer. */
 QM_API int cmd_cancelTimingOnOff(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Sets the brightness mode and the values of the day's half hours. */
 QM_API int cmd_setBrightness(const char* ip, Ouint16 port, const Brightness* brightness) QM_NOTHROW;
-/* Reads the controller's 8-byte ID; returns 1 with 8 bytes when the controller has a longer one. */
+/* Reads the controller's ID into 8 bytes; 1 when the controller has a longer one. */
 QM_API int cmd_readControllerID(const char* ip, Ouint16 port, Ouint8* ControllerID) QM_NOTHROW;
 /* Locks (1) or unlocks (0) the screen; nonvolatile: 1 keeps it over a power failure. */
 QM_API int cmd_screenLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock) QM_NOTHROW;
@@ -715,17 +720,20 @@ QM_API int cmd_uart_programLock(const char* uartPort, Ouint8 baudRate, Ouint8 no
                                 const char* name, Ouint32 lockDuration) QM_NOTHROW;
 QM_API int cmd_uart_programLock_6G(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
                                    const char* name, Ouint32 lockDuration) QM_NOTHROW;
+/* Reads what the controller is doing (61 bytes). */
 QM_API int cmd_check_controllerStatus(const char* ip, Ouint16 port,
                                       ControllerStatus_G56* controllerStatus) QM_NOTHROW;
 /* Passwords are 6 bytes. */
 QM_API int cmd_setPassword(const char* ip, Ouint16 port, const char* oldPassword,
                            const char* newPassword) QM_NOTHROW;
 QM_API int cmd_deletePassword(const char* ip, Ouint16 port, const char* password) QM_NOTHROW;
-/* Delay between power-on and the first picture. */
+/* Sets the power-on delay, in the controller's units. */
 QM_API int cmd_setDelayTime(const char* ip, Ouint16 port, int16_t delayTime) QM_NOTHROW;
 /* What the controller's button does. */
 QM_API int cmd_setBtnFunc(const char* ip, Ouint16 port, Ouint8 btnMode) QM_NOTHROW;
+/* Sets when the controller restarts by itself. */
 QM_API int cmd_setTimingReset(const char* ip, Ouint16 port, const TimingReset* cmdData) QM_NOTHROW;
+/* Sets the display mode, by the controller's number for it. */
 QM_API int cmd_setDispMode(const char* ip, Ouint16 port, Ouint8 dispMode) QM_NOTHROW;
 /* Reads the battle time; it is delivered with status 1, too. */
 QM_API int cmd_battieTime(const char* ip, Ouint16 port, Ouint8 mode, BattleTime* battieData) QM_NOTHROW;
@@ -734,7 +742,9 @@ QM_API int cmd_battieTime(const char* ip, Ouint16 port, Ouint8 mode, BattleTime*
 QM_API int cmd_getStopwatch(const char* ip, Ouint16 port, Ouint8 mode, Ouint32* timeValue) QM_NOTHROW;
 /* As cmd_getStopwatch: a value is not delivered. */
 QM_API int cmd_getSensorBrightnessValue(const char* ip, Ouint16 port, Ouint32* brightnessValue) QM_NOTHROW;
+/* Adjusts the speed of what runs, in the controller's units. */
 QM_API int cmd_setSpeedAdjust(const char* ip, Ouint16 port, int16_t speed) QM_NOTHROW;
+/* Sets the screen address, which Ping_data names uAddress. */
 QM_API int cmd_setScreenAddress(const char* ip, Ouint16 port, int16_t address) QM_NOTHROW;
 /* Makes the controller run the firmware in its file of that name (4 characters). */
 QM_API int cmd_firmwareActivate(const char* ip, Ouint16 port, const char* firmwareFileName) QM_NOTHROW;
@@ -755,8 +765,7 @@ QM_API int cmd_ofsFormat(const char* ip, Ouint16 port) QM_NOTHROW;
 QM_API int cmd_ofsStartFileTransf(const char* ip, Ouint16 port) QM_NOTHROW;
 QM_API int cmd_ofsEndFileTransf(const char* ip, Ouint16 port) QM_NOTHROW;
 /* Deletes fileNub files; fileName: their names, 4 * fileNub bytes. -1 for a negative number and for more
- * names than a frame carries (8,191). The conf form sends the last name one byte short, as controllers
- * know it. */
+ * names than a frame carries (8,191). The conf form sends the last name one byte short. */
 QM_API int cmd_ofsDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub,
                                    const char* fileName) QM_NOTHROW;
 QM_API int cmd_confDeleteFormatFile(const char* ip, Ouint16 port, int16_t fileNub,
@@ -776,7 +785,7 @@ QM_API int cmd_confWriteFile(const char* ip, Ouint16 port, const char* fileName,
                              Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
 
 /* Opens a file for reading; the name that the controller answers with replaces fileName. Size and CRC are
- * delivered by the conf form only. */
+ * delivered by the conf form only, but both forms need all pointers. */
 QM_API int cmd_ofsStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
                                 Ouint32* fileCrc) QM_NOTHROW;
 QM_API int cmd_confStartReedFile(const char* ip, Ouint16 port, char* fileName, Ouint32* fileSize,
@@ -789,7 +798,8 @@ QM_API int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileN
                                  Ouint8* fileAddre) QM_NOTHROW;
 
 /* Lists the files of dirBlock->fileType. On success dataAddre holds fileNumber entries, which the caller
- * releases with cmd_ofs_freeDirBlock; else it is null and fileNumber is 0. */
+ * releases with cmd_ofs_freeDirBlock; else it is null and fileNumber is 0. Release an earlier listing first.
+ * A controller that goes on much longer than it announced is -1. */
 QM_API int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) QM_NOTHROW;
 /* Copies entry number (from 0) of a listing; -1 when there is none. */
 QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,
@@ -894,7 +904,7 @@ QM_API int program_changeFrame_G6(const HVscreenframeHeader_G6* header, const ch
 QM_API int program_removeFrame_G6(void) QM_NOTHROW;
 
 /* Adds an empty area. An area of the same number is replaced, but still counts in the file's area count.
- * -1 for a kind of area that a program does not take. */
+ * -1 for a kind of area that a program does not take (see E_areaType) and for a side above 32,767 pixels. */
 QM_API int program_AddArea(Ouint16 areaID, const HVareaHeader* header) QM_NOTHROW;
 QM_API int program_addArea_G6(Ouint16 areaID, const HVareaHeader_G6* header) QM_NOTHROW;
 /* Deletes an area; 65535 deletes all of them when no area has that number. Returns 0 also when there is no
@@ -920,14 +930,16 @@ QM_API int program_freeBuffer_G6(HVprogram_G6* program) QM_NOTHROW;
 QM_API int program_deleteProgram(void) QM_NOTHROW;
 QM_API int program_deleteProgram_G6(void) QM_NOTHROW;
 /* Writes an empty demonstration program "P000" to a generation-5 controller. It sets the screen settings to
- * double colour of wiring 2 and transfer mode 0. programID is not used. Returns and prints as
- * cmd_ofsWriteFile. */
+ * double colour of wiring 2 and transfer mode 0, and leaves "dataFantx.bin" as program_IntegrateProgramFile
+ * does. programID is not used. Returns and prints as cmd_ofsWriteFile. */
 QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) QM_NOTHROW;
 
 /* Text and pictures of an area: text pages first, then one page a picture, in the order added. The Txt calls
  * take a font family, the fontPath calls a font file; the Change calls keep the font.
- * They print what program_IntegrateProgramFile prints, "Error: no arrMode is specified.Use MULTILINE Mode",
- * "Error:no string has been added." for an empty text, which has no pages, and "Error %d opening font.". */
+ * They print "Error: no arrMode is specified.Use MULTILINE Mode", "Error:no string has been added." for an
+ * empty text, which has no pages, and "Error %d opening font."; so do moving an area and changing its border,
+ * which lay the text out again. -1 for a text of more than 65,535 pages, and for text on a background. Fonts
+ * above 3,072 points are drawn at 3,072; pictures above 64 million pixels are not read. */
 QM_API int program_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontName,
                                       const HVpageHeader* header) QM_NOTHROW;
 QM_API int program_fontPath_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontPathName,
@@ -990,9 +1002,10 @@ QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
  * What all of them do: ping the controller, set the screen settings to its type and to color (double-colour
  * wiring 1), render and convert the pages, connect again and send.
  *
- *   pIP, nPort    address of the controller; ports below 1024 are refused
+ *   pIP, nPort    address of the controller; ports from 1024 to 65535
  *   color         colour type of its screen
  *   uAreaId       number of the area
+ *   rectangle     sides of 1 to 32,767 pixels
  *   fontName      a font file when it contains ".ttf" or ".ttc" in any case, else the name of a font family;
  *                 a font that does not exist is replaced by another. Characters that the font lacks are taken
  *                 from another font that has them.
@@ -1008,10 +1021,10 @@ QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
  * "HV_Client init..., Client.m_DeviceType == 0x%x " (with Chinese words in GB2312) on the way;
  * "cmd_tcpPing run error..." when the ping fails; "oClient.m_DeviceType != retdata.ControllerType " when the
  * controller names another type the second time; the messages of cmd_tcpPing and
- * program_setScreenParams_G56; "Error:no string has been added." for an empty text; "Error %d opening font."
- * for a font file that cannot be opened; "Error:The picture does not exist.ID:" and 0 for a picture that
- * cannot be read; "Send failed...", "Recv failed..." and "Unpack failed..." with byte counts when the
- * exchange fails.
+ * program_setScreenParams_G56; "Error: no arrMode is specified.Use MULTILINE Mode"; "Error:no string has been
+ * added." for an empty text; "Error %d opening font." for a font file that cannot be opened; "Error:The
+ * picture does not exist.ID:" and 0 for a picture that cannot be read; "Send failed...", "Recv failed..." and
+ * "Unpack failed..." with byte counts when the exchange fails.
  */
 
 /* Text that runs through the rectangle from right to left: one line, red, centred while it stands.

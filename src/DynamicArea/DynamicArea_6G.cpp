@@ -6,8 +6,6 @@
 namespace qm {
 namespace {
 
-constexpr std::size_t kMaxPages = 0xFFFF;
-
 // Messages in GB2312.
 constexpr char kAreaExists[] = " \xC7\xF8\xD3\xF2ID\xA3\xBA%d \xD2\xD1\xB4\xE6\xD4\xDA\xA3\xA1\n";
 constexpr char kNoSuchArea[] =
@@ -118,7 +116,7 @@ int CBuild_DynamicArea_6G::update(const ControllerAddress& to, const AreaRequest
         PicturesArea_g6 content;
         content.setGeometry(area.header);
         add(content);
-        if (!content.PreparePageData() || content.pixelDataList.size() > kMaxPages) return QM_FAILED;
+        if (!content.PreparePageData()) return QM_FAILED;
         payload = BuildDynamicAreaData(area, content.pixelDataList);
     }
     return send_dynamic_payload(to.ip, to.port, controllerType, payload.bytes());

@@ -57,7 +57,7 @@ struct CProtocol_SoundData {
 // One area. Borders are never sent.
 class CVemarProtocol_DynamicArea_6G {
   public:
-    Ouint32 AreaDataLen = 0;
+    Ouint32 AreaDataLen = 33; // of an area without anything
     Ouint8 AreaId = 0;
     Ouint8 RunMode = 0;
     Ouint16 Timeout = 5;

@@ -8,17 +8,9 @@ void BackGround::backGroundClolor(Ouint32 color) {
     _BGcolor = color;
 }
 
-bool BackGround::PreparePageData() {
-    pixelDataList.clear();
-    m_shownPictures.clear();
-    set_drawing_rectangle();
-    if (!has_room()) return true;
-    Canvas32 canvas(m_AreaWidth, m_AreaHeight);
-    if (_BGcolor == kNoColor) return prepare_pictures(canvas);
+void BackGround::draw_own_page(Canvas32& canvas, std::size_t) {
     set_cairoColor(canvas.context(), _BGcolor);
     cairo_paint(canvas.context());
-    add_page(canvas);
-    return true;
 }
 
 } // namespace qm

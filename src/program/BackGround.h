@@ -12,10 +12,17 @@ class BackGround : public PicturesArea_g6 {
     // Makes the background one colour; kNoColor shows the pictures again. The colour page has the area's own
     // page header, which no operation sets.
     void backGroundClolor(Ouint32 color);
-    // The colour page, or a page for every picture.
-    bool PreparePageData() override;
+
+    // The colour is a page, and hides the pictures. A background has no text.
+    [[nodiscard]] std::size_t GetTextPageNumber() const override { return has_color() ? 1 : 0; }
+
+  protected:
+    void draw_own_page(Canvas32& canvas, std::size_t page) override;
+    [[nodiscard]] bool shows_pictures() const override { return !has_color(); }
 
   private:
+    [[nodiscard]] bool has_color() const { return _BGcolor != kNoColor; }
+
     Ouint32 _BGcolor = kNoColor;
 };
 

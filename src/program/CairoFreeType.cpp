@@ -1,6 +1,7 @@
 #include "program/CairoFreeType.h"
 
-#include "program/Surface.h"
+#include "program/Font.h"
+#include "support/files.h"
 #include "support/message.h"
 
 #include <cairo-ft.h>
@@ -42,7 +43,9 @@ void make_variants(FontFile& font) {
 const FontFile* open_font(const std::string& path) {
     if (const auto known = g_faceList().find(path); known != g_faceList().end()) return &known->second;
     FontFile font;
-    if (const FT_Error error = FT_New_Face(FTLib, path.c_str(), 0, &font.face); error != 0) {
+    const FT_Error error = is_ordinary_file(path) ? FT_New_Face(FTLib, path.c_str(), 0, &font.face)
+                                                  : FT_Err_Cannot_Open_Resource;
+    if (error != 0) {
         say("Error %d opening font.\n", error);
         return nullptr;
     }
@@ -57,6 +60,7 @@ void CairoFreeType::InitFt() {
 }
 
 void CairoFreeType::DestroyFt() {
+    forget_fonts();
     for (auto& [path, font] : g_faceList()) {
         font.variants = {};
         FT_Done_Face(font.face);

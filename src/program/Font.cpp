@@ -11,7 +11,6 @@
 namespace qm {
 namespace {
 
-constexpr int kMaxFallbackSearches = 32; // each may cost milliseconds
 constexpr std::size_t kMaxKeptFonts = 32;
 
 // UTF-8 of a character of the Basic Multilingual Plane.
@@ -97,8 +96,7 @@ unsigned long Font::glyph_index(unsigned face, char16_t character) const {
 }
 
 bool Font::add_fallback(char16_t character) {
-    if (m_fallbackSearches >= kMaxFallbackSearches) return false;
-    ++m_fallbackSearches;
+    --m_searchesLeft;
     const Canvas32 scratch(1, 1);
     cairo_set_font_face(scratch.context(), face_with(m_choice, character).get());
     m_faces.push_back(scaled_font_of(scratch.context(), m_choice.size));
@@ -117,7 +115,7 @@ void Font::find_glyph(char16_t character, GlyphShape& shape) {
         if (shape.index != 0) return;
     }
     shape.face = 0;
-    if (!add_fallback(character)) return;
+    if (m_searchesLeft == 0 || !add_fallback(character)) return;
     shape.face = static_cast<unsigned>(m_faces.size() - 1);
     shape.index = glyph_index(shape.face, character);
 }
@@ -126,8 +124,9 @@ const GlyphShape& Font::measure(char16_t character) {
     auto& block = m_shapes[character >> 8U];
     if (!block) block = std::make_unique<Block>();
     GlyphShape& shape = (*block)[character & 0xFFU];
+    const bool searched = m_searchesLeft > 0;
     find_glyph(character, shape);
-    shape.measured = true;
+    shape.measured = shape.index != 0 || searched; // else the next text may find it
     const cairo_glyph_t glyph{shape.index, 0, 0};
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(m_faces[shape.face].get(), &glyph, 1, &extents);
@@ -154,8 +153,19 @@ void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
     }
 }
 
-std::shared_ptr<Font> font_for(const FontChoice& choice) {
+namespace {
+
+std::map<FontChoice, std::shared_ptr<Font>>& kept_fonts() {
     static std::map<FontChoice, std::shared_ptr<Font>> kept;
+    return kept;
+}
+
+} // namespace
+
+void forget_fonts() { kept_fonts().clear(); }
+
+std::shared_ptr<Font> font_for(const FontChoice& choice) {
+    auto& kept = kept_fonts();
     if (const auto known = kept.find(choice); known != kept.end()) return known->second;
     auto font = std::make_shared<Font>(choice);
     if (font->is_substitute()) return font; // asked for again, it is reported again

@@ -62,6 +62,9 @@ class Font {
         }
         return measure(character);
     }
+    // Searching a font for a missing character may take milliseconds; a text has so many searches, of which
+    // none is made twice.
+    void renew_search_budget() { m_searchesLeft = kSearchesPerText; }
     // Draws the glyphs with the context's colour, shifted by dx.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
@@ -73,14 +76,19 @@ class Font {
     void find_glyph(char16_t character, GlyphShape& shape);
     bool add_fallback(char16_t character);
 
+    static constexpr int kSearchesPerText = 32;
+
     FontChoice m_choice;
     bool m_substitute;
     std::vector<ScaledFontPtr> m_faces; // the chosen font, then fallbacks
-    int m_fallbackSearches = 0;
+    int m_searchesLeft = kSearchesPerText;
     int m_ascent = 0, m_lineHeight = 0;
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
     std::vector<cairo_glyph_t> m_run;
 };
+
+// Drops the fonts that are kept.
+void forget_fonts();
 
 // The font for a choice, kept for the next text that asks for it. Under the renderer's lock.
 std::shared_ptr<Font> font_for(const FontChoice& choice);

@@ -24,7 +24,7 @@ struct ProgramFiles {
 
     // Appends pixel data; returns its position.
     Ouint32 add_pixels(Bytes pixels) {
-        const auto position = static_cast<Ouint32>(data.size() + 1);
+        const Ouint32 position = CData::length_of(data) + 1;
         data.insert(data.end(), pixels.begin(), pixels.end());
         return position;
     }

@@ -17,7 +17,7 @@ struct HVframe {
     static std::optional<HVframe> load(const std::string& picPath);
 };
 
-// A picture file on a black canvas of its own size; null when it cannot be read.
-std::unique_ptr<Canvas32> load_picture(const std::string& picPath);
+// Reads a PNG file; null when it cannot be read, is no ordinary file, or has more than 64 million pixels.
+SurfacePtr load_picture(const std::string& picPath);
 
 } // namespace qm

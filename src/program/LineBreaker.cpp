@@ -41,7 +41,7 @@ class Breaker {
         const bool fits = m_pen + std::max(shape.advance, shape.right) <= m_width;
         // A space at the end of a line takes no room.
         if (!fits && c != u' ' && m_next > m_begin) return break_before(m_next);
-        m_pen += shape.advance + m_spacing;
+        m_pen = std::min(kFarthestPixel, m_pen + shape.advance + m_spacing);
         ++m_next;
         if (m_breaks[m_next - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
     }
@@ -68,6 +68,9 @@ class Breaker {
     int m_pen = 0;
 };
 
+// The characters that always end a line.
+bool is_line_end(char16_t c) { return (c >= u'\n' && c <= u'\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
+
 } // namespace
 
 std::u16string clean_text(std::u16string_view text, bool singleLine) {
@@ -75,7 +78,7 @@ std::u16string clean_text(std::u16string_view text, bool singleLine) {
     clean.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
-        if (c == u'\r' || c == u'\n') {
+        if (is_line_end(c)) {
             if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
             clean += singleLine ? u' ' : u'\n';
         } else if (c == u'\t') {

@@ -27,10 +27,10 @@ std::u16string ucs2_of(std::string_view utf8) {
 
 // Draws the picture at the top left of the canvas; false when it cannot be read.
 bool draw_picture(Canvas32& canvas, const std::string& path) {
-    const std::unique_ptr<Canvas32> picture = load_picture(path);
+    const SurfacePtr picture = load_picture(path);
     if (!picture) return false;
     canvas.clear();
-    cairo_set_source_surface(canvas.context(), picture->surface(), 0, 0);
+    cairo_set_source_surface(canvas.context(), picture.get(), 0, 0);
     cairo_paint(canvas.context());
     return true;
 }
@@ -45,7 +45,7 @@ cairo_status_t append_png(void* png, const unsigned char* data, unsigned length)
 
 void PicturesArea::AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                               const qm_G5_page_header& header) {
-    _fontStyle = fontName;
+    _fontStyle = repair_utf8(fontName); // cairo takes no other
     _fontPathName.clear();
     set_text(str, fontData, header);
 }
@@ -67,7 +67,12 @@ void PicturesArea::set_text(const char* str, const qm_G5_G6_fontData& fontData,
     areaStr = str;
     m_pfontData = fontData;
     m_pHeader = header;
-    Reload();
+    try {
+        Reload();
+    } catch (...) {
+        areaStr.clear(); // a text that cannot be laid out is not tried again
+        throw;
+    }
 }
 
 void PicturesArea::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G5_page_header& header) {
@@ -92,7 +97,6 @@ void PicturesArea::AreaRemoveFrame() {
 void PicturesArea::set_drawing_rectangle() {
     const int border = areaFrame ? areaFrame->frameHeight : 0;
     m_AreaLeft = m_aHeader.AreaX + border;
-    m_AreaTop = m_aHeader.AreaY + border;
     m_AreaWidth = m_aHeader.AreaWidth - 2 * border;
     m_AreaHeight = m_aHeader.AreaHeight - 2 * border;
 }
@@ -112,6 +116,7 @@ void PicturesArea::Reload() {
     if (!has_room()) return;
     m_font = font_for({_fontStyle, _fontPathName, pixels_of_points(m_pfontData.fontSize),
                        m_pfontData.fontBold, m_pfontData.fontItalic});
+    m_font->renew_search_budget();
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
                      {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode)});
     endPageLen = m_text.endPageLen;
@@ -121,13 +126,14 @@ bool PicturesArea::PreparePageData() {
     pixelDataList.clear();
     m_shownPictures.clear();
     set_drawing_rectangle();
-    if (!has_room()) return m_pictures.empty();
+    if (!has_room()) return page_count() == GetTextPageNumber();
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
-    for (const TextPage& page : m_text.pages) {
-        draw_text_page(canvas, page);
+    for (std::size_t i = 0; i < GetTextPageNumber(); ++i) {
+        canvas.clear();
+        draw_own_page(canvas, i);
         add_page(canvas);
     }
-    return prepare_pictures(canvas);
+    return !shows_pictures() || prepare_pictures(canvas);
 }
 
 bool PicturesArea::prepare_pictures(Canvas32& canvas) {
@@ -142,8 +148,8 @@ bool PicturesArea::prepare_pictures(Canvas32& canvas) {
     return m_shownPictures.size() == m_pictures.size();
 }
 
-void PicturesArea::draw_text_page(Canvas32& canvas, const TextPage& page) {
-    canvas.clear();
+void PicturesArea::draw_own_page(Canvas32& canvas, std::size_t number) {
+    const TextPage& page = m_text.pages[number];
     cairo_t* c = canvas.context();
     cairo_save(c);
     cairo_rectangle(c, 0, 0, page.validWidth, m_AreaHeight);
@@ -217,7 +223,7 @@ bool PicturesArea::LoadAreaPage(int pageNum) {
     }
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
     if (page < GetTextPageNumber()) {
-        draw_text_page(canvas, m_text.pages[page]);
+        draw_own_page(canvas, page);
     } else if (!draw_picture(canvas, m_pictures[picture_of(page)].path)) {
         say(page + 1 == page_count() ? "Error:The last picture is not exist.\n"
                                      : "Error:The picture is not exist.\n");

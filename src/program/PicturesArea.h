@@ -54,9 +54,12 @@ class PicturesArea : public HVarea {
     // message, when there is no such page or its picture cannot be read.
     bool LoadAreaPage(int pageNum);
     [[nodiscard]] Bytes preview() const { return pngData; }
-    [[nodiscard]] std::size_t page_count() const { return GetTextPageNumber() + m_pictures.size(); }
+    [[nodiscard]] std::size_t page_count() const {
+        return GetTextPageNumber() + (shows_pictures() ? m_pictures.size() : 0);
+    }
 
-    [[nodiscard]] std::size_t GetTextPageNumber() const { return m_text.pages.size(); }
+    // Pages that the area draws by itself; they come before the pictures.
+    [[nodiscard]] virtual std::size_t GetTextPageNumber() const { return m_text.pages.size(); }
 
     std::vector<CData> pixelDataList; // one a page
     int endPageLen = 0;               // valid width of the page that ends the text
@@ -81,20 +84,22 @@ class PicturesArea : public HVarea {
     // The position of a page's picture among those that could be read; for pages behind the text.
     [[nodiscard]] std::size_t picture_of(std::size_t page) const { return page - GetTextPageNumber(); }
     void append_frame(ByteWriter& out) const;
-    // Adds a page of what is drawn.
-    void add_page(Canvas32& canvas) { pixelDataList.push_back(convert_canvas(canvas, m_AreaLeft)); }
-    // Adds a page for every picture that can be read.
-    bool prepare_pictures(Canvas32& canvas);
+    // Draws one of the area's own pages on a black canvas.
+    virtual void draw_own_page(Canvas32& canvas, std::size_t page);
+    [[nodiscard]] virtual bool shows_pictures() const { return true; }
 
     qm_G5_page_header m_pHeader; // of the text pages
     qm_G5_G6_fontData m_pfontData;
-    int m_AreaLeft = 0, m_AreaTop = 0;
+    int m_AreaLeft = 0;
     std::vector<Picture> m_pictures;
     std::vector<std::size_t> m_shownPictures; // which of them have a page
 
   private:
     void set_text(const char* str, const qm_G5_G6_fontData& fontData, const qm_G5_page_header& header);
-    void draw_text_page(Canvas32& canvas, const TextPage& page);
+    // Adds a page of what is drawn.
+    void add_page(Canvas32& canvas) { pixelDataList.push_back(convert_canvas(canvas, m_AreaLeft)); }
+    // Adds a page for every picture that can be read.
+    bool prepare_pictures(Canvas32& canvas);
     [[nodiscard]] const qm_G5_page_header& header_of(std::size_t page) const;
 
     std::string areaStr;

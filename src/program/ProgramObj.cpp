@@ -24,7 +24,7 @@ std::unique_ptr<HVarea> make_area(Ouint8 type) {
 // Leaves a copy for debugging in the current directory. What cannot be written is not missed.
 void write_debugging_copy(const Frame& file) {
     const Descriptor copy(
-        ::open("dataFantx.bin", O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644));
+        ::open("dataFantx.bin", O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644));
     if (!copy) return;
     for (std::size_t written = 0; written < file.size();) {
         const auto n = ::write(copy.get(), file.data() + written, file.size() - written);
@@ -57,6 +57,7 @@ std::optional<ProgramName> program_name(Ouint32 programID) {
 Ouint32 close_with_crc(Frame& file) {
     const Ouint32 crc = calc_crc32(file);
     ByteWriter(file).u32(crc);
+    (void)CData::length_of(file); // the caller is told it in 32 bits
     return crc;
 }
 

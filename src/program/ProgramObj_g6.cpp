@@ -29,6 +29,14 @@ template <class Area> std::unique_ptr<HVarea> make_pictures(const qm_G6_area_hea
     return area;
 }
 
+std::unique_ptr<HVarea> make_time(const qm_G6_area_header_p2& header2) {
+    auto area = std::make_unique<TimeArea_G6>();
+    area->m_aHeader_p3.BackGroundFlag = header2.BackGroundFlag;
+    area->m_aHeader_p3.Transparency = header2.Transparency;
+    area->m_aHeader_p3.AreaEqual = header2.AreaEqual;
+    return area;
+}
+
 std::unique_ptr<HVarea> make_area(Ouint8 type, const qm_G6_area_header_p2& header2) {
     switch (type) {
     case ePicturesArea:
@@ -36,7 +44,7 @@ std::unique_ptr<HVarea> make_area(Ouint8 type, const qm_G6_area_header_p2& heade
     case eGlobalBackGroundArea:
         return make_pictures<BackGround>(header2);
     case eTimeClockArea:
-        return std::make_unique<TimeArea>();
+        return make_time(header2);
     default:
         return nullptr;
     }

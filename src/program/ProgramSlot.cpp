@@ -37,6 +37,7 @@ ProgramObj& ProgramAccess::any() const { return *P_programObj; }
 
 void delete_program() {
     const std::lock_guard lock(g_slot);
+    const auto renderer = lock_renderer(); // fonts may go with it
     P_programObj.reset();
     g_threadID = 0;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <stdexcept>
 
 namespace qm {
 namespace {
@@ -33,6 +34,9 @@ int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
     if (valign == kCentre) return HVarea::get_y_area(areaHeight, lines, lineHeight);
     return valign == kEnd ? std::max(0, areaHeight - lines * lineHeight) : 0;
 }
+
+// The page count of a file has 16 bits.
+constexpr std::size_t kMaxPages = 0xFFFF;
 
 class Layout {
   public:
@@ -68,6 +72,11 @@ class Layout {
         return std::max(y, -m_ink.top);
     }
 
+    void add(const TextPage& page) {
+        if (m_out.pages.size() == kMaxPages) throw std::length_error("too many pages");
+        m_out.pages.push_back(page);
+    }
+
     void place(const GlyphShape& shape, int x, int y) {
         if (!shape.blank()) m_out.glyphs.push_back({&shape, x, y});
     }
@@ -100,13 +109,14 @@ class Layout {
             place_line(line, x + extent.start, baseline(static_cast<int>(i), static_cast<int>(lines.size())));
             right = std::max(right, x + extent.width);
         }
-        m_out.pages.push_back({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
+        add({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
     }
 
     // One strip of text, cut every area width; the odd piece comes last, or first when the strip runs to the
     // right. A strip that fits the area is aligned in it.
     void set_strip() {
         const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
+        if (extent.width == 0) return;
         const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
         place_line(m_text, x + extent.start, baseline(0, 1));
         const int end = x + extent.width;
@@ -126,8 +136,7 @@ class Layout {
         const auto begin = m_out.glyphs.begin(), end = m_out.glyphs.end();
         const auto first = std::lower_bound(begin, end, from - reach, before);
         const auto last = std::lower_bound(first, end, from + width + reach, before);
-        m_out.pages.push_back(
-            {static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - first), -from, width});
+        add({static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - first), -from, width});
     }
 
     // Characters stacked into columns, columns from left to right; single line is one column a page.
@@ -155,7 +164,7 @@ class Layout {
         const int left = HVarea::get_x_area(m_style.Halign, m_frame.width, width);
         for (std::size_t i = 0; i < columns.size(); ++i)
             place_column(columns[i], left + static_cast<int>(i) * pitch, pitch, cell);
-        m_out.pages.push_back({first, m_out.glyphs.size() - first, 0, std::min(left + width, m_frame.width)});
+        add({first, m_out.glyphs.size() - first, 0, std::min(left + width, m_frame.width)});
     }
 
     void place_column(const TextLine& column, int x, int pitch, int cell) {

@@ -10,13 +10,17 @@ constexpr Ouint8 kDynamicAreaType = 0x10;
 
 bool valid_address(const char* ip, Ouint32 port) { return ip && port >= 1024 && port <= 0xFFFF; }
 
-// A rectangle without pixels has nothing to show.
 AreaRequest area_request(Ouint8 id, Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height,
                          const qm_G6_page_header& page) {
     return {id, {kDynamicAreaType, x, y, width, height}, page, nullptr};
 }
 
-bool has_pixels(const AreaRequest& area) { return area.header.AreaWidth > 0 && area.header.AreaHeight > 0; }
+// A rectangle without pixels has nothing to show, and a longer side than this cannot be drawn.
+bool has_pixels(const AreaRequest& area) {
+    constexpr Ouint16 kLongestSide = 32767;
+    const Ouint16 width = area.header.AreaWidth, height = area.header.AreaHeight;
+    return width > 0 && height > 0 && width <= kLongestSide && height <= kLongestSide;
+}
 
 // What a text without settings of its own looks like: red, running to the left.
 qm_G6_page_header default_page(Ouint16 width) {

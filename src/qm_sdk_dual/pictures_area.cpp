@@ -1,4 +1,5 @@
 // Text, pictures, borders and speech of program areas, in both generations.
+#include "program/BackGround.h"
 #include "qm_sdk_dual/program_exports.h"
 
 using namespace qm;
@@ -30,11 +31,23 @@ template <class G, class Operation> int on_area(Ouint16 areaID, const char* name
     });
 }
 
+// Text is for every such area but a background, which has only a colour or pictures.
+template <class G, class Operation>
+int on_text_area(Ouint16 areaID, const char* name, Operation&& operation) {
+    return G::with_program([&](ProgramObj& program) {
+        if (dynamic_cast<BackGround*>(program.getArea(areaID))) return no_such_area(name);
+        return with_area<typename G::Area>(program, areaID, name, [&](typename G::Area& area) {
+            operation(area);
+            return QM_OK;
+        });
+    });
+}
+
 template <class G>
 int add_text(const char* name, Ouint16 areaID, const char* str, const char* fontName,
              const typename G::Header* header) {
     if (!given(str, fontName, header)) return QM_FAILED;
-    return on_area<G>(areaID, name, [&](typename G::Area& area) {
+    return on_text_area<G>(areaID, name, [&](typename G::Area& area) {
         area.AreaAddTxt(str, fontName, font_data_of(*header), page_header_of(*header));
     });
 }
@@ -43,7 +56,7 @@ template <class G>
 int add_text_from_file(const char* name, Ouint16 areaID, const char* str, const char* fontPathName,
                        const typename G::Header* header) {
     if (!given(str, fontPathName, header)) return QM_FAILED;
-    return on_area<G>(areaID, name, [&](typename G::Area& area) {
+    return on_text_area<G>(areaID, name, [&](typename G::Area& area) {
         area.fontPathToAreaAddTxt(str, fontPathName, font_data_of(*header), page_header_of(*header));
     });
 }
@@ -51,7 +64,7 @@ int add_text_from_file(const char* name, Ouint16 areaID, const char* str, const 
 template <class G>
 int change_text(const char* name, Ouint16 areaID, const char* str, const typename G::Header* header) {
     if (!given(str, header)) return QM_FAILED;
-    return on_area<G>(areaID, name, [&](typename G::Area& area) {
+    return on_text_area<G>(areaID, name, [&](typename G::Area& area) {
         area.AreaChangeTxt(str, font_data_of(*header), page_header_of(*header));
     });
 }

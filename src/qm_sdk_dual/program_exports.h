@@ -36,15 +36,24 @@ template <class Operation> int with_program(Operation&& operation) noexcept {
     });
 }
 
+// The message with the export's name, and -1.
+int no_such_area(const char* name);
+
 // Runs an operation on an area of a program; -1, after a message with the export's name, when there is none
 // of that number and kind.
 template <class Area, class Operation>
 int with_area(const ProgramObj& program, Ouint16 areaID, const char* name, Operation&& operation) {
     auto* area = dynamic_cast<Area*>(program.getArea(areaID));
-    if (area) return operation(*area);
-    say("Error:%s==>Can not find the area.please check areaID.\n", name);
-    return QM_FAILED;
+    return area ? operation(*area) : no_such_area(name);
 }
+
+// The file name for a header; nothing for none and for an ID that gives none. Asked before the slot is taken.
+template <class Header> std::optional<ProgramName> program_name(const Header* header) {
+    return header ? program_name(Ouint32{header->ProgramID}) : std::nullopt;
+}
+
+// Whether an area of that size can be drawn.
+[[nodiscard]] bool is_drawable(Oint32 width, Oint32 height);
 
 // Copies an assembled file for the caller; null when memory is exhausted.
 Ouint8* copy_for_caller(const Frame& file);

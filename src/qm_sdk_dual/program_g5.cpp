@@ -40,20 +40,18 @@ void assemble_demonstration(ProgramObj& program) {
 } // namespace
 
 int program_addProgram(const HVprogramHeader* header) noexcept {
-    if (!header) return QM_FAILED;
+    const auto name = program_name(header);
+    if (!name) return QM_FAILED;
     return with_program_g5([&](ProgramObj& program) {
-        const auto name = program_name(header->ProgramID);
-        if (!name) return QM_FAILED;
         program.AddProgram(*header, *name);
         return QM_OK;
     });
 }
 
 int program_changeProgramParams(const HVprogramHeader* header) noexcept {
-    if (!header) return QM_FAILED;
+    const auto name = program_name(header);
+    if (!name) return QM_FAILED;
     return with_program_g5([&](ProgramObj& program) {
-        const auto name = program_name(header->ProgramID);
-        if (!name) return QM_FAILED;
         program.ProgramChangeParams(*header, *name);
         return QM_OK;
     });
@@ -83,7 +81,7 @@ int program_removeFrame(void) noexcept {
 }
 
 int program_AddArea(Ouint16 areaID, const HVareaHeader* header) noexcept {
-    if (!header) return QM_FAILED;
+    if (!header || !is_drawable(header->AreaWidth, header->AreaHeight)) return QM_FAILED;
     return with_program_g5([&](ProgramObj& program) {
         return program.ProgramAddArea(areaID, area_header(*header)) ? QM_OK : QM_FAILED;
     });

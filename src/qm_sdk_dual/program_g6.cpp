@@ -13,10 +13,9 @@ qm_G5_area_header area_header(const HVareaHeader_G6& h) {
 }
 
 int set_header(const HVprogramHeader_G6* header) {
-    if (!header) return QM_FAILED;
+    const auto name = program_name(header);
+    if (!name) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
-        const auto name = program_name(header->ProgramID);
-        if (!name) return QM_FAILED;
         program.AddProgram(*header, *name);
         return QM_OK;
     });
@@ -84,7 +83,7 @@ int program_removeFrame_G6(void) noexcept {
 }
 
 int program_addArea_G6(Ouint16 areaID, const HVareaHeader_G6* header) noexcept {
-    if (!header) return QM_FAILED;
+    if (!header || !is_drawable(header->AreaWidth, header->AreaHeight)) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
         const qm_G6_area_header_p2 header2{header->BackGroundFlag, header->Transparency, header->AreaEqual};
         return program.ProgramAddArea_g6(areaID, area_header(*header), header2) ? QM_OK : QM_FAILED;

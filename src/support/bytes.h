@@ -7,6 +7,7 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -20,7 +21,7 @@ class CData {
   public:
     CData() = default;
     explicit CData(Ouint32 length) : m_pData(std::make_unique<Ouint8[]>(length)), m_nDataLen(length) {}
-    explicit CData(Bytes bytes) : CData(static_cast<Ouint32>(bytes.size())) {
+    explicit CData(Bytes bytes) : CData(length_of(bytes)) {
         std::copy(bytes.begin(), bytes.end(), m_pData.get());
     }
     CData(const CData& other) : CData(other.bytes()) { m_nDataLen = other.m_nDataLen; }
@@ -42,6 +43,12 @@ class CData {
     [[nodiscard]] bool is_error() const { return !m_pData && m_nDataLen == 0xFFFFFFFFU; }
 
     [[nodiscard]] Bytes bytes() const { return {m_pData.get(), m_pData ? m_nDataLen : 0}; }
+
+    // A length as the records state it; throws for more than 32 bits can say.
+    static Ouint32 length_of(Bytes bytes) {
+        if (bytes.size() > 0xFFFFFFFFU) throw std::length_error("more than 4 GiB");
+        return static_cast<Ouint32>(bytes.size());
+    }
 
     std::unique_ptr<Ouint8[]> m_pData;
     Ouint32 m_nDataLen = 0;

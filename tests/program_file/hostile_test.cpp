@@ -1,0 +1,94 @@
+// Input that would cost the host its memory, its threads or its life.
+#include "fixture.h"
+
+#include <fstream>
+#include <sys/stat.h>
+
+namespace qm::test {
+namespace {
+
+TEST_F(Program, GivesABackgroundNoText) {
+    const HVareaHeader_G6 area = area_header_g6(eGlobalBackGroundArea, 0, 0, 16, 16);
+    const HVpageHeader_G6 page = page_header_g6(38, SINGLELINE);
+    program_addArea_G6(0, &area);
+    EXPECT_EQ(printed_by(
+                  [&] { EXPECT_EQ(program_picturesAreaAddTxt_G6(0, "AAAAAAAAAAAAAAAA", kFont, &page), -1); }),
+              "Error:program_picturesAreaAddTxt_G6==>Can not find the area.please check areaID.\n");
+    program_backGroundColor_G6(0, &page, eRed);
+    EXPECT_EQ(parsed_g6().areas.at(0).pages.size(), 1U);
+    getPageData preview{};
+    EXPECT_EQ(program_pictureAreaGetOnePage(0, 0, &preview), 0);
+    EXPECT_EQ(int{preview.allPageNub}, 1);
+}
+
+TEST_F(Program, TakesAnyByteForAFlag) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
+    HVpageHeader page = page_header();
+    const auto pixels = [&](Ouint8 flag) {
+        std::memcpy(&page.fontBold, &flag, 1);
+        program_AddArea(0, &area);
+        EXPECT_EQ(program_fontPath_picturesAreaAddTxt(
+                      0, "flag", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", &page),
+                  0);
+        return parsed_g5().areas.at(0).pages.at(0).pixels;
+    };
+    EXPECT_EQ(pixels(0xFF), pixels(1));
+    EXPECT_NE(pixels(0xFF), pixels(0));
+}
+
+TEST_F(Program, RefusesTextsOfMorePagesThanAFileCounts) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 1, 1);
+    const std::string text(20000, 'W'), spaces(40000, ' ');
+    program_AddArea(0, &area);
+    for (const auto& [mode, arrMode, points] :
+         {std::tuple{4, SINGLELINE, 3072}, {1, MULTILINE, 3072}, {4, SINGLELINE, 9}}) {
+        HVpageHeader page = page_header(static_cast<Ouint8>(mode), arrMode);
+        page.txtSpace = 65535;
+        page.fontSize = static_cast<Ouint16>(points);
+        const int status = program_picturesAreaAddTxt(0, text.c_str(), kFont, &page);
+        EXPECT_EQ(status, mode == 4 ? -1 : 0);
+        EXPECT_EQ(program_picturesAreaAddTxt(0, spaces.c_str(), kFont, &page), mode == 4 ? -1 : 0);
+        EXPECT_EQ(program_picturesAreaAddTxt(0, "x", kFont, &page), mode == 4 ? -1 : 0)
+            << "65,535 pixels and more";
+    }
+    const HVpageHeader page = page_header();
+    EXPECT_EQ(program_picturesAreaAddTxt(0, "x", kFont, &page), 0) << "the area is as good as before";
+}
+
+TEST_F(Program, OpensOrdinaryFilesOnly) {
+    ASSERT_EQ(mkfifo("pipe.png", 0600), 0);
+    ASSERT_EQ(mkfifo("pipe.ttf", 0600), 0);
+    ASSERT_EQ(mkfifo("dataFantx.bin", 0600), 0);
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 16, 16);
+    const HVpageHeader page = page_header();
+    program_AddArea(0, &area);
+    program_pictureAreaAddPic(0, 1, &page, "pipe.png");
+    EXPECT_EQ(program_fontPath_picturesAreaAddTxt(0, "x", "pipe.ttf", &page), 0);
+    EXPECT_EQ(parsed_g5().areas.at(0).pages.size(), 1U) << "the text, in another font";
+}
+
+TEST_F(Program, DoesNotUnpackPicturesBeyondMeasure) {
+    // The head of a PNG file of 60,000 x 60,000 pixels.
+    const char head[] = "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\xEA\x60\0\0\xEA\x60\x08\x06\0\0\0";
+    std::ofstream("bomb.png", std::ios::binary).write(head, sizeof head - 1);
+    const HVscreenframeHeader border{};
+    EXPECT_EQ(printed_by([&] { program_addFrame(&border, "bomb.png"); }), "Error:Can't find frame png.\n");
+}
+
+TEST_F(Program, ShowsTextInAFamilyWhoseNameIsNoUtf8) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
+    const HVpageHeader page = page_header();
+    program_AddArea(0, &area);
+    EXPECT_EQ(program_picturesAreaAddTxt(0, "x", "\xCB\xCE\xCC\xE5", &page), 0);
+    EXPECT_EQ(parsed_g5().areas.at(0).pages.size(), 1U);
+}
+
+TEST_F(Program, LeavesTheSlotFreeWhenItRefusesAName) {
+    const HVprogramHeader header = program_header(12345);
+    EXPECT_EQ(program_addProgram(&header), -1);
+    const HVprogramHeader_G6 other = program_header_g6(1);
+    EXPECT_EQ(program_addProgram_G6(&other), 0) << "the slot holds no program of generation 5";
+}
+
+} // namespace
+} // namespace qm::test
