@@ -683,8 +683,9 @@ QM_API int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) QM_NOTHROW;
 
 /* Reads them back. The module's answer (at most 511 bytes) is taken apart at its commas; ssid and pwd receive
  * the pieces without a terminating zero, so both must be zeroed, and hold 512 bytes to be safe from any
- * answer. Returns 0, 2 when the answer is shorter than 38 bytes, -1 when there is none; then
- * "cmd_AT_getWifiSsidPwd return data err" is printed. */
+ * answer. Returns 0, also when the answer holds no comma and nothing is delivered; 2 when the answer is
+ * shorter than 38 bytes; -1 when there is none or it has 512 bytes or more, after printing
+ * "cmd_AT_getWifiSsidPwd return data err". */
 QM_API int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) QM_NOTHROW;
 
 /* ---- Device control -------------------------------------------------------------------------------- */
@@ -911,8 +912,9 @@ QM_API int program_addArea_G6(Ouint16 areaID, const HVareaHeader_G6* header) QM_
  * such area. */
 QM_API int program_deleteArea(Ouint16 areaID) QM_NOTHROW;
 QM_API int program_deleteArea_G6(Ouint16 areaID) QM_NOTHROW;
-/* Moves and resizes an area, whose text is laid out anew. -1 for values outside 0 to 65535; 29, after
- * printing "Error:Wrong areaID.This area does not exist.", for an unknown area. */
+/* Moves and resizes an area, whose text is laid out anew. -1 for a position outside 0 to 65,535 and for a
+ * side outside 0 to 32,767; 29, after printing "Error:Wrong areaID.This area does not exist.", for an unknown
+ * area. */
 QM_API int program_MoveArea(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) QM_NOTHROW;
 QM_API int program_MoveArea_G6(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) QM_NOTHROW;
 

@@ -21,7 +21,8 @@ bool is_font_file(const char* fontName) {
 
 int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType) {
     Ping_data retdata{};
-    const int ret = tcp_ping(ip, port, retdata);
+    int ret = tcp_ping(ip, port, retdata);
+    if (ret == QM_OK && retdata.ControllerType == 0) ret = QM_FAILED; // acknowledged, but nothing said
     if (ret != QM_OK) {
         say("cmd_tcpPing run error...\n");
         return ret;

@@ -17,6 +17,7 @@ void set_address(Ping_data& record, const char* ip) {
 
 int ping_at(const char* ip, Ping_data& found) {
     const int code = tcp_ping(ip, kControllerPort, found);
+    if (code == QM_OK && found.ControllerType == 0) return QM_FAILED; // acknowledged, but nothing said
     if (code == QM_OK) set_address(found, ip);
     return code;
 }

@@ -13,10 +13,8 @@ int tcp_ping(const char* ip, Ouint16 port, Ping_data& retData) {
     Ouint8 buffer[1024];
     Answer answer{buffer};
     const int code = client.hv_cmd_ping(answer);
-    if (code != QM_OK) return code;
-    // An answer without even a type says nothing of who it is.
-    if (answer.length < static_cast<int>(sizeof retData.ControllerType)) return QM_FAILED;
-    std::memcpy(&retData, buffer, std::min(sizeof retData, static_cast<std::size_t>(answer.length)));
+    if (code == QM_OK)
+        std::memcpy(&retData, buffer, std::min(sizeof retData, static_cast<std::size_t>(answer.length)));
     return code;
 }
 

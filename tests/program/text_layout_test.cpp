@@ -174,8 +174,11 @@ TEST(TextLayout, StacksVerticalTextIntoColumns) {
 TEST(TextLayout, SurvivesExtremeTexts) {
     const std::u16string text(100000, u'W');
     auto wide = style(SINGLELINE, 0, 0, 65535);
-    EXPECT_FALSE(lay_out(text, font(), wide, {128, 32, Running::left}).pages.empty());
-    EXPECT_EQ(lay_out(text, font(), style(MULTILINE), {1, 1, Running::no}).pages.size(), text.size());
+    // More pages than a file can count.
+    EXPECT_THROW(lay_out(text, font(), wide, {128, 32, Running::left}), std::length_error);
+    EXPECT_THROW(lay_out(text, font(), style(MULTILINE), {1, 1, Running::no}), std::length_error);
+    EXPECT_EQ(lay_out(text.substr(0, 65535), font(), style(MULTILINE), {1, 1, Running::no}).pages.size(),
+              65535U);
     EXPECT_TRUE(lay_out(u"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
     EXPECT_LE(lay_out(text, font(0), style(SINGLELINE), {128, 32, Running::left}).pages.size(), 1U);
 }

@@ -1,11 +1,13 @@
 // qm_simulator as it is started from a shell.
 #include "client.h"
+#include "host.h"
 #include "samples.h"
 
 #include "hex.h"
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <poll.h>
 #include <sys/wait.h>
@@ -89,6 +91,7 @@ TEST(Program, MisuseIsExplained) {
         {{"--color", "blue"}, "--color: expected single, double, three or full"},
         {{"--port", "65536"}, "--port: expected a port from 0 to 65535"},
         {{"--listen", "localhost"}, "--listen: expected a dotted IPv4 address"},
+        {{"--udp-port", "65536"}, "--udp-port: expected a port from 0 to 65535"},
         {{"--scale", "0"}, "--scale: expected a number from 1"},
         {{"surplus"}, "surplus"},
     };
@@ -105,6 +108,12 @@ TEST(Program, PortInUseIsExplained) {
     Program second({"--port", port});
     EXPECT_THAT(second.line(), HasSubstr("127.0.0.1:" + port + " is in use"));
     EXPECT_EQ(second.status(), 2);
+}
+
+TEST(Program, StoreThatCannotBeMadeIsExplained) {
+    Program program({"--port", "0", "--store", "/dev/null/store"});
+    EXPECT_THAT(program.line(), HasSubstr("cannot make the store /dev/null/store"));
+    EXPECT_EQ(program.status(), 2);
 }
 
 TEST(Program, EndsCleanlyOnSignals) {
@@ -131,6 +140,22 @@ TEST(Program, OnceShowsTheUpdateAndEnds) {
     EXPECT_FALSE(std::filesystem::exists(folder / "frames/frame-0002.png"));
     EXPECT_TRUE(std::filesystem::exists(folder / "frames/panel.png"));
     std::filesystem::remove_all(folder);
+}
+
+TEST(Program, StateFileFollowsEachChange) {
+    const auto file = std::filesystem::path(testing::TempDir()) / "qm_simulator_state_test.json";
+    Program program({"--port", "0", "--state", file});
+    test::Client client(program.port());
+    const auto state = [&] {
+        std::ifstream in(file);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    EXPECT_THAT(state(), HasSubstr("\"power\": true"));
+    EXPECT_FALSE(client.ask(test::command_frame(0xA2, 5, hex("00"))).empty());
+    EXPECT_THAT(state(), HasSubstr("\"power\": false"));
+    EXPECT_FALSE(client.ask(test::command_frame(0xA2, 27, hex("07 00"))).empty());
+    EXPECT_THAT(state(), HasSubstr("\"address\": 7"));
+    std::filesystem::remove(file);
 }
 
 TEST(Program, LogsRequestsInWordsAndPrintsTheScreen) {

@@ -1,5 +1,7 @@
 #include "simulator/Controller.h"
 
+#include "simulator/Series.h"
+#include "simulator/WifiModule.h"
 #include "simulator/commands.h"
 
 #include <cstdio>
@@ -10,7 +12,8 @@ namespace {
 constexpr std::size_t kPayloadsKept = 64, kPayloadBytesKept = std::size_t{64} << 20U;
 
 const Command* find_command(const Request& request) {
-    for (const auto table : {control_commands(), dynamic_area_commands()})
+    for (const auto table :
+         {control_commands(), power_commands(), file_commands(), network_commands(), dynamic_area_commands()})
         for (const Command& command : table)
             if (command.group == request.group && command.cmd == request.cmd) return &command;
     return nullptr;
@@ -30,7 +33,7 @@ std::string words_of_reply(const Reply& reply) {
     return "acknowledged";
 }
 
-Outcome carry_out(State& state, const Request& request, Time now) {
+Outcome carry_out(State& state, const Request& request, Moment now) {
     if (request.malformed) return {ErrorValue::malformed, {}};
     const Command* command = find_command(request);
     if (!command) return {ErrorValue::unknown_command, {}};
@@ -56,12 +59,27 @@ void describe(Outcome& outcome, const Request& request) {
     outcome.words = words + ": " + words_of_reply(outcome.reply);
 }
 
+std::optional<std::string> locked_program(const State& state, Moment now) {
+    if (!program_locked(state, now)) return std::nullopt;
+    return state.settings.program_lock.program;
+}
+
+// Level 0 can still be seen.
+void dim(Image& image, unsigned level) {
+    if (level >= kBrightest) return;
+    for (std::uint8_t& value : image.rgb)
+        value = static_cast<std::uint8_t>(value * (level + 1) / (kBrightest + 1));
+}
+
 } // namespace
 
-Outcome Controller::handle(const Request& request, Time now) {
+Outcome Controller::handle(const Request& request, Moment now) {
     remember(m_state.payloads, request);
     Outcome outcome = carry_out(m_state, request, now);
     describe(outcome, request);
+    const std::string programs = m_state.programs.update(m_state.files, now.up);
+    outcome.updated = outcome.updated || !programs.empty();
+    outcome.words += programs;
     return outcome;
 }
 
@@ -72,10 +90,55 @@ Outcome Controller::refuse(const Request& request, ErrorValue error) {
     return outcome;
 }
 
-Image Controller::screen(Time now) const {
-    Image image(m_state.model.width, m_state.model.height);
-    draw(image, m_state.model.format, m_state.areas, now);
+State::State(const Model& what)
+    : model(what), programs(generation_of(what.type), what.width, what.height, what.format) {}
+
+LocalSeconds clock_of(const State& state, Moment now) { return now.host + state.settings.clock_offset; }
+
+bool program_locked(const State& state, Moment now) {
+    const ProgramLock& lock = state.settings.program_lock;
+    const Time end = state.program_locked_since + std::chrono::seconds(lock.duration);
+    return lock.locked && (lock.duration == 0 || now.up < end);
+}
+
+Image played(const State& state, Moment now) {
+    Image image = state.programs.screen(now.up, clock_of(state, now), locked_program(state, now));
+    draw(image, state.model.format, state.areas, now.up);
     return image;
+}
+
+void Controller::restore(ControllerState settings, std::vector<StoredFile> files) {
+    m_state.settings = std::move(settings);
+    for (StoredFile& file : files) m_state.files.restore(std::move(file));
+    (void)m_state.programs.update(m_state.files, Time{0});
+    if (m_state.settings.screen_lock.locked) m_state.held = Image(m_state.model.width, m_state.model.height);
+}
+
+std::string Controller::ask_wifi(std::string_view text) { return answer_of(m_state.settings.wifi, text); }
+
+Image Controller::screen(Moment now) const {
+    const LocalSeconds clock = clock_of(m_state, now);
+    if (!power_at(m_state.settings, clock)) return {m_state.model.width, m_state.model.height};
+    Image image = m_state.held ? *m_state.held : played(m_state, now);
+    dim(image, brightness_at(m_state.settings, clock));
+    return image;
+}
+
+std::optional<Time> Controller::next_change(Moment now) const {
+    return m_state.programs.next_change(now.up, clock_of(m_state, now), locked_program(m_state, now));
+}
+
+Snapshot Controller::snapshot(Moment now) const {
+    Snapshot snapshot{m_state.settings};
+    snapshot.clock = clock_of(m_state, now);
+    snapshot.power = power_at(m_state.settings, snapshot.clock);
+    snapshot.brightness_level = brightness_at(m_state.settings, snapshot.clock);
+    snapshot.program_lock.locked = program_locked(m_state, now);
+    snapshot.program = m_state.programs.playing(now.up, snapshot.clock, locked_program(m_state, now));
+    snapshot.program_errors = m_state.programs.errors();
+    snapshot.total_memory = FileSystem::kCapacity;
+    snapshot.available_memory = m_state.files.available();
+    return snapshot;
 }
 
 } // namespace qm::sim

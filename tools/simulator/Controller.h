@@ -3,12 +3,17 @@
 #pragma once
 
 #include "simulator/Answer.h"
+#include "simulator/ControllerState.h"
+#include "simulator/FileSystem.h"
+#include "simulator/Programs.h"
 #include "simulator/Request.h"
 #include "simulator/Screen.h"
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qm::sim {
@@ -18,17 +23,50 @@ struct Model {
     std::uint16_t type = 0;
     int width = 0, height = 0;
     PixelFormat format;
+    bool web = false; // has a web server
+};
+
+// The moment of a request.
+struct Moment {
+    Time up{0};          // since the controller was switched on
+    LocalSeconds host{}; // by the clock of its host
+};
+
+struct Stopwatch {
+    bool running = false;
+    Time since{0}, counted{0};
+
+    [[nodiscard]] Time at(Time now) const { return running ? counted + (now - since) : counted; }
+};
+
+// A directory that is being listed.
+struct Listing {
+    std::uint8_t type = 0;
+    std::size_t block_size = 0; // entries; 0: none is being listed
 };
 
 // What the commands work on.
 struct State {
+    explicit State(const Model& what);
+
     Model model;
-    std::uint16_t address = 1;
-    std::uint8_t brightness = 15;
-    bool on = true;
+    ControllerState settings;
+    FileSystem files;
+    Programs programs;
+    Listing listing;
+    Stopwatch stopwatch;
+    Time program_locked_since{0};
     std::vector<PlayedArea> areas; // in the order in which they are drawn
+    std::optional<Image> held;     // what a locked screen goes on showing
     std::deque<Frame> payloads;    // dynamic-area commands received, most recent last
 };
+
+// The controller's own clock.
+[[nodiscard]] LocalSeconds clock_of(const State& state, Moment now);
+[[nodiscard]] bool program_locked(const State& state, Moment now);
+// What it plays, in full brightness and whether or not its screen is on: programs, and dynamic areas over
+// them.
+[[nodiscard]] Image played(const State& state, Moment now);
 
 struct Outcome {
     Reply reply;
@@ -38,16 +76,25 @@ struct Outcome {
 
 class Controller {
   public:
-    explicit Controller(const Model& model) { m_state.model = model; }
+    explicit Controller(const Model& model) : m_state(model) {}
+
+    // Takes up what was kept over a restart.
+    void restore(ControllerState settings, std::vector<StoredFile> files);
 
     // Carries out one request. A refused one changes nothing.
-    Outcome handle(const Request& request, Time now);
+    Outcome handle(const Request& request, Moment now);
 
     // Notes a request that is refused whatever it asks for.
     Outcome refuse(const Request& request, ErrorValue error);
 
-    [[nodiscard]] Image screen(Time now) const;
-    [[nodiscard]] Sender sender() const { return {m_state.model.type, m_state.address}; }
+    // One datagram for its Wi-Fi module, and the answer.
+    std::string ask_wifi(std::string_view text);
+
+    [[nodiscard]] Image screen(Moment now) const;
+    // When the programs next change the screen; nothing when they never do.
+    [[nodiscard]] std::optional<Time> next_change(Moment now) const;
+    [[nodiscard]] Snapshot snapshot(Moment now) const;
+    [[nodiscard]] Sender sender() const { return {m_state.model.type, m_state.settings.address}; }
     [[nodiscard]] const State& state() const { return m_state; }
 
   private:

@@ -1,5 +1,7 @@
 #include "simulator/DynamicArea.h"
 
+#include "simulator/page_records.h"
+
 namespace qm::sim {
 namespace {
 
@@ -57,37 +59,11 @@ bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
     return true;
 }
 
-// SoundFlag 1; when it is not 0: four single bytes, two counts of 4, four single bytes, the text's length 4
-// and the text.
-bool read_sound(ByteReader& reader, DynamicArea& area) {
-    if (reader.u8() == 0) return reader.ok();
-    Sound& sound = area.sound.emplace();
-    sound.person = reader.u8();
-    sound.volume = reader.u8();
-    sound.speed = reader.u8();
-    sound.data_mode = reader.u8();
-    sound.replay_times = reader.u32();
-    sound.replay_delay = reader.u32();
-    sound.reserved_para_len = reader.u8();
-    sound.num_deal = reader.u8();
-    sound.languages = reader.u8();
-    sound.word_style = reader.u8();
-    sound.text = copy(reader.bytes(reader.u32()));
-    return reader.ok();
-}
-
-// PageDataLen 4, PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2,
-// Reserved 9, Dataoffset 4, DataLen 4.
+// PageDataLen 4, the 9 bytes that every page header begins with, Reserved 9, Dataoffset 4, DataLen 4.
 bool read_page(ByteReader& reader, Parse& parse, DynamicArea& area) {
     const std::uint32_t length = reader.u32();
     Page& page = area.pages.emplace_back();
-    page.style = reader.u8();
-    page.display_mode = reader.u8();
-    page.clear_mode = reader.u8();
-    page.speed = reader.u8();
-    page.stay_time = reader.u16();
-    page.repeat_time = reader.u8();
-    page.valid_len = reader.u16();
+    read_page_head(reader, page);
     reader.skip(9);
     Extent& extent = parse.extents.emplace_back();
     extent.offset = reader.u32();
@@ -109,7 +85,8 @@ bool read_area(ByteReader& reader, Parse& parse) {
     ByteReader description(reader.bytes(reader.u32()));
     DynamicArea& area = parse.areas.emplace_back();
     return reader.ok() && read_schedule(description, parse, area) && read_place(description, parse, area) &&
-           read_sound(description, area) && read_pages(description, parse, area) && description.left() == 0;
+           read_sound(description, area.sound) && read_pages(description, parse, area) &&
+           description.left() == 0;
 }
 
 // Hands every page its part of the block, which holds the pages and nothing else.

@@ -13,6 +13,11 @@ namespace qm::sim {
     X(bad_value, 104, "a field holds a value that it cannot have")                                           \
     X(bad_pixel_data, 105, "the pixel data of a page has not the length that its rectangle asks for")        \
     X(no_memory, 106, "the controller has no room left for it")                                              \
+    X(file_exists, 107, "a file of that name exists and is not to be overwritten")                           \
+    X(no_such_file, 108, "the controller has no file of that name")                                          \
+    X(out_of_order, 109, "the command does not continue what came before it")                                \
+    X(bad_checksum, 110, "the file does not end with what was announced, or its checksum is wrong")          \
+    X(wrong_password, 111, "the password is not the one that is set")                                        \
     X(refused_by_fault, 199, "a fault asked for it")
 
 #define QM_SIM_ERROR_ENUMERATOR(name, value, words) name = (value),

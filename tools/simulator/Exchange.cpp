@@ -1,17 +1,50 @@
 #include "simulator/Exchange.h"
 
+#include "simulator/state_json.h"
+
+#include <algorithm>
+
 namespace qm::sim {
 namespace {
 
 Model model_of(const Options& options) {
-    return {options.type, options.width, options.height, {transfer_mode_of(options.type), options.color}};
+    return {options.type,
+            options.width,
+            options.height,
+            {transfer_mode_of(options.type), options.color},
+            options.web};
 }
 
 } // namespace
 
 Exchange::Exchange(const Options& options)
     : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
-      m_fault(options.fault), m_shown(options.width, options.height) {}
+      m_fault(options.fault), m_shown(options.width, options.height) {
+    restore();
+}
+
+void Exchange::restore() {
+    if (m_options.store.empty()) return;
+    m_store.emplace(m_options.store, [this](const std::string& words) { complain(words); });
+    Store::Contents contents = m_store->load();
+    m_controller.restore(std::move(contents.settings), std::move(contents.files));
+    m_known_settings = m_controller.state().settings;
+    m_known_files = m_controller.state().files.version();
+}
+
+std::string Exchange::ask_wifi(std::string_view text) {
+    Report report;
+    std::string answer;
+    {
+        const std::lock_guard lock(m_mutex);
+        ++m_requests;
+        answer = m_controller.ask_wifi(text);
+        report.words = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
+        note_state(report);
+    }
+    tell(report);
+    return answer;
+}
 
 Exchange::Turn Exchange::take(Bytes body) {
     const auto opened = open_request(body, m_generation);
@@ -39,7 +72,9 @@ Exchange::Turn Exchange::carry_out(const std::variant<Request, BadFrame>& opened
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
     report.words = outcome.words;
     if (fault) report.words.append(" (fault: ").append(name_of(fault->kind)).append(")");
+    m_look_again = Time{0};
     if (outcome.updated) note_screen(report);
+    note_state(report);
     Turn turn{std::nullopt, outcome.updated};
     if (request.wants_answer) turn.delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
     return turn;
@@ -58,13 +93,51 @@ void Exchange::note_screen(Report& report) {
     report.screen = std::move(image);
 }
 
+// Requests, and settings that go by the clock, are noticed within these times.
+Time Exchange::tick() {
+    constexpr Time kSoonest{10}, kLatest{50}, kLookAgain{1000};
+    if (!m_options.on_screen) return kLookAgain;
+    Report report;
+    Time wait{0};
+    {
+        const std::lock_guard lock(m_mutex);
+        const Moment moment = now();
+        if (moment.up >= m_look_again) {
+            note_screen(report);
+            const auto next = m_controller.next_change(moment);
+            m_look_again = std::min(moment.up + kLookAgain, next.value_or(Time::max()));
+        }
+        wait = std::clamp(m_look_again - moment.up, kSoonest, kLatest);
+    }
+    if (report.screen) m_options.on_screen(*report.screen);
+    return wait;
+}
+
+void Exchange::note_state(Report& report) {
+    const State& state = m_controller.state();
+    if (state.settings == m_known_settings && state.files.version() == m_known_files) return;
+    m_known_settings = state.settings;
+    m_known_files = state.files.version();
+    if (m_store) m_store->save(state.settings, state.files);
+    if (!m_options.on_state) return;
+    report.state = m_controller.snapshot(now());
+    for (const StoredFile* file : state.files.all()) report.files.push_back(*file);
+}
+
+void Exchange::complain(const std::string& words) const {
+    if (m_options.on_trouble) m_options.on_trouble(words);
+}
+
 void Exchange::tell(const Report& report) const {
     if (m_options.on_request) m_options.on_request(report.words);
     if (report.screen && m_options.on_screen) m_options.on_screen(*report.screen);
+    if (report.state) m_options.on_state(*report.state, report.files);
 }
 
-Time Exchange::now() const {
-    return std::chrono::duration_cast<Time>(std::chrono::steady_clock::now() - m_switched_on);
+Moment Exchange::now() const {
+    const auto since = std::chrono::steady_clock::now() - m_switched_on;
+    return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Time>(since),
+            m_options.clock ? m_options.clock() : host_time()};
 }
 
 void Exchange::set_fault(std::optional<Fault> fault) {
@@ -89,6 +162,25 @@ std::vector<Frame> Exchange::payloads() const {
     const std::lock_guard lock(m_mutex);
     const auto& payloads = m_controller.state().payloads;
     return {payloads.begin(), payloads.end()};
+}
+
+Snapshot Exchange::state() const {
+    const std::lock_guard lock(m_mutex);
+    return m_controller.snapshot(now());
+}
+
+std::vector<StoredFile> Exchange::files() const {
+    const std::lock_guard lock(m_mutex);
+    std::vector<StoredFile> files;
+    for (const StoredFile* file : m_controller.state().files.all()) files.push_back(*file);
+    return files;
+}
+
+std::optional<StoredFile> Exchange::file(const std::string& name) const {
+    const std::lock_guard lock(m_mutex);
+    for (const FileFamily family : {FileFamily::ordinary, FileFamily::configuration})
+        if (const StoredFile* file = m_controller.state().files.find(family, name)) return *file;
+    return std::nullopt;
 }
 
 std::size_t Exchange::requests() const {

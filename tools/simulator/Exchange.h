@@ -4,6 +4,7 @@
 
 #include "simulator/Controller.h"
 #include "simulator/Simulator.h"
+#include "simulator/Store.h"
 
 #include <mutex>
 #include <optional>
@@ -22,24 +23,37 @@ class Exchange {
     explicit Exchange(const Options& options);
 
     Turn take(Bytes body);
+    // One datagram for the Wi-Fi module, and the answer.
+    std::string ask_wifi(std::string_view text);
+
+    // Shows what has changed by itself; gives how long to wait until the next call.
+    Time tick();
 
     void set_fault(std::optional<Fault> fault);
     [[nodiscard]] Image screen() const;
     [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
     [[nodiscard]] std::vector<Frame> payloads() const;
+    [[nodiscard]] Snapshot state() const;
+    [[nodiscard]] std::vector<StoredFile> files() const;
+    [[nodiscard]] std::optional<StoredFile> file(const std::string& name) const;
     [[nodiscard]] std::size_t requests() const;
     [[nodiscard]] std::size_t bad_frames() const;
 
   private:
     struct Report {
         std::string words;
-        std::optional<Image> screen; // when it has changed
+        std::optional<Image> screen;   // when it has changed
+        std::optional<Snapshot> state; // likewise, with the files
+        std::vector<StoredFile> files{};
     };
 
-    [[nodiscard]] Time now() const;
+    [[nodiscard]] Moment now() const;
+    void restore();
     Turn carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
     std::optional<Fault> fault_for_this_one();
     void note_screen(Report& report);
+    void note_state(Report& report);
+    void complain(const std::string& words) const;
     void tell(const Report& report) const;
 
     const Options& m_options;
@@ -53,6 +67,10 @@ class Exchange {
     std::size_t m_requests = 0;
     std::size_t m_bad_frames = 0;
     Image m_shown;
+    Time m_look_again{0};             // when the screen may have changed by itself
+    ControllerState m_known_settings; // as they were reported last
+    std::uint64_t m_known_files = 0;
+    std::optional<Store> m_store;
 };
 
 } // namespace qm::sim

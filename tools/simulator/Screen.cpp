@@ -3,7 +3,6 @@
 #include <algorithm>
 
 namespace qm::sim {
-namespace {
 
 void draw_page(Image& screen, PixelFormat format, const Rect& rect, const Page& page) {
     const PixelReader pixels(format, rect, page.pixels);
@@ -12,8 +11,6 @@ void draw_page(Image& screen, PixelFormat format, const Rect& rect, const Page& 
     for (int y = 0; y < rows; ++y)
         for (int x = 0; x < columns; ++x) screen.set(rect.x + x, rect.y + y, pixels.at(x, y));
 }
-
-} // namespace
 
 // Pages do not turn: the first one stays.
 const Page* page_at(const DynamicArea& area, Time) {

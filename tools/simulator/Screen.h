@@ -22,6 +22,9 @@ struct PlayedArea {
 // The page that an area shows once it has played for this long; null when it has none.
 [[nodiscard]] const Page* page_at(const DynamicArea& area, Time played);
 
+// Draws one page on its rectangle.
+void draw_page(Image& screen, PixelFormat format, const Rect& rect, const Page& page);
+
 // Draws the areas in their order, cut at the edges of the screen.
 void draw(Image& screen, PixelFormat format, std::span<const PlayedArea> areas, Time now);
 

@@ -1,6 +1,7 @@
 #include "simulator/Simulator.h"
 
 #include "simulator/Server.h"
+#include "simulator/UdpServer.h"
 
 #include <stdexcept>
 #include <thread>
@@ -19,11 +20,28 @@ Options checked(Options options) {
     return options;
 }
 
-asio::ip::tcp::endpoint endpoint_of(const Options& options) {
+asio::ip::address_v4 address_of(const std::string& text) {
     std::error_code error;
-    const auto address = asio::ip::make_address_v4(options.listen, error);
+    const auto address = asio::ip::make_address_v4(text, error);
     if (error) throw std::invalid_argument("the address to listen on must be a dotted IPv4 address");
-    return {address, options.port};
+    return address;
+}
+
+// Answers every frame of a datagram.
+std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input) {
+    std::vector<Datagram> answers;
+    FrameSplitter splitter;
+    while (const auto body = splitter.next(input)) {
+        Exchange::Turn turn = exchange.take(*body);
+        if (turn.delivery && !turn.delivery->bytes.empty())
+            answers.push_back({std::move(turn.delivery->bytes), turn.delivery->late});
+    }
+    return answers;
+}
+
+std::vector<Datagram> answer_text(Exchange& exchange, Bytes input) {
+    const std::string answer = exchange.ask_wifi({reinterpret_cast<const char*>(input.data()), input.size()});
+    return {{Frame(answer.begin(), answer.end())}};
 }
 
 } // namespace
@@ -33,14 +51,47 @@ class Simulator::Impl {
   public:
     explicit Impl(Options options)
         : m_options(checked(std::move(options))), m_exchange(m_options), m_connections(m_options.on_closed),
-          m_server(m_context, endpoint_of(m_options), m_exchange, m_connections), m_port(m_server.port()),
-          m_thread([this] { run(); }) {}
+          m_server(m_context, {address_of(m_options.listen), m_options.port}, m_exchange, m_connections),
+          m_port(m_server.port()) {
+        open_udp(m_udp, m_options.udp, answer_frames);
+        open_udp(m_wifi, m_options.wifi, answer_text);
+        m_udp_port = m_udp ? m_udp->port() : std::uint16_t{0};
+        m_wifi_port = m_wifi ? m_wifi->port() : std::uint16_t{0};
+        asio::post(m_context, [this] { tick(); });
+        m_thread = std::thread([this] { run(); });
+    }
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
     ~Impl() {
         m_connections.mute();
         m_context.stop();
         m_thread.join();
+    }
+
+    void open_udp(std::unique_ptr<UdpServer>& server, std::optional<std::uint16_t> port,
+                  std::vector<Datagram> (*handler)(Exchange&, Bytes)) {
+        if (!port) return;
+        try {
+            const asio::ip::udp::endpoint endpoint(address_of(m_options.udp_listen), *port);
+            server = std::make_unique<UdpServer>(
+                m_context, endpoint, [this, handler](Bytes input) { return handler(m_exchange, input); });
+        } catch (const std::system_error& error) {
+            throw std::runtime_error("cannot listen on UDP " + m_options.udp_listen + ":" +
+                                     std::to_string(*port) + ": " + error.code().message());
+        }
+    }
+
+    // Programs change the screen without being asked to.
+    void tick() {
+        Time wait = std::chrono::seconds(1);
+        try {
+            wait = m_exchange.tick();
+        } catch (const std::bad_alloc&) { // a later picture may find room again
+        }
+        m_timer.expires_after(wait);
+        m_timer.async_wait([this](std::error_code error) {
+            if (!error) tick();
+        });
     }
 
     // A session that ran out of memory is gone by the time its exception arrives here; the others go on.
@@ -55,8 +106,11 @@ class Simulator::Impl {
     Exchange m_exchange;
     Connections m_connections;
     asio::io_context m_context{1};
+    asio::steady_timer m_timer{m_context};
     Server m_server;
     const std::uint16_t m_port;
+    std::unique_ptr<UdpServer> m_udp, m_wifi;
+    std::uint16_t m_udp_port = 0, m_wifi_port = 0;
     std::thread m_thread;
 };
 
@@ -64,9 +118,19 @@ Simulator::Simulator(Options options) : m_impl(std::make_unique<Impl>(std::move(
 Simulator::~Simulator() = default;
 
 std::uint16_t Simulator::port() const { return m_impl->m_port; }
+std::uint16_t Simulator::udp_port() const { return m_impl->m_udp_port; }
+std::uint16_t Simulator::wifi_port() const { return m_impl->m_wifi_port; }
+Snapshot Simulator::state() const { return m_impl->m_exchange.state(); }
+std::vector<StoredFile> Simulator::files() const { return m_impl->m_exchange.files(); }
+std::optional<StoredFile> Simulator::file(const std::string& name) const {
+    return m_impl->m_exchange.file(name);
+}
 Image Simulator::screen() const { return m_impl->m_exchange.screen(); }
 std::vector<DynamicArea> Simulator::dynamic_areas() const { return m_impl->m_exchange.dynamic_areas(); }
 std::vector<Frame> Simulator::payloads() const { return m_impl->m_exchange.payloads(); }
+std::map<std::string, std::string> Simulator::program_errors() const {
+    return m_impl->m_exchange.state().program_errors;
+}
 std::size_t Simulator::connections() const { return m_impl->m_connections.accepted(); }
 std::size_t Simulator::open_connections() const { return m_impl->m_connections.open(); }
 std::size_t Simulator::requests() const { return m_impl->m_exchange.requests(); }

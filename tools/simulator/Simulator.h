@@ -10,12 +10,15 @@
 
 #include "DynamicArea.h"
 #include "Fault.h"
+#include "simulator/ControllerState.h"
+#include "simulator/FileSystem.h"
 #include "simulator/Image.h"
 #include "simulator/ScreenColor.h"
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,18 +33,34 @@ struct Options {
     int width = 128, height = 32;     // pixels, 1 to 4,096
     ScreenColor color = ScreenColor::dual;
     std::optional<Fault> fault{};
+    bool web = false; // answers the network search with the longer record of a controller with a web server
+    std::string store{}; // folder that keeps files and settings over restarts; empty: none
+
+    // UDP ports, 0 for any free one: of the controllers' protocol (5007), and of the AT commands of a Wi-Fi
+    // module (13769). Answers go to the sender alone. Only on 0.0.0.0 do broadcasts arrive.
+    std::optional<std::uint16_t> udp{}, wifi{};
+    std::string udp_listen = "0.0.0.0";
+
+    // The host's local time; the system's when empty. The controller's clock runs by it.
+    std::function<LocalSeconds()> clock{};
+
+    // Time since the controller was switched on; a steady clock's when empty. Programs play by it.
+    std::function<std::chrono::milliseconds()> uptime{};
 
     // Called from the simulator's thread; they must not throw. The first two are called before the answer
     // goes out.
     std::function<void(const Image&)> on_screen{};        // the screen has changed
     std::function<void(const std::string&)> on_request{}; // one line in words for every request and bad frame
+    std::function<void(const Snapshot&, const std::vector<StoredFile>&)>
+        on_state{};                                       // settings or files changed
+    std::function<void(const std::string&)> on_trouble{}; // the store failed; the simulator goes on
     std::function<void(bool updated)> on_closed{}; // a connection has ended; whether it updated the screen
 };
 
 class Simulator {
   public:
     // Listens when it returns. Throws std::invalid_argument for options out of range, std::system_error when
-    // the address cannot be had.
+    // the address cannot be had, std::runtime_error when a UDP port or the store cannot.
     explicit Simulator(Options options = {});
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
@@ -49,6 +68,9 @@ class Simulator {
     ~Simulator();
 
     [[nodiscard]] std::uint16_t port() const;
+    // 0 without UDP.
+    [[nodiscard]] std::uint16_t udp_port() const;
+    [[nodiscard]] std::uint16_t wifi_port() const;
 
     // What the screen shows now.
     [[nodiscard]] Image screen() const;
@@ -57,6 +79,16 @@ class Simulator {
     // The dynamic-area payloads received (01 A7 ...), refused ones included, byte for byte, most recent last.
     // The latest 64 are kept, and fewer when they are large.
     [[nodiscard]] std::vector<Frame> payloads() const;
+
+    // Why programs cannot be played, by their names: they are files that are not what they should be.
+    [[nodiscard]] std::map<std::string, std::string> program_errors() const;
+
+    // What the controller has been told, and what follows from it now.
+    [[nodiscard]] Snapshot state() const;
+    // Its whole files, ordinary ones first, in the order of their names.
+    [[nodiscard]] std::vector<StoredFile> files() const;
+    // The file of that name of 4 characters, an ordinary one rather than a configuration.
+    [[nodiscard]] std::optional<StoredFile> file(const std::string& name) const;
 
     [[nodiscard]] std::size_t connections() const;      // accepted so far
     [[nodiscard]] std::size_t open_connections() const; // at this moment

@@ -44,7 +44,7 @@ std::string words_for(const std::vector<DynamicArea>& areas) {
     return words;
 }
 
-Outcome update_areas(State& state, Bytes payload, Time now) {
+Outcome update_areas(State& state, Bytes payload, Moment now) {
     auto parsed = parse_dynamic_areas(payload);
     if (const auto* error = std::get_if<ErrorValue>(&parsed)) return {*error, {}};
     auto& areas = std::get<std::vector<DynamicArea>>(parsed);
@@ -59,7 +59,7 @@ Outcome update_areas(State& state, Bytes payload, Time now) {
     for (const PlayedArea& played : state.areas) bytes += pixel_bytes(played.area);
     if (bytes > kPixelMemory) return {ErrorValue::no_memory, words};
 
-    for (DynamicArea& area : areas) put(state.areas, std::move(area), now);
+    for (DynamicArea& area : areas) put(state.areas, std::move(area), now.up);
     return {Ack{}, words, true};
 }
 

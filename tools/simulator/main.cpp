@@ -1,8 +1,10 @@
 // qm_simulator: a controller on loopback whose screen can be seen.
 #include "simulator/PixelData.h"
 #include "simulator/Series.h"
+#include "simulator/Store.h"
 #include "simulator/picture.h"
 #include "simulator/settings.h"
+#include "simulator/state_json.h"
 #include "simulator/terminal.h"
 
 #include <asio.hpp>
@@ -76,10 +78,22 @@ class Display {
     unsigned m_frame = 0;
 };
 
-void announce(const Settings& settings, std::uint16_t port) {
+void write_state(const std::string& path, const Snapshot& snapshot,
+                 const std::vector<StoredFile>& files) try {
+    const std::string text = state_text(snapshot, files);
+    write_whole(path, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+} catch (const std::exception& error) {
+    complain(error.what());
+}
+
+void announce(const Settings& settings, const Simulator& simulator) {
     const Options& options = settings.options;
-    std::printf("qm_simulator ready: %s:%u, type %s, %dx%d, %s\n", options.listen.c_str(), unsigned{port},
-                hex(options.type).c_str(), options.width, options.height, name_of(options.color));
+    std::printf("qm_simulator ready: %s:%u, type %s, %dx%d, %s\n", options.listen.c_str(),
+                unsigned{simulator.port()}, hex(options.type).c_str(), options.width, options.height,
+                name_of(options.color));
+    if (options.udp) std::printf("UDP: %s:%u\n", options.udp_listen.c_str(), unsigned{simulator.udp_port()});
+    if (options.wifi)
+        std::printf("Wi-Fi module: %s:%u\n", options.udp_listen.c_str(), unsigned{simulator.wifi_port()});
     std::fflush(stdout);
     if (!goes_together({transfer_mode_of(options.type), options.color}))
         complain("a controller of type " + hex(options.type) + " has no pixel data for " +
@@ -97,12 +111,18 @@ void run(const Settings& settings) {
     options.on_screen = [&](const Image& screen) { display.show(screen); };
     if (settings.verbose)
         options.on_request = [](const std::string& words) { std::fprintf(stderr, "%s\n", words.c_str()); };
+    if (!settings.state.empty())
+        options.on_state = [&](const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+            write_state(settings.state, snapshot, files);
+        };
+    options.on_trouble = complain;
     if (settings.once)
         options.on_closed = [&](bool updated) {
             if (updated) context.stop();
         };
     Simulator simulator(std::move(options));
-    announce(settings, simulator.port());
+    if (!settings.state.empty()) write_state(settings.state, simulator.state(), simulator.files());
+    announce(settings, simulator);
     context.run();
     display.take_screenshot(simulator.screen());
 }

@@ -16,6 +16,8 @@ constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScal
 // The options as they are typed.
 struct Typed {
     std::string port = "5005";
+    std::string udp_port = "5007", wifi_port = "13769";
+    bool udp = false, wifi = false;
     std::string type = "0x0262";
     std::string size = "128x32";
     std::string color = "double";
@@ -105,6 +107,19 @@ void add_controller_options(CLI::App& app, Settings& settings, Typed& typed) {
         expect(color_from, "single, double, three or full, or 1 to 4"));
 }
 
+void add_network_options(CLI::App& app, Settings& settings, Typed& typed) {
+    app.add_flag("--udp", typed.udp, "Answer over UDP, too, as controllers answer broadcasts");
+    add(app, "--udp-port", typed.udp_port, "Its port, 0 for any free one", "N",
+        expect_number(0, 65535, "a port"));
+    app.add_flag("--wifi", typed.wifi, "Have a Wi-Fi module, which answers AT commands over UDP");
+    add(app, "--wifi-port", typed.wifi_port, "Its port, 0 for any free one", "N",
+        expect_number(0, 65535, "a port"));
+    add(app, "--udp-listen", settings.options.udp_listen, "Address of both; 0.0.0.0 takes broadcasts", "IP",
+        expect(is_address, "a dotted IPv4 address, such as 127.0.0.1"));
+    app.add_flag("--web", settings.options.web,
+                 "Answer the network search as a controller with a web server");
+}
+
 void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
     app.add_flag("--show", settings.show, "Print the screen at each change, two pixels a character");
     app.add_option("--frames", settings.frames, "Folder for a PNG at each change: frame-0001.png, ...")
@@ -114,6 +129,10 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
         ->type_name("FILE");
     add(app, "--scale", typed.scale, "Pixels of the screenshot for each LED, each way", "N",
         expect_number(1, kLargestScale, "a number"));
+    app.add_option("--state", settings.state, "JSON file of settings and files, written at each change")
+        ->type_name("FILE");
+    app.add_option("--store", settings.options.store, "Folder that keeps files and settings over restarts")
+        ->type_name("DIR");
     app.add_flag("--once", settings.once, "End when the first connection that updated the screen has closed");
     app.add_flag("--verbose,-v", settings.verbose, "Print a line for every request on standard error");
 }
@@ -132,6 +151,8 @@ unsigned value_of(const std::string& text) { return number(text, UINT_MAX).value
 void take(Settings& settings, const Typed& typed) {
     Options& options = settings.options;
     options.port = static_cast<std::uint16_t>(value_of(typed.port));
+    if (typed.udp) options.udp = static_cast<std::uint16_t>(value_of(typed.udp_port));
+    if (typed.wifi) options.wifi = static_cast<std::uint16_t>(value_of(typed.wifi_port));
     options.type = static_cast<std::uint16_t>(value_of(typed.type));
     const Size size = size_from(typed.size).value_or(Size{1, 1});
     options.width = size.width;
@@ -151,6 +172,7 @@ std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     Settings settings;
     Typed typed;
     add_controller_options(app, settings, typed);
+    add_network_options(app, settings, typed);
     add_output_options(app, settings, typed);
     add_fault_options(app, typed);
     try {

@@ -13,6 +13,7 @@ struct Settings {
     std::string frames;     // folder, empty for none
     std::string screenshot; // file, empty for none
     int scale = 8;          // of the screenshot
+    std::string state;      // file, empty for none
     bool show = false;
     bool once = false;
     bool verbose = false;

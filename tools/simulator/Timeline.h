@@ -1,0 +1,46 @@
+// What an area of a program shows, page after page, over and over.
+#pragma once
+
+#include "simulator/ProgramFile.h"
+#include "simulator/RunningText.h"
+#include "simulator/Screen.h"
+
+#include <optional>
+#include <vector>
+
+namespace qm::sim {
+
+// Speed and Time are in units of 10 ms. A page appears at once, whatever its effect, and stays StayTime units
+// (at least one), RepeatTime times over (at least once). Pages that follow one another in the same running
+// direction are one strip, which moves a pixel every Speed + 1 units and runs through as often as the
+// RepeatTime of its first page says.
+class Timeline {
+  public:
+    // The area outlives it.
+    Timeline(const ProgramArea& area, PixelFormat format);
+
+    // How long all pages take together.
+    [[nodiscard]] Time once() const { return m_end; }
+    void draw(Image& screen, Time played) const;
+    // When the area next shows something else; nothing when it never does.
+    [[nodiscard]] std::optional<Time> next_change(Time played) const;
+
+  private:
+    struct Act {
+        Time start{0};
+        std::size_t page = 0;
+        std::optional<RunningText> text;
+        Time step{0}; // of running text
+    };
+
+    std::size_t add_page(std::size_t page);
+    std::size_t add_running(std::size_t page, Running direction);
+    [[nodiscard]] std::size_t act_at(Time in_round) const;
+
+    const ProgramArea& m_area;
+    PixelFormat m_format;
+    std::vector<Act> m_acts;
+    Time m_end{0};
+};
+
+} // namespace qm::sim
