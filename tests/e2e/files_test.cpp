@@ -60,7 +60,9 @@ TEST_F(Files, AreListedWholeWhateverTheirNumber) {
         ASSERT_EQ(cmd_ofsFormat(kHost, port()), 0);
         for (int i = 0; i < count; ++i) {
             const std::string number = std::to_string(1000 + i);
-            ASSERT_EQ(write(("F" + number.substr(1)).c_str(), content(static_cast<std::size_t>(i) + 1)), 0);
+            ASSERT_EQ(write(std::string("F").append(number, 1, 3).c_str(),
+                            content(static_cast<std::size_t>(i) + 1)),
+                      0);
         }
         GetDirBlock_G56 dir{};
         ASSERT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), 0);
