@@ -294,6 +294,18 @@ TEST_F(ProgramVerbs, SentProgramIsOnTheScreen) {
     }
 }
 
+TEST_F(ProgramVerbs, ExampleFitsBothGenerations) {
+    for (const std::string generation : {"5", "6"})
+        for (const std::string verb : {"build", "preview"}) {
+            const Outcome outcome = qmctl({"program", verb, QM_EXAMPLES "/program/shop.json", "-o", "out",
+                                           "--generation", generation, "--json"});
+            ASSERT_EQ(outcome.status, 0) << outcome.err;
+            const auto result = nlohmann::json::parse(outcome.out);
+            EXPECT_EQ(result.value("notes", nlohmann::json()).size(), generation == "5" ? 1U : 0U);
+            if (verb == "preview") EXPECT_EQ(result["areas"].size(), generation == "5" ? 3U : 4U);
+        }
+}
+
 TEST_F(ProgramVerbs, ProgramOfTheOtherGenerationIsNotSent) {
     sim::Simulator controller({.type = 0x0051, .width = 64, .height = 16});
     const Outcome outcome = program("send", around(R"("text": "x")"), {"-c", address(controller.port())});

@@ -1,6 +1,7 @@
 // A controller plays the programs that were written to it. Its time stands still until a test moves it.
 #include "host.h"
 #include "program_samples.h"
+#include "simulator/Programs.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +17,6 @@ using test::Host;
 using test::sealed;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
-using Time = std::chrono::milliseconds;
 
 // A program of one area of 8 x 1 with two pages: the first LED for 200 ms, the last one for 300 ms.
 Frame program_file(const std::string& digits = "30 30 31") {
@@ -140,18 +140,33 @@ TEST_F(Playing, GoesOnBelowDynamicAreas) {
     EXPECT_EQ(screen(), ".R.R...R");
 }
 
-TEST(PlayingOfGeneration5, NeedsNoDataFile) {
-    Simulator sim({.type = 0x0051,
-                   .width = 16,
-                   .height = 8,
-                   .color = ScreenColor::single,
-                   .clock = [] { return LocalSeconds(9h); }, // in the program's first play period
-                   .uptime = [] { return Time{0}; }});
-    test::Host host(sim);
-    EXPECT_EQ(host.write("P007", test::file_g5()), 0U);
-    EXPECT_EQ(sim.state().program, "P007");
-    // The screen's border of 16 x 2 runs around it, over the area's.
-    EXPECT_EQ(test::letters(sim.screen()).substr(0, 33), "RRRR........RRRR/....RRRRRRRR....");
+TEST_F(Playing, GoesOnAfterARestart) {
+    const std::string store = testing::TempDir() + "qm_playing_store";
+    std::filesystem::remove_all(store);
+    const Options options{
+        .type = kType, .width = 8, .height = 1, .color = ScreenColor::single, .store = store};
+    {
+        Simulator sim(options);
+        Host host(sim);
+        EXPECT_EQ(host.write("P001", program_file()), 0U);
+        EXPECT_EQ(host.write("D001", data_file("00 00"), 9), 0U);
+    }
+    EXPECT_EQ(test::letters(Simulator(options).screen()), "RRRRRRRR");
+    std::filesystem::remove_all(store);
+}
+
+TEST(ProgramsOfGeneration5, NeedNoDataFile) {
+    FileSystem files;
+    files.restore({FileFamily::ordinary, "P007", 0, test::file_g5()});
+    files.restore({FileFamily::ordinary, "P008", 1, test::file_g5()}); // no program
+    Programs programs(Generation::five, 16, 8, {TransferMode::planes8, ScreenColor::single});
+    EXPECT_EQ(programs.update(files, Time{0}), "; program P007 is played");
+    EXPECT_EQ(programs.update(files, Time{0}), "") << "nothing has changed";
+    const LocalSeconds nine(9h); // in its first play period
+    EXPECT_EQ(programs.playing(Time{0}, nine, {}), "P007");
+    // The screen's border of 16 x 2 lies over the area.
+    EXPECT_EQ(test::letters(programs.screen(Time{0}, nine, {})).substr(0, 33),
+              "RRRR........RRRR/....RRRRRRRR....");
 }
 
 } // namespace

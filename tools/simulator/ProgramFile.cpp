@@ -204,7 +204,7 @@ std::optional<std::string> wrong_data_head(Bytes data, const std::string& progra
         return std::string("data file, byte 0, type: 9 expected, ")
             .append(std::to_string(data[0]))
             .append(" found");
-    if (text_of(data.subspan(1, 4)) != "D" + program_name.substr(1))
+    if (text_of(data.subspan(1, 4)) != std::string("D").append(program_name, 1))
         return "data file, byte 1, name: that of the program with D in front expected";
     const Bytes zeros = data.subspan(5, 8);
     if (std::any_of(zeros.begin(), zeros.end(), [](std::uint8_t byte) { return byte != 0; }))

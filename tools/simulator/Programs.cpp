@@ -17,7 +17,7 @@ bool is_program(const StoredFile& file) {
 }
 
 const StoredFile* data_of(const FileSystem& files, const std::string& name) {
-    return files.find(FileFamily::ordinary, "D" + name.substr(1));
+    return files.find(FileFamily::ordinary, std::string("D").append(name, 1));
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
+#include <mutex>
 
 namespace {
 
@@ -42,26 +43,32 @@ const char* name_of(ScreenColor color) {
 }
 
 // Shows the screen in the ways that were asked for. A picture that cannot be written is complained about and
-// does not end the simulator.
+// does not end the simulator. Any thread may show.
 class Display {
   public:
     explicit Display(const Settings& settings) : m_settings(settings) {}
 
     void show(const Image& screen) {
+        const std::lock_guard lock(m_mutex);
         if (m_settings.show) {
             std::fputs(half_blocks(screen).c_str(), stdout);
             std::fflush(stdout);
         }
         if (!m_settings.frames.empty())
             write(screen, std::filesystem::path(m_settings.frames) / next_frame());
-        take_screenshot(screen);
+        write_screenshot(screen);
     }
 
     void take_screenshot(const Image& screen) {
-        if (!m_settings.screenshot.empty()) write(led_panel(screen, m_settings.scale), m_settings.screenshot);
+        const std::lock_guard lock(m_mutex);
+        write_screenshot(screen);
     }
 
   private:
+    void write_screenshot(const Image& screen) {
+        if (!m_settings.screenshot.empty()) write(led_panel(screen, m_settings.scale), m_settings.screenshot);
+    }
+
     std::string next_frame() {
         char name[32];
         std::snprintf(name, sizeof name, "frame-%04u.png", ++m_frame);
@@ -75,6 +82,7 @@ class Display {
     }
 
     const Settings& m_settings;
+    std::mutex m_mutex;
     unsigned m_frame = 0;
 };
 
