@@ -20,7 +20,7 @@ TEST(Failure, EveryStatusIsSaidInWords) {
         int status;
         const char* words;
     } cases[] = {
-        {FaultKind::close, -1, "no connection, no whole answer in time"},
+        {FaultKind::close, -1, "no connection, no usable answer in time"},
         {FaultKind::bad_header, -2, "header checksum"},
         {FaultKind::bad_crc, -3, "CRC of the answer is wrong"},
         {FaultKind::wrong_code, -5, "another command"},
