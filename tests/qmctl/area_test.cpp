@@ -1,4 +1,5 @@
 // What text and picture put on the screen.
+#include "TemporaryFile.h"
 #include "child.h"
 #include "hex.h"
 #include "simulator/Simulator.h"
@@ -6,9 +7,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace qm::test {
 namespace {
@@ -178,22 +176,6 @@ TEST_F(Area, ResultIsToldToScripts) {
                                   {"size", 9}};
     EXPECT_EQ(result, expected) << result;
 }
-
-// A file in the folder for temporary ones, removed with the object.
-class TemporaryFile {
-  public:
-    TemporaryFile(const std::string& name, const Frame& content)
-        : m_path(testing::TempDir() + std::to_string(::getpid()) + name) {
-        std::ofstream(m_path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(content.data()),
-                   static_cast<std::streamsize>(content.size()));
-    }
-    ~TemporaryFile() { std::filesystem::remove(m_path); }
-    [[nodiscard]] const std::string& path() const { return m_path; }
-
-  private:
-    std::string m_path;
-};
 
 // 3 x 2 pixels: red, green, yellow; black, red, green.
 constexpr const char* kPicture =

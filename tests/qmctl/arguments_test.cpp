@@ -1,15 +1,19 @@
 // What is refused before anything is sent.
+#include "TemporaryFile.h"
 #include "child.h"
 #include "scripted_peer.h"
 #include "support/descriptor.h"
 
 #include <gmock/gmock.h>
+#include <iterator>
 #include <poll.h>
+#include <sstream>
 #include <sys/socket.h>
 
 namespace qm::test {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 
 // A port that takes connections and keeps them, to see whether there were any.
@@ -65,6 +69,75 @@ const Misuse kMisuses[] = {
     {{"picture", "/nowhere/logo.png"}, "/nowhere/logo.png", "a file that can be read"},
     {{"picture", "/dev"}, "/dev", "a file that can be read"},
     {{"picture", QMCTL_BINARY}, QMCTL_BINARY, "a PNG picture"},
+    {{"find", "surplus"}, "surplus", ""},
+    {{"status", "surplus"}, "surplus", ""},
+    {{"clock", "now"}, "now", ""},
+    {{"power"}, "verb", "required"},
+    {{"power", "maybe"}, "maybe", ""},
+    {{"power", "on", "off"}, "off", ""},
+    {{"power", "timer"}, "HH:MM-HH:MM", "required"},
+    {{"power", "timer", "7:30-12:00"}, "7:30-12:00", "such as 07:30-22:00"},
+    {{"power", "timer", "07:30-24:00"}, "07:30-24:00", "such as 07:30-22:00"},
+    {{"power", "timer", "07:30-12:60"}, "07:30-12:60", "such as 07:30-22:00"},
+    {{"power", "timer", "07:30-12:00", "13:00"}, "'13:00'", "such as 07:30-22:00"},
+    {{"power", "timer", "07:30-12:00-13:00"}, "07:30-12:00-13:00", "such as 07:30-22:00"},
+    {{"brightness"}, "brightness", "or --table FILE"},
+    {{"brightness", "256"}, "256", "from 0 to 255"},
+    {{"brightness", "-1"}, "-1", "from 0 to 255"},
+    {{"brightness", "--table", "/nowhere/levels"}, "/nowhere/levels", "a file that can be read"},
+    {{"brightness", "--table", QMCTL_BINARY}, QMCTL_BINARY, "48 numbers from 0 to 255"},
+    {{"lock", "door"}, "door", ""},
+    {{"lock", "screen", "P001"}, "P001", ""},
+    {{"lock", "program"}, "NAME", "required"},
+    {{"lock", "program", "P01"}, "P01", "a name of 4 characters"},
+    {{"lock", "program", "P0001"}, "P0001", "a name of 4 characters"},
+    {{"lock", "program", "P001", "--for", "4294967296"}, "4294967296", "from 0 to 4294967295"},
+    {{"unlock", "program", "P001", "--for", "1"}, "--for", ""},
+    {{"password", "set", "000000"}, "NEW", "required"},
+    {{"password", "set", "000000", "short"}, "short", "a password of 6 characters"},
+    {{"password", "delete", "toolong"}, "toolong", "a password of 6 characters"},
+    {{"button"}, "N", "required"},
+    {{"button", "256"}, "256", "from 0 to 255"},
+    {{"mode", "x"}, "x", "from 0 to 255"},
+    {{"speed", "32768"}, "32768", "from -32768 to 32767"},
+    {{"speed", "-32769"}, "-32769", "from -32768 to 32767"},
+    {{"speed", "--", "--5"}, "--5", "from -32768 to 32767"},
+    {{"address", "32768"}, "32768", "from 0 to 32767"},
+    {{"delay", "-1"}, "-1", "from 0 to 32767"},
+    {{"battle", "--mode", "256"}, "256", "from 0 to 255"},
+    {{"reset", "now"}, "now", ""},
+    {{"firmware", "activate", "firmware.bin"}, "firmware.bin", "a name of 4 characters"},
+    {{"network", "set-ip", "192.168.0.50", "255.255.255.0"}, "GATEWAY", "required"},
+    {{"network", "set-ip", "192.168.0.256", "255.255.255.0", "192.168.0.1"},
+     "192.168.0.256",
+     "an IPv4 address"},
+    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--port", "0"}, "'0'", "from 1 to 65535"},
+    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--password", "ninebytes"},
+     "ninebytes",
+     "8 bytes"},
+    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--net-id", "thirteenbytes"},
+     "thirteen",
+     "12 bytes"},
+    {{"network", "set-mac", "0-26-43-60-77-94"}, "0-26-43-60-77-94", "in hex, such as 00:1a:2b:3c:4d:5e"},
+    {{"network", "set-mac", "00:1a:2b:3c:4d"}, "00:1a:2b:3c:4d", "in hex"},
+    {{"network", "set-mac", "00:1a:2b-3c:4d:5e"}, "00:1a:2b-3c:4d:5e", "in hex"},
+    {{"network", "set-mac", "01:1a:2b:3c:4d:5e"}, "01:1a:2b:3c:4d:5e", "of one station"},
+    {{"network", "wifi", "Signpost"}, "PASSWORD", "requires"},
+    {{"network", "wifi", "a,b", "12345678"}, "a,b", "without comma"},
+    {{"network", "wifi", "Signpost", "1234567"}, "1234567", "8 to 63 characters"},
+    {{"network", "wifi", "Signpost", "12345678\r\n"}, "12345678", "8 to 63 characters"},
+    {{"config", "push", "/nowhere/screen.json"}, "/nowhere/screen.json", "a file that can be read"},
+    {{"config", "push", QMCTL_BINARY}, QMCTL_BINARY, "one JSON object"},
+    {{"fs"}, "verb", "required"},
+    {{"fs", "ls", "--type", "x"}, "'x'", "from 0 to 255"},
+    {{"fs", "put", "/nowhere/P001"}, "/nowhere/P001", "a file that can be read"},
+    {{"fs", "put", QMCTL_BINARY}, "'qmctl'", "a name of 4 characters"},
+    {{"fs", "put", QMCTL_BINARY, "P1"}, "P1", "a name of 4 characters"},
+    {{"fs", "put", QMCTL_BINARY, "P001", "--block", "0"}, "'0'", "from 1 to 32758"},
+    {{"fs", "put", QMCTL_BINARY, "P001", "--block", "32759"}, "32759", "from 1 to 32758"},
+    {{"fs", "rm"}, "NAME", "required"},
+    {{"fs", "rm", "P001", "P2"}, "'P2'", "a name of 4 characters"},
+    {{"fs", "format"}, "--yes", "erases all files"},
 };
 
 TEST(BadArguments, AreNamedAndNothingIsSent) {
@@ -80,6 +153,44 @@ TEST(BadArguments, AreNamedAndNothingIsSent) {
         EXPECT_EQ(outcome.out, "");
         EXPECT_FALSE(controller.was_connected());
     }
+}
+
+TEST(BadArguments, ConfigurationIsReadBeforeAnythingIsSent) {
+    const Listener controller;
+    const struct {
+        std::string fields;
+        const char* words;
+    } cases[] = {
+        {"[]", "one JSON object"},
+        {R"({"OEPol": 1)", "one JSON object"},
+        {R"({"Oepol": 1})", "Oepol has not"},
+        {R"({"CRC16": 1})", "CRC16 has not"},
+        {R"({"OEPol": 256})", "whose OEPol is a whole number from 0 to 255"},
+        {R"({"OEPol": -1})", "whose OEPol is a whole number"},
+        {R"({"OEPol": "1"})", "whose OEPol is a whole number"},
+        {R"({"ScreenWidth": 65536})", "whose ScreenWidth is a whole number from 0 to 65535"},
+        {R"({"ControllerName": "seventeen letters"})", "ControllerName is a text of at most 16 bytes"}};
+    for (const auto& c : cases) {
+        const TemporaryFile file("screen.json", c.fields);
+        const Outcome outcome = qmctl({"config", "push", file.path(), "-c", controller.address()});
+        EXPECT_EQ(outcome.status, 1) << c.fields;
+        EXPECT_THAT(outcome.err, HasSubstr(c.words));
+    }
+    EXPECT_FALSE(controller.was_connected());
+}
+
+TEST(BadArguments, BrightnessTableHasExactly48Numbers) {
+    const Listener controller;
+    std::string numbers;
+    for (int i = 0; i < 47; ++i) numbers += "1 ";
+    for (const std::string& wrong :
+         {numbers, numbers + "1 1", numbers + "256", numbers + "x", std::string()}) {
+        const TemporaryFile file("levels", wrong);
+        const Outcome outcome = qmctl({"brightness", "--table", file.path(), "-c", controller.address()});
+        EXPECT_EQ(outcome.status, 1) << wrong;
+        EXPECT_THAT(outcome.err, HasSubstr("48 numbers"));
+    }
+    EXPECT_FALSE(controller.was_connected());
 }
 
 TEST(BadArguments, AddressesAreNeverGuessed) {
@@ -110,13 +221,53 @@ TEST(BadArguments, StandardInputMustBeAText) {
 }
 
 TEST(Help, ShowsAnExampleOfEveryVerb) {
+    const std::string verbs[] = {"ping",
+                                 "find",
+                                 "status",
+                                 "clock",
+                                 "clock set",
+                                 "battle",
+                                 "id",
+                                 "text",
+                                 "picture",
+                                 "power on",
+                                 "power off",
+                                 "power timer",
+                                 "power cancel",
+                                 "brightness",
+                                 "lock screen",
+                                 "lock program",
+                                 "unlock screen",
+                                 "unlock program",
+                                 "password set",
+                                 "password delete",
+                                 "button",
+                                 "mode",
+                                 "speed",
+                                 "address",
+                                 "delay",
+                                 "reset",
+                                 "firmware activate",
+                                 "network show",
+                                 "network set-ip",
+                                 "network set-mac",
+                                 "network wifi",
+                                 "config push",
+                                 "fs ls",
+                                 "fs put",
+                                 "fs rm",
+                                 "fs df",
+                                 "fs format"};
     const Outcome all = qmctl({"--help"});
     EXPECT_EQ(all.status, 0);
-    for (const std::string verb : {"ping", "text", "picture"}) {
-        EXPECT_THAT(all.out, HasSubstr("\n  " + verb + " "));
-        const Outcome help = qmctl({verb, "--help"});
+    for (const std::string& verb : verbs) {
+        std::istringstream stream(verb);
+        std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+        EXPECT_THAT(all.out, HasSubstr("\n  " + words[0] + " "));
+        words.emplace_back("--help");
+        const Outcome help = qmctl(words);
         EXPECT_EQ(help.status, 0);
-        EXPECT_THAT(help.out, HasSubstr("\n  qmctl ")) << verb;
+        EXPECT_THAT(help.out, AllOf(HasSubstr("\n  qmctl "), HasSubstr(verb))) << verb;
         EXPECT_EQ(help.err, "");
     }
 }

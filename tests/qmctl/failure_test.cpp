@@ -43,8 +43,30 @@ TEST(Failure, EveryStatusIsSaidInWords) {
 TEST(Failure, EveryVerbSaysThatNobodyAnswers) {
     const Descriptor nobody = bound_socket();
     const std::string at = address(port_of(nobody));
-    const std::vector<std::string> verbs[] = {
-        {"ping"}, {"text", "x"}, {"text", "x", "--rect", "0,0,8,8", "--screen", "double"}};
+    const std::vector<std::string> verbs[] = {{"ping"},
+                                              {"text", "x"},
+                                              {"text", "x", "--rect", "0,0,8,8", "--screen", "double"},
+                                              {"status"},
+                                              {"clock"},
+                                              {"clock", "set"},
+                                              {"battle"},
+                                              {"id"},
+                                              {"power", "on"},
+                                              {"power", "cancel"},
+                                              {"power", "timer", "07:00-08:00"},
+                                              {"brightness", "1"},
+                                              {"lock", "screen"},
+                                              {"unlock", "program", "P001"},
+                                              {"password", "delete", "000000"},
+                                              {"speed", "1"},
+                                              {"reset"},
+                                              {"firmware", "activate", "F001"},
+                                              {"network", "show"},
+                                              {"fs", "ls"},
+                                              {"fs", "rm", "P001"},
+                                              {"fs", "df"},
+                                              {"fs", "format", "--yes"},
+                                              {"fs", "put", QMCTL_BINARY, "P001"}};
     for (std::vector<std::string> arguments : verbs) {
         arguments.insert(arguments.end(), {"-c", at});
         const Outcome outcome = qmctl(arguments);

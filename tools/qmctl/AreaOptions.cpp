@@ -3,10 +3,6 @@
 namespace qm::ctl {
 namespace {
 
-constexpr Ouint8 kStatic = 1, kLeft = 4, kRight = 38, kRightToo = 40;
-constexpr Name kModes[] = {{"static", kStatic}, {"left", kLeft}, {"right", kRight}};
-constexpr unsigned kUsualStay = 300;
-
 E_ScreenColor_G56 color_of(const Ping_data& screen) {
     const bool known = screen.Color >= SCREEN_COLOR_SINGLE && screen.Color <= SCREEN_COLOR_FULLCOLOR;
     return known ? static_cast<E_ScreenColor_G56>(screen.Color) : SCREEN_COLOR_DOUBLE;
@@ -28,14 +24,14 @@ void AreaOptions::add_to(CLI::App& command) {
     add_word(command, "--screen", m_color, kScreenColors,
              "Colours of the screen: single, double, three or full (default as the controller says)");
     const auto read_mode = [](const std::string& text) { return read_word_or_number(text, kModes, 255); };
-    add_value(command, "--mode", m_mode, "MODE",
+    add_value(command, "--mode", m_effect.mode, "MODE",
               "How a page appears: static (1), left (4) and right (38) run, or the number of\n"
               "an effect of the controller's, 0 to 255 (default static)",
               read_mode);
-    add_number(command, "--speed", m_speed, 0, 255, "Speed of the effect, 0 to 255 (default 32)");
-    add_number(command, "--stay", m_stay, 0, 65535,
+    add_number(command, "--speed", m_effect.speed, 0, 255, "Speed of the effect, 0 to 255 (default 32)");
+    add_number(command, "--stay", m_effect.stay, 0, 65535,
                "How long a page stays, in the controller's unit (default 300; 0 when running)");
-    add_number(command, "--repeat", m_repeat, 0, 255, "Repetitions of a page, 0 to 255 (default 1)");
+    add_number(command, "--repeat", m_effect.repeat, 0, 255, "Repetitions of a page, 0 to 255 (default 1)");
 }
 
 Target AreaOptions::target(const Session& session) const {
@@ -52,22 +48,16 @@ Target AreaOptions::target(const Session& session) const {
 
 HVpageHeader_G6 AreaOptions::page(const Rect& rect) const {
     HVpageHeader_G6 page{};
-    page.DisplayMode = static_cast<Ouint8>(m_mode);
-    page.Speed = static_cast<Ouint8>(m_speed);
-    page.StayTime = static_cast<Ouint16>(m_stay.value_or(running() ? 0 : kUsualStay));
-    page.RepeatTime = static_cast<Ouint8>(m_repeat);
+    m_effect.apply_to(page);
     page.ValidLen = rect.width;
     return page;
 }
 
-bool AreaOptions::running() const { return m_mode == kLeft || m_mode == kRight || m_mode == kRightToo; }
-
 Result describe(const Session& session, const Target& target) {
     const unsigned x = target.rect.x, y = target.rect.y;
     const unsigned width = target.rect.width, height = target.rect.height;
-    Result result;
-    result.add("Controller", "controller", session.controller.text())
-        .add("Area", "area", unsigned{target.id})
+    Result result = session.result();
+    result.add("Area", "area", unsigned{target.id})
         .add("Rectangle",
              std::to_string(width) + " x " + std::to_string(height) + " pixels at " + std::to_string(x) +
                  "," + std::to_string(y),

@@ -1,9 +1,7 @@
 // What the verbs that fill a dynamic area have in common: where on the screen, and how it appears.
 #pragma once
 
-#include "arguments.h"
-
-#include <optional>
+#include "appearance.h"
 
 namespace qm::ctl {
 
@@ -22,16 +20,13 @@ class AreaOptions {
     [[nodiscard]] Target target(const Session& session) const;
     [[nodiscard]] HVpageHeader_G6 page(const Rect& rect) const;
     // The text runs through the area instead of standing in it.
-    [[nodiscard]] bool running() const;
+    [[nodiscard]] bool running() const { return m_effect.running(); }
 
   private:
     unsigned m_id = 0;
     std::optional<Rect> m_rect;
     std::optional<unsigned> m_color;
-    unsigned m_mode = 1;
-    unsigned m_speed = 32;
-    std::optional<unsigned> m_stay;
-    unsigned m_repeat = 1;
+    Effect m_effect;
 };
 
 // The values that every area's result begins with.

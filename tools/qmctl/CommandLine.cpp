@@ -7,12 +7,30 @@
 namespace qm::ctl {
 namespace {
 
+constexpr struct {
+    const char *word, *summary;
+} kGroups[] = {{"power", "Switch the screen, now or by timer"},
+               {"lock", "Keep showing what is shown, or one program"},
+               {"unlock", "End that"},
+               {"password", "The controller's password"},
+               {"network", "Addresses and the Wi-Fi module"},
+               {"config", "The controller's configuration"},
+               {"firmware", "The controller's firmware"},
+               {"fs", "The controller's files"},
+               {"program", "Items of the playlist, from their descriptions"}};
+
+const char* summary_of(const std::string& word) {
+    for (const auto& group : kGroups)
+        if (word == group.word) return group.summary;
+    return "";
+}
+
 // The command named word, made when it is not there yet.
 CLI::App& group(CLI::App& parent, const std::string& word) {
     const auto named = parent.get_subcommands([&](CLI::App* app) { return app->get_name() == word; });
     if (!named.empty()) return *named.front();
-    CLI::App* made = parent.add_subcommand(word);
-    made->require_subcommand(1);
+    CLI::App* made = parent.add_subcommand(word, summary_of(word))->group("Verbs");
+    made->require_subcommand(0, 1);
     return *made;
 }
 
@@ -20,7 +38,6 @@ CLI::App& group(CLI::App& parent, const std::string& word) {
 
 CommandLine::CommandLine(Session& session) : m_app("Drives an LED display controller.", "qmctl") {
     m_app.get_formatter()->label("SUBCOMMAND", "VERB");
-    m_app.get_formatter()->label("Subcommands", "Verbs");
     m_app.get_formatter()->label("REQUIRED", "");
     m_app.fallthrough(); // shared options may stand behind the verb, too
     m_app.require_subcommand(0, 1);
@@ -43,13 +60,14 @@ void CommandLine::add_verb(const VerbEntry& entry) {
     CLI::App* command = &m_app;
     std::istringstream words(entry.words);
     for (std::string word; words >> word;) command = &group(*command, word);
-    command->require_subcommand(0);
     command->description(entry.summary);
     command->footer(std::string(entry.notes) + "\n\nOptions of every verb, such as -c: qmctl --help");
 
     Verb* verb = m_verbs.emplace_back(entry.make()).get();
     verb->add_arguments(*command);
-    command->callback([this, verb] { m_chosen = verb; });
+    command->callback([this, verb] {
+        if (!m_chosen) m_chosen = verb; // the innermost is called first
+    });
 }
 
 Verb& CommandLine::parse(int argc, char** argv) {

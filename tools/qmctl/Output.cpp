@@ -27,4 +27,12 @@ void Output::write(std::string_view text) {
         throw std::runtime_error("cannot write the result to standard output");
 }
 
+bool Output::is_terminal() const { return m_results && ::isatty(::fileno(m_results.get())) == 1; }
+
+void Output::show(std::string_view text) noexcept {
+    if (!m_results) return;
+    std::fwrite(text.data(), 1, text.size(), m_results.get());
+    std::fflush(m_results.get());
+}
+
 } // namespace qm::ctl

@@ -17,6 +17,9 @@ class Output {
 
     // Writes a result; throws std::runtime_error when it cannot be written.
     void write(std::string_view text);
+    [[nodiscard]] bool is_terminal() const;
+    // Shows something passing; never fails.
+    void show(std::string_view text) noexcept;
 
   private:
     struct Closer {

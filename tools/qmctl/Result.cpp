@@ -12,6 +12,22 @@ std::string line(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+// Rows of the same number of cells, the cells of a column below each other.
+std::string aligned(const std::vector<std::vector<std::string>>& rows) {
+    std::vector<std::size_t> widths;
+    for (const auto& row : rows) {
+        widths.resize(row.size());
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    }
+    std::string lines;
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i + 1 < row.size(); ++i)
+            lines.append(row[i]).append(widths[i] + 2 - row[i].size(), ' ');
+        lines.append(row.back()).push_back('\n');
+    }
+    return lines;
+}
+
 } // namespace
 
 Result& Result::add(std::string label, std::string text, std::string key, Json value) {
@@ -29,13 +45,17 @@ Result& Result::add(std::string key, Json value) {
     return *this;
 }
 
+Result& Result::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
+    m_list = std::move(lines);
+    return add(std::move(key), std::move(values));
+}
+
 std::string Result::table() const {
-    std::size_t width = 0;
-    for (const Row& row : m_rows) width = std::max(width, row.label.size());
-    std::string lines;
-    for (const Row& row : m_rows)
-        lines += row.label + std::string(width + 2 - row.label.size(), ' ') + row.text + "\n";
-    return lines;
+    std::vector<std::vector<std::string>> rows;
+    for (const Row& row : m_rows) rows.push_back({row.label, row.text});
+    std::string text = aligned(rows);
+    if (!m_list.empty()) text.append("\n").append(aligned(m_list));
+    return text;
 }
 
 std::string Result::json() const { return line(m_values); }

@@ -17,6 +17,9 @@ class Result {
     // A value for scripts only.
     Result& add(std::string key, nlohmann::ordered_json value);
 
+    // A list: its lines (the first one the headings) below the table, and the same for scripts.
+    Result& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
+
     [[nodiscard]] std::string table() const;
     [[nodiscard]] std::string json() const;
 
@@ -25,6 +28,7 @@ class Result {
         std::string label, text;
     };
     std::vector<Row> m_rows;
+    std::vector<std::vector<std::string>> m_list;
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
 };
 

@@ -18,11 +18,17 @@ Ping_data Session::ping() const {
     return data;
 }
 
+Result Session::result() const {
+    Result result;
+    result.add("Controller", "controller", controller.text());
+    return result;
+}
+
 void Session::print(const Result& result) { output.write(json ? result.json() : result.table()); }
 
 void Session::report(const Failure& failure) {
-    std::cerr << "qmctl: " << controller.text() << ": " << failure.what() << " (status " << failure.status()
-              << ")\n";
+    std::cerr << "qmctl: " << (broadcast ? "broadcast" : controller.text()) << ": " << failure.what()
+              << " (status " << failure.status() << ")\n";
     if (json) output.write(failure_json(failure.status(), failure.what()));
 }
 

@@ -38,10 +38,20 @@ class Session {
     Controller controller;
     bool json = false;
     bool verbose = false;
+    bool broadcast = false; // the verb asks whoever answers, not the controller
 
     // Throws Failure for every status but 0.
     static void require(int status);
     [[nodiscard]] Ping_data ping() const;
+    // Calls the library with the controller's address and the arguments; throws Failure for every status
+    // but 0.
+    template <class... Parameters, class... Arguments>
+    void command(int (*call)(const char*, Ouint16, Parameters...), Arguments... arguments) const {
+        require(call(controller.ip.c_str(), controller.port, static_cast<Parameters>(arguments)...));
+    }
+
+    // A result that begins with the controller.
+    [[nodiscard]] Result result() const;
 
     void print(const Result& result);
     // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.

@@ -31,8 +31,17 @@ template <class Type> std::unique_ptr<Verb> make_verb() { return std::make_uniqu
 using Family = std::span<const VerbEntry>;
 
 Family discovery_verbs();
+Family status_verbs();
 Family area_verbs();
+Family power_verbs();
+Family setting_verbs();
+Family network_verbs();
+Family config_verbs();
+Family file_verbs();
+Family program_verbs();
 
-inline constexpr Family (*kFamilies[])() = {discovery_verbs, area_verbs};
+inline constexpr Family (*kFamilies[])() = {discovery_verbs, status_verbs,  area_verbs,
+                                            power_verbs,     setting_verbs, network_verbs,
+                                            config_verbs,    file_verbs,    program_verbs};
 
 } // namespace qm::ctl

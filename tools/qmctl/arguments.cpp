@@ -6,8 +6,6 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
-#include <optional>
-#include <string_view>
 
 namespace qm::ctl {
 namespace {
@@ -15,19 +13,6 @@ namespace {
 constexpr Name kPalette[] = {{"black", eBlack}, {"red", eRed},         {"green", eGreen}, {"yellow", eYellow},
                              {"blue", eBlue},   {"magenta", eMagenta}, {"cyan", eCyan},   {"white", eWhite}};
 constexpr std::string_view kPngSignature{"\x89PNG\r\n\x1a\n", 8};
-
-// All of text as an unsigned number; nothing around it, no sign, no prefix.
-std::optional<unsigned> to_number(std::string_view text, int base = 10) {
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return value;
-}
-
-std::optional<unsigned> to_number_within(std::string_view text, unsigned min, unsigned max) {
-    const auto value = to_number(text);
-    return value && *value >= min && *value <= max ? value : std::nullopt;
-}
 
 std::optional<unsigned> to_code(Names names, std::string_view word) {
     const auto found = std::ranges::find(names, word, &Name::word);
@@ -38,13 +23,6 @@ std::string list(Names names) {
     std::string words;
     for (const Name& name : names) words += (words.empty() ? "" : ", ") + std::string(name.word);
     return words;
-}
-
-[[noreturn]] void expected(const std::string& what) { throw std::invalid_argument("expected " + what); }
-
-bool is_dotted_ipv4(const std::string& text) {
-    in_addr parsed{};
-    return ::inet_pton(AF_INET, text.c_str(), &parsed) == 1;
 }
 
 bool starts_as_png(const std::string& path) {
@@ -66,8 +44,32 @@ bool contains_any_case(std::string_view text, std::string_view lower) {
 
 } // namespace
 
+void expected(const std::string& what) { throw std::invalid_argument("expected " + what); }
+
+std::optional<unsigned> to_number(std::string_view text, unsigned min, unsigned max, int base) {
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return value >= min && value <= max ? std::optional(value) : std::nullopt;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
+        pieces.push_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    pieces.push_back(text);
+    return pieces;
+}
+
+bool is_dotted_ipv4(const std::string& text) {
+    in_addr parsed{};
+    return ::inet_pton(AF_INET, text.c_str(), &parsed) == 1;
+}
+
 unsigned read_number(const std::string& text, unsigned min, unsigned max) {
-    if (const auto value = to_number_within(text, min, max)) return *value;
+    if (const auto value = to_number(text, min, max)) return *value;
     expected("a whole number from " + std::to_string(min) + " to " + std::to_string(max));
 }
 
@@ -78,7 +80,7 @@ unsigned read_word(const std::string& text, Names names) {
 
 unsigned read_word_or_number(const std::string& text, Names names, unsigned max) {
     if (const auto code = to_code(names, text)) return *code;
-    if (const auto value = to_number_within(text, 0, max)) return *value;
+    if (const auto value = to_number(text, 0, max)) return *value;
     expected(list(names) + " or a whole number from 0 to " + std::to_string(max));
 }
 
@@ -87,7 +89,7 @@ Controller read_controller(const std::string& text) {
     const auto colon = text.find(':');
     controller.ip = text.substr(0, colon);
     const auto port =
-        colon == std::string::npos ? controller.port : to_number_within(text.substr(colon + 1), 1, 65535);
+        colon == std::string::npos ? controller.port : to_number(text.substr(colon + 1), 1, 65535);
     if (!is_dotted_ipv4(controller.ip) || !port)
         expected("an IPv4 address with or without a port, such as 192.168.0.199:5005");
     controller.port = static_cast<Ouint16>(*port);
@@ -95,23 +97,22 @@ Controller read_controller(const std::string& text) {
 }
 
 Rect read_rect(const std::string& text) {
+    const auto pieces = split(text, ',');
     std::array<Ouint16, 4> values{};
-    std::string_view rest = text;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const bool last = i + 1 == values.size();
-        const auto end = last ? rest.size() : rest.find(',');
-        const auto value = to_number_within(rest.substr(0, end), i < 2 ? 0 : 1, 65535);
-        if (end == std::string_view::npos || !value)
-            expected("X,Y,W,H in pixels (0 to 65535, W and H not 0), such as 0,0,128,32");
+        const auto value =
+            pieces.size() == values.size() ? to_number(pieces[i], i < 2 ? 0 : 1, 65535) : std::nullopt;
+        if (!value) expected("X,Y,W,H in pixels (0 to 65535, W and H not 0), such as 0,0,128,32");
         values[i] = static_cast<Ouint16>(*value);
-        if (!last) rest.remove_prefix(end + 1);
     }
     return {values[0], values[1], values[2], values[3]};
 }
 
 Ouint32 read_color(const std::string& text) {
     if (const auto code = to_code(kPalette, text)) return *code;
-    const auto rgb = text.size() == 7 && text[0] == '#' ? to_number(text.substr(1), 16) : std::nullopt;
+    const auto rgb = text.size() == 7 && text[0] == '#'
+                         ? to_number(std::string_view(text).substr(1), 0, 0xFFFFFF, 16)
+                         : std::nullopt;
     if (!rgb) expected("one of " + list(kPalette) + ", or #RRGGBB");
     // Values below 8 are the palette's: the darkest blues become the darkest that can be said, black stays.
     return *rgb == 0 ? eBlack : std::max(*rgb, 8U);
@@ -122,6 +123,11 @@ std::string read_font(const std::string& text) {
         require_readable_file(text);
     else if (text.empty() || text.find('/') != std::string::npos)
         expected("a font family such as \"DejaVu Sans\", or a .ttf or .ttc file");
+    return text;
+}
+
+std::string read_path(const std::string& text) {
+    require_readable_file(text);
     return text;
 }
 

@@ -7,14 +7,27 @@
 
 #include <CLI/CLI.hpp>
 
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace qm::ctl {
 
 struct Rect {
     Ouint16 x = 0, y = 0, width = 0, height = 0; // pixels
 };
+
+[[noreturn]] void expected(const std::string& what);
+
+// All of text as a number from min to max; nothing around it, no sign, no prefix.
+[[nodiscard]] std::optional<unsigned> to_number(std::string_view text, unsigned min, unsigned max,
+                                                int base = 10);
+// The pieces of text between separators; one more than there are separators.
+[[nodiscard]] std::vector<std::string_view> split(std::string_view text, char separator);
+
+[[nodiscard]] bool is_dotted_ipv4(const std::string& text);
 
 [[nodiscard]] unsigned read_number(const std::string& text, unsigned min, unsigned max);
 [[nodiscard]] unsigned read_word(const std::string& text, Names names);
@@ -23,7 +36,8 @@ struct Rect {
 [[nodiscard]] Rect read_rect(const std::string& text);             // X,Y,W,H
 [[nodiscard]] Ouint32 read_color(const std::string& text);         // a name of the palette or #RRGGBB
 [[nodiscard]] std::string read_font(const std::string& text);      // a family, or a file that can be read
-[[nodiscard]] std::string read_png_path(const std::string& text);  // a file that begins as a PNG does
+[[nodiscard]] std::string read_path(const std::string& text);      // a file that can be read
+[[nodiscard]] std::string read_png_path(const std::string& text);  // one that begins as a PNG does
 
 // Adds an option, or a positional argument when name has no dash. type is what the help shows as its value.
 template <class Value, class Reader>
@@ -32,11 +46,30 @@ CLI::Option* add_value(CLI::App& command, const std::string& name, Value& value,
     const auto read = [&value, name, reader](const std::string& text) {
         try {
             value = reader(text);
-        } catch (const std::invalid_argument& expected) {
-            throw CLI::ValidationError(name, expected.what() + (", not '" + text + "'"));
+        } catch (const std::invalid_argument& wrong) {
+            throw CLI::ValidationError(name, wrong.what() + (", not '" + text + "'"));
         }
     };
     return command.add_option_function<std::string>(name, read, help)->type_name(type);
+}
+
+// A positional argument that is given one to most times.
+template <class Value, class Reader>
+CLI::Option* add_values(CLI::App& command, const std::string& name, std::vector<Value>& values, int most,
+                        const std::string& help, Reader reader) {
+    const auto read = [&values, name, reader](const std::vector<std::string>& texts) {
+        for (const std::string& text : texts) {
+            try {
+                values.push_back(reader(text));
+            } catch (const std::invalid_argument& wrong) {
+                throw CLI::ValidationError(name, wrong.what() + (", not '" + text + "'"));
+            }
+        }
+    };
+    return command.add_option_function<std::vector<std::string>>(name, read, help)
+        ->required()
+        ->expected(1, most)
+        ->type_name("");
 }
 
 template <class Value>

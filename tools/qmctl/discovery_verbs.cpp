@@ -1,58 +1,76 @@
 // Verbs that find controllers and ask who they are.
-#include "Session.h"
 #include "Verb.h"
-#include "names.h"
-
-#include <algorithm>
-#include <array>
-#include <cstdio>
+#include "network.h"
 
 namespace qm::ctl {
 namespace {
 
-// A controller's text may hold anything; a terminal and JSON get printable ASCII.
-template <std::size_t Size> std::string printable(const Ouint8 (&bytes)[Size]) {
-    std::string text(bytes, std::find(bytes, bytes + Size, 0));
-    std::ranges::replace_if(
-        text, [](char c) { return c < ' ' || c > '~'; }, '?');
-    return text;
-}
-
-constexpr Name kPower[] = {{"off", 0}, {"on", 1}};
-
-std::string hex(unsigned value) {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "0x%04X", value & 0xFFFFU);
-    return text.data();
-}
-
-Result describe(const Ping_data& data) {
+void describe(Result& result, const Ping_data& data) {
     const unsigned width = data.ScreenWidth, height = data.ScreenHeight;
-    Result result;
     result.add("Model", "model", model_name(data.ControllerType))
-        .add("Type", hex(data.ControllerType), "type", unsigned{data.ControllerType})
-        .add("Firmware", "firmware", printable(data.FirmwareVersion))
+        .add("Type", hex(data.ControllerType, 4), "type", unsigned{data.ControllerType})
+        .add("Firmware", "firmware", printable(octets(data.FirmwareVersion)))
         .add("Screen", std::to_string(width) + " x " + std::to_string(height) + " pixels", "width", width)
         .add("height", height)
         .add("Colour", "color", word_for(kScreenColors, data.Color))
         .add("Brightness", "brightness", unsigned{data.CurrentBrigtness})
-        .add("Power", "power", word_for(kPower, data.CurrentOnOffStatus))
+        .add("Power", "power", word_for(kOffOn, data.CurrentOnOffStatus))
         .add("Screen address", "address", unsigned{data.uAddress});
-    return result;
 }
 
 class Ping : public Verb {
   public:
     void add_arguments(CLI::App&) override {}
     void run(Session& session) override {
-        Result result = describe(session.ping());
-        result.add("Controller", "controller", session.controller.text());
+        const Ping_data data = session.ping();
+        Result result = session.result();
+        describe(result, data);
         session.print(result);
     }
 };
 
+class Find : public Verb {
+  public:
+    void add_arguments(CLI::App& command) override {
+        command.add_flag("--network", m_network,
+                         "Ask for the network settings of whoever answers the broadcast");
+    }
+    void run(Session& session) override {
+        session.broadcast = true;
+        Result result;
+        if (m_network)
+            find_network(result);
+        else
+            find(result);
+        session.print(result);
+    }
+
+  private:
+    static void find(Result& result) {
+        Ping_data data{};
+        require_answer(cmd_searchController(&data));
+        result.add("Found at", "ip", printable(octets(data.ipAdder)));
+        describe(result, data);
+    }
+    static void find_network(Result& result) {
+        NetSearchCmdRet data{};
+        const int status = cmd_udpNetworkSearch_6G(&data);
+        if (status != QM_TRUNCATED) return require_answer(status), describe(result, data);
+        NetSearchCmdRet_Web web{}; // a controller with a web server says more
+        require_answer(cmd_udpNetworkSearch_6G_Web(&web));
+        describe(result, web);
+    }
+
+    bool m_network = false;
+};
+
 constexpr VerbEntry kVerbs[] = {
-    {"ping", "Ask the controller who it is", "Example:\n  qmctl -c 192.168.0.199 ping", make_verb<Ping>}};
+    {"ping", "Ask the controller who it is", "Example:\n  qmctl -c 192.168.0.199 ping", make_verb<Ping>},
+    {"find", "Find a controller whose address is not known",
+     "Asks by broadcast on every network of this host, and at 192.168.100.1; -c is not used. The first\n"
+     "controller that answers is shown. Takes about half a minute when there is none.\n\n"
+     "Examples:\n  qmctl find\n  qmctl find --network",
+     make_verb<Find>}};
 
 } // namespace
 

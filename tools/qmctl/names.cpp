@@ -32,6 +32,28 @@ std::string model_name(Ouint16 controllerType) {
     return text.data();
 }
 
+unsigned generation_of(Ouint16 controllerType) {
+    switch (controllerType & 0xFFU) {
+    case QM_G5_T0:
+    case QM_G5_T1:
+    case QM_G5_T2:
+    case QM_G5_T3:
+    case QM_5H:
+    case QM_G5_T5:
+    case QM_X2:
+        return 5;
+    case QM_WV:
+    case QM_G6_T0:
+    case QM_G6_T1:
+    case QM_G6_T2:
+    case QM_G6_T3:
+    case QM_6H:
+        return 6;
+    default:
+        return 0;
+    }
+}
+
 std::string status_meaning(int status) {
     switch (status) {
 #define QM_STATUS_CASE(name, value, meaning)                                                                 \

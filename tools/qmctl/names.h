@@ -19,10 +19,14 @@ inline constexpr Name kScreenColors[] = {{"single", SCREEN_COLOR_SINGLE},
                                          {"three", SCREEN_COLOR_THREE},
                                          {"full", SCREEN_COLOR_FULLCOLOR}};
 
+inline constexpr Name kOffOn[] = {{"off", 0}, {"on", 1}};
+
 // The word for code, or "unknown (9)".
 [[nodiscard]] std::string word_for(Names names, unsigned code);
 // "G6-T0 (0x62)", by the low byte of a controller type.
 [[nodiscard]] std::string model_name(Ouint16 controllerType);
+// Of the protocol that a controller of that type speaks: 5, 6, or 0 for a type that is not known.
+[[nodiscard]] unsigned generation_of(Ouint16 controllerType);
 [[nodiscard]] std::string status_meaning(int status);
 
 } // namespace qm::ctl

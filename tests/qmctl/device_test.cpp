@@ -1,0 +1,184 @@
+// What the verbs for power, locks, clock and settings change in a controller.
+#include "TemporaryFile.h"
+#include "child.h"
+#include "hex.h"
+#include "scripted_peer.h"
+#include "simulator/Simulator.h"
+#include "wire.h"
+
+#include <gmock/gmock.h>
+
+namespace qm::test {
+namespace {
+
+using namespace std::chrono_literals;
+using sim::Snapshot;
+using testing::AllOf;
+using testing::Each;
+using testing::HasSubstr;
+
+// Its host's clock stands at 2024-02-29 23:59:58.
+class Device : public testing::Test {
+  protected:
+    static constexpr sim::LocalSeconds kNow{std::chrono::local_days{2024y / 2 / 29} + 23h + 59min + 58s};
+
+    void run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"-c", address(controller.port())});
+        const Outcome outcome = qmctl(arguments);
+        EXPECT_EQ(outcome.status, 0) << testing::PrintToString(arguments) << outcome.err;
+    }
+    nlohmann::json json(std::vector<std::string> arguments) {
+        return qmctl_json(controller.port(), arguments);
+    }
+
+    sim::Simulator controller{sim::Options{.clock = [] { return kNow; }}};
+};
+
+TEST_F(Device, EveryCommandHasItsEffect) {
+    using State = const Snapshot&;
+    const struct {
+        std::vector<std::string> arguments;
+        bool (*done)(State);
+    } steps[] = {
+        {{"power", "off"}, [](State s) { return !s.power; }},
+        {{"power", "on"}, [](State s) { return s.power; }},
+        {{"power", "timer", "07:30-12:00", "13:00-22:15"},
+         [](State s) {
+             return s.timing == std::vector<sim::OnOffTime>{{7, 30, 12, 0}, {13, 0, 22, 15}} && !s.power;
+         }},
+        {{"power", "cancel"}, [](State s) { return s.timing.empty() && s.power; }},
+        {{"lock", "screen", "--keep"},
+         [](State s) {
+             return s.screen_lock == sim::Lock{true, true};
+         }},
+        {{"unlock", "screen"}, [](State s) { return s.screen_lock == sim::Lock{}; }},
+        {{"lock", "program", "P007", "--for", "4294967295"},
+         [](State s) {
+             const sim::ProgramLock& lock = s.program_lock;
+             return lock.locked && !lock.nonvolatile && lock.program == "P007" && lock.duration == 0xFFFFFFFF;
+         }},
+        {{"unlock", "program", "P007"}, [](State s) { return !s.program_lock.locked; }},
+        {{"password", "set", "000000", "s3cret"}, [](State s) { return s.password == "s3cret"; }},
+        {{"password", "delete", "s3cret"}, [](State s) { return s.password.empty(); }},
+        {{"button", "3"}, [](State s) { return s.button_mode == 3; }},
+        {{"mode", "255"}, [](State s) { return s.display_mode == 255; }},
+        {{"speed", "-32768"}, [](State s) { return s.speed == -32768; }},
+        {{"address", "32767"}, [](State s) { return s.address == 32767; }},
+        {{"delay", "10"}, [](State s) { return s.power_on_delay == 10; }},
+        {{"brightness", "7"},
+         [](State s) { return s.brightness.mode == sim::BrightnessMode::manual && s.brightness_level == 7; }},
+        {{"reset"}, [](State s) { return s.resets == 1; }},
+    };
+    for (const auto& step : steps) {
+        run(step.arguments);
+        EXPECT_TRUE(step.done(controller.state())) << testing::PrintToString(step.arguments);
+    }
+}
+
+TEST_F(Device, ManualBrightnessHoldsAllDayAndATableByHalfHours) {
+    run({"brightness", "7"});
+    EXPECT_THAT(controller.state().brightness.levels, Each(7));
+    std::string numbers;
+    for (int i = 0; i < 48; ++i) numbers += std::to_string(i / 4) + (i % 6 == 5 ? "\n" : " ");
+    run({"brightness", "--table", TemporaryFile("levels", numbers).path()});
+    const Snapshot state = controller.state();
+    EXPECT_EQ(state.brightness.mode, sim::BrightnessMode::by_clock);
+    for (std::size_t i = 0; i < 48; ++i) EXPECT_EQ(state.brightness.levels[i], i / 4);
+    EXPECT_EQ(state.brightness_level, 11U) << "two seconds before midnight";
+}
+
+TEST_F(Device, TimerTakes255PeriodsAndNoMore) {
+    std::vector<std::string> arguments{"power", "timer"};
+    arguments.resize(2 + 255, "00:00-23:59");
+    run(arguments);
+    EXPECT_EQ(controller.state().timing.size(), 255U);
+    arguments.emplace_back("00:00-23:59");
+    const std::size_t before = controller.connections();
+    arguments.insert(arguments.begin(), {"-c", address(controller.port())});
+    EXPECT_EQ(qmctl(arguments).status, 1);
+    EXPECT_EQ(controller.connections(), before);
+}
+
+TEST_F(Device, ClockIsShownAndSet) {
+    EXPECT_EQ(json({"clock"})["clock"], "2024-02-29T23:59:58");
+    EXPECT_EQ(json({"battle"})["clock"], "2024-02-29T23:59:58");
+    const auto host = sim::host_time();
+    run({"clock", "set"});
+    const auto set = controller.state().clock;
+    EXPECT_GE(set, host);
+    EXPECT_LE(set, sim::host_time());
+}
+
+TEST_F(Device, StatusTellsWhatWasSet) {
+    run({"power", "timer", "07:30-12:00"});
+    run({"lock", "screen"});
+    run({"lock", "program", "P007"});
+    run({"brightness", "3"});
+    const nlohmann::json status = json({"status"});
+    const nlohmann::json expected{{"power", "off"},
+                                  {"timer", "on"},
+                                  {"brightness", 3},
+                                  {"brightness_mode", "manual"},
+                                  {"programs", 0},
+                                  {"current_program", "P007"},
+                                  {"screen_lock", "locked"},
+                                  {"program_lock", "locked"},
+                                  {"clock", "2024-02-29T23:59:58"},
+                                  {"bar_code", "QM-SIMULATOR-001"}};
+    for (const auto& [key, value] : expected.items()) EXPECT_EQ(status[key], value) << key;
+}
+
+TEST_F(Device, IdIsShownInHexAndAsText) {
+    const nlohmann::json id = json({"id"});
+    EXPECT_EQ(id["id"], "514D53494D303031");
+    EXPECT_EQ(id["text"], "QMSIM001");
+}
+
+TEST_F(Device, NetworkIsShownAlsoOfAControllerWithAWebServer) {
+    const sim::Simulator with_web({.width = 64, .web = true});
+    for (const sim::Simulator* of : {const_cast<const sim::Simulator*>(&controller), &with_web}) {
+        const nlohmann::json network = qmctl_json(of->port(), {"network", "show"});
+        EXPECT_EQ(network["mac"], "02:51:4D:00:00:01");
+        EXPECT_EQ(network["ip"], "192.168.0.199");
+        EXPECT_EQ(network["port"], 5005);
+        EXPECT_EQ(network["width"], of == &with_web ? 64 : 128);
+        EXPECT_EQ(network["type"], 0x0262);
+    }
+}
+
+TEST_F(Device, RefusalIsSaidInWordsAndChangesNothing) {
+    run({"password", "set", "000000", "s3cret"});
+    const std::vector<std::string> refused[] = {
+        {"brightness", "16"}, {"password", "delete", "wrong1"}, {"firmware", "activate", "F001"}};
+    const char* const words[] = {"the controller refused: error 104", "the controller refused: error 111",
+                                 "the controller refused: error 108"};
+    const Snapshot before = controller.state();
+    for (std::size_t i = 0; i < std::size(refused); ++i) {
+        std::vector<std::string> arguments = refused[i];
+        arguments.insert(arguments.end(), {"-c", address(controller.port())});
+        const Outcome outcome = qmctl(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.err, AllOf(HasSubstr(words[i]), HasSubstr(address(controller.port()))));
+        EXPECT_EQ(outcome.out, "");
+    }
+    EXPECT_EQ(static_cast<sim::ControllerState>(controller.state()),
+              static_cast<sim::ControllerState>(before));
+}
+
+TEST(Status, HostileRecordReachesNoTerminalAndIsNoTime) {
+    // Power 7, current program "ESC [ 2 J", clock of month 0x13, ID of bytes above 0x7F.
+    const Frame record =
+        hex("07 01 09 0F FF FF 1B 5B 32 4A 02 03 01 01 24 20 13 01 25 61 61 06 FF FF FF 00*3 "
+            "FF FF 00*2 01 FF*12 80*16");
+    const std::vector<Frame> answers{AnswerFrame{}.bytes(),
+                                     AnswerFrame{.cmd = 0x8F, .payload = record}.bytes()};
+    ScriptedPeer controller(ScriptedPeer::answering(answers));
+    const Outcome outcome = qmctl({"status", "-c", address(controller.port())});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, AllOf(HasSubstr("unknown (7)"), HasSubstr("unknown (9)"), HasSubstr("?[2J"),
+                                   HasSubstr("not set"), HasSubstr("FF FF FF")));
+    for (const char c : outcome.out) EXPECT_TRUE(c == '\n' || (c >= ' ' && c <= '~')) << int{c};
+}
+
+} // namespace
+} // namespace qm::test

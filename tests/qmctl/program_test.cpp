@@ -1,0 +1,336 @@
+// What becomes of the description of a program: files, pictures, a screen, or an error that says where.
+#include "../program_file/parser.h"
+#include "child.h"
+#include "hex.h"
+#include "simulator/Simulator.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace qm::test {
+namespace {
+
+namespace fs = std::filesystem;
+using sim::Rgb;
+using testing::AllOf;
+using testing::HasSubstr;
+
+// 3 x 2 pixels: red, green, yellow; black, red, green.
+constexpr const char* kPicture =
+    "89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 03 00 00 00 02 08 02 00 00 00 12 16 F1 4D "
+    "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
+    "00 00 00 00 49 45 4E 44 AE 42 60 82";
+
+Frame content_of(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void write(const fs::path& path, const Frame& bytes) {
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+// Width and height stand behind the signature and the head of the first chunk, big-endian.
+std::pair<int, int> png_size(const fs::path& path) {
+    const Frame bytes = content_of(path);
+    if (bytes.size() < 24 || bytes[1] != 'P') return {};
+    return {bytes[18] << 8 | bytes[19], bytes[22] << 8 | bytes[23]};
+}
+
+// An empty current folder, and descriptions in its subfolder "in" with a picture beside them.
+class ProgramVerbs : public testing::Test {
+  protected:
+    ProgramVerbs() : m_before(fs::current_path()) {
+        std::string pattern = testing::TempDir() + "qmctl_program_XXXXXX";
+        m_folder = mkdtemp(pattern.data());
+        fs::current_path(m_folder);
+        fs::create_directory("in");
+        write("in/picture.png", hex(kPicture));
+    }
+    ~ProgramVerbs() override {
+        fs::current_path(m_before);
+        fs::remove_all(m_folder);
+    }
+
+    static Outcome program(const std::string& verb, const std::string& json,
+                           std::vector<std::string> options = {}) {
+        write("in/it.json", json);
+        options.insert(options.begin(), {"program", verb, "in/it.json"});
+        return qmctl(options);
+    }
+
+    // A whole description around an area's, or with more fields in front.
+    static std::string around(const std::string& area, const std::string& more = "") {
+        return R"({"generation": 6, "screen": {"size": [64, 16], "color": "double"}, "id": 7, )" + more +
+               R"("areas": [{"id": 0, )" + area + "}]}";
+    }
+    static std::string with(const std::string& more) { return around(R"("text": "Hi")", more + ", "); }
+
+  private:
+    fs::path m_folder, m_before;
+};
+
+TEST_F(ProgramVerbs, MistakeIsNamedByItsField) {
+    Frame cut = hex(kPicture);
+    cut.resize(40);
+    write("in/cut.png", cut);
+    write("in/text.png", std::string("no picture"));
+    write("in/text.ttf", std::string("no font"));
+    const struct {
+        std::string json;
+        const char* error;
+    } cases[] = {
+        {around(R"("text": "x", "color": "redd")"), "areas[0].color: expected one of black, red"},
+        {around(R"("text": "x", "color": "#12345G")"), R"(#RRGGBB, not "#12345G")"},
+        {around(R"("text": "x", "colour": "red")"), "areas[0].colour: unknown field; known are id, rect"},
+        {around(R"("text": "x", "size": 0)"), "areas[0].size: expected a whole number from 1 to 1000, not 0"},
+        {around(R"("text": "x", "size": 1.5)"), "areas[0].size: expected a whole number"},
+        {around(R"("text": "x", "speed": -1)"), "areas[0].speed: expected a whole number from 0 to 255"},
+        {around(R"("text": "x", "stay": 18446744073709551616)"), "areas[0].stay: expected a whole number"},
+        {around(R"("text": "x", "bold": "yes")"), R"(areas[0].bold: expected true or false, not "yes")"},
+        {around(R"("text": "x", "mode": "up")"), "areas[0].mode: expected static, left, right or"},
+        {around(R"("text": "x", "align": "middle")"), "areas[0].align: expected one of left, center, right"},
+        {around(R"("text": "x", "rect": [0, 0, 64])"),
+         "areas[0].rect: expected a list of 4, not a list of 3"},
+        {around(R"("text": "x", "rect": [0, 0, 0, 16])"), "areas[0].rect[2]: expected a whole number from 1"},
+        {around(R"("text": "x", "rect": [1, 0, 64, 16])"),
+         "areas[0].rect: reaches beyond the screen of 64 x 16"},
+        {around(R"("text": "")"), "areas[0].text: expected a text that is not empty"},
+        {around(R"("text": "a\u0000b")"), "areas[0].text: expected a text without a zero byte"},
+        {around(R"("text": "x", "texts": ["y"])"), "areas[0].texts: text is given, too"},
+        {around(R"("texts": ["x", 2])"), "areas[0].texts[1]: expected a text"},
+        {around(R"("size": 9)"), "areas[0]: needs text, texts or pictures"},
+        {around(R"("text": "x", "font": "none.ttf")"), "areas[0].font: expected a file that can be read"},
+        {around(R"("text": "x", "font": "text.ttf")"), "areas[0].font: expected a font file"},
+        {around(R"("pictures": ["none.png"])"), "areas[0].pictures[0]: expected a file that can be read"},
+        {around(R"("pictures": ["text.png"])"), "areas[0].pictures[0]: expected a PNG picture"},
+        {around(R"("pictures": ["picture.png", {"file": "cut.png"}])"), "areas[0].pictures[1].file: "},
+        {around(R"("pictures": [{"mode": 1}])"), "areas[0].pictures[0].file: is missing"},
+        {around(R"("text": "x", "rect": [0, 0, 64, 4], "border": {"picture": "picture.png"})"),
+         "areas[0].border.picture: a border of 2 pixels leaves no room in 64 x 4"},
+        {around(R"("text": "x", "sound": {"text": "x", "volume": 256})"), "areas[0].sound.volume: expected"},
+        {around(R"("text": "x"}, {"id": 0, "text": "y")"), "areas[1].id: another area has the number 0"},
+        {with(R"("border": {"picture": "cut.png"})"), "border.picture: "},
+        {with(R"("background": {})"), "background: needs either color or pictures"},
+        {with(R"("background": {"color": "red", "pictures": ["picture.png"]})"), "background: needs either"},
+        {with(R"("play_periods": ["08:00-12:30", "8-9"])"), "play_periods[1]: expected HH:MM-HH:MM"},
+        {with(R"("play_periods": ["08:00-24:00"])"), "play_periods[0]: expected HH:MM-HH:MM"},
+        {with(R"("play_periods": [1,2,3,4,5,6,7,8,9])"), "play_periods: expected a list of 1 to 8"},
+        {with(R"("life_span": {"from": "2023-02-29", "to": "2024-01-01"})"),
+         "life_span.from: expected a date"},
+        {with(R"("life_span": {"from": "2024-02-02", "to": "2024-02-01"})"),
+         "life_span: ends before it begins"},
+        {with(R"("play_times": 256)"), "play_times: expected a whole number from 0 to 255, not 256"},
+        {with(R"("play_times": 1, "play_times": 2)"), R"("play_times" stands twice)"},
+        {R"({"generation": 7, "id": 1, "areas": []})", "generation: expected a whole number from 5 to 6"},
+        {R"({"areas": []})", "id: is missing"},
+        {R"({"id": 10000, "areas": []})", "id: expected a whole number from 0 to 9999"},
+        {R"({"id": 1, "screen": {"color": "gray"}, "areas": []})", "screen.color: expected one of single"},
+        {R"({"id": 1, "generation": 5, "screen": {"type": "0x0262"}, "areas": []})",
+         "screen.type: a controller of generation 6, but generation says 5"},
+        {"[]", "expected an object"},
+        {"{\n  \"id\": 1,\n  \"areas\": [}\n", "line 3, column 13"},
+        {"", "line 1, column 1"},
+        {"{\"id\": \"\xFF\"}", "invalid"},
+    };
+    sim::Simulator controller({.width = 64, .height = 16});
+    for (const auto& c : cases) {
+        for (const char* verb : {"build", "preview", "send"}) {
+            const Outcome outcome = program(verb, c.json, {"-c", address(controller.port())});
+            EXPECT_EQ(outcome.status, 1) << verb << " " << c.json << outcome.err;
+            EXPECT_THAT(outcome.err, AllOf(HasSubstr("in/it.json: "), HasSubstr(c.error))) << c.json;
+        }
+        EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 1) << c.json;
+        EXPECT_TRUE(controller.files().empty()) << c.json;
+    }
+}
+
+const char* const kWhole = R"({
+  "id": 7, "screen": {"size": [64, 16], "color": "double"},
+  "play_times": 2, "time_span": 60, "priority": 5, "week": 62,
+  "life_span": {"from": "2024-12-31", "to": "2031-01-09"},
+  "play_periods": ["08:00-12:30", "22:15:10-06:00:59"],
+  "border": {"picture": "picture.png", "style": 3, "speed": 4, "step": 5},
+  "areas": [
+    {"id": 4, "rect": [2, 2, 40, 12], "text": "One two three four", "mode": "left", "speed": 9, "size": 6,
+     "pictures": ["picture.png", {"file": "picture.png", "mode": 7, "stay": 65535, "repeat": 2}]},
+    {"id": 3, "rect": [42, 2, 20, 12], "pictures": ["picture.png"],
+     "border": {"picture": "picture.png", "style": 1, "speed": 2, "step": 6}}]})";
+
+void expect_pages(const ParsedProgram& program) {
+    ASSERT_EQ(program.areas.size(), 2U);
+    const ParsedArea& first = program.areas[0];
+    EXPECT_EQ(std::tie(first.x, first.y, first.width, first.height), std::make_tuple(2, 2, 40, 12));
+    ASSERT_GT(first.pages.size(), 3U);
+    const ParsedPage &text = first.pages[0], &usual = *(first.pages.end() - 2), &own = first.pages.back();
+    for (const ParsedPage* page : {&text, &usual}) {
+        EXPECT_EQ(page->displayMode, 4);
+        EXPECT_EQ(page->speed, 9);
+        EXPECT_EQ(page->stayTime, 0);
+    }
+    EXPECT_EQ(own.displayMode, 7);
+    EXPECT_EQ(own.speed, 9);
+    EXPECT_EQ(own.stayTime, 65535);
+    EXPECT_EQ(own.repeatTime, 2);
+    EXPECT_EQ(program.areas[1].border, hex("01 01 02 06 02 00 00"));
+    EXPECT_EQ(program.areas[1].pages.at(0).stayTime, 300);
+}
+
+TEST_F(ProgramVerbs, BuildWritesBothFilesOfGeneration6) {
+    const Outcome outcome = program("build", kWhole, {"-o", "out/deep", "--generation", "6", "--json"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const Frame file = content_of("out/deep/P007"), data = content_of("out/deep/D007");
+    const auto pattern = [&](std::size_t bytes) { return NotInTheFile{{bytes, bytes}, 2}; };
+    // 3 pixels in a row take a unit of 32 pixels in each of two colours.
+    const ParsedProgram parsed = parse_g6(file, data, "D007", pattern(2 * 2 * 4));
+    EXPECT_EQ(parsed.header, hex("00 50 30 30 37 00 01 02 3C 00 00 00 00 00 00 00 00 00 00 00 3E "
+                                 "24 20 12 31 31 20 01 09"));
+    EXPECT_EQ(parsed.periods[0], hex("08 00 00 0C 1E 00"));
+    EXPECT_EQ(parsed.periods[1], hex("16 0F 0A 06 00 3B"));
+    EXPECT_EQ(parsed.frame, hex("01 03 04 05 03 02 00 00*7"));
+    expect_pages(parsed);
+
+    const auto json = nlohmann::json::parse(outcome.out);
+    EXPECT_EQ(json["generation"], 6);
+    EXPECT_EQ(json["files"][0], (nlohmann::json{{"name", "D007"},
+                                                {"type", 9},
+                                                {"size", data.size()},
+                                                {"crc32", ByteReader(Bytes(data).last(4)).u32()}}));
+    EXPECT_EQ(json["files"][1],
+              (nlohmann::json{{"name", "P007"}, {"type", 0}, {"size", file.size()}, {"crc32", parsed.crc}}));
+}
+
+TEST_F(ProgramVerbs, BuildWritesTheFileOfGeneration5AndNothingElse) {
+    const Outcome outcome = program("build", kWhole, {"--generation", "5"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    // 3 pixels in a row take a unit of 8 pixels in each of two colours.
+    const ParsedProgram parsed = parse_g5(content_of("P007"), {{2 * 2, 2 * 2}, 2});
+    EXPECT_EQ(parsed.header, hex("00 50 30 30 37 00 01 02 3C 00 3E 24 20 12 31 31 20 01 09"));
+    EXPECT_EQ(parsed.frame, hex("01 03 04 05 02 00 00"));
+    expect_pages(parsed);
+    EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 2) << "only in and P007";
+}
+
+TEST_F(ProgramVerbs, WhatGeneration5DoesNotHaveIsLeftOutWithANote) {
+    const std::string json =
+        around(R"("text": "x", "sound": {"text": "x"})", R"("background": {"color": "red"}, )");
+    for (const std::string generation : {"5", "6"}) {
+        const Outcome outcome = program("build", json, {"--generation", generation, "--json"});
+        ASSERT_EQ(outcome.status, 0) << outcome.err;
+        const bool left_out = generation == "5";
+        EXPECT_EQ(outcome.err.find("background is left out") != std::string::npos, left_out);
+        EXPECT_EQ(outcome.err.find("areas[0].sound is left out") != std::string::npos, left_out);
+        EXPECT_EQ(nlohmann::json::parse(outcome.out).contains("notes"), left_out);
+        EXPECT_EQ(fs::exists("D007"), !left_out);
+        if (left_out) continue;
+        const ParsedProgram parsed = parse_g6(content_of("P007"), content_of("D007"), "D007");
+        EXPECT_TRUE(parsed.background);
+        EXPECT_EQ(parsed.areas.at(0).type, 11);
+        EXPECT_EQ(parsed.areas.at(1).soundText, "x");
+    }
+}
+
+TEST_F(ProgramVerbs, PreviewDrawsEveryPageAndAnOverview) {
+    const Outcome outcome = program("preview", kWhole, {"--generation", "6", "-o", "out", "--json"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const auto areas = nlohmann::json::parse(outcome.out)["areas"];
+    ASSERT_EQ(areas.size(), 2U);
+    EXPECT_EQ(areas[1]["pages"], nlohmann::json({"area-3-page-1.png"}));
+    for (const auto& page : areas[0]["pages"])
+        EXPECT_EQ(png_size(fs::path("out") / page.get<std::string>()), std::pair(40, 12)) << page;
+    EXPECT_EQ(png_size("out/area-3-page-1.png"), std::pair(16, 8)) << "inside its border";
+    const auto [width, height] = png_size("out/overview.png");
+    EXPECT_EQ(width, 64 * 4);
+    EXPECT_EQ(height, static_cast<int>(areas[0]["pages"].size()) * (16 * 4 + 12) - 12);
+}
+
+TEST_F(ProgramVerbs, WhatTheDescriptionLeavesOpenIsAskedOfTheController) {
+    sim::Simulator controller({.type = 0x0051, .width = 48, .height = 16});
+    const std::string json = R"({"id": 1, "areas": [{"id": 0, "text": "Hi"}]})";
+    const Outcome outcome = program("build", json, {"--json", "-c", address(controller.port())});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const auto result = nlohmann::json::parse(outcome.out);
+    EXPECT_EQ(result["generation"], 5);
+    EXPECT_EQ(result["screen"], "double");
+    EXPECT_EQ(parse_g5(content_of("P001")).areas.at(0).width, 48);
+}
+
+TEST_F(ProgramVerbs, SendWritesWhatBuildBuilds) {
+    for (const int type : {0x0262, 0x0051}) {
+        sim::Simulator controller({.type = static_cast<std::uint16_t>(type), .width = 64, .height = 16});
+        const Outcome sent = program("send", kWhole, {"-c", address(controller.port())});
+        ASSERT_EQ(sent.status, 0) << sent.err;
+        ASSERT_EQ(program("build", kWhole, {"--type", std::to_string(type)}).status, 0);
+        for (const sim::StoredFile& file : controller.files()) {
+            EXPECT_EQ(file.data, content_of(file.name)) << file.name;
+            EXPECT_EQ(file.type, file.name == "D007" ? 9 : 0);
+        }
+        EXPECT_EQ(controller.files().size(), type == 0x0262 ? 2U : 1U);
+    }
+}
+
+TEST_F(ProgramVerbs, SentProgramIsOnTheScreen) {
+    const std::string json = around(R"("rect": [5, 3, 10, 10], "pictures": ["picture.png"])",
+                                    R"("border": {"picture": "picture.png", "step": 0}, )");
+    for (const int type : {0x0262, 0x0051}) {
+        sim::Simulator controller({.type = static_cast<std::uint16_t>(type), .width = 64, .height = 16});
+        const std::string generation = type == 0x0051 ? "5" : "6";
+        const Outcome sent =
+            program("send", json, {"-c", address(controller.port()), "--generation", generation});
+        ASSERT_EQ(sent.status, 0) << sent.err;
+        const sim::Image screen = controller.screen();
+        const Rgb black, red{255, 0, 0}, green{0, 255, 0}, yellow{255, 255, 0};
+        const Rgb rows[2][3] = {{red, green, yellow}, {black, red, green}};
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < 3; ++x) {
+                EXPECT_EQ(screen.at(5 + x, 3 + y), rows[y][x]) << "picture " << x << "," << y;
+                EXPECT_EQ(screen.at(x, y), rows[y][x]) << "border " << x << "," << y;
+            }
+    }
+}
+
+TEST_F(ProgramVerbs, ExampleFitsBothGenerations) {
+    for (const std::string generation : {"5", "6"})
+        for (const std::string verb : {"build", "preview"}) {
+            const Outcome outcome = qmctl({"program", verb, QM_EXAMPLES "/program/shop.json", "-o", "out",
+                                           "--generation", generation, "--json"});
+            ASSERT_EQ(outcome.status, 0) << outcome.err;
+            const auto result = nlohmann::json::parse(outcome.out);
+            EXPECT_EQ(result.value("notes", nlohmann::json()).size(), generation == "5" ? 1U : 0U);
+            if (verb == "preview") {
+                EXPECT_EQ(result["areas"].size(), generation == "5" ? 3U : 4U);
+            }
+        }
+}
+
+TEST_F(ProgramVerbs, ProgramOfTheOtherGenerationIsNotSent) {
+    sim::Simulator controller({.type = 0x0051, .width = 64, .height = 16});
+    const Outcome outcome = program("send", around(R"("text": "x")"), {"-c", address(controller.port())});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("made for generation 6, but the controller is of generation 5"));
+    EXPECT_TRUE(controller.files().empty());
+}
+
+TEST_F(ProgramVerbs, FailureSaysAtWhichStep) {
+    const struct {
+        unsigned good_answers; // handshakes count
+        const char* step;
+    } cases[] = {{3, "announcing the transfer"}, {5, "writing D007"}, {8, "writing P007"}};
+    for (const auto& c : cases) {
+        sim::Simulator controller(
+            {.width = 64,
+             .height = 16,
+             .fault = sim::Fault{.kind = sim::FaultKind::nack, .after = c.good_answers}});
+        const Outcome outcome = program("send", around(R"("text": "x")"), {"-c", address(controller.port())});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.err, AllOf(HasSubstr(c.step), HasSubstr("the controller refused")));
+    }
+}
+
+} // namespace
+} // namespace qm::test

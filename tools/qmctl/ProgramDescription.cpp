@@ -1,0 +1,249 @@
+#include "ProgramDescription.h"
+
+#include "JsonReader.h"
+#include "program_files.h"
+
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace qm::ctl {
+namespace {
+
+constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
+constexpr unsigned kLargestScreen = 8192;    // pixels
+constexpr std::size_t kMostPeriods = 8;      // of the record
+constexpr std::size_t kMostAreas = 254;      // a byte counts them, the background included
+constexpr unsigned kLargestAreaId = 0xFFFE;  // the last one is the background's
+constexpr std::size_t kLongestText = 0xFFFF; // bytes
+constexpr std::size_t kMostPictures = 1000;  // of an area
+
+class Reader {
+  public:
+    explicit Reader(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+
+    ProgramDescription program(const Field& field) const {
+        ProgramDescription program;
+        read_object(field, [&](Object& object) {
+            object.take_number("generation", program.generation, 5, 6);
+            object.take("screen", program.screen, [&](const Field& f) { return screen(f); });
+            program.id = object.require("id").number(0, 9999);
+            play_rules(object, program);
+            object.take("border", program.border, [&](const Field& f) { return border(f); });
+            object.take("background", program.background, [&](const Field& f) { return background(f); });
+            for (const Field& area_field : object.require("areas").list(0, kMostAreas))
+                program.areas.push_back(area(area_field));
+        });
+        require_distinct(program.areas);
+        return program;
+    }
+
+  private:
+    static ScreenDescription screen(const Field& field) {
+        ScreenDescription screen;
+        read_object(field, [&](Object& object) {
+            object.take("type", screen.type, [](const Field& type) {
+                return type.value().is_number() ? type.number(0, kWord) : type.read(read_type);
+            });
+            object.take_text("color", screen.color,
+                             [](const std::string& text) { return read_word(text, kScreenColors); });
+            object.take("size", screen.size, [](const Field& size) {
+                const auto values = size.list(2, 2);
+                return PixelSize{values[0].number(1, kLargestScreen), values[1].number(1, kLargestScreen)};
+            });
+            object.take_number("wiring", screen.wiring, 1, 2);
+        });
+        return screen;
+    }
+
+    static void play_rules(Object& object, ProgramDescription& program) {
+        object.take_number("style", program.style, 0, kByte);
+        object.take_number("priority", program.priority, 0, kByte);
+        object.take_number("play_times", program.play_times, 0, kByte);
+        object.take_number("time_span", program.time_span, 0, kWord);
+        object.take_number("week", program.week, 0, kByte);
+        object.take("life_span", program.life_span, life_span);
+        object.take("play_periods", program.periods, [](const Field& field) {
+            std::vector<HVprogrampTime_G56> periods;
+            for (const Field& period : field.list(1, kMostPeriods))
+                periods.push_back(period.read(read_period));
+            return periods;
+        });
+    }
+
+    static std::array<Date, 2> life_span(const Field& field) {
+        std::array<Date, 2> span{};
+        read_object(field, [&](Object& object) {
+            span = {object.require("from").read(read_date), object.require("to").read(read_date)};
+        });
+        const auto order = [](const Date& d) { return std::array{d.year, d.month, d.day}; };
+        if (order(span[1]) < order(span[0])) field.refuse("ends before it begins");
+        return span;
+    }
+
+    Border border(const Field& field) const {
+        Border border;
+        read_object(field, [&](Object& object) {
+            border.pattern = picture(object.require("picture"));
+            object.take_number("style", border.style, 0, kByte);
+            object.take_number("speed", border.speed, 0, kByte);
+            object.take_number("step", border.step, 0, kByte);
+        });
+        const PixelSize size = border.pattern.size;
+        if (size.width > kByte || size.height > kByte)
+            throw JsonError(border.pattern.where + ": a border's pattern has at most 255 x 255 pixels, not " +
+                            to_string(size));
+        return border;
+    }
+
+    Background background(const Field& field) const {
+        Background background;
+        read_object(field, [&](Object& object) {
+            object.take_text("color", background.color, read_color);
+            object.take("pictures", background.pictures,
+                        [&](const Field& list) { return pictures(list, Effect()); });
+        });
+        if (background.color.has_value() == !background.pictures.empty())
+            field.refuse("needs either color or pictures");
+        return background;
+    }
+
+    Area area(const Field& field) const {
+        Area area;
+        area.where = field.path();
+        read_object(field, [&](Object& object) {
+            area.id = object.require("id").number(0, kLargestAreaId);
+            object.take("rect", area.rect, rect);
+            texts(object, area);
+            area.style = style(object);
+            area.effect = effect(object, Effect());
+            object.take("pictures", area.pictures,
+                        [&](const Field& list) { return pictures(list, area.effect); });
+            object.take("border", area.border, [&](const Field& f) { return border(f); });
+            object.take("sound", area.sound, sound);
+            object.take_number("background_flag", area.background_flag, 0, kByte);
+            object.take_number("transparency", area.transparency, 0, kByte);
+            object.take_number("equal", area.equal, 0, kByte);
+        });
+        if (area.text.empty() && area.pictures.empty()) field.refuse("needs text, texts or pictures");
+        return area;
+    }
+
+    static Rect rect(const Field& field) {
+        const auto values = field.list(4, 4);
+        const auto u16 = [&](std::size_t i) {
+            return static_cast<Ouint16>(values[i].number(i < 2 ? 0 : 1, kWord));
+        };
+        return {u16(0), u16(1), u16(2), u16(3)};
+    }
+
+    static void texts(Object& object, Area& area) {
+        const auto one = object.find("text"), several = object.find("texts");
+        if (one && several) several->refuse("text is given, too");
+        if (one) area.text = one->text();
+        if (several)
+            for (const Field& line : several->list(1, kWord))
+                area.text += (area.text.empty() ? "" : "\n") + line.text();
+        if (area.text.size() > kLongestText) (one ? one : several)->refuse("has more than 65535 bytes");
+    }
+
+    TextStyle style(Object& object) const {
+        TextStyle style;
+        object.take("font", style.font, [&](const Field& field) { return font(field); });
+        object.take_number("size", style.size, 1, kLargestSize);
+        object.take_text("color", style.color, read_color);
+        object.take("bold", style.bold, &Field::flag);
+        object.take("italic", style.italic, &Field::flag);
+        object.take("vertical", style.vertical, &Field::flag);
+        object.take("one_line", style.one_line, &Field::flag);
+        object.take_number("spacing", style.spacing, 0, kByte);
+        const auto word_of = [](Names names) {
+            return [names](const std::string& text) { return read_word(text, names); };
+        };
+        object.take_text("align", style.halign, word_of(kHorizontal));
+        object.take_text("valign", style.valign, word_of(kVertical));
+        return style;
+    }
+
+    std::string font(const Field& field) const {
+        return field.read([&](const std::string& text) {
+            return is_font_path(text) ? read_font_file((m_folder / text).string()) : read_font(text);
+        });
+    }
+
+    static Effect effect(Object& object, Effect effect) {
+        object.take("mode", effect.mode, [](const Field& mode) {
+            const auto read = [](const std::string& text) {
+                return read_word_or_number(text, kModes, kByte);
+            };
+            return mode.value().is_number() ? mode.number(0, kByte) : mode.read(read);
+        });
+        object.take_number("speed", effect.speed, 0, kByte);
+        object.take_number("stay", effect.stay, 0, kWord);
+        object.take_number("repeat", effect.repeat, 0, kByte);
+        return effect;
+    }
+
+    // Each a path, or an object with an effect of its own.
+    std::vector<PicturePage> pictures(const Field& field, const Effect& usual) const {
+        std::vector<PicturePage> pages;
+        for (const Field& page : field.list(1, kMostPictures)) {
+            if (page.value().is_string()) {
+                pages.push_back({picture(page), usual});
+                continue;
+            }
+            read_object(page, [&](Object& object) {
+                PictureFile file = picture(object.require("file"));
+                pages.push_back({std::move(file), effect(object, usual)});
+            });
+        }
+        return pages;
+    }
+
+    PictureFile picture(const Field& field) const {
+        PictureFile file;
+        file.where = field.path();
+        file.path =
+            field.read([&](const std::string& text) { return read_png_path((m_folder / text).string()); });
+        file.size = png_size(file.path);
+        return file;
+    }
+
+    static Sound sound(const Field& field) {
+        Sound sound;
+        read_object(field, [&](Object& object) {
+            sound.text = object.require("text").text();
+            object.take_number("voice", sound.voice, 0, kByte);
+            object.take_number("volume", sound.volume, 0, kByte);
+            object.take_number("speed", sound.speed, 0, kByte);
+            object.take_number("encoding", sound.encoding, 0, kByte);
+            object.take_number("repeat", sound.repeat, 0, 0xFFFFFFFF);
+            object.take_number("delay", sound.delay, 0, 0xFFFFFFFF);
+            object.take_number("digits", sound.digits, 0, kByte);
+            object.take_number("language", sound.language, 0, kByte);
+            object.take_number("word_style", sound.word_style, 0, kByte);
+        });
+        return sound;
+    }
+
+    static void require_distinct(const std::vector<Area>& areas) {
+        std::set<unsigned> ids;
+        for (const Area& area : areas)
+            if (!ids.insert(area.id).second)
+                throw JsonError(area.where + ".id: another area has the number " + std::to_string(area.id));
+    }
+
+    std::filesystem::path m_folder; // absolute
+};
+
+} // namespace
+
+ProgramDescription read_program(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) throw JsonError("cannot be read");
+    const nlohmann::json json = parse_json(text);
+    return Reader(std::filesystem::absolute(path).parent_path()).program(Field(json, ""));
+}
+
+} // namespace qm::ctl

@@ -1,0 +1,148 @@
+#include "ProgramOverview.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <memory>
+#include <numbers>
+
+namespace qm::ctl {
+namespace {
+
+constexpr unsigned kLed = 4, kGap = 12; // pixels of the overview
+constexpr std::size_t kMostScreens = 16;
+constexpr unsigned kHighest = 32000; // cairo's pictures end at 32767
+
+struct Closer {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+    void operator()(cairo_t* context) const { cairo_destroy(context); }
+    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
+};
+using Surface = std::unique_ptr<cairo_surface_t, Closer>;
+using Context = std::unique_ptr<cairo_t, Closer>;
+using Pattern = std::unique_ptr<cairo_pattern_t, Closer>;
+
+Surface picture_of(const std::string& png) {
+    struct Reader {
+        std::string_view rest;
+        static cairo_status_t read(void* self, unsigned char* out, unsigned length) {
+            std::string_view& rest = static_cast<Reader*>(self)->rest;
+            if (rest.size() < length) return CAIRO_STATUS_READ_ERROR;
+            std::copy_n(rest.begin(), length, out);
+            rest.remove_prefix(length);
+            return CAIRO_STATUS_SUCCESS;
+        }
+    } reader{png};
+    return Surface(cairo_image_surface_create_from_png_stream(Reader::read, &reader));
+}
+
+std::string png_of(cairo_surface_t* surface) {
+    std::string png;
+    const auto append = [](void* out, const unsigned char* data, unsigned length) {
+        static_cast<std::string*>(out)->append(reinterpret_cast<const char*>(data), length);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    if (cairo_surface_write_to_png_stream(surface, append, &png) != CAIRO_STATUS_SUCCESS)
+        throw std::runtime_error("the overview cannot be drawn");
+    return png;
+}
+
+Rect whole(const PixelSize& size) {
+    return {0, 0, static_cast<Ouint16>(size.width), static_cast<Ouint16>(size.height)};
+}
+
+class Screen {
+  public:
+    explicit Screen(const PixelSize& size)
+        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(size.width),
+                                               static_cast<int>(size.height))),
+          m_context(cairo_create(m_surface.get())) {}
+
+    void page(const AreaPages& area, std::size_t number) {
+        const Surface picture = picture_of(area.pages[number % area.pages.size()]);
+        cairo_set_source_surface(context(), picture.get(), area.rect.x, area.rect.y);
+        cairo_paint(context());
+    }
+
+    // The pattern along the four sides, turned as it goes round.
+    void border(const Border& border, const Rect& rect) {
+        const Surface picture(cairo_image_surface_create_from_png(border.pattern.path.c_str()));
+        const Pattern pattern(cairo_pattern_create_for_surface(picture.get()));
+        cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
+        cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_NEAREST);
+        const double corners[][2] = {{0.0 + rect.x, 0.0 + rect.y},
+                                     {0.0 + rect.x + rect.width, 0.0 + rect.y},
+                                     {0.0 + rect.x + rect.width, 0.0 + rect.y + rect.height},
+                                     {0.0 + rect.x, 0.0 + rect.y + rect.height}};
+        for (int side = 0; side < 4; ++side) {
+            cairo_save(context());
+            cairo_translate(context(), corners[side][0], corners[side][1]);
+            cairo_rotate(context(), side * std::numbers::pi / 2);
+            cairo_rectangle(context(), 0, 0, side % 2 ? rect.height : rect.width, border.pattern.size.height);
+            cairo_set_source(context(), pattern.get());
+            cairo_fill(context());
+            cairo_restore(context());
+        }
+    }
+
+    [[nodiscard]] cairo_t* context() const { return m_context.get(); }
+    [[nodiscard]] cairo_surface_t* surface() const { return m_surface.get(); }
+
+  private:
+    Surface m_surface;
+    Context m_context;
+};
+
+Screen draw_screen(const ProgramDescription& program, const ProgramTarget& target,
+                   const std::vector<AreaPages>& pages, std::size_t number) {
+    Screen screen(target.size);
+    for (const AreaPages& area : pages) screen.page(area, number);
+    for (const Area& area : program.areas)
+        if (area.border) screen.border(*area.border, *area.rect);
+    if (program.border) screen.border(*program.border, whole(target.size));
+    return screen;
+}
+
+// Dark lines between the LEDs.
+void draw_grid(cairo_t* context, unsigned width, unsigned height) {
+    cairo_set_source_rgb(context, 0.12, 0.12, 0.12);
+    for (unsigned x = 0; x < width; ++x) cairo_rectangle(context, x * kLed, 0, 1, height * kLed);
+    for (unsigned y = 0; y < height; ++y) cairo_rectangle(context, 0, y * kLed, width * kLed, 1);
+    cairo_fill(context);
+}
+
+void place(cairo_t* context, const Screen& screen, const PixelSize& size, unsigned top) {
+    cairo_save(context);
+    cairo_translate(context, 0, top);
+    cairo_save(context);
+    cairo_scale(context, kLed, kLed);
+    cairo_set_source_surface(context, screen.surface(), 0, 0);
+    cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);
+    cairo_paint(context);
+    cairo_restore(context);
+    draw_grid(context, size.width, size.height);
+    cairo_restore(context);
+}
+
+} // namespace
+
+std::string draw_overview(const ProgramDescription& program, const ProgramTarget& target,
+                          const std::vector<AreaPages>& pages) {
+    std::size_t screens = 1;
+    for (const AreaPages& area : pages) screens = std::max(screens, area.pages.size());
+    const unsigned pitch = target.size.height * kLed + kGap;
+    screens = std::min({screens, kMostScreens, std::size_t{std::max(1U, kHighest / pitch)}});
+
+    const auto width = static_cast<int>(target.size.width * kLed);
+    const auto height = static_cast<int>(screens * pitch - kGap);
+    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
+    const Context context(cairo_create(surface.get()));
+    cairo_set_source_rgb(context.get(), 1, 1, 1);
+    cairo_paint(context.get());
+    for (std::size_t i = 0; i < screens; ++i)
+        place(context.get(), draw_screen(program, target, pages, i), target.size,
+              static_cast<unsigned>(i) * pitch);
+    return png_of(surface.get());
+}
+
+} // namespace qm::ctl

@@ -1,0 +1,170 @@
+// Verbs for a controller's addresses and its Wi-Fi module.
+#include "Verb.h"
+#include "device_arguments.h"
+#include "network.h"
+
+#include <algorithm>
+
+namespace qm::ctl {
+namespace {
+
+class ShowNetwork : public Verb {
+  public:
+    void add_arguments(CLI::App&) override {}
+    void run(Session& session) override {
+        const Controller& of = session.controller;
+        Result result = session.result();
+        NetSearchCmdRet data{};
+        const int status = cmd_tcpNetworkSearch_6G(of.ip.c_str(), of.port, &data);
+        if (status == QM_TRUNCATED) { // a controller with a web server says more
+            NetSearchCmdRet_Web web{};
+            session.command(cmd_tcpNetworkSearch_6G_Web, &web);
+            describe(result, web);
+        } else {
+            Session::require(status);
+            describe(result, data);
+        }
+        session.print(result);
+    }
+};
+
+// Text of at most the size of a field, zeros behind it.
+template <std::size_t size> std::array<char, size> read_field(const std::string& text) {
+    if (text.size() > size) expected("at most " + std::to_string(size) + " bytes");
+    std::array<char, size> field{};
+    std::ranges::copy(text, field.begin());
+    return field;
+}
+
+class SetIp : public Verb {
+  public:
+    void add_arguments(CLI::App& command) override {
+        add_value(command, "IP", m_ip, "", "New address", read_address)->required();
+        add_value(command, "MASK", m_mask, "", "Subnet mask, such as 255.255.255.0", read_address)
+            ->required();
+        add_value(command, "GATEWAY", m_gateway, "", "Gateway", read_address)->required();
+        add_number(command, "--port", m_port, 1, 65535, "TCP port (default 5005)");
+        add_number(command, "--mode", m_mode, 0, 255, "IP mode, in the controller's numbers (default 0)");
+        add_number(command, "--server-mode", m_server_mode, 0, 255,
+                   "Server mode, in the controller's numbers (default 0)");
+        add_value(command, "--server", m_server, "IP[:PORT]",
+                  "Server that the controller reports to (default none)", read_controller);
+        add_number(command, "--heartbeat", m_heartbeat, 0, 32767,
+                   "Between two reports, in the controller's units (default 0)");
+        add_value(command, "--password", m_password, "TEXT", "For the server, up to 8 bytes", read_field<8>);
+        add_value(command, "--net-id", m_net_id, "TEXT", "Network ID, up to 12 bytes", read_field<12>);
+    }
+    void run(Session& session) override {
+        session.broadcast = true;
+        require_answer(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
+                                    m_gateway.c_str(), static_cast<int16_t>(m_port),
+                                    static_cast<Ouint8>(m_server_mode), m_server.ip.c_str(),
+                                    static_cast<int16_t>(m_server.port), m_password.data(),
+                                    static_cast<int16_t>(m_heartbeat), m_net_id.data()));
+        Result result;
+        result.add("IP address", "ip", m_ip)
+            .add("Subnet mask", "subnet_mask", m_mask)
+            .add("Gateway", "gateway", m_gateway)
+            .add("Port", "port", m_port);
+        session.print(result);
+    }
+
+  private:
+    std::string m_ip, m_mask, m_gateway;
+    unsigned m_port = 5005, m_mode = 0, m_server_mode = 0, m_heartbeat = 0;
+    Controller m_server{"0.0.0.0", 0};
+    std::array<char, 8> m_password{};
+    std::array<char, 12> m_net_id{};
+};
+
+struct Mac {
+    std::string fields; // as the library takes it
+    std::string text;
+};
+
+class SetMac : public Verb {
+  public:
+    void add_arguments(CLI::App& command) override {
+        add_value(command, "MAC", m_mac, "", "Address in hex, such as 00:1a:2b:3c:4d:5e or 00-1A-2B-3C-4D-5E",
+                  [](const std::string& text) {
+                      return Mac{read_mac(text), text};
+                  })
+            ->required();
+    }
+    void run(Session& session) override {
+        session.broadcast = true;
+        require_answer(cmd_udpSetMac(m_mac.fields.c_str()));
+        Result result;
+        result.add("MAC address", "mac", m_mac.text);
+        session.print(result);
+    }
+
+  private:
+    Mac m_mac;
+};
+
+class Wifi : public Verb {
+  public:
+    void add_arguments(CLI::App& command) override {
+        auto* ssid =
+            add_value(command, "SSID", m_ssid, "", "Name of the network, 1 to 32 bytes, no comma", read_ssid);
+        auto* key = add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
+        ssid->needs(key);
+    }
+    void run(Session& session) override {
+        session.broadcast = true;
+        if (m_ssid.empty())
+            show();
+        else
+            require_answer(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
+        Result result;
+        result.add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
+        session.print(result);
+    }
+
+  private:
+    static constexpr int kShortAnswer = 2;
+
+    void show() {
+        unsigned char ssid[513]{}, key[513]{}; // an answer has at most 511 bytes
+        const int status = cmd_AT_getWifiSsidPwd(reinterpret_cast<char*>(ssid), reinterpret_cast<char*>(key));
+        if (status == kShortAnswer)
+            throw Failure(status, "the Wi-Fi module's answer is too short to hold its settings");
+        require_answer(status);
+        m_ssid = printable(octets(ssid));
+        m_key = printable(octets(key));
+    }
+
+    std::string m_ssid, m_key;
+};
+
+constexpr VerbEntry kVerbs[] = {
+    {"network show", "Show a generation-6 controller's addresses and what it says of its screen",
+     "Example:\n  qmctl -c 192.168.0.199 network show", make_verb<ShowNetwork>},
+    {"network set-ip", "Set a controller's addresses",
+     "Goes by broadcast to whichever controller answers first; -c is not used. What is not given is set\n"
+     "to its default.\n\nExample:\n  qmctl network set-ip 192.168.0.50 255.255.255.0 192.168.0.1",
+     make_verb<SetIp>},
+    {"network set-mac", "Set a controller's MAC address",
+     "Goes by broadcast to whichever controller answers first; -c is not used.\n\n"
+     "Example:\n  qmctl network set-mac 00:1a:2b:3c:4d:5e",
+     make_verb<SetMac>},
+    {"network wifi", "Show or set the network that a controller's Wi-Fi module opens",
+     "Goes by broadcast to whichever module answers first; -c is not used. Setting it restarts the module,\n"
+     "whose controller is then reached at 192.168.100.1.\n\n"
+     "Examples:\n  qmctl network wifi\n  qmctl network wifi Signpost 'correct horse'",
+     make_verb<Wifi>}};
+
+} // namespace
+
+void require_answer(int status) {
+    if (status == QM_FAILED)
+        throw Failure(status,
+                      "no controller answered (is it powered and on this network, and does the firewall "
+                      "let UDP ports 5009 and 14769 in?)");
+    Session::require(status);
+}
+
+Family network_verbs() { return kVerbs; }
+
+} // namespace qm::ctl

@@ -1,0 +1,81 @@
+#include "program_files.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <unistd.h>
+
+namespace qm::ctl {
+namespace {
+
+constexpr std::string_view kFontExtensions[] = {".ttf", ".ttc", ".otf"};
+constexpr std::string_view kFontSignatures[] = {std::string_view("\0\1\0\0", 4), "OTTO", "true", "ttcf"};
+
+[[noreturn]] void fail(const std::string& what) {
+    throw std::runtime_error(what + ": " + std::strerror(errno));
+}
+
+template <std::size_t Size> std::array<char, Size> start_of(const std::string& path) {
+    std::array<char, Size> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+    return start;
+}
+
+} // namespace
+
+bool is_font_path(const std::string& text) {
+    std::string extension = std::filesystem::path(text).extension().string();
+    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
+    return std::ranges::find(kFontExtensions, extension) != std::end(kFontExtensions);
+}
+
+std::string read_font_file(const std::string& path) {
+    (void)read_path(path);
+    const auto start = start_of<4>(path);
+    const std::string_view signature(start.data(), start.size());
+    if (std::ranges::find(kFontSignatures, signature) == std::end(kFontSignatures)) expected("a font file");
+    return path;
+}
+
+// Behind the signature: length and name of the first chunk, width and height; big-endian.
+PixelSize png_size(const std::string& path) {
+    const auto start = start_of<24>(path);
+    const auto u32 = [&](std::size_t at) {
+        unsigned value = 0;
+        for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<unsigned char>(start[at + i]);
+        return value;
+    };
+    return {u32(16), u32(20)};
+}
+
+void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw std::runtime_error(folder.string() + ": " + error.message());
+    const std::filesystem::path path = folder / name;
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) fail(path.string());
+}
+
+TemporaryFolder::TemporaryFolder() : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+    std::string name = (std::filesystem::temp_directory_path() / "qmctl-XXXXXX").string();
+    if (m_before < 0) fail("the current folder");
+    if (!::mkdtemp(name.data())) fail(name);
+    m_path = name;
+    if (::chdir(name.c_str()) != 0) fail(name);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    if (::fchdir(m_before) != 0) ::perror("qmctl: the current folder is gone");
+    ::close(m_before);
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+} // namespace qm::ctl

@@ -1,0 +1,34 @@
+// The files that a program is made from and becomes.
+#pragma once
+
+#include "ProgramDescription.h"
+
+#include <filesystem>
+
+namespace qm::ctl {
+
+// A name that ends as font files do.
+[[nodiscard]] bool is_font_path(const std::string& text);
+// Its path, when it begins as a font file does; throws std::invalid_argument otherwise.
+[[nodiscard]] std::string read_font_file(const std::string& path);
+// As its header states it.
+[[nodiscard]] PixelSize png_size(const std::string& path);
+
+// Makes the folder when there is none, and the file. Throws std::runtime_error.
+void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes);
+
+// A private folder that is the current one as long as the object lives, and is removed with all that was
+// written there.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+  private:
+    std::filesystem::path m_path;
+    int m_before; // descriptor of the folder to go back to
+};
+
+} // namespace qm::ctl

@@ -1,0 +1,23 @@
+// Values of a program's description. Readers throw std::invalid_argument as those of arguments do.
+#pragma once
+
+#include "qm_sdk_dual.h"
+
+#include <string>
+
+namespace qm::ctl {
+
+struct PixelSize {
+    unsigned width = 0, height = 0;
+};
+[[nodiscard]] std::string to_string(const PixelSize& size); // 128 x 32
+
+struct Date {
+    unsigned year, month, day;
+};
+
+[[nodiscard]] HVprogrampTime_G56 read_period(const std::string& text); // HH:MM[:SS]-HH:MM[:SS]
+[[nodiscard]] Date read_date(const std::string& text);                 // YYYY-MM-DD
+[[nodiscard]] unsigned read_type(const std::string& text); // of a controller: 0x0262, or in decimal
+
+} // namespace qm::ctl
