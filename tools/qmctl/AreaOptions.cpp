@@ -16,7 +16,7 @@ Rect whole(const Ping_data& screen) {
 
 } // namespace
 
-void AreaOptions::add_to(CLI::App& command) {
+void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--area", m_id, 0, 255,
                "Number of the area, 0 to 255; it replaces the area of that number (default 0)");
     add_value(command, "--rect", m_rect, "X,Y,W,H", "Rectangle in pixels (default the whole screen)",

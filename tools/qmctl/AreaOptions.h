@@ -14,7 +14,7 @@ struct Target {
 
 class AreaOptions {
   public:
-    void add_to(CLI::App& command);
+    void add_to(ArgumentList& command);
 
     // Fills what the command line left open from the controller's ping.
     [[nodiscard]] Target target(const Session& session) const;

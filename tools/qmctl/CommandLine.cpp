@@ -2,6 +2,8 @@
 
 #include "arguments.h"
 
+#include <CLI/CLI.hpp>
+
 #include <sstream>
 
 namespace qm::ctl {
@@ -11,13 +13,26 @@ constexpr struct {
     const char *word, *summary;
 } kGroups[] = {{"power", "Switch the screen, now or by timer"},
                {"lock", "Keep showing what is shown, or one program"},
-               {"unlock", "End that"},
+               {"unlock", "Let the screen, or all programs, be shown again"},
                {"password", "The controller's password"},
                {"network", "Addresses and the Wi-Fi module"},
                {"config", "The controller's configuration"},
                {"firmware", "The controller's firmware"},
                {"fs", "The controller's files"},
                {"program", "Items of the playlist, from their descriptions"}};
+
+// Says no more than what to type: what goes together is told in the notes and by the errors.
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->get_type_name().empty() ? "" : " " + option->get_type_name();
+    }
+    std::string make_option_usage(const CLI::Option* positional) const override {
+        const std::string name =
+            make_option_name(positional, true) + (positional->get_expected_max() > 1 ? "..." : "");
+        return positional->get_required() ? name : "[" + name + "]";
+    }
+};
 
 const char* summary_of(const std::string& word) {
     for (const auto& group : kGroups)
@@ -37,8 +52,8 @@ CLI::App& group(CLI::App& parent, const std::string& word) {
 } // namespace
 
 CommandLine::CommandLine(Session& session) : m_app("Drives an LED display controller.", "qmctl") {
+    m_app.formatter(std::make_shared<HelpFormatter>());
     m_app.get_formatter()->label("SUBCOMMAND", "VERB");
-    m_app.get_formatter()->label("REQUIRED", "");
     m_app.fallthrough(); // shared options may stand behind the verb, too
     m_app.require_subcommand(0, 1);
     m_app.set_version_flag("--version", "qmctl " QMCTL_VERSION, "Print the version and leave");
@@ -50,10 +65,11 @@ CommandLine::CommandLine(Session& session) : m_app("Drives an LED display contro
 }
 
 void CommandLine::add_shared_options(Session& session) {
-    add_value(m_app, "-c,--controller", session.controller, "IP[:PORT]",
+    ArgumentList shared(m_app);
+    add_value(shared, "-c,--controller", session.controller, "IP[:PORT]",
               "Address of the controller (default " + session.controller.text() + ")", read_controller);
-    m_app.add_flag("--json", session.json, "Print the result as one JSON object");
-    m_app.add_flag("--verbose", session.verbose, "Show the library's messages on standard error");
+    shared.add_flag("--json", session.json, "Print the result as one JSON object");
+    shared.add_flag("--verbose", session.verbose, "Show the library's messages on standard error");
 }
 
 void CommandLine::add_verb(const VerbEntry& entry) {
@@ -64,7 +80,8 @@ void CommandLine::add_verb(const VerbEntry& entry) {
     command->footer(std::string(entry.notes) + "\n\nOptions of every verb, such as -c: qmctl --help");
 
     Verb* verb = m_verbs.emplace_back(entry.make()).get();
-    verb->add_arguments(*command);
+    ArgumentList arguments(*command);
+    verb->add_arguments(arguments);
     command->callback([this, verb] {
         if (!m_chosen) m_chosen = verb; // the innermost is called first
     });

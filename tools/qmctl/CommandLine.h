@@ -3,6 +3,8 @@
 
 #include "Verb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <vector>
 
 namespace qm::ctl {

@@ -15,7 +15,7 @@ struct ProgramTarget {
 
 class ProgramTargetOptions {
   public:
-    void add_to(CLI::App& command);
+    void add_to(ArgumentList& command);
 
     // Options go before the description, and the description before a controller, which is asked when
     // something is open. Before a program is sent, the controller is always asked, and goes before the

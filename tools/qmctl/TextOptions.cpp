@@ -2,7 +2,7 @@
 
 namespace qm::ctl {
 
-void TextOptions::add_to(CLI::App& command) {
+void TextOptions::add_to(ArgumentList& command) {
     add_value(command, "--font", m_style.font, "FONT",
               "Font family, or a .ttf or .ttc file (default " + m_style.font +
                   ",\nwhich has Latin and Chinese)",
@@ -12,12 +12,12 @@ void TextOptions::add_to(CLI::App& command) {
                "given lines fit the height, or the width when --vertical; at least 6)");
     add_value(command, "--color", m_style.color, "COLOR",
               "black, red, green, yellow, blue, magenta, cyan, white or #RRGGBB (default red)", read_color);
-    auto* single = command.add_flag_callback(
-        "--single", [this] { m_style.one_line = true; }, "One line, cut into pages (default when running)");
+    const auto single = command.add_flag("--single", "One line, cut into pages (default when running)",
+                                         [this] { m_style.one_line = true; });
     command
-        .add_flag_callback(
-            "--multi", [this] { m_style.one_line = false; }, "Lines wrapped to the width (default otherwise)")
-        ->excludes(single);
+        .add_flag("--multi", "Lines wrapped to the width (default otherwise)",
+                  [this] { m_style.one_line = false; })
+        .excludes(single);
     add_word(command, "--halign", m_style.halign, kHorizontal, "left, center or right (default center)");
     add_word(command, "--valign", m_style.valign, kVertical, "top, center or bottom (default center)");
     command.add_flag("--bold", m_style.bold, "Bold");

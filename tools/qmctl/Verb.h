@@ -1,7 +1,7 @@
 // The table of verbs. A family of verbs is one file with one table; a new family adds a line to kFamilies.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "ArgumentList.h"
 
 #include <memory>
 #include <span>
@@ -14,7 +14,7 @@ class Session;
 class Verb {
   public:
     virtual ~Verb() = default;
-    virtual void add_arguments(CLI::App& command) = 0;
+    virtual void add_arguments(ArgumentList& command) = 0;
     // Prints the result; trouble is thrown as UsageError or Failure.
     virtual void run(Session& session) = 0;
 };

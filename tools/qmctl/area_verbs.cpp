@@ -27,10 +27,9 @@ std::string read_standard_input() {
 
 class Text : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        command.add_option("TEXT", m_text, "The text in UTF-8; - reads it from standard input")
-            ->required()
-            ->type_name("");
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "TEXT", m_text, "", "The text in UTF-8; - reads it from standard input", read_text)
+            .required();
         m_area.add_to(command);
         m_look.add_to(command);
     }
@@ -66,8 +65,8 @@ class Text : public Verb {
 
 class Picture : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "FILE", m_path, "", "A PNG picture", read_png_path)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "FILE", m_path, "", "A PNG picture", read_png_path).required();
         m_area.add_to(command);
     }
 

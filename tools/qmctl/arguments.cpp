@@ -126,6 +126,8 @@ std::string read_font(const std::string& text) {
     return text;
 }
 
+std::string read_text(const std::string& text) { return text; }
+
 std::string read_path(const std::string& text) {
     require_readable_file(text);
     return text;

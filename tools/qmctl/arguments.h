@@ -2,10 +2,9 @@
 // expected instead.
 #pragma once
 
+#include "ArgumentList.h"
 #include "Session.h"
 #include "names.h"
-
-#include <CLI/CLI.hpp>
 
 #include <optional>
 #include <stdexcept>
@@ -36,53 +35,35 @@ struct Rect {
 [[nodiscard]] Rect read_rect(const std::string& text);             // X,Y,W,H
 [[nodiscard]] Ouint32 read_color(const std::string& text);         // a name of the palette or #RRGGBB
 [[nodiscard]] std::string read_font(const std::string& text);      // a family, or a file that can be read
+[[nodiscard]] std::string read_text(const std::string& text);      // any
 [[nodiscard]] std::string read_path(const std::string& text);      // a file that can be read
 [[nodiscard]] std::string read_png_path(const std::string& text);  // one that begins as a PNG does
 
-// Adds an option, or a positional argument when name has no dash. type is what the help shows as its value.
+// Those of ArgumentList::add and add_many, for a reader that gives the value.
 template <class Value, class Reader>
-CLI::Option* add_value(CLI::App& command, const std::string& name, Value& value, const std::string& type,
-                       const std::string& help, Reader reader) {
-    const auto read = [&value, name, reader](const std::string& text) {
-        try {
-            value = reader(text);
-        } catch (const std::invalid_argument& wrong) {
-            throw CLI::ValidationError(name, wrong.what() + (", not '" + text + "'"));
-        }
-    };
-    return command.add_option_function<std::string>(name, read, help)->type_name(type);
+Argument add_value(ArgumentList& arguments, const std::string& name, Value& value, const std::string& type,
+                   const std::string& help, Reader reader) {
+    return arguments.add(name, type, help,
+                         [&value, reader](const std::string& text) { value = reader(text); });
 }
-
-// A positional argument that is given one to most times.
 template <class Value, class Reader>
-CLI::Option* add_values(CLI::App& command, const std::string& name, std::vector<Value>& values, int most,
-                        const std::string& help, Reader reader) {
-    const auto read = [&values, name, reader](const std::vector<std::string>& texts) {
-        for (const std::string& text : texts) {
-            try {
-                values.push_back(reader(text));
-            } catch (const std::invalid_argument& wrong) {
-                throw CLI::ValidationError(name, wrong.what() + (", not '" + text + "'"));
-            }
-        }
-    };
-    return command.add_option_function<std::vector<std::string>>(name, read, help)
-        ->required()
-        ->expected(1, most)
-        ->type_name("");
+Argument add_values(ArgumentList& arguments, const std::string& name, std::vector<Value>& values, int most,
+                    const std::string& help, Reader reader) {
+    const auto append = [&values, reader](const std::string& text) { values.push_back(reader(text)); };
+    return arguments.add_many(name, most, help, append).required();
 }
 
 template <class Value>
-CLI::Option* add_number(CLI::App& command, const std::string& name, Value& value, unsigned min, unsigned max,
-                        const std::string& help) {
-    return add_value(command, name, value, "N", help,
+Argument add_number(ArgumentList& arguments, const std::string& name, Value& value, unsigned min,
+                    unsigned max, const std::string& help) {
+    return add_value(arguments, name, value, "N", help,
                      [min, max](const std::string& text) { return read_number(text, min, max); });
 }
 
 template <class Value>
-CLI::Option* add_word(CLI::App& command, const std::string& name, Value& value, Names names,
-                      const std::string& help) {
-    return add_value(command, name, value, "WORD", help,
+Argument add_word(ArgumentList& arguments, const std::string& name, Value& value, Names names,
+                  const std::string& help) {
+    return add_value(arguments, name, value, "WORD", help,
                      [names](const std::string& text) { return read_word(text, names); });
 }
 

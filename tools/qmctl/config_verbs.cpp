@@ -8,10 +8,10 @@ namespace {
 
 class Push : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_fields, "", "One JSON object with the fields of the configuration",
                   read_configuration)
-            ->required();
+            .required();
     }
     void run(Session& session) override {
         const Ping_data controller = session.ping();

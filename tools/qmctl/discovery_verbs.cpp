@@ -20,7 +20,7 @@ void describe(Result& result, const Ping_data& data) {
 
 class Ping : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         const Ping_data data = session.ping();
         Result result = session.result();
@@ -31,7 +31,7 @@ class Ping : public Verb {
 
 class Find : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         command.add_flag("--network", m_network,
                          "Ask for the network settings of whoever answers the broadcast");
     }

@@ -39,7 +39,7 @@ class Directory {
 
 class List : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_number(command, "--type", m_type, 0, 255,
                    "Kind of files, in the controller's numbers (default 0, programs)");
     }
@@ -76,8 +76,8 @@ std::vector<Ouint8> content_of(const std::string& path) {
 
 class Put : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "FILE", m_path, "", "The file to write", read_path)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "FILE", m_path, "", "The file to write", read_path).required();
         add_value(command, "NAME", m_name, "",
                   "Its name there, 4 characters (default the name of FILE up to its dot)", read_name);
         add_number(command, "--type", m_type, 0, 255,
@@ -122,7 +122,7 @@ class Put : public Verb {
 
 class Remove : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_values(command, "NAME", m_names, kMostNames, "Names of 4 characters", read_name);
     }
     void run(Session& session) override {
@@ -143,7 +143,7 @@ class Remove : public Verb {
 
 class Volume : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         Ouint32 total = 0, available = 0;
         session.command(cmd_ofsGetMemoryVolume, &total, &available);
@@ -156,7 +156,7 @@ class Volume : public Verb {
 
 class Format : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         command.add_flag("--yes", m_yes, "Really erase all files");
     }
     void run(Session& session) override {

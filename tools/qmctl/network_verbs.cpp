@@ -10,7 +10,7 @@ namespace {
 
 class ShowNetwork : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         const Controller& of = session.controller;
         Result result = session.result();
@@ -38,17 +38,16 @@ template <std::size_t size> std::array<char, size> read_field(const std::string&
 
 class SetIp : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "IP", m_ip, "", "New address", read_address)->required();
-        add_value(command, "MASK", m_mask, "", "Subnet mask, such as 255.255.255.0", read_address)
-            ->required();
-        add_value(command, "GATEWAY", m_gateway, "", "Gateway", read_address)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "IP", m_ip, "", "New address", read_address).required();
+        add_value(command, "MASK", m_mask, "", "Subnet mask, such as 255.255.255.0", read_address).required();
+        add_value(command, "GATEWAY", m_gateway, "", "Gateway", read_address).required();
         add_number(command, "--port", m_port, 1, 65535, "TCP port (default 5005)");
         add_number(command, "--mode", m_mode, 0, 255, "IP mode, in the controller's numbers (default 0)");
         add_number(command, "--server-mode", m_server_mode, 0, 255,
                    "Server mode, in the controller's numbers (default 0)");
         add_value(command, "--server", m_server, "IP[:PORT]",
-                  "Server that the controller reports to (default none)", read_controller);
+                  "Server that the controller reports to (default none; port 5005)", read_controller);
         add_number(command, "--heartbeat", m_heartbeat, 0, 32767,
                    "Between two reports, in the controller's units (default 0)");
         add_value(command, "--password", m_password, "TEXT", "For the server, up to 8 bytes", read_field<8>);
@@ -84,12 +83,12 @@ struct Mac {
 
 class SetMac : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "MAC", m_mac, "", "Address in hex, such as 00:1a:2b:3c:4d:5e or 00-1A-2B-3C-4D-5E",
                   [](const std::string& text) {
                       return Mac{read_mac(text), text};
                   })
-            ->required();
+            .required();
     }
     void run(Session& session) override {
         session.broadcast = true;
@@ -105,18 +104,19 @@ class SetMac : public Verb {
 
 class Wifi : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        auto* ssid =
+    void add_arguments(ArgumentList& command) override {
+        auto ssid =
             add_value(command, "SSID", m_ssid, "", "Name of the network, 1 to 32 bytes, no comma", read_ssid);
-        auto* key = add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
-        ssid->needs(key);
+        const auto key =
+            add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
+        ssid.needs(key);
     }
     void run(Session& session) override {
         session.broadcast = true;
         if (m_ssid.empty())
             show();
         else
-            require_answer(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
+            require_accepted(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
         Result result;
         result.add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
         session.print(result);
@@ -125,14 +125,22 @@ class Wifi : public Verb {
   private:
     static constexpr int kShortAnswer = 2;
 
+    static void require_accepted(int status) {
+        if (status == QM_FAILED)
+            throw Failure(status,
+                          "no Wi-Fi module answered, or it refused a setting; the settings before that "
+                          "one are kept");
+        Session::require(status);
+    }
+
     void show() {
         unsigned char ssid[513]{}, key[513]{}; // an answer has at most 511 bytes
         const int status = cmd_AT_getWifiSsidPwd(reinterpret_cast<char*>(ssid), reinterpret_cast<char*>(key));
         if (status == kShortAnswer)
             throw Failure(status, "the Wi-Fi module's answer is too short to hold its settings");
         require_answer(status);
-        m_ssid = printable(octets(ssid));
-        m_key = printable(octets(key));
+        m_ssid = reinterpret_cast<const char*>(ssid);
+        m_key = reinterpret_cast<const char*>(key);
     }
 
     std::string m_ssid, m_key;
@@ -142,15 +150,17 @@ constexpr VerbEntry kVerbs[] = {
     {"network show", "Show a generation-6 controller's addresses and what it says of its screen",
      "Example:\n  qmctl -c 192.168.0.199 network show", make_verb<ShowNetwork>},
     {"network set-ip", "Set a controller's addresses",
-     "Goes by broadcast to whichever controller answers first; -c is not used. What is not given is set\n"
-     "to its default.\n\nExample:\n  qmctl network set-ip 192.168.0.50 255.255.255.0 192.168.0.1",
+     "Goes by broadcast to every controller that it reaches; -c is not used. Connect the one that is meant\n"
+     "alone. What is not given is set to its default.\n\nExample:\n  qmctl network set-ip 192.168.0.50 "
+     "255.255.255.0 192.168.0.1",
      make_verb<SetIp>},
     {"network set-mac", "Set a controller's MAC address",
-     "Goes by broadcast to whichever controller answers first; -c is not used.\n\n"
+     "Goes by broadcast to every controller that it reaches; -c is not used. Connect the one that is meant\n"
+     "alone.\n\n"
      "Example:\n  qmctl network set-mac 00:1a:2b:3c:4d:5e",
      make_verb<SetMac>},
     {"network wifi", "Show or set the network that a controller's Wi-Fi module opens",
-     "Goes by broadcast to whichever module answers first; -c is not used. Setting it restarts the module,\n"
+     "Goes by broadcast to every module that it reaches; -c is not used. Setting it restarts the module,\n"
      "whose controller is then reached at 192.168.100.1.\n\n"
      "Examples:\n  qmctl network wifi\n  qmctl network wifi Signpost 'correct horse'",
      make_verb<Wifi>}};

@@ -11,7 +11,7 @@ constexpr int kMostPeriods = 255;
 
 template <unsigned on> class Switch : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         session.command(cmd_coerceOnOff, on);
         Result result = session.result();
@@ -27,7 +27,7 @@ struct Period {
 
 class Timer : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_values(command, "HH:MM-HH:MM", m_periods, kMostPeriods,
                    "When the screen is on; up to 255 of them", [](const std::string& text) {
                        return Period{read_on_off_time(text), text};
@@ -54,7 +54,7 @@ class Timer : public Verb {
 
 class CancelTimer : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         session.command(cmd_cancelTimingOnOff);
         Result result = session.result();
@@ -65,14 +65,14 @@ class CancelTimer : public Verb {
 
 class SetBrightness : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        auto* level = add_number(command, "N", m_level, 0, 255, "Brightness of the whole day, 0 to 255");
-        level->type_name("");
+    void add_arguments(ArgumentList& command) override {
+        const auto level = add_value(command, "N", m_level, "", "Brightness of the whole day, 0 to 255",
+                                     [](const std::string& text) { return read_number(text, 0, 255); });
         add_value(
             command, "--table", m_levels, "FILE",
             "File of 48 numbers, one for each half hour from midnight on,\nseparated by spaces or line ends",
             read_levels)
-            ->excludes(level);
+            .excludes(level);
     }
     void run(Session& session) override {
         if (!m_level && !m_levels)

@@ -16,8 +16,8 @@ using Json = nlohmann::ordered_json;
 // What the three verbs begin with.
 class ProgramVerb : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "FILE.json", m_path, "", "The description of the program", read_path)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "FILE.json", m_path, "", "The description of the program", read_path).required();
         m_options.add_to(command);
     }
 
@@ -74,10 +74,10 @@ std::string_view text_of(const std::vector<Ouint8>& bytes) {
 
 class Build : public ProgramVerb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         ProgramVerb::add_arguments(command);
-        command.add_option("-o,--output", m_folder, "Folder for the files (default the current one)")
-            ->type_name("DIR");
+        add_value(command, "-o,--output", m_folder, "DIR", "Folder for the files (default the current one)",
+                  read_text);
     }
 
   protected:
@@ -98,10 +98,10 @@ class Build : public ProgramVerb {
 
 class Preview : public ProgramVerb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         ProgramVerb::add_arguments(command);
-        command.add_option("-o,--output", m_folder, "Folder for the pictures (default the current one)")
-            ->type_name("DIR");
+        add_value(command, "-o,--output", m_folder, "DIR",
+                  "Folder for the pictures (default the current one)", read_text);
     }
 
   protected:

@@ -11,7 +11,7 @@ constexpr Name kLockWords[] = {{"unlocked", kUnlock}, {"locked", kLock}};
 // Whether it is to outlive a power failure.
 class Keep {
   public:
-    void add_to(CLI::App& command) {
+    void add_to(ArgumentList& command) {
         command.add_flag("--keep", m_keep, "Also after a power failure (nonvolatile)");
     }
     [[nodiscard]] bool given() const { return m_keep; }
@@ -25,7 +25,7 @@ class Keep {
 
 template <unsigned lock> class LockScreen : public Verb {
   public:
-    void add_arguments(CLI::App& command) override { m_keep.add_to(command); }
+    void add_arguments(ArgumentList& command) override { m_keep.add_to(command); }
     void run(Session& session) override {
         session.command(cmd_screenLock, m_keep.given(), lock);
         Result result = session.result();
@@ -40,8 +40,8 @@ template <unsigned lock> class LockScreen : public Verb {
 
 template <unsigned lock> class LockProgram : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "NAME", m_name, "", "Program, by its name of 4 characters", read_name)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "NAME", m_name, "", "Program, by its name of 4 characters", read_name).required();
         m_keep.add_to(command);
         if (lock == kLock)
             add_number(command, "--for", m_duration, 0, 0xFFFFFFFF,
@@ -65,11 +65,11 @@ template <unsigned lock> class LockProgram : public Verb {
 
 class SetPassword : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "OLD", m_old, "", "The present password, or any 6 characters when none is set",
                   read_password)
-            ->required();
-        add_value(command, "NEW", m_new, "", "The new one, 6 characters", read_password)->required();
+            .required();
+        add_value(command, "NEW", m_new, "", "The new one, 6 characters", read_password).required();
     }
     void run(Session& session) override {
         session.command(cmd_setPassword, m_old.c_str(), m_new.c_str());
@@ -84,9 +84,9 @@ class SetPassword : public Verb {
 
 class DeletePassword : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "PASSWORD", m_password, "", "The present password, 6 characters", read_password)
-            ->required();
+            .required();
     }
     void run(Session& session) override {
         session.command(cmd_deletePassword, m_password.c_str());
@@ -101,10 +101,10 @@ class DeletePassword : public Verb {
 
 class ActivateFirmware : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "NAME", m_name, "", "File of the controller's, by its name of 4 characters",
                   read_name)
-            ->required();
+            .required();
     }
     void run(Session& session) override {
         session.command(cmd_firmwareActivate, m_name.c_str());
@@ -119,7 +119,7 @@ class ActivateFirmware : public Verb {
 
 class Reset : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         session.command(cmd_sysReset);
         Result result = session.result();
@@ -136,12 +136,12 @@ struct Setting {
 
 template <const Setting& setting> class SetNumber : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_value(command, "N", m_value, "", setting.help, [](const std::string& text) {
             return setting.min < 0
                        ? read_signed(text)
                        : static_cast<int>(read_number(text, 0, static_cast<unsigned>(setting.max)));
-        })->required();
+        }).required();
     }
     void run(Session& session) override {
         setting.send(session, m_value);

@@ -54,7 +54,7 @@ void add_sensors(Result& result, const ControllerStatus_G56& status) {
 
 class Status : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         ControllerStatus_G56 status{};
         session.command(cmd_check_controllerStatus, &status);
@@ -71,7 +71,7 @@ class Status : public Verb {
 
 class ShowClock : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         ControllerStatus_G56 status{};
         session.command(cmd_check_controllerStatus, &status);
@@ -91,7 +91,7 @@ class SetClock : public ShowClock {
 
 class Battle : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_number(command, "--mode", m_mode, 0, 255,
                    "What is asked for, in the controller's numbers (default 0)");
     }
@@ -116,7 +116,7 @@ class Battle : public Verb {
 
 class Identity : public Verb {
   public:
-    void add_arguments(CLI::App&) override {}
+    void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
         unsigned char id[8]{};
         const int status = cmd_readControllerID(session.controller.ip.c_str(), session.controller.port, id);
