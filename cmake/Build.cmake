@@ -21,6 +21,8 @@ find_library(UNIBREAK_LIBRARY unibreak REQUIRED)
 add_library(qm_build_flags INTERFACE)
 target_compile_options(qm_build_flags INTERFACE
   -Wall -Wextra -Wpedantic $<$<COMPILE_LANGUAGE:CXX>:-Wconversion -Wshadow>
+  # Before 13 it raises false alarms on text + std::string.
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   $<$<BOOL:${QM_WERROR}>:-Werror>)
 if(QM_SANITIZE)
   target_compile_options(qm_build_flags INTERFACE

@@ -143,7 +143,7 @@ class Reader {
         if (one) area.text = one->text();
         if (several)
             for (const Field& line : several->list(1, kWord))
-                area.text += (area.text.empty() ? "" : "\n") + line.text();
+                area.text.append(area.text.empty() ? "" : "\n").append(line.text());
         if (area.text.size() > kLongestText) (one ? one : several)->refuse("has more than 65535 bytes");
     }
 
