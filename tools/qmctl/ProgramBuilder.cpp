@@ -71,7 +71,8 @@ std::vector<std::string> rendered_pages(Ouint16 area, const std::string& where) 
     getPageData page{};
     for (Oint32 number = 0; number == 0 || number < page.allPageNub; ++number) {
         require(program_pictureAreaGetOnePage(area, number, &page), where);
-        pages.emplace_back(reinterpret_cast<const char*>(page.fileAddre), page.pageLen);
+        pages.push_back(
+            std::string(reinterpret_cast<const char*>(page.fileAddre), std::size_t{page.pageLen}));
     }
     return pages;
 }

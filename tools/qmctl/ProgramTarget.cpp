@@ -1,11 +1,25 @@
 #include "ProgramTarget.h"
 
 #include "JsonReader.h"
+#include "record_text.h"
 
 namespace qm::ctl {
 namespace {
 
-constexpr unsigned kUsualG5 = 0x0051, kUsualG6 = 0x0262; // controller types
+constexpr unsigned kUsualG5 = 0x0051, kUsualG6 = 0x0262, kUsualFullColor = 0x0166; // controller types
+
+// Whether its pixels are full-colour ones: then they are nothing else.
+bool has_full_color(unsigned type) {
+    const unsigned series = type & 0xFFU, variant = type >> 8U;
+    return series == 0x66 && (variant <= 7 || variant == 0x81);
+}
+
+void require_color(Ouint16 type, unsigned color) {
+    const bool full = color == SCREEN_COLOR_FULLCOLOR;
+    if (full != has_full_color(type))
+        throw UsageError("screen.color: a controller of type " + hex(unsigned{type}, 4) +
+                         (full ? " has no full colour" : " has full colour only"));
+}
 
 std::optional<unsigned> known_generation(std::optional<unsigned> type) {
     const unsigned generation = type ? generation_of(static_cast<Ouint16>(*type)) : 0;
@@ -71,7 +85,7 @@ void leave_out(Value& value, const std::string& field, std::vector<std::string>&
 
 } // namespace
 
-void ProgramTargetOptions::add_to(CLI::App& command) {
+void ProgramTargetOptions::add_to(ArgumentList& command) {
     add_number(command, "--generation", m_generation, 5, 6,
                "Generation of the controller, 5 or 6 (default as the description says)");
     add_value(command, "--type", m_type, "TYPE", "Type of the controller, such as 0x0262 (likewise)",
@@ -112,11 +126,13 @@ ProgramTarget ProgramTargetOptions::target(const Session& session, const Program
     if (theirs && *theirs != target.generation) found.type.reset();
     const ScreenDescription& first = sending ? found : described;
     const ScreenDescription& second = sending ? described : found;
-    const unsigned usual = target.generation == 5 ? kUsualG5 : kUsualG6;
-    const auto type = first_of(m_type, first_of(first.type, second.type));
-    target.type = static_cast<Ouint16>(type.value_or(usual));
     target.color = static_cast<E_ScreenColor_G56>(
         require(first_of(m_color, first_of(first.color, second.color)), "screen.color"));
+    const bool full = target.color == SCREEN_COLOR_FULLCOLOR;
+    const unsigned usual = target.generation == 5 ? kUsualG5 : full ? kUsualFullColor : kUsualG6;
+    const auto type = first_of(m_type, first_of(first.type, second.type));
+    target.type = static_cast<Ouint16>(type.value_or(usual));
+    require_color(target.type, target.color);
     target.size = require(first_of(first.size, second.size), "screen.size");
     target.wiring = static_cast<E_DoubleColorPixel_G56>(described.wiring);
     return target;
