@@ -1,5 +1,7 @@
 #include "compare.h"
 
+#include "heap.h"
+
 #include <benchmark/benchmark.h>
 
 #include <random>
@@ -39,6 +41,20 @@ void compare_speed(const std::string& work, std::size_t bytes, const Run& ours,
 void compare_time(const std::string& work, const Run& ours, const std::vector<Peer>& peers) {
     compare(work, 0, ours, peers,
             [](auto* b) { b->UseRealTime()->Iterations(1)->Repetitions(61)->Unit(benchmark::kMillisecond); });
+}
+
+void compare_memory(const std::string& work, const Run& ours, const std::string& peer, std::size_t bytes) {
+    const auto measure = [](const std::string& name, const std::function<std::size_t()>& size) {
+        const auto counted = [size](benchmark::State& state) {
+            for (auto _ : state) state.counters["bytes"] = static_cast<double>(size());
+        };
+        benchmark::RegisterBenchmark(name.c_str(), counted)
+            ->Iterations(1)
+            ->Repetitions(3)
+            ->ReportAggregatesOnly();
+    };
+    measure(work + "/ours", [ours] { return heap_peak(ours); });
+    measure(work + "/" + peer, [bytes] { return bytes; });
 }
 
 void require(bool right, const std::string& what) {

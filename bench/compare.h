@@ -25,6 +25,9 @@ void compare_speed(const std::string& work, std::size_t bytes, const Run& ours,
 // Work that mostly waits, in real time: each run is timed by itself.
 void compare_time(const std::string& work, const Run& ours, const std::vector<Peer>& peers);
 
+// The most memory that a run holds at once, beside a number of bytes that it cannot do without.
+void compare_memory(const std::string& work, const Run& ours, const std::string& peer, std::size_t bytes);
+
 // Ends the program: the time of a wrong answer is worth nothing.
 void require(bool right, const std::string& what);
 

@@ -93,11 +93,17 @@ void compare_assembly() {
         return [program] { program->SendProgram(); };
     };
     const std::size_t page = pixel_data_size(0, kWidth, kHeight, screen_settings().layout());
-    const auto small = assemble(10);
+    const auto many = [&assemble](std::size_t programs, std::size_t pages) {
+        return [program = assemble(pages), programs] {
+            for (std::size_t i = 0; i < programs; ++i) program();
+        };
+    };
     compare_speed("assemble a program of 1,000 pages", 1000 * page, assemble(1000),
-                  {{"100 programs of 10 pages", [small] {
-                        for (int i = 0; i < 100; ++i) small();
-                    }}});
+                  {{"100 programs of 10 pages", many(100, 10)}, {"1,000 programs of 1 page", many(1000, 1)}});
+    for (const auto& [pages, name] :
+         {std::pair{1UL, "1 page"}, {10UL, "10 pages"}, {100UL, "100 pages"}, {1000UL, "1,000 pages"}})
+        compare_memory(std::string("memory to assemble ").append(name), assemble(pages), "their pixels",
+                       pages * page);
 }
 
 } // namespace

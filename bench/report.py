@@ -16,8 +16,10 @@ def medians(benchmarks):
     return works
 
 
-def nanoseconds(entry):
-    """Processor time where there is a speed, so that other load counts less; else real time."""
+def cost(entry):
+    """Bytes of memory; processor time where there is a speed, so that other load counts less; else real time."""
+    if "bytes" in entry:
+        return entry["bytes"]
     time = entry["cpu_time" if "bytes_per_second" in entry else "real_time"]
     return time * NANOSECONDS[entry["time_unit"]]
 
@@ -25,7 +27,9 @@ def nanoseconds(entry):
 def shown(entry):
     if "bytes_per_second" in entry:
         return f"{entry['bytes_per_second'] / 1e9:.3g} GB/s"
-    return f"{nanoseconds(entry) / 1e6:.2f} ms"
+    if "bytes" in entry:
+        return f"{entry['bytes'] / 1e6:.3g} MB"
+    return f"{cost(entry) / 1e6:.2f} ms"
 
 
 def rows(works):
@@ -34,7 +38,7 @@ def rows(works):
         if ours is None:  # filtered out
             continue
         for name, peer in contenders.items():
-            ratio = nanoseconds(peer) / nanoseconds(ours)
+            ratio = cost(peer) / cost(ours)
             yield work, shown(ours), f"{name}: {shown(peer)}", f"{ratio:.3g}"
 
 
@@ -49,7 +53,7 @@ def main():
     for row in table:
         print("| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |")
     machine = results["context"]
-    print(f"\nMedians; ratio: speed of ours / speed of the peer. {machine['num_cpus']} CPUs at", end=" ")
+    print(f"\nMedians; ratio: cost of the peer / cost of ours. {machine['num_cpus']} CPUs at", end=" ")
     print(f"{machine['mhz_per_cpu']} MHz, load at the start {machine['load_avg'][0]:.2f}.")
 
 
