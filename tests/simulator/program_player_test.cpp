@@ -19,6 +19,7 @@ Page page(const char* pixels, std::uint16_t stay, std::uint8_t mode = 1, std::ui
     page.pixels = hex(pixels);
     page.stay_time = stay;
     page.display_mode = mode;
+    page.speed = 9; // a pixel every 10 ms
     page.valid_len = valid;
     return page;
 }
@@ -69,7 +70,7 @@ TEST(ProgramPlayer, NeedsNoRedrawForASinglePage) {
 // The strip is R.......RR. : a whole page and 3 columns, for the rest of the last page counts no more.
 TEST(ProgramPlayer, RunsTextToTheLeft) {
     std::vector<Page> pages{page("7F", 0, 4), page("20", 0, 4, 3)};
-    for (Page& each : pages) each.speed = 1;
+    for (Page& each : pages) each.speed = 19;
     const Player player(program_of(pages));
     const std::pair<int, const char*> steps[] = {
         {0, "........"},  {1, ".......R"},  {8, "R......."},  {9, ".......R"},  {10, "......RR"},

@@ -5,7 +5,7 @@
 namespace qm::sim {
 namespace {
 
-constexpr Time kUnit{10};
+constexpr Time kStayUnit{10}, kStepUnit{1};
 
 int at_least_once(int times) { return std::max(1, times); }
 
@@ -22,7 +22,7 @@ Timeline::Timeline(const ProgramArea& area, PixelFormat format) : m_area(area), 
 std::size_t Timeline::add_page(std::size_t index) {
     const Page& page = m_area.pages[index];
     m_acts.push_back({m_end, index, std::nullopt, Time{0}});
-    m_end += kUnit * at_least_once(page.stay_time) * at_least_once(page.repeat_time);
+    m_end += kStayUnit * at_least_once(page.stay_time) * at_least_once(page.repeat_time);
     return index + 1;
 }
 
@@ -31,7 +31,7 @@ std::size_t Timeline::add_running(std::size_t index, Running direction) {
     const auto last = std::find_if(first, m_area.pages.end(), [direction](const Page& page) {
         return running_of(page.display_mode) != direction;
     });
-    const Time step = kUnit * (first->speed + 1);
+    const Time step = kStepUnit * (first->speed + 1);
     RunningText text(m_format, m_area.inside(), {first, last}, direction);
     const Time whole = step * std::max<std::int64_t>(1, text.way()) * at_least_once(first->repeat_time);
     m_acts.push_back({m_end, index, std::move(text), step});

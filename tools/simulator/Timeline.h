@@ -10,10 +10,9 @@
 
 namespace qm::sim {
 
-// Speed and Time are in units of 10 ms. A page appears at once, whatever its effect, and stays StayTime units
-// (at least one), RepeatTime times over (at least once). Pages that follow one another in the same running
-// direction are one strip, which moves a pixel every Speed + 1 units and runs through as often as the
-// RepeatTime of its first page says.
+// A page appears at once, whatever its effect, and stays StayTime times 10 ms (at least 10 ms), RepeatTime
+// times over (at least once). Pages that follow one another in the same running direction are one strip, which
+// moves a pixel every Speed + 1 milliseconds and runs through as often as the RepeatTime of its first page says.
 class Timeline {
   public:
     // The area outlives it.
