@@ -120,11 +120,16 @@ void wifi_setup(const char* file) {
     const auto wifi = state_in(file).at("wifi");
     expect("ssid", wifi.at("ssid"), "lobby");
     expect("password", wifi.at("password"), "secret99");
+    expect("address", wifi.at("address"), "192.168.100.1");
+    expect("socket", wifi.at("socket"), "TCPS,0.0.0.0,0,5005");
+    expect("mode", wifi.at("mode"), "2");
     expect("restarts", wifi.at("restarts"), 1);
     char ssid[512] = {}, password[512] = {};
     expect("cmd_AT_getWifiSsidPwd", cmd_AT_getWifiSsidPwd(ssid, password), 0);
     expect("ssid read back", std::string(ssid), "lobby");
     expect("password read back", std::string(password), "secret99");
+    expect("a name that the module refuses", cmd_AT_setWifiSsidPwd("lob,by", "secret99"), -1);
+    expect("restarts", state_in(file).at("wifi").at("restarts"), 1);
 }
 
 void wifi_absent(const char*) {

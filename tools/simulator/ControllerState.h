@@ -66,8 +66,9 @@ struct Network {
 
 // What the Wi-Fi module was told.
 struct WifiSetting {
-    std::string ssid = "qm_simulator", password = "12345678", address = "192.168.100.1";
-    std::string socket = "TCPS,0.0.0.0,0,5005", mode = "2";
+    // As such modules leave the factory: not yet as the library sets them.
+    std::string ssid = "qm_simulator", password = "12345678", address = "10.10.100.254";
+    std::string socket = "UDPC,10.10.100.1,8899,0", mode = "1";
     std::uint32_t restarts = 0;
     bool operator==(const WifiSetting&) const = default;
 };

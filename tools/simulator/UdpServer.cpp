@@ -12,11 +12,17 @@ void UdpServer::receive() {
                                 [this](std::error_code error, std::size_t length) {
                                     if (error == asio::error::operation_aborted) return;
                                     // Any other error speaks of an answer that found nobody.
-                                    if (!error)
-                                        for (Datagram& datagram : m_handler(Bytes(m_buffer).first(length)))
-                                            answer(std::move(datagram));
+                                    if (!error) answer_all(Bytes(m_buffer).first(length));
                                     receive();
                                 });
+}
+
+// A question that is too much for the memory stays without an answer.
+void UdpServer::answer_all(Bytes input) {
+    try {
+        for (Datagram& datagram : m_handler(input)) answer(std::move(datagram));
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 void UdpServer::answer(Datagram datagram) {

@@ -10,7 +10,7 @@
 
 namespace qm::sim {
 
-constexpr std::size_t kLongestBorder = 65536; // bytes; a pattern is smaller than its screen by far
+constexpr std::size_t kLongestBorder = 3 * 255 * 255; // bytes; no pattern is longer
 
 // The complaint of the attempt that came farthest; its words are made at the end, for most attempts fail.
 struct Refusal {
