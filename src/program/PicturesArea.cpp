@@ -4,6 +4,7 @@
 #include "support/message.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace qm {
 namespace {
@@ -45,37 +46,34 @@ cairo_status_t append_png(void* png, const unsigned char* data, unsigned length)
 
 void PicturesArea::AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                               const qm_G5_page_header& header) {
-    _fontStyle = repair_utf8(fontName); // cairo takes no other
-    _fontPathName.clear();
-    set_text(str, fontData, header);
+    set_text(str, {repair_utf8(fontName), {}}, fontData, header); // cairo takes no other
 }
 
 void PicturesArea::fontPathToAreaAddTxt(const char* str, const char* fontPathName,
                                         const qm_G5_G6_fontData& fontData, const qm_G5_page_header& header) {
-    _fontStyle.clear();
-    _fontPathName = fontPathName;
-    set_text(str, fontData, header);
+    set_text(str, {{}, fontPathName}, fontData, header);
 }
 
 void PicturesArea::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,
                                  const qm_G5_page_header& header) {
-    set_text(str, fontData, header);
+    set_text(str, {_fontStyle, _fontPathName}, fontData, header);
 }
 
-void PicturesArea::set_text(const char* str, const qm_G5_G6_fontData& fontData,
-                            const qm_G5_page_header& header) {
-    areaStr = str;
-    m_pfontData = fontData;
-    m_pHeader = header;
-    try {
-        Reload();
-    } catch (...) {
-        areaStr.clear(); // a text that cannot be laid out is not tried again
-        throw;
-    }
+void PicturesArea::set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData,
+                            qm_G5_page_header header) {
+    const auto exchange = [&] {
+        areaStr.swap(text);
+        _fontStyle.swap(font.family);
+        _fontPathName.swap(font.path);
+        std::swap(m_pfontData, fontData);
+        std::swap(m_pHeader, header);
+    };
+    exchange();
+    reload_or(exchange);
 }
 
 void PicturesArea::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G5_page_header& header) {
+    if (page_count() >= kMostPages) throw std::length_error("too many pages");
     set_drawing_rectangle();
     m_pictures.push_back({picID, picPath, header});
 }
@@ -85,13 +83,24 @@ void PicturesArea::AreaAddFrame(const _QM_5J_AREAFRAME& header, const char* picP
     areaFrame = HVframe::load(picPath);
     if (!areaFrame) return;
     m_afHeader = header;
-    Reload();
+    reload_or([&] { areaFrame.reset(); });
 }
 
 void PicturesArea::AreaRemoveFrame() {
     if (!areaFrame) return;
-    areaFrame.reset();
-    Reload();
+    std::optional<HVframe> removed;
+    areaFrame.swap(removed);
+    reload_or([&] { areaFrame.swap(removed); });
+}
+
+void PicturesArea::reload_or(const std::function<void()>& undo) {
+    try {
+        Reload();
+    } catch (...) {
+        undo();
+        Reload();
+        throw;
+    }
 }
 
 void PicturesArea::set_drawing_rectangle() {
@@ -120,6 +129,7 @@ void PicturesArea::Reload() {
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
                      {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode)});
     endPageLen = m_text.endPageLen;
+    if (page_count() > kMostPages) throw std::length_error("too many pages");
 }
 
 bool PicturesArea::PreparePageData() {

@@ -5,6 +5,8 @@
 #include "program/HVframe.h"
 #include "program/TextLayout.h"
 
+#include <functional>
+
 namespace qm {
 
 // The page header of generation 5; its four reserved bytes are zero. 13 bytes.
@@ -95,7 +97,14 @@ class PicturesArea : public HVarea {
     std::vector<std::size_t> m_shownPictures; // which of them have a page
 
   private:
-    void set_text(const char* str, const qm_G5_G6_fontData& fontData, const qm_G5_page_header& header);
+    struct FontNames {
+        std::string family, path;
+    };
+    static constexpr std::size_t kMostPages = 0xFFFF; // that their number can say
+
+    void set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData, qm_G5_page_header header);
+    // When the text cannot be laid out, for it has too many pages, the area is as it was before the change.
+    void reload_or(const std::function<void()>& undo);
     // Adds a page of what is drawn.
     void add_page(Canvas32& canvas) { pixelDataList.push_back(convert_canvas(canvas, m_AreaLeft)); }
     // Adds a page for every picture that can be read.

@@ -32,26 +32,26 @@ void qm_G6_page_header::append(ByteWriter& out) const {
 
 void PicturesArea_g6::AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                                  const qm_G6_page_header& header) {
-    m_6pHeader = header;
     PicturesArea::AreaAddTxt(str, fontName, fontData, header);
+    m_6pHeader = header;
 }
 
 void PicturesArea_g6::fontPathToAreaAddTxt(const char* str, const char* fontPathName,
                                            const qm_G5_G6_fontData& fontData,
                                            const qm_G6_page_header& header) {
-    m_6pHeader = header;
     PicturesArea::fontPathToAreaAddTxt(str, fontPathName, fontData, header);
+    m_6pHeader = header;
 }
 
 void PicturesArea_g6::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,
                                     const qm_G6_page_header& header) {
-    m_6pHeader = header;
     PicturesArea::AreaChangeTxt(str, fontData, header);
+    m_6pHeader = header;
 }
 
 void PicturesArea_g6::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header) {
-    m_pageHeaderList_G6.push_back(header);
     PicturesArea::AreaAddPic(picID, picPath, header);
+    m_pageHeaderList_G6.push_back(header);
 }
 
 bool PicturesArea_g6::AreaChangePic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace qm {
@@ -25,7 +26,8 @@ std::unique_ptr<HVarea> make_area(Ouint8 type) {
 void write_debugging_copy(const Frame& file) {
     const Descriptor copy(
         ::open("dataFantx.bin", O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644));
-    if (!copy) return;
+    struct stat status {};
+    if (!copy || ::fstat(copy.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
     for (std::size_t written = 0; written < file.size();) {
         const auto n = ::write(copy.get(), file.data() + written, file.size() - written);
         if (n <= 0) return;
@@ -128,8 +130,15 @@ bool ProgramObj::MoveArea(Ouint16 areaID, const qm_G5_area_header& rectangle) {
     if (!area) return false;
     qm_G5_area_header header = rectangle;
     header.AreaType = area->_areaType;
+    const qm_G5_area_header before = area->m_aHeader;
     area->setGeometry(header);
-    area->MoveArea();
+    try {
+        area->MoveArea();
+    } catch (...) { // the text has too many pages there
+        area->setGeometry(before);
+        area->MoveArea();
+        throw;
+    }
     return true;
 }
 

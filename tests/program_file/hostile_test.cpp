@@ -53,6 +53,31 @@ TEST_F(Program, RefusesTextsOfMorePagesThanAFileCounts) {
     EXPECT_EQ(program_picturesAreaAddTxt(0, "x", kFont, &page), 0) << "the area is as good as before";
 }
 
+TEST_F(Program, IsAsItWasAfterARefusedChange) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
+    const HVpageHeader page = page_header(1, SINGLELINE), other = page_header(4, SINGLELINE);
+    const std::string text(40000, 'W');
+    program_AddArea(0, &area);
+    ASSERT_EQ(program_picturesAreaAddTxt(0, text.c_str(), kFont, &page), 0);
+    const File before = integrate_g5();
+    EXPECT_EQ(program_MoveArea(0, 3, 4, 1, 16), -1);
+    EXPECT_EQ(integrate_g5().bytes, before.bytes);
+    const std::string longer = text + text + text + text;
+    HVpageHeader wide = other;
+    wide.txtSpace = 65535;
+    EXPECT_EQ(program_picturesAreaChangeTxt(0, longer.c_str(), &wide), -1);
+    EXPECT_EQ(integrate_g5().bytes, before.bytes);
+}
+
+TEST_F(Program, CountsNoMorePicturesThanItsFieldHolds) {
+    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 8, 8);
+    const HVpageHeader page = page_header();
+    program_AddArea(0, &area);
+    for (int i = 0; i < 65535; ++i) ASSERT_EQ(program_pictureAreaAddPic(0, 0, &page, "none.png"), 0);
+    EXPECT_EQ(program_pictureAreaAddPic(0, 0, &page, "none.png"), -1);
+    EXPECT_EQ(program_picturesAreaAddTxt(0, "x", kFont, &page), -1);
+}
+
 TEST_F(Program, OpensOrdinaryFilesOnly) {
     ASSERT_EQ(mkfifo("pipe.png", 0600), 0);
     ASSERT_EQ(mkfifo("pipe.ttf", 0600), 0);

@@ -143,5 +143,40 @@ TEST_F(Program, LaysAMovedAreaOutAnew) {
     EXPECT_EQ(program_MoveArea(4, 0, 0, 65536, 1), -1);
 }
 
+TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
+    const auto rectangle = [](const ParsedArea& a) { return std::tuple{a.x, a.y, a.width, a.height}; };
+    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 32, 16);
+    const HVareaHeader_G6 back = area_header_g6(eGlobalBackGroundArea, 0, 0, 64, 32);
+    for (const Ouint16 id : {1, 2, 3}) program_addArea_G6(id, &area);
+    program_addArea_G6(9, &back);
+    EXPECT_EQ(program_MoveArea_G6(2, 8, 4, 16, 8), 0);
+    EXPECT_EQ(program_deleteArea_G6(1), 0);
+    ParsedProgram program = parsed_g6();
+    EXPECT_EQ(program.areaCount, 3);
+    ASSERT_EQ(program.areas.size(), 3U);
+    EXPECT_EQ(rectangle(program.areas[0]), std::tuple(8, 4, 16, 8));
+    EXPECT_EQ(program.areas[0].type, ePicturesArea) << "a move keeps the type";
+    EXPECT_EQ(rectangle(program.areas[1]), std::tuple(0, 0, 32, 16));
+    program_deleteArea_G6(9);
+    EXPECT_TRUE(parsed_g6().background) << "once there was one";
+    EXPECT_EQ(program_deleteArea_G6(65535), 0);
+    program = parsed_g6();
+    EXPECT_EQ(program.areaCount, 0);
+    EXPECT_TRUE(program.areas.empty());
+}
+
+TEST_F(Program, OfGeneration6GetsItsPriorityFromPlayPeriods) {
+    HVprogramHeader_G6 header = program_header_g6(1);
+    header.ProgramPriority = 7;
+    program_addProgram_G6(&header);
+    HVprogramppGrp_G56 periods{};
+    periods.playTimeGrpNum = 1;
+    program_addPlayPeriodGrp_G6(&periods);
+    EXPECT_EQ(int{integrate_g6().bytes[6]}, 1);
+    periods.playTimeGrpNum = 0;
+    program_addPlayPeriodGrp_G6(&periods);
+    EXPECT_EQ(int{integrate_g6().bytes[6]}, 0);
+}
+
 } // namespace
 } // namespace qm::test
