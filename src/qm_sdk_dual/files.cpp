@@ -24,7 +24,8 @@ template <class Route> int memory_volume(const Route& route, Ouint32* total, Oui
 template <class Route>
 int write_file(const Route& route, int (ON_command::*command)(const FileToWrite&), const char* name,
                Ouint8 type, Ouint32 length, Ouint8 overwrite, const Ouint8* data) {
-    if (!name || (!data && length != 0) || !ON_command::can_send_blocks()) return QM_FAILED;
+    const bool sized = command != &ON_command::hv_cmd_ofs_writeFile || ON_command::can_send_blocks();
+    if (!name || (!data && length != 0) || !sized) return QM_FAILED;
     const FileToWrite file{name, type, overwrite, {data, length}};
     return run(route, [&](ON_command& c) { return (c.*command)(file); });
 }
@@ -49,10 +50,12 @@ int read_block(const Route& route, int (ON_command::*command)(const char*), cons
 
 template <class Route> int read_directory(const Route& route, GetDirBlock_G56* listing) {
     if (!route.named() || !listing) return QM_FAILED;
-    // A caller that releases the listing of a failed call must find nothing to release.
-    listing->fileNumber = 0;
-    listing->dataAddre = nullptr;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(*listing); });
+    return run(route, [=](ON_command& c) {
+        // A caller that releases the listing of a failed command must find nothing to release.
+        listing->fileNumber = 0;
+        listing->dataAddre = nullptr;
+        return c.hv_cmd_ofs_reedDirBlock(*listing);
+    });
 }
 
 template <class Route>

@@ -151,6 +151,9 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
     char name[] = "P001";
     GetDirBlock_G56 dir{};
     ConfigFile config{};
+    Ping_data ping{};
+    NetSearchCmdRet net{};
+    NetSearchCmdRet_Web web{};
     const int results[] = {cmd_sysReset(nullptr, port),
                            cmd_timingOnOff(kHost, port, 1, nullptr),
                            cmd_setBrightness(kHost, port, nullptr),
@@ -166,7 +169,20 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
                            cmd_tcpNetworkSearch_6G(kHost, port, nullptr),
                            cmd_uart_programLock("/dev/ttyS0", 1, 0, 1, name, 0),
                            cmd_uart_programLock_6G("/dev/ttyS0", 1, 0, 1, name, 0),
+                           cmd_uart_searchController(&ping, "/dev/ttyS0"),
+                           cmd_uart_search_Net_6G(&net, "/dev/ttyS0", 1),
+                           cmd_uart_search_Net_6G_Web(&web, "/dev/ttyS0", 1),
                            cmd_uart_ofsFormat("/dev/ttyS0", 1),
+                           cmd_uart_ofsStartFileTransf("/dev/ttyS0", 1),
+                           cmd_uart_ofsEndFileTransf("/dev/ttyS0", 1),
+                           cmd_uart_ofsDeleteFormatFile("/dev/ttyS0", 1, 1, name),
+                           cmd_uart_confDeleteFormatFile("/dev/ttyS0", 1, 1, name),
+                           cmd_uart_ofsGetMemoryVolume("/dev/ttyS0", 1, &word, &word),
+                           cmd_uart_confWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
+                           cmd_uart_ofsStartReedFile("/dev/ttyS0", 1, name, &word, &word),
+                           cmd_uart_confStartReedFile("/dev/ttyS0", 1, name, &word, &word),
+                           cmd_uart_ofsReedFileBlock("/dev/ttyS0", 1, name, &byte),
+                           cmd_uart_confReedFileBlock("/dev/ttyS0", 1, name, &byte),
                            cmd_uart_ofsWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
                            cmd_uart_ofsReedDirBlock("/dev/ttyS0", 1, &dir),
                            cmd_uart_ofsFreeDirBlock("/dev/ttyS0", 1, &dir),
@@ -174,6 +190,22 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
                            cmd_uart_sendConfigFile("/dev/ttyS0", 1, &config)};
     for (std::size_t i = 0; i < std::size(results); ++i) EXPECT_EQ(results[i], -1) << "call " << i;
     EXPECT_EQ(sim.connections(), 0U);
+}
+
+TEST(ControlCalls, LeaveRecordsAsTheyAreWhereNothingListens) {
+    const Ouint16 port = [] { return sim::Simulator().port(); }(); // which has gone
+    const std::string before(64, '\x5A');
+    const auto untouched = [&](auto&& call) {
+        std::string record = before;
+        EXPECT_EQ(call(record.data()), -1);
+        EXPECT_EQ(record, before);
+    };
+    untouched([&](char* r) { return cmd_readControllerID(kHost, port, reinterpret_cast<Ouint8*>(r)); });
+    untouched([&](char* r) {
+        return cmd_check_controllerStatus(kHost, port, reinterpret_cast<ControllerStatus_G56*>(r));
+    });
+    untouched([&](char* r) { return cmd_battieTime(kHost, port, 1, reinterpret_cast<BattleTime*>(r)); });
+    untouched([&](char* r) { return cmd_tcpPing(kHost, port, reinterpret_cast<Ping_data*>(r)); });
 }
 
 // One call of each family, to be met by each fault.

@@ -1,4 +1,5 @@
 // The file system of a controller through the exports.
+#include "hex.h"
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
@@ -166,8 +167,29 @@ TEST_F(Files, ListingOfAFailedCallCanBeReleased) {
     dir.fileNumber = 5;
     m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close});
     EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1);
+    EXPECT_EQ(int{dir.fileNumber}, 5) << "the controller was never there";
+    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close, .after = 1});
+    EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1);
     EXPECT_EQ(int{dir.fileNumber}, 0);
     EXPECT_EQ(cmd_ofs_freeDirBlock(&dir), 0);
+}
+
+TEST_F(Files, ConfigurationsGoOutInBlocksOf1024WhateverTheBlockSize) {
+    const Frame data(2500, 0x42);
+    for (const int length : {0, 512, 40000}) {
+        set_packetLen(length);
+        EXPECT_EQ(cmd_confWriteFile(kHost, port(), "C001", 1, 2500, 1, data.data()), 0) << length;
+        EXPECT_EQ(cmd_ofsWriteFile(kHost, port(), "P001", 0, 2500, 1, data.data()), length == 512 ? 0 : -1);
+    }
+    set_packetLen(1024);
+}
+
+TEST_F(Files, DemonstrationProgramIsEmpty) {
+    EXPECT_EQ(program_pictureArea(5, kHost, port()), 0);
+    const auto file = m_sim.file("P000");
+    ASSERT_TRUE(file);
+    EXPECT_THAT(Bytes(file->data).first(19),
+                is_hex("00 50 30 30 30 00 00 01 00 00 FF FF FF 12 12 FF FF 12 12"));
 }
 
 } // namespace
