@@ -13,8 +13,8 @@ constexpr std::size_t kConfBlock = 1024;
 constexpr std::size_t kBlockHeader = 9; // name 4, last-block flag, offset u32
 constexpr std::size_t kEntry = sizeof(FileAttribute_G56);
 constexpr std::size_t kDirBlockHeader = 5;
-// Blocks beyond one an entry, before a controller that goes on and on is given up.
-constexpr std::size_t kSpareBlocks = 64;
+// After so many blocks without entries a controller that goes on and on is given up.
+constexpr std::size_t kEmptyBlocks = 64;
 
 // The last 4 bytes of a file, with zeros in front of a shorter one.
 std::array<Ouint8, 4> tail_of(Bytes data) {
@@ -177,7 +177,7 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
 // A controller may send more or fewer entries than it announced.
 int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& count) {
     entries.reserve(announced * kEntry);
-    for (std::size_t blocks = 0; blocks < announced + kSpareBlocks; ++blocks) {
+    for (std::size_t empty = 0; empty < kEmptyBlocks;) {
         const Ouint8 next[] = {static_cast<Ouint8>(count), static_cast<Ouint8>(count >> 8U)};
         Ouint8 buffer[1024];
         Answer answer{buffer};
@@ -186,6 +186,7 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
         const Bytes block = answer.received();
         if (block.size() < kDirBlockHeader) return QM_FAILED;
         const std::size_t held = block[3];
+        if (held == 0) ++empty;
         if (count + held > 0xFFFF) return QM_FAILED;
         const Bytes data = block.subspan(kDirBlockHeader);
         entries.insert(entries.end(), data.begin(),

@@ -15,9 +15,13 @@ void set_address(Ping_data& record, const char* ip) {
     std::memcpy(record.ipAdder, ip, std::min(std::strlen(ip), sizeof record.ipAdder - 1));
 }
 
+// A ping that was acknowledged without a record tells nothing.
+int checked(int code, const Ping_data& found) {
+    return code == QM_OK && found.ControllerType == 0 ? QM_FAILED : code;
+}
+
 int ping_at(const char* ip, Ping_data& found) {
-    const int code = tcp_ping(ip, kControllerPort, found);
-    if (code == QM_OK && found.ControllerType == 0) return QM_FAILED; // acknowledged, but nothing said
+    const int code = checked(tcp_ping(ip, kControllerPort, found), found);
     if (code == QM_OK) set_address(found, ip);
     return code;
 }
@@ -39,7 +43,8 @@ int by_fixed_address(Ping_data& found) { return ping_at(kModuleAddress, found); 
 int by_broadcast(Ping_data& found) {
     HV_Broadcast broadcast;
     if (const int code = broadcast.init(); code != QM_OK) return code;
-    const int code = into_record<1024>(found, [&](Answer& answer) { return broadcast.hv_cmd_ping(answer); });
+    const auto ping = [&](Answer& answer) { return broadcast.hv_cmd_ping(answer); };
+    const int code = checked(into_record<1024>(found, ping), found);
     if (code == QM_OK) broadcast.get_ipAdder(found.ipAdder);
     return code;
 }
