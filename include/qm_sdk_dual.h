@@ -665,19 +665,20 @@ QM_API int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort
 QM_API int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                       Ouint8 nBaudRateType) QM_NOTHROW;
 
-/* Sets the network of whichever controller answers the broadcast. Ports above 32,767 are passed as the same
- * 16 bits, negative. mode, serverMode and heartbeat are passed through as they are. ip, subnetMask, gateway,
- * serverIP   dotted IPv4 texts password                            8 bytes netID 12 bytes */
+/* Sets the network of EVERY controller of that generation that the broadcast reaches; the status is that of the
+ * first answer. Connect the one that is meant alone. ip, subnetMask, gateway and serverIP are dotted IPv4 texts,
+ * password has 8 bytes and netID 12. Ports above 32,767 are passed as the same 16 bits, negative. mode,
+ * serverMode and heartbeat are passed through as they are. */
 QM_API int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway,
                         int16_t port, Ouint8 serverMode, const char* serverIP, int16_t serverPort,
                         const char* password, int16_t heartbeat, const char* netID) QM_NOTHROW;
 
-/* Sets the MAC address of whichever controller answers the broadcast. mac: six fields separated by "-", each
+/* Sets the MAC address, likewise of every controller that the broadcast reaches. mac: six fields separated by "-", each
  * read as a DECIMAL number: "0-26-43-60-77-94" sets 00:1A:2B:3C:4D:5E. */
 QM_API int cmd_udpSetMac(const char* mac) QM_NOTHROW;
 
-/* Sets name and password of the Wi-Fi network that a controller's Wi-Fi module opens, and restarts it. The
- * module is found by the probe of cmd_searchController. Returns 0, or -1 when there is no module, it does not
+/* Sets name and password of the Wi-Fi network that a controller's Wi-Fi module opens, and restarts it; of every
+ * module that the broadcast reaches. The module is found by the probe of cmd_searchController. Returns 0, or -1 when there is no module, it does not
  * accept a setting, or ssid or pwd is too long for a command (65,535 bytes). */
 QM_API int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) QM_NOTHROW;
 
@@ -777,9 +778,8 @@ QM_API int cmd_ofsGetMemoryVolume(const char* ip, Ouint16 port, Ouint32* totalMe
 
 /* Writes a file of fileLen bytes at fileAddre in blocks of set_packetLen bytes (the conf form always 1,024),
  * each acknowledged before the next is sent. overwrite: 1 replaces a file of that name. Ends at the first
- * failure with its status; the controller may then hold a part of the file. A block size of 0, or above
- * 32,758, which no frame carries, gives -1 and sends nothing.
- * The ofs form prints "g_packetLen ======= %d " and, for a failed block, "dataLen-oldLen ======= %d ". */
+ * failure with its status; the controller may then hold a part of the file. The ofs form gives -1 and sends
+ * nothing when the block size is 0, or above 32,758, which no frame carries. It prints "g_packetLen ======= %d " and, for a failed block, "dataLen-oldLen ======= %d ". */
 QM_API int cmd_ofsWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
                             Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
 QM_API int cmd_confWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
@@ -799,8 +799,8 @@ QM_API int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileN
                                  Ouint8* fileAddre) QM_NOTHROW;
 
 /* Lists the files of dirBlock->fileType. On success dataAddre holds fileNumber entries, which the caller
- * releases with cmd_ofs_freeDirBlock; else it is null and fileNumber is 0. Release an earlier listing first.
- * A controller that goes on much longer than it announced is -1. */
+ * releases with cmd_ofs_freeDirBlock; else, once the controller was reached, it is null and fileNumber is 0.
+ * Release an earlier listing first. A controller that sends 64 blocks without entries is -1. */
 QM_API int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) QM_NOTHROW;
 /* Copies entry number (from 0) of a listing; -1 when there is none. */
 QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,

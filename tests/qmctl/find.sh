@@ -30,8 +30,7 @@ command -v ip >/dev/null || fail "the command ip is missing (package iproute2)"
     ip netns add "$host" && ip netns add "$there" &&
         ip -n "$host" link add cable type veth peer name cable netns "$there" &&
         ip -n "$host" address add 10.77.1.1/24 dev cable && ip -n "$there" address add 10.77.1.2/24 dev cable &&
-        ip -n "$host" link set cable up && ip -n "$there" link set cable up &&
-        ip -n "$host" route add default dev cable
+        ip -n "$host" link set cable up && ip -n "$there" link set cable up
 } || fail "the network cannot be made"
 
 start() {
