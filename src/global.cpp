@@ -3,8 +3,7 @@
 namespace qm {
 namespace {
 
-template <class Word>
-constexpr std::array<Word, 256> crc_table(Word polynomial) {
+template <class Word> constexpr std::array<Word, 256> crc_table(Word polynomial) {
     std::array<Word, 256> table{};
     for (unsigned i = 0; i < 256; ++i) {
         Word crc = static_cast<Word>(i);
