@@ -120,8 +120,8 @@ void wifi_setup(const char* file) {
     const auto wifi = state_in(file).at("wifi");
     expect("ssid", wifi.at("ssid"), "lobby");
     expect("password", wifi.at("password"), "secret99");
-    expect("address", wifi.at("address"), "192.168.100.1");
-    expect("socket", wifi.at("socket"), "TCPS,0.0.0.0,0,5005");
+    expect("address", wifi.at("address"), "192%2E168%2E100%2E1");
+    expect("socket", wifi.at("socket"), "TCPS%2C0%2E0%2E0%2E0%2C0%2C5005");
     expect("mode", wifi.at("mode"), "2");
     expect("restarts", wifi.at("restarts"), 1);
     char ssid[512] = {}, password[512] = {};

@@ -1,5 +1,4 @@
 // The file system of a controller through the exports.
-#include "hex.h"
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
@@ -176,7 +175,7 @@ TEST_F(Files, ListingOfAFailedCallCanBeReleased) {
 
 TEST_F(Files, ConfigurationsGoOutInBlocksOf1024WhateverTheBlockSize) {
     const Frame data(2500, 0x42);
-    for (const int length : {0, 512, 40000}) {
+    for (const Ouint16 length : {Ouint16{0}, Ouint16{512}, Ouint16{40000}}) {
         set_packetLen(length);
         EXPECT_EQ(cmd_confWriteFile(kHost, port(), "C001", 1, 2500, 1, data.data()), 0) << length;
         EXPECT_EQ(cmd_ofsWriteFile(kHost, port(), "P001", 0, 2500, 1, data.data()), length == 512 ? 0 : -1);
@@ -188,8 +187,9 @@ TEST_F(Files, DemonstrationProgramIsEmpty) {
     EXPECT_EQ(program_pictureArea(5, kHost, port()), 0);
     const auto file = m_sim.file("P000");
     ASSERT_TRUE(file);
-    EXPECT_THAT(Bytes(file->data).first(19),
-                is_hex("00 50 30 30 30 00 00 01 00 00 FF FF FF 12 12 FF FF 12 12"));
+    const Frame header{0, 'P', '0', '0', '0', 0, 0, 1, 0, 0, 0xFF, 0xFF, 0xFF, 18, 18, 0xFF, 0xFF, 18, 18};
+    ASSERT_GE(file->data.size(), header.size());
+    EXPECT_EQ(Frame(file->data.begin(), file->data.begin() + 19), header);
 }
 
 } // namespace

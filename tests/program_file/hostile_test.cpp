@@ -55,7 +55,7 @@ TEST_F(Program, RefusesTextsOfMorePagesThanAFileCounts) {
 
 TEST_F(Program, IsAsItWasAfterARefusedChange) {
     const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
-    const HVpageHeader page = page_header(1, SINGLELINE), other = page_header(4, SINGLELINE);
+    const HVpageHeader page = page_header(4, SINGLELINE);
     const std::string text(40000, 'W');
     program_AddArea(0, &area);
     ASSERT_EQ(program_picturesAreaAddTxt(0, text.c_str(), kFont, &page), 0);
@@ -63,7 +63,7 @@ TEST_F(Program, IsAsItWasAfterARefusedChange) {
     EXPECT_EQ(program_MoveArea(0, 3, 4, 1, 16), -1);
     EXPECT_EQ(integrate_g5().bytes, before.bytes);
     const std::string longer = text + text + text + text;
-    HVpageHeader wide = other;
+    HVpageHeader wide = page;
     wide.txtSpace = 65535;
     EXPECT_EQ(program_picturesAreaChangeTxt(0, longer.c_str(), &wide), -1);
     EXPECT_EQ(integrate_g5().bytes, before.bytes);

@@ -147,7 +147,7 @@ TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
     const auto rectangle = [](const ParsedArea& a) { return std::tuple{a.x, a.y, a.width, a.height}; };
     const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 32, 16);
     const HVareaHeader_G6 back = area_header_g6(eGlobalBackGroundArea, 0, 0, 64, 32);
-    for (const Ouint16 id : {1, 2, 3}) program_addArea_G6(id, &area);
+    for (const Ouint16 id : {Ouint16{1}, Ouint16{2}, Ouint16{3}}) program_addArea_G6(id, &area);
     program_addArea_G6(9, &back);
     EXPECT_EQ(program_MoveArea_G6(2, 8, 4, 16, 8), 0);
     EXPECT_EQ(program_deleteArea_G6(1), 0);

@@ -160,7 +160,7 @@ class LibraryProgram : public lib::Program, public testing::WithParamInterface<S
     const Leds m_leds;
 };
 
-constexpr Time kStay = 5s, kPixel = 40ms; // of the pages that the fixture makes
+constexpr Time kStay = 5s, kPixel = 4ms; // of the pages that the fixture makes
 
 // Page after page of text, then a picture, each in its place inside the border.
 TEST_P(LibraryProgram, ShowsThePagesOfABorderedArea) {
