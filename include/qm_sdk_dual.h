@@ -599,6 +599,82 @@ typedef struct HVPicAreaSoundHeader_G6 {
 } HVPicAreaSoundHeader_G6;
 QM_RECORD_SIZE(HVPicAreaSoundHeader_G6, 16);
 
+/* Formats of the live date, time and day of the week. Dates as YYYY-MM-DD, YYYY/MM/DD, DD-MM-YYYY,
+ * DD/MM/YYYY, MM-DD, MM/DD, and in Chinese with the characters for month and day, and year, month and day. */
+QM_ENUM(DateStyle){
+    YYYY_MM_DD_MINUS = 0,  YYYY_MM_DD_VIRGURE = 1,  DD_MM_YYYY_MINUS = 2,  DD_MM_YYYY_VIRGURE = 3,
+    MM_DD_MINUS = 4,       MM_DD_VIRGURE = 5,       MM_DD_CHS = 6,         YYYY_MM_DD_CHS = 7,
+    eYYYY_MM_DD_MINUS = 0, eYYYY_MM_DD_VIRGURE = 1, eDD_MM_YYYY_MINUS = 2, eDD_MM_YYYY_VIRGURE = 3,
+    eMM_DD_MINUS = 4,      eMM_DD_VIRGURE = 5,      eMM_DD_CHS = 6,        eYYYY_MM_DD_CHS = 7};
+/* 23:59:59, the same in Chinese, 23:59, the same in Chinese, "PM 11:59", "11:59 PM". */
+QM_ENUM(TimeStyle){HH_MM_SS_COLON = 0, HH_MM_SS_CHS = 1, HH_MM_COLON = 2,
+                   HH_MM_CHS = 3,      AM_HH_MM = 4,     HH_MM_AM = 5};
+/* Full English name, its first three letters, Chinese name. */
+QM_ENUM(WeekStyle){Monday = 1, Mon = 2, Monday_CHS = 3};
+
+/* What a digital time area shows: date, day of the week and time of day, in this order. */
+typedef struct HVtimeAreaData_G56 {
+    E_arrMode linestyle;  /* on one line, or each on a line of its own */
+    Ouint32 color;        /* palette index or 0xRRGGBB */
+    const char* fontName; /* family name, or path of a font file, as the call says */
+    Ouint16 fontSize;     /* points; 12 points are 16 pixels */
+    Ouint8 fontBold;      /* 0 or not, as the next two */
+    Ouint8 fontItalic;
+    Ouint8 fontUnderline;
+    Ouint8 fontAlign; /* 0 left, 1 centre, 2 right */
+    bool date_enable;
+    DateStyle datestyle;
+    bool time_enable;
+    TimeStyle timestyle;
+    bool week_enable;
+    WeekStyle weekstyle;
+} HVtimeAreaData_G56;
+QM_RECORD_SIZE(HVtimeAreaData_G56, 37);
+typedef HVtimeAreaData_G56 qm_G5_timedata;
+
+/* The moment at which a battle time starts. Every field is passed on as it is; controllers expect BCD (2024
+ * as 0x2024, 59 as 0x59) and days of the week from 0 for Sunday. */
+typedef struct HVTimeAreaBattle_G6 {
+    Ouint16 BattleStartYear;
+    Ouint8 BattleStartMonth;
+    Ouint8 BattleStartDate;
+    Ouint8 BattleStartHour;
+    Ouint8 BattleStartMinute;
+    Ouint8 BattleStartSecond;
+    Ouint8 BattleStartWeek;
+    Ouint8 StartUpMode; /* controller's */
+} HVTimeAreaBattle_G6;
+QM_RECORD_SIZE(HVTimeAreaBattle_G6, 9);
+
+/* The hands of an analog clock. A hand of width or length 0 is not shown. */
+typedef struct HVAnalogClockHeader_G56 {
+    Ouint16 OrignPointX; /* pivot of the hands inside the area, pixels */
+    Ouint16 OrignPointY;
+    Ouint8 UnitMode; /* controller's */
+    Ouint8 HourHandWidth;
+    Ouint8 HourHandLen;
+    Ouint32 HourHandColor; /* palette index or 0xRRGGBB; its low byte, a palette index, is all that generation
+                            * 5 and screens that are not full colour take of it */
+    Ouint8 MinHandWidth;
+    Ouint8 MinHandLen;
+    Ouint32 MinHandColor;
+    Ouint8 SecHandWidth;
+    Ouint8 SecHandLen;
+    Ouint32 SecHandColor;
+} HVAnalogClockHeader_G56;
+QM_RECORD_SIZE(HVAnalogClockHeader_G56, 23);
+
+/* Colours of the dial of an analog clock. */
+typedef struct ClockColor_G56 {
+    Ouint32 Color369; /* hour marks at 12, 3, 6 and 9 */
+    Ouint32 ColorDot; /* the other hour marks */
+    Ouint32 ColorBG;  /* background */
+} ClockColor_G56;
+QM_RECORD_SIZE(ClockColor_G56, 12);
+
+/* Hour marks: strokes that point to the pivot, squares, discs. */
+QM_ENUM(E_ClockStyle){eLINE = 0, eSQUARE = 1, eCIRCLE = 2};
+
 #pragma pack(pop)
 
 #ifdef __cplusplus
@@ -974,7 +1050,8 @@ QM_API int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader*
                                         const char* picPath) QM_NOTHROW;
 QM_API int program_pictureAreaRemoveFrame(Ouint16 areaID) QM_NOTHROW;
 
-/* Renders page pageNum (from 0) of an area of either generation. -1, with nothing in *page but the number of
+/* Renders page pageNum (from 0) of an area of either generation; a time area has one page, as it is at this
+ * moment, an analog clock's without its hands. -1, with nothing in *page but the number of
  * pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.", "Error:The last
  * picture is not exist." or "Error:unable to generate pictures.". */
 QM_API int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) QM_NOTHROW;
@@ -994,6 +1071,47 @@ QM_API int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* hea
                                       Ouint32 BGColor) QM_NOTHROW;
 QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
                                     const char* picPath) QM_NOTHROW;
+
+/* Live clocks, in areas of type eTimeClockArea: the controller shows its own date and time in them. An area
+ * is a digital clock until it is made an analog one, which it then stays.
+ *
+ * Digital: the first calls take a font family in fontName, the fontPath calls a font file; the Change calls
+ * keep the font. Date, day of the week and time stand on one line or on one each. What does not fit is drawn
+ * smaller, down to 7 pixels, then rearranged into more or fewer lines; what still lies outside the area is
+ * left out. A format that does not exist shows nothing. */
+QM_API int program_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+QM_API int program_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+QM_API int program_fontPath_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+QM_API int program_fontPath_timeAreaAddContent_G6(Ouint16 areaID,
+                                                  const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+QM_API int program_timeAreaChangeContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+QM_API int program_timeAreaChangeContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
+
+/* Shows, in place of the controller's time, one that runs from a moment on; and its own again. */
+QM_API int program_timeAreaSetBattleTime_G6(Ouint16 areaID, const HVTimeAreaBattle_G6* header) QM_NOTHROW;
+QM_API int program_timeAreaCancleBattleTime_G6(Ouint16 areaID) QM_NOTHROW;
+
+/* Analog: hands over a dial page of background, hour marks around the pivot, and dial picture. In generation
+ * 6 the hands' colours are converted for the screen settings of the moment of the call. */
+QM_API int program_timeAreaAddAnalogClock(Ouint16 areaID, const HVAnalogClockHeader_G56* header,
+                                          E_ClockStyle cStyle, const ClockColor_G56* cColor) QM_NOTHROW;
+QM_API int program_timeAreaChangeAnalogClock(Ouint16 areaID, const HVAnalogClockHeader_G56* header,
+                                             E_ClockStyle cStyle, const ClockColor_G56* cColor) QM_NOTHROW;
+QM_API int program_timeAreaAddAnalogClock_G6(Ouint16 areaID, const HVAnalogClockHeader_G56* header,
+                                             E_ClockStyle cStyle, const ClockColor_G56* cColor) QM_NOTHROW;
+QM_API int program_timeAreaChangeAnalogClock_G6(Ouint16 areaID, const HVAnalogClockHeader_G56* header,
+                                                E_ClockStyle cStyle, const ClockColor_G56* cColor) QM_NOTHROW;
+
+/* A picture over the hour marks, scaled to the area; it makes the area an analog clock. The file is read when
+ * the program is integrated, which prints "Error:The picture is not exist." when it cannot be, and leaves it
+ * out. The third call takes picLen bytes of a PNG file in memory, and copies them; -1 for none of them and
+ * when the copy cannot be written. Removing it leaves the clock. */
+QM_API int program_timeAreaChangeDialPic(Ouint16 areaID, const char* picPath) QM_NOTHROW;
+QM_API int program_timeAreaChangeDialPic_G6(Ouint16 areaID, const char* picPath) QM_NOTHROW;
+QM_API int program_timeAreaChangeDialPicAdd_G56(Ouint16 areaID, const Ouint8* picAdd,
+                                                Ouint32 picLen) QM_NOTHROW;
+QM_API int program_timeAreaRemoveDialPic(Ouint16 areaID) QM_NOTHROW;
+QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
 
 /* ---- Dynamic areas, generation 6 ------------------------------------------------------------------- */
 

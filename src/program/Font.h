@@ -13,6 +13,9 @@
 
 namespace qm {
 
+// A larger font fills no screen, but its glyphs fill the memory.
+constexpr double kMaxFontPixels = 4096;
+
 // Which font, as the caller described it: a family name wins over a file path.
 struct FontChoice {
     std::string style; // family name

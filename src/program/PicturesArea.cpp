@@ -9,9 +9,6 @@
 namespace qm {
 namespace {
 
-// A larger font fills no screen, but its glyphs fill the memory.
-constexpr double kMaxFontPixels = 4096;
-
 double pixels_of_points(Ouint16 points) {
     return std::min(HVarea::round(points * 4.0 / 3.0), kMaxFontPixels);
 }
@@ -34,12 +31,6 @@ bool draw_picture(Canvas32& canvas, const std::string& path) {
     cairo_set_source_surface(canvas.context(), picture.get(), 0, 0);
     cairo_paint(canvas.context());
     return true;
-}
-
-cairo_status_t append_png(void* png, const unsigned char* data, unsigned length) {
-    auto& bytes = *static_cast<Frame*>(png);
-    bytes.insert(bytes.end(), data, data + length);
-    return CAIRO_STATUS_SUCCESS;
 }
 
 } // namespace
@@ -239,8 +230,8 @@ bool PicturesArea::LoadAreaPage(int pageNum) {
                                      : "Error:The picture is not exist.\n");
         return false;
     }
-    if (cairo_surface_write_to_png_stream(canvas.surface(), append_png, &pngData) == CAIRO_STATUS_SUCCESS)
-        return true;
+    pngData = canvas.png();
+    if (!pngData.empty()) return true;
     say("Error:unable to generate pictures.\n");
     return false;
 }

@@ -11,13 +11,6 @@ template <class Header> qm_G5_page_header common_fields(const Header& header) {
             header.StayTime,  header.RepeatTime,  header.ValidLen};
 }
 
-// A flag of a caller's record, whatever byte the caller put there.
-bool flag(const bool& field) {
-    Ouint8 byte;
-    std::memcpy(&byte, &field, sizeof byte);
-    return byte != 0;
-}
-
 template <class Header> qm_G5_G6_fontData text_fields(const Header& header) {
     return {header.arrMode,    header.fontSize, header.color,  flag(header.fontBold), flag(header.fontItalic),
             header.tdirection, header.txtSpace, header.Halign, header.Valign};

@@ -1,7 +1,7 @@
 #include "program/ProgramObj_g6.h"
 
 #include "program/BackGround.h"
-#include "program/TimeArea.h"
+#include "program/TimeArea_g6.h"
 #include "support/message.h"
 
 namespace qm {

@@ -26,6 +26,17 @@ const unsigned char* Canvas32::pixels() {
     return cairo_image_surface_get_data(m_surface.get());
 }
 
+std::vector<unsigned char> Canvas32::png() const {
+    std::vector<unsigned char> png;
+    const auto append = [](void* out, const unsigned char* data, unsigned length) {
+        auto& bytes = *static_cast<std::vector<unsigned char>*>(out);
+        bytes.insert(bytes.end(), data, data + length);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    if (cairo_surface_write_to_png_stream(m_surface.get(), append, &png) != CAIRO_STATUS_SUCCESS) png.clear();
+    return png;
+}
+
 void disable_antialias(cairo_t* context) {
     cairo_font_options_t* options = cairo_font_options_create();
     cairo_get_font_options(context, options);

@@ -4,6 +4,7 @@
 #include <cairo.h>
 
 #include <memory>
+#include <vector>
 
 namespace qm {
 
@@ -29,6 +30,8 @@ class Canvas32 {
     void clear();
     // The pixels, rows of 4 * width bytes (blue, green, red, alpha); valid until the next drawing.
     [[nodiscard]] const unsigned char* pixels();
+    // The drawing as a PNG file; empty when that fails.
+    [[nodiscard]] std::vector<unsigned char> png() const;
 
   private:
     int m_width, m_height;

@@ -1,5 +1,6 @@
 // Text, pictures, borders and speech of program areas, in both generations.
 #include "program/BackGround.h"
+#include "program/TimeArea.h"
 #include "qm_sdk_dual/program_exports.h"
 
 using namespace qm;
@@ -184,13 +185,15 @@ int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* p
     if (!page) return QM_FAILED;
     *page = {};
     return with_program([&](ProgramObj& program) {
-        return with_area<PicturesArea>(program, areaID, name, [&](PicturesArea& area) {
+        const auto render = [&](auto& area) {
             page->allPageNub = static_cast<Ouint16>(area.page_count());
-            if (!area.LoadAreaPage(pageNum)) return QM_FAILED;
+            if (!area.LoadAreaPage(pageNum)) return QM_FAILED + 0;
             page->pageLen = static_cast<Ouint32>(area.preview().size());
             page->fileAddre = area.preview().data();
-            return QM_OK;
-        });
+            return QM_OK + 0;
+        };
+        if (auto* clock = dynamic_cast<TimeArea*>(program.getArea(areaID))) return render(*clock);
+        return with_area<PicturesArea>(program, areaID, name, render);
     });
 }
 

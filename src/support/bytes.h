@@ -16,6 +16,13 @@ namespace qm {
 using Bytes = std::span<const Ouint8>;
 using Frame = std::vector<Ouint8>;
 
+// A flag of a caller's record, whatever byte the caller put there.
+[[nodiscard]] inline bool flag(const bool& field) {
+    Ouint8 byte;
+    std::memcpy(&byte, &field, sizeof byte);
+    return byte != 0;
+}
+
 // An owned byte buffer of a fixed length, zeroed when it is made.
 class CData {
   public:

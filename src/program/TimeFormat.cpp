@@ -1,0 +1,87 @@
+#include "program/TimeFormat.h"
+
+#include <iterator>
+#include <string_view>
+
+namespace qm {
+namespace {
+
+// Y M D date, H hour of 24, I hour of 12, N minute, S second, P AM or PM; the rest stays as it is.
+constexpr std::u16string_view kDates[] = {u"Y-M-D", u"Y/M/D", u"D-M-Y",  u"D/M/Y",
+                                          u"M-D",   u"M/D",   u"M月D日", u"Y年M月D日"};
+constexpr std::u16string_view kTimes[] = {u"H:N:S", u"H时N分S秒", u"H:N", u"H时N分", u"P I:N", u"I:N P"};
+
+constexpr std::u16string_view kEnglish[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
+                                            u"Thursday", u"Friday", u"Saturday"};
+constexpr std::u16string_view kChinese[] = {u"星期日", u"星期一", u"星期二", u"星期三",
+                                            u"星期四", u"星期五", u"星期六"};
+constexpr std::size_t kShortName = 3;
+
+TimePiece piece_of(char16_t c) {
+    switch (c) {
+    case u'Y':
+        return {TimeUnit::year};
+    case u'M':
+        return {TimeUnit::month};
+    case u'D':
+        return {TimeUnit::day};
+    case u'H':
+        return {TimeUnit::hour24};
+    case u'I':
+        return {TimeUnit::hour12};
+    case u'N':
+        return {TimeUnit::minute};
+    case u'S':
+        return {TimeUnit::second};
+    case u'P':
+        return {TimeUnit::amPm};
+    default:
+        return {TimeUnit::literal, c};
+    }
+}
+
+template <std::size_t N> TimePieces pieces_of(const std::u16string_view (&formats)[N], Ouint32 style) {
+    TimePieces pieces;
+    if (style < N)
+        for (const char16_t c : formats[style]) pieces.push_back(piece_of(c));
+    return pieces;
+}
+
+std::vector<std::u16string> names_of_days(Ouint32 style) {
+    std::vector<std::u16string> names;
+    for (const auto name : style == Monday_CHS ? kChinese : kEnglish)
+        names.emplace_back(style == Mon ? name.substr(0, kShortName) : name);
+    return names;
+}
+
+std::vector<std::u16string> digits() {
+    std::vector<std::u16string> all;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit) all.emplace_back(1, digit);
+    return all;
+}
+
+} // namespace
+
+TimePieces date_pieces(Ouint32 style) { return pieces_of(kDates, style); }
+
+TimePieces time_pieces(Ouint32 style) { return pieces_of(kTimes, style); }
+
+TimePieces week_pieces(Ouint32 style) {
+    if (style < Monday || style > Monday_CHS) return {};
+    return {{TimeUnit::weekday}};
+}
+
+std::vector<std::u16string> texts_of(const TimePiece& piece, Ouint32 weekStyle) {
+    switch (piece.unit) {
+    case TimeUnit::literal:
+        return {std::u16string(1, piece.character)};
+    case TimeUnit::weekday:
+        return names_of_days(weekStyle);
+    case TimeUnit::amPm:
+        return {u"AM", u"PM"};
+    default:
+        return digits();
+    }
+}
+
+} // namespace qm

@@ -1,0 +1,39 @@
+#include "support/TemporaryFile.h"
+
+#include "support/descriptor.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace qm {
+namespace {
+
+void write_all(int fd, Bytes content) {
+    while (!content.empty()) {
+        const auto n = ::write(fd, content.data(), content.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) throw std::system_error(errno, std::generic_category(), "temporary file");
+        content = content.subspan(static_cast<std::size_t>(n));
+    }
+}
+
+} // namespace
+
+TemporaryFile::TemporaryFile(Bytes content)
+    : m_path((std::filesystem::temp_directory_path() / "qm_XXXXXX").string()) {
+    const Descriptor file(::mkostemp(m_path.data(), O_CLOEXEC));
+    if (!file) throw std::system_error(errno, std::generic_category(), "temporary file");
+    try {
+        write_all(file.get(), content);
+    } catch (...) {
+        ::unlink(m_path.c_str());
+        throw;
+    }
+}
+
+TemporaryFile::~TemporaryFile() { ::unlink(m_path.c_str()); }
+
+} // namespace qm
