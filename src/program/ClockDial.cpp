@@ -10,6 +10,7 @@ namespace qm {
 namespace {
 
 constexpr int kHours = 12, kMainHours = 3; // every third mark is a main one
+constexpr double kThin = 0.5;              // half of a width of one pixel
 
 // A pixel as it is seen from the pivot in the direction of an hour.
 struct Bearing {
@@ -40,8 +41,8 @@ struct MarkSize {
 };
 
 MarkSize mark_size(int radius, bool main) {
-    if (main) return {std::max(2, radius / 5), std::max(0.5, radius / 40.0), std::max(1, radius / 12)};
-    return {std::max(1, radius / 8), std::max(0.5, radius / 80.0), radius / 20};
+    if (main) return {std::max(2, radius / 5), std::max(kThin, radius / 40.0), std::max(1, radius / 12)};
+    return {std::max(1, radius / 8), std::max(kThin, radius / 80.0), std::max(1, radius / 12) / 2};
 }
 
 bool in_line(const Bearing& b, int radius, const MarkSize& size) {
@@ -77,11 +78,19 @@ class Marks {
                 return m_dial.style == eSQUARE || in_disc(dx - x, dy - y, size.half);
             });
         } else {
-            const int middle = m_radius - size.length / 2;
-            const int reach = size.length / 2 + static_cast<int>(size.halfWidth) + 2;
-            fill_around(direction.x(middle), direction.y(middle), reach,
-                        [&](int dx, int dy) { return in_line(direction.of(dx, dy), m_radius, size); });
+            draw_line(direction, size);
         }
+    }
+
+    // A thin stroke has a pixel a step; a wide one has those in it.
+    void draw_line(const Direction& direction, const MarkSize& size) {
+        for (int distance = m_radius; distance > m_radius - size.length; --distance)
+            fill_around(direction.x(distance), direction.y(distance), 0, [](int, int) { return true; });
+        if (size.halfWidth <= kThin) return;
+        const int middle = m_radius - size.length / 2;
+        const int reach = size.length / 2 + static_cast<int>(size.halfWidth) + 2;
+        fill_around(direction.x(middle), direction.y(middle), reach,
+                    [&](int dx, int dy) { return in_line(direction.of(dx, dy), m_radius, size); });
     }
 
     // Fills a convex shape within so many pixels of a point, row by row.

@@ -194,7 +194,7 @@ void TimeArea::prepare_glyphs() {
     m_model = std::make_unique<TimeFontModel>(text(), m_AreaWidth, m_AreaHeight);
     for (const GlyphSet& set : m_model->sets()) {
         m_setOffsets.push_back(CData::length_of(m_glyphs));
-        Canvas32 cell(set.width, m_model->cell_height());
+        Canvas32 cell(set.width, set.height());
         for (std::size_t i = 0; i < set.glyphs.size(); ++i) {
             cell.clear();
             set_cairoColor(cell.context(), eWhite);
@@ -289,7 +289,7 @@ void TimeArea::append_digital(ByteWriter& out, Ouint32 firstGlyph) const {
     for (std::size_t i = 0; i < units.size(); ++i) out.bytes(Bytes(setting).subspan(kInUnit));
     for (std::size_t i = 0; i < sets.size(); ++i) {
         out.u8(static_cast<unsigned>(sets[i].glyphs.size())).u16(static_cast<unsigned>(sets[i].width));
-        out.u16(static_cast<unsigned>(m_model->cell_height())).u32(firstGlyph + m_setOffsets[i]);
+        out.u16(static_cast<unsigned>(sets[i].height())).u32(firstGlyph + m_setOffsets[i]);
     }
 }
 

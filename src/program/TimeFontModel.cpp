@@ -4,24 +4,36 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace qm {
 namespace {
 
 constexpr int kSmallestLegible = 7; // pixels
-constexpr char16_t kSpace = u' ';
+constexpr TimePiece kSpace{TimeUnit::literal, u' '};
+
+struct Box {
+    static constexpr int kFar = 1'000'000'000;
+    int left = kFar, top = kFar, right = -kFar, bottom = -kFar;
+
+    void include(const Box& other) {
+        left = std::min(left, other.left);
+        top = std::min(top, other.top);
+        right = std::max(right, other.right);
+        bottom = std::max(bottom, other.bottom);
+    }
+    [[nodiscard]] bool blank() const { return left >= right; }
+};
 
 // A text set from 0 on, and where its ink is.
 struct Run {
     std::vector<PlacedGlyph> glyphs;
     int advance = 0;
-    int left = std::numeric_limits<int>::max() / 2, right = std::numeric_limits<int>::min() / 2;
+    Box ink;
 
     void move(int dx) {
         for (PlacedGlyph& glyph : glyphs) glyph.x += dx;
-        left += dx;
-        right += dx;
+        ink.left += dx;
+        ink.right += dx;
     }
 };
 
@@ -30,10 +42,8 @@ Run run_of(Font& font, const std::u16string& text) {
     for (const char16_t c : text) {
         const GlyphShape& shape = font.shape(c);
         run.glyphs.push_back({&shape, run.advance, 0});
-        if (!shape.blank()) {
-            run.left = std::min(run.left, run.advance + shape.left);
-            run.right = std::max(run.right, run.advance + shape.right);
-        }
+        if (!shape.blank())
+            run.ink.include({run.advance + shape.left, shape.top, run.advance + shape.right, shape.bottom});
         run.advance += shape.advance;
     }
     return run;
@@ -59,9 +69,8 @@ TimeFontModel::TimeFontModel(const TimeText& text, int areaWidth, int areaHeight
     bool fits = false;
     for (std::size_t i = 0; i < groups && !fits; ++i)
         fits = fit(text, text.severalLines ? groups - i : i + 1);
-    if (!fits) break_lines(text, text.severalLines ? groups : 1);
-    cut_cells();
-    place(text);
+    if (!fits) arrange_what_fits(text);
+    place(text.align);
 }
 
 // Tries the sizes from the largest on; false, with the smallest one measured, when none will do.
@@ -71,7 +80,7 @@ bool TimeFontModel::fit(const TimeText& text, std::size_t lines) {
     for (int size = wanted; size >= smallest; --size) {
         measure(text, size);
         break_lines(text, lines);
-        const int width = widest_line(), height = least_height();
+        const int width = widest_line(), height = height_of_lines();
         if (width <= m_areaWidth && height <= m_areaHeight) return true;
         // Hinted fonts do not scale evenly, so that the guess leaves some sizes to try.
         const double excess = std::min(1.0 * m_areaWidth / width, 1.0 * m_areaHeight / height);
@@ -87,38 +96,43 @@ void TimeFontModel::measure(const TimeText& text, int size) {
     m_font->renew_search_budget();
     m_kinds.clear();
     m_sets.clear();
-    m_top = m_bottom = m_underline = 0;
+    m_underline = 0;
+    if (text.underline) add_underline(size);
     const auto add = [&](const TimePiece& piece) {
         const TimePiece kind = kind_of(piece);
         if (std::find(m_kinds.begin(), m_kinds.end(), kind) != m_kinds.end()) return;
-        const auto texts = texts_of(kind, text.weekStyle);
         m_kinds.push_back(kind);
-        m_sets.push_back(measured_set(texts, align_in_cell(kind, text.align)));
-        add_vertical_extent(texts);
+        m_sets.push_back(measured_set(texts_of(kind, text.weekStyle), align_in_cell(kind, text.align)));
     };
     for (const TimePieces& group : text.groups) std::for_each(group.begin(), group.end(), add);
-    if (text.groups.size() > 1) add({TimeUnit::literal, kSpace});
-    if (text.underline) add_underline(size);
-    if (m_bottom == m_top) m_bottom = m_top + 1;
+    if (text.groups.size() > 1) add(kSpace);
+}
+
+void TimeFontModel::add_underline(int size) {
+    m_underline = std::max(1, static_cast<int>(std::lround(size / 16.0)));
+    m_underlineTop = 1 + m_underline / 2;
 }
 
 // The cell is as wide as the widest text, or as all ink. Slanted ink leans out on one side and leaves room on
 // the other: all texts move together.
-GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, Ouint8 align) {
+GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, Ouint8 align) const {
     GlyphSet set;
     std::vector<Run> runs;
     for (const std::u16string& text : texts) {
         runs.push_back(run_of(*m_font, text));
         set.width = std::max({set.width, runs.back().advance, 1});
     }
-    int left = set.width, right = 0;
+    Box ink;
     for (Run& run : runs) {
         run.move(HVarea::get_x_area(align, set.width, run.advance));
-        left = std::min(left, run.left);
-        right = std::max(right, run.right);
+        ink.include(run.ink);
     }
-    set.width = std::max(set.width, right - left);
-    const int shift = left < 0 ? -left : std::min(0, set.width - right);
+    if (m_underline > 0) ink.include({0, m_underlineTop, set.width, m_underlineTop + m_underline});
+    if (ink.blank()) ink = {0, 0, set.width, 1};
+    set.width = std::max(set.width, ink.right - ink.left);
+    set.top = ink.top;
+    set.bottom = ink.bottom;
+    const int shift = ink.left < 0 ? -ink.left : std::min(0, set.width - ink.right);
     for (Run& run : runs) {
         run.move(shift);
         set.glyphs.push_back(std::move(run.glyphs));
@@ -126,29 +140,33 @@ GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, O
     return set;
 }
 
-void TimeFontModel::add_vertical_extent(const std::vector<std::u16string>& texts) {
-    for (const std::u16string& text : texts)
-        for (const char16_t c : text)
-            if (const GlyphShape& shape = m_font->shape(c); !shape.blank()) {
-                m_top = std::min(m_top, shape.top);
-                m_bottom = std::max(m_bottom, shape.bottom);
-            }
+TimeFontModel::Line TimeFontModel::line_of(std::span<const TimePieces> groups) const {
+    Line line{{groups.begin(), groups.end()}};
+    for (const TimePieces& group : groups)
+        for (const TimePiece& piece : group) {
+            if (!shows(piece)) continue;
+            const GlyphSet& set = m_sets[set_of(piece)];
+            const bool first = line.top == line.bottom;
+            line.top = first ? set.top : std::min(line.top, set.top);
+            line.bottom = first ? set.bottom : std::max(line.bottom, set.bottom);
+        }
+    return line;
 }
 
-void TimeFontModel::add_underline(int size) {
-    m_underline = std::max(1, static_cast<int>(std::lround(size / 16.0)));
-    m_underlineTop = 1 + m_underline / 2;
-    m_bottom = std::max(m_bottom, m_underlineTop + m_underline);
-}
-
-// The first groups share a line when there are more groups than lines.
+// Two lines for three groups break where the wider line is narrower.
 void TimeFontModel::break_lines(const TimeText& text, std::size_t lines) {
-    m_lines.assign(lines, {});
-    const std::size_t shared = text.groups.size() - lines;
-    for (std::size_t i = 0; i < text.groups.size(); ++i) {
-        Line& line = m_lines[i <= shared ? 0 : i - shared];
-        if (!line.empty()) line.push_back({TimeUnit::literal, kSpace});
-        line.insert(line.end(), text.groups[i].begin(), text.groups[i].end());
+    const std::span<const TimePieces> groups(text.groups);
+    m_lines.clear();
+    if (lines == groups.size()) {
+        for (std::size_t i = 0; i < lines; ++i) m_lines.push_back(line_of(groups.subspan(i, 1)));
+    } else if (lines == 1) {
+        m_lines.push_back(line_of(groups));
+    } else {
+        m_lines = {line_of(groups.first(2)), line_of(groups.subspan(2))};
+        const int widest = widest_line();
+        std::vector<Line> other{line_of(groups.first(1)), line_of(groups.subspan(1))};
+        m_lines.swap(other);
+        if (widest <= widest_line()) m_lines.swap(other);
     }
 }
 
@@ -161,9 +179,16 @@ int TimeFontModel::width_of(const TimePiece& piece) const {
     return m_sets[set_of(piece)].width * std::max(1, digits_of(piece.unit));
 }
 
+int TimeFontModel::width_of(const TimePieces& pieces) const {
+    int width = 0;
+    for (const TimePiece& piece : pieces) width += width_of(piece);
+    return width;
+}
+
 int TimeFontModel::width_of(const Line& line) const {
     int width = 0;
-    for (const TimePiece& piece : line) width += width_of(piece);
+    for (const TimePieces& group : line.groups)
+        width += (width == 0 ? 0 : width_of(kSpace)) + width_of(group);
     return width;
 }
 
@@ -174,55 +199,95 @@ int TimeFontModel::widest_line() const {
 }
 
 // With a dark row between the lines.
-int TimeFontModel::least_height() const {
-    const int lines = static_cast<int>(m_lines.size());
-    return lines * cell_height() + lines - 1;
+int TimeFontModel::height_of_lines() const {
+    int height = static_cast<int>(m_lines.size()) - 1;
+    for (const Line& line : m_lines) height += line.height();
+    return std::max(1, height);
 }
 
 // A space shows nothing but the line below it.
-bool TimeFontModel::shows(const TimePiece& piece) const {
-    return m_underline > 0 || piece != TimePiece{TimeUnit::literal, kSpace};
+bool TimeFontModel::shows(const TimePiece& piece) const { return m_underline > 0 || piece != kSpace; }
+
+// The arrangement of which most is seen, as near as possible to the one that was asked for.
+void TimeFontModel::arrange_what_fits(const TimeText& text) {
+    const std::size_t groups = text.groups.size();
+    std::vector<Line> best;
+    std::size_t most = 0;
+    for (std::size_t i = 0; i < groups; ++i) {
+        break_lines(text, text.severalLines ? groups - i : i + 1);
+        const std::size_t pieces = leave_out_what_is_outside();
+        if (!best.empty() && pieces <= most) continue;
+        best = m_lines;
+        most = pieces;
+    }
+    m_lines = std::move(best);
+    cut_height();
 }
 
-// Higher cells than the area lose as much at the top as at the bottom.
-void TimeFontModel::cut_cells() {
-    const int excess = std::max(0, cell_height() - m_areaHeight);
-    m_top += excess / 2;
-    m_bottom -= excess - excess / 2;
+// Gives how many pieces stay.
+std::size_t TimeFontModel::leave_out_what_is_outside() {
+    while (m_lines.size() > 1 && height_of_lines() > m_areaHeight) m_lines.pop_back();
+    std::size_t pieces = 0;
+    for (Line& line : m_lines) {
+        while (line.groups.size() > 1 && width_of(line) > m_areaWidth) line.groups.pop_back();
+        TimePieces& first = line.groups.front();
+        while (!first.empty() && width_of(line) > m_areaWidth) first.pop_back();
+        for (const TimePieces& group : line.groups) pieces += group.size();
+    }
+    return pieces;
 }
 
-void TimeFontModel::place(const TimeText& text) {
-    const int lines = static_cast<int>(m_lines.size()), height = cell_height();
-    const int usual = std::max(1, m_font->line_height() - height);
-    const int gaps = std::max(1, lines - 1);
-    const int room = std::max(0, m_areaHeight - lines * height) / gaps;
-    const int gap = lines > 1 ? std::min(usual, room) : 0;
-    int y = HVarea::get_y_area(m_areaHeight, 1, lines * height + (lines - 1) * gap);
-    for (const Line& line : m_lines) {
-        place_line(line, text.align, y);
-        y += height + gap;
+// A line that is higher than the area loses as much at the top as at the bottom.
+void TimeFontModel::cut_height() {
+    Line& line = m_lines.front();
+    const int excess = line.height() - m_areaHeight;
+    if (excess <= 0) return;
+    line.top += excess / 2;
+    line.bottom = line.top + m_areaHeight;
+    for (GlyphSet& set : m_sets) {
+        set.top = std::clamp(set.top, line.top, line.bottom - 1);
+        set.bottom = std::clamp(set.bottom, set.top + 1, line.bottom);
     }
 }
 
-void TimeFontModel::place_line(const Line& line, Ouint8 align, int y) {
+// Lines have the gaps of the font where there is room, and stand in the middle.
+void TimeFontModel::place(Ouint8 align) {
+    const int gaps = static_cast<int>(m_lines.size()) - 1, heights = height_of_lines() - gaps;
+    int gap = 0;
+    if (gaps > 0) {
+        const int usual = m_font->line_height() - heights / (gaps + 1);
+        gap = std::clamp(usual, 1, std::max(1, (m_areaHeight - heights) / gaps));
+    }
+    int y = HVarea::get_y_area(m_areaHeight, 1, heights + gaps * gap);
+    for (const Line& line : m_lines) {
+        place_line(line, align, y - line.top);
+        y += line.height() + gap;
+    }
+}
+
+void TimeFontModel::place_line(const Line& line, Ouint8 align, int baseline) {
     int x = HVarea::get_x_area(align, m_areaWidth, width_of(line));
-    for (const TimePiece& piece : line) {
-        const int width = width_of(piece);
-        if (x + width > m_areaWidth || y + cell_height() > m_areaHeight) return;
-        if (shows(piece)) m_units.push_back({piece.unit, x, y, static_cast<Ouint8>(set_of(piece))});
-        x += width;
+    const auto put = [&](const TimePiece& piece) {
+        const std::size_t set = set_of(piece);
+        if (shows(piece))
+            m_units.push_back({piece.unit, x, baseline + m_sets[set].top, static_cast<Ouint8>(set)});
+        x += width_of(piece);
+    };
+    for (const TimePieces& group : line.groups) {
+        if (&group != &line.groups.front()) put(kSpace);
+        std::for_each(group.begin(), group.end(), put);
     }
 }
 
 void TimeFontModel::draw(cairo_t* c, const GlyphSet& set, std::size_t glyph, int x, int y) const {
     cairo_save(c);
-    cairo_rectangle(c, x, y, set.width, cell_height());
+    cairo_rectangle(c, x, y, set.width, set.height());
     cairo_clip(c);
     std::vector<PlacedGlyph> placed = set.glyphs[glyph];
-    for (PlacedGlyph& one : placed) one.y = y - m_top;
+    for (PlacedGlyph& one : placed) one.y = y - set.top;
     m_font->show(c, placed, x);
     if (m_underline > 0) {
-        cairo_rectangle(c, x, y - m_top + m_underlineTop, set.width, m_underline);
+        cairo_rectangle(c, x, y - set.top + m_underlineTop, set.width, m_underline);
         cairo_fill(c);
     }
     cairo_restore(c);

@@ -19,7 +19,10 @@ struct TimeText {
 // Characters or words that take turns in cells of one size.
 struct GlyphSet {
     int width = 0;
+    int top = 0, bottom = 0;                      // of the cell around the baseline
     std::vector<std::vector<PlacedGlyph>> glyphs; // each from the left edge of its cell
+
+    [[nodiscard]] int height() const { return bottom - top; }
 };
 
 // A piece of the text at the top left corner of its first cell; a number has a cell a digit.
@@ -29,41 +32,48 @@ struct PlacedUnit {
     Ouint8 set;
 };
 
-// All cells are equally high, and have a common baseline in them, so that lines do, too.
+// Lines have a common baseline, and are as high as what they may ever show.
 class TimeFontModel {
   public:
-    // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines; what is
-    // outside even then is left out.
+    // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines. When
+    // nothing helps, what is outside is left out: whole groups, except that of a line the first one stays as
+    // far as it goes.
     TimeFontModel(const TimeText& text, int areaWidth, int areaHeight);
 
     [[nodiscard]] const std::vector<GlyphSet>& sets() const { return m_sets; }
     [[nodiscard]] const std::vector<PlacedUnit>& units() const { return m_units; }
-    [[nodiscard]] int cell_height() const { return m_bottom - m_top; }
     // Draws a glyph with the context's colour, its cell's top left corner at (x, y).
     void draw(cairo_t* c, const GlyphSet& set, std::size_t glyph, int x, int y) const;
 
   private:
-    using Line = TimePieces;
+    struct Line {
+        std::vector<TimePieces> groups;
+        int top = 0, bottom = 0; // around the baseline
+
+        [[nodiscard]] int height() const { return bottom - top; }
+    };
 
     bool fit(const TimeText& text, std::size_t lines);
     void measure(const TimeText& text, int size);
-    GlyphSet measured_set(const std::vector<std::u16string>& texts, Ouint8 align);
-    void add_vertical_extent(const std::vector<std::u16string>& texts);
+    GlyphSet measured_set(const std::vector<std::u16string>& texts, Ouint8 align) const;
     void add_underline(int size);
     void break_lines(const TimeText& text, std::size_t lines);
+    [[nodiscard]] Line line_of(std::span<const TimePieces> groups) const;
     [[nodiscard]] std::size_t set_of(const TimePiece& piece) const;
     [[nodiscard]] int width_of(const TimePiece& piece) const;
+    [[nodiscard]] int width_of(const TimePieces& pieces) const;
     [[nodiscard]] int width_of(const Line& line) const;
     [[nodiscard]] int widest_line() const;
-    [[nodiscard]] int least_height() const;
+    [[nodiscard]] int height_of_lines() const;
     [[nodiscard]] bool shows(const TimePiece& piece) const;
-    void cut_cells();
-    void place(const TimeText& text);
-    void place_line(const Line& line, Ouint8 align, int y);
+    void arrange_what_fits(const TimeText& text);
+    [[nodiscard]] std::size_t leave_out_what_is_outside();
+    void cut_height();
+    void place(Ouint8 align);
+    void place_line(const Line& line, Ouint8 align, int baseline);
 
     int m_areaWidth, m_areaHeight;
     std::shared_ptr<Font> m_font;
-    int m_top = 0, m_bottom = 0; // of the cells around their baseline
     int m_underlineTop = 0, m_underline = 0;
     std::vector<TimePiece> m_kinds; // a piece that each set is for
     std::vector<GlyphSet> m_sets;

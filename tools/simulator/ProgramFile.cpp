@@ -110,8 +110,7 @@ bool read_areas(Cursor& in, Reading& reading, Attempt& attempt) {
     }
     const bool six = reading.generation == Generation::six;
     const std::size_t unused = six ? reading.data.size() - attempt.data_used : 0;
-    return in.expect(unused == 0 || attempt.data_may_follow, "data file", "no bytes behind the last page",
-                     unused);
+    return in.expect(unused == 0, "data file", "no bytes behind the last page", unused);
 }
 
 // Background flag 1, area count 1, the areas.

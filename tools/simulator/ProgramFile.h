@@ -1,6 +1,7 @@
 // Programs as a controller keeps them, and the strict parser of the files that bring them.
 #pragma once
 
+#include "simulator/ClockArea.h"
 #include "simulator/DynamicArea.h"
 #include "simulator/PixelData.h"
 #include "simulator/Series.h"
@@ -57,7 +58,7 @@ struct ProgramArea {
     std::uint8_t background_flag = 0, transparency = 0, equal = 0; // of generation 6
     std::optional<Sound> sound;                                    // likewise
     std::vector<Page> pages;
-    Frame record; // of a time area, all of it
+    std::optional<ClockArea> clock; // of a time area, which has one page below it
 
     // What the border leaves.
     [[nodiscard]] Rect inside() const;

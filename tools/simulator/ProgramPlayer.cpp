@@ -35,7 +35,7 @@ ProgramPlayer::ProgramPlayer(Program program, int width, int height, PixelFormat
 }
 
 Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {
-    return plays_at(clock) ? picture(since_start) : Image(m_width, m_height);
+    return plays_at(clock) ? picture(since_start, {clock, since_start}) : Image(m_width, m_height);
 }
 
 std::optional<Time> ProgramPlayer::next_change(Time since_start, LocalSeconds clock) const {
@@ -66,13 +66,14 @@ Time ProgramPlayer::once() const {
     return longest;
 }
 
-Image ProgramPlayer::picture(Time played) const {
+Image ProgramPlayer::picture(Time played, const ClockReading& clocks) const {
     Image image(m_width, m_height);
     for (const bool background : {true, false})
         for (std::size_t i = 0; i < m_timelines.size(); ++i) {
             const ProgramArea& area = m_program.areas[i];
             if ((area.type == AreaType::background) != background) continue;
             m_timelines[i].draw(image, played);
+            if (area.clock) draw(image, m_format, *area.clock, area.rect, clocks);
             if (area.border) draw(image, m_format, *area.border, area.rect, played);
         }
     if (m_program.border) draw(image, m_format, *m_program.border, {0, 0, m_width, m_height}, played);
@@ -82,8 +83,10 @@ Image ProgramPlayer::picture(Time played) const {
 std::optional<Time> ProgramPlayer::next_picture(Time played) const {
     std::optional<Time> soonest;
     for (const Timeline& timeline : m_timelines) earliest(soonest, timeline.next_change(played));
-    for (const ProgramArea& area : m_program.areas)
+    for (const ProgramArea& area : m_program.areas) {
         if (area.border) earliest(soonest, sim::next_change(*area.border, played));
+        if (area.clock) earliest(soonest, played - played % kClockStep + kClockStep);
+    }
     if (m_program.border) earliest(soonest, sim::next_change(*m_program.border, played));
     return soonest;
 }
@@ -116,7 +119,7 @@ Playlist::Turn Playlist::turn_at(Time since_start, LocalSeconds clock,
 Image Playlist::screen(Time since_start, LocalSeconds clock, const std::optional<std::string>& locked) const {
     const Turn turn = turn_at(since_start, clock, locked);
     if (turn.player == m_players.end()) return {m_width, m_height};
-    return turn.player->second->picture(since_start - turn.since);
+    return turn.player->second->picture(since_start - turn.since, {clock, since_start});
 }
 
 std::optional<Time> Playlist::next_change(Time since_start, LocalSeconds clock,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/Clock.h"
+#include "simulator/LiveClock.h"
 #include "simulator/ProgramFile.h"
 #include "simulator/Timeline.h"
 
@@ -33,7 +34,7 @@ class ProgramPlayer {
     // How long it takes to be played once: until its longest area has shown all pages, at least a second.
     [[nodiscard]] Time once() const;
     // What it shows regardless of periods.
-    [[nodiscard]] Image picture(Time played) const;
+    [[nodiscard]] Image picture(Time played, const ClockReading& clocks = {}) const;
     [[nodiscard]] std::optional<Time> next_picture(Time played) const;
 
   private:

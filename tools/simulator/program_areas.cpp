@@ -1,4 +1,5 @@
 // Area records of program files.
+#include "simulator/clock_records.h"
 #include "simulator/page_records.h"
 #include "simulator/program_reading.h"
 
@@ -40,9 +41,8 @@ bool read_page_5(Cursor& in, Page& page, Extent& extent) {
 bool take_data(Cursor& in, const Reading& reading, Extent& extent, Attempt& attempt) {
     const std::size_t next = attempt.data_used + 1;
     const std::uint32_t offset = in.u32();
-    const bool follows = offset == next || (attempt.data_may_follow && offset > next);
-    if (!in.expect(follows, "data offset of a page", "the end of the pixels before it, counted from 1,",
-                   offset))
+    if (!in.expect(offset == next, "data offset of a page",
+                   "the end of the pixels before it, counted from 1,", offset))
         return false;
     extent = {offset - 1U, in.u32()};
     const bool inside =
@@ -51,20 +51,6 @@ bool take_data(Cursor& in, const Reading& reading, Extent& extent, Attempt& atte
         return false;
     attempt.data_used = extent.offset + extent.length;
     return true;
-}
-
-// PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1, Dataoffset 4,
-// DataLen 4.
-bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt) {
-    const std::uint32_t length = in.u32();
-    if (!in.whole("page record") || !in.expect(length == kPageRecord6, "page record length", "26", length))
-        return false;
-    read_page_head(in.mark(), page);
-    if (!in.zeros(1, "reserved byte of a page header")) return false;
-    in.skip(1);
-    if (!in.zeros(6, "reserved bytes of a page header")) return false;
-    in.skip(1);
-    return take_data(in, reading, extent, attempt) && in.whole("page record");
 }
 
 // PageNum 2 and the pages, to the end of the record.
@@ -180,16 +166,27 @@ bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& att
 
 } // namespace
 
+// PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1, Dataoffset 4,
+// DataLen 4.
+bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt) {
+    const std::uint32_t length = in.u32();
+    if (!in.whole("page record") || !in.expect(length == kPageRecord6, "page record length", "26", length))
+        return false;
+    read_page_head(in.mark(), page);
+    if (!in.zeros(1, "reserved byte of a page header")) return false;
+    in.skip(1);
+    if (!in.zeros(6, "reserved bytes of a page header")) return false;
+    in.skip(1);
+    return take_data(in, reading, extent, attempt) && in.whole("page record");
+}
+
 bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt) {
     Cursor in(reading, begin, end);
     ProgramArea area;
     if (!in.spend() || !read_place(in, reading.generation, area)) return false;
     if (area.type == AreaType::time) {
-        const Bytes record = reading.file.subspan(begin, end - begin);
-        if (!in.spend(record.size() / kBytesARecord)) return false;
-        area.record.assign(record.begin(), record.end());
+        if (!read_clock(in, reading, area, attempt)) return false;
         attempt.areas.push_back(std::move(area));
-        attempt.data_may_follow = true;
         return true;
     }
     const std::uint8_t flag = in.u8();

@@ -41,9 +41,8 @@ struct Extent {
 // One attempt at the areas.
 struct Attempt {
     std::vector<ProgramArea> areas;
-    std::vector<Extent> extents;  // one for every page of every area
-    std::size_t data_used = 13;   // bytes of the data file that are accounted for
-    bool data_may_follow = false; // a time area came before, whose pixels are not told apart
+    std::vector<Extent> extents; // one for every page of every area
+    std::size_t data_used = 13;  // bytes of the data file that are accounted for
 };
 
 // Takes fields off a part of the program file, and knows where it is.
@@ -91,6 +90,9 @@ bool size_pattern(Border& border, PixelFormat format, std::size_t length, int th
 
 // The same when nothing but the header tells the thickness; 1 pixel where that does not fit.
 bool size_pattern(Border& border, PixelFormat format, std::size_t length);
+
+// The record of a page in generation 6: its header, and where its pixels are.
+bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt);
 
 // One area record, which takes the whole part of the file.
 bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt);
