@@ -80,7 +80,8 @@ bool TimeFontModel::fit(const TimeText& text, std::size_t lines) {
     for (int size = wanted; size >= smallest; --size) {
         measure(text, size);
         break_lines(text, lines);
-        const int width = widest_line(), height = height_of_lines();
+        const int width = widest_line();
+        const int height = height_of_lines() + static_cast<int>(lines) - 1; // a dark row between them
         if (width <= m_areaWidth && height <= m_areaHeight) return true;
         // Hinted fonts do not scale evenly, so that the guess leaves some sizes to try.
         const double excess = std::min(1.0 * m_areaWidth / width, 1.0 * m_areaHeight / height);
@@ -198,9 +199,8 @@ int TimeFontModel::widest_line() const {
     return widest;
 }
 
-// With a dark row between the lines.
 int TimeFontModel::height_of_lines() const {
-    int height = static_cast<int>(m_lines.size()) - 1;
+    int height = 0;
     for (const Line& line : m_lines) height += line.height();
     return std::max(1, height);
 }
@@ -208,7 +208,7 @@ int TimeFontModel::height_of_lines() const {
 // A space shows nothing but the line below it.
 bool TimeFontModel::shows(const TimePiece& piece) const { return m_underline > 0 || piece != kSpace; }
 
-// The arrangement of which most is seen, as near as possible to the one that was asked for.
+// The arrangement of which most is seen, as near as possible to the one that was asked for. Lines may touch.
 void TimeFontModel::arrange_what_fits(const TimeText& text) {
     const std::size_t groups = text.groups.size();
     std::vector<Line> best;
@@ -252,11 +252,11 @@ void TimeFontModel::cut_height() {
 
 // Lines have the gaps of the font where there is room, and stand in the middle.
 void TimeFontModel::place(Ouint8 align) {
-    const int gaps = static_cast<int>(m_lines.size()) - 1, heights = height_of_lines() - gaps;
+    const int gaps = static_cast<int>(m_lines.size()) - 1, heights = height_of_lines();
     int gap = 0;
     if (gaps > 0) {
         const int usual = m_font->line_height() - heights / (gaps + 1);
-        gap = std::clamp(usual, 1, std::max(1, (m_areaHeight - heights) / gaps));
+        gap = std::clamp(usual, 0, std::max(0, (m_areaHeight - heights) / gaps));
     }
     int y = HVarea::get_y_area(m_areaHeight, 1, heights + gaps * gap);
     for (const Line& line : m_lines) {
