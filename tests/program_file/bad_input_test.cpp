@@ -12,6 +12,10 @@ TEST_F(Program, RefusesUnknownAreasByName) {
     const HVpageHeader page = page_header();
     const HVareaframeHeader border{};
     getPageData preview{};
+    const HVtimeAreaData_G56 content = time_content();
+    const HVAnalogClockHeader_G56 clock{};
+    const ClockColor_G56 colors{};
+    const Ouint8 byte = 0;
     const struct {
         const char* name;
         std::function<int()> call;
@@ -26,6 +30,18 @@ TEST_F(Program, RefusesUnknownAreasByName) {
         {"program_picturesAreaAddFrame", [&] { return program_picturesAreaAddFrame(9, &border, "x.png"); }},
         {"program_pictureAreaRemoveFrame", [&] { return program_pictureAreaRemoveFrame(9); }},
         {"program_pictureAreaGetOnePage", [&] { return program_pictureAreaGetOnePage(9, 0, &preview); }},
+        {"program_timeAreaAddContent", [&] { return program_timeAreaAddContent(9, &content); }},
+        {"program_fontPath_timeAreaAddContent",
+         [&] { return program_fontPath_timeAreaAddContent(9, &content); }},
+        {"program_timeAreaChangeContent", [&] { return program_timeAreaChangeContent(9, &content); }},
+        {"program_timeAreaAddAnalogClock",
+         [&] { return program_timeAreaAddAnalogClock(9, &clock, eLINE, &colors); }},
+        {"program_timeAreaChangeAnalogClock",
+         [&] { return program_timeAreaChangeAnalogClock(9, &clock, eLINE, &colors); }},
+        {"program_timeAreaChangeDialPic", [&] { return program_timeAreaChangeDialPic(9, "x.png"); }},
+        {"program_timeAreaChangeDialPicAdd_G56",
+         [&] { return program_timeAreaChangeDialPicAdd_G56(9, &byte, 1); }},
+        {"program_timeAreaRemoveDialPic", [&] { return program_timeAreaRemoveDialPic(9); }},
     };
     for (const auto& c : cases)
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
@@ -35,6 +51,10 @@ TEST_F(Program, RefusesUnknownAreasByName) {
 TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
     const HVpageHeader_G6 page = page_header_g6();
     const HVPicAreaSoundHeader_G6 sound{};
+    const HVtimeAreaData_G56 content = time_content();
+    const HVTimeAreaBattle_G6 battle{};
+    const HVAnalogClockHeader_G56 clock{};
+    const ClockColor_G56 colors{};
     const struct {
         const char* name;
         std::function<int()> call;
@@ -54,6 +74,18 @@ TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
         {"program_pictureAreaChangeSoundSettings_G6",
          [&] { return program_pictureAreaChangeSoundSettings_G6(9, sound, "x"); }},
         {"program_pictureAreaDisableSound_G6", [&] { return program_pictureAreaDisableSound_G6(9); }},
+        {"program_timeAreaAddContent_G6", [&] { return program_timeAreaAddContent_G6(9, &content); }},
+        {"program_fontPath_timeAreaAddContent_G6",
+         [&] { return program_fontPath_timeAreaAddContent_G6(9, &content); }},
+        {"program_timeAreaChangeContent_G6", [&] { return program_timeAreaChangeContent_G6(9, &content); }},
+        {"program_timeAreaSetBattleTime_G6", [&] { return program_timeAreaSetBattleTime_G6(9, &battle); }},
+        {"program_timeAreaCancleBattleTime_G6", [&] { return program_timeAreaCancleBattleTime_G6(9); }},
+        {"program_timeAreaAddAnalogClock_G6",
+         [&] { return program_timeAreaAddAnalogClock_G6(9, &clock, eLINE, &colors); }},
+        {"program_timeAreaChangeAnalogClock_G6",
+         [&] { return program_timeAreaChangeAnalogClock_G6(9, &clock, eLINE, &colors); }},
+        {"program_timeAreaChangeDialPic_G6", [&] { return program_timeAreaChangeDialPic_G6(9, "x.png"); }},
+        {"program_timeAreaRemoveDialPic_G6", [&] { return program_timeAreaRemoveDialPic_G6(9); }},
     };
     for (const auto& c : cases)
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),

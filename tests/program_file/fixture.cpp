@@ -51,6 +51,16 @@ HVpageHeader_G6 page_header_g6(Ouint8 displayMode, Ouint32 arrMode) {
     return page_of<HVpageHeader_G6>(displayMode, arrMode);
 }
 
+HVtimeAreaData_G56 time_content() {
+    HVtimeAreaData_G56 content{};
+    content.color = eYellow;
+    content.fontName = kFont;
+    content.fontSize = 9;
+    content.fontAlign = 1;
+    content.date_enable = true;
+    return content;
+}
+
 HVareaHeader area_header(Ouint8 type, Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height) {
     return area_of<HVareaHeader>(type, x, y, width, height);
 }

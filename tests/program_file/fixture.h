@@ -17,6 +17,8 @@ HVprogramHeader program_header(Ouint32 id);
 HVprogramHeader_G6 program_header_g6(Ouint32 id);
 HVpageHeader page_header(Ouint8 displayMode = 1, Ouint32 arrMode = MULTILINE);
 HVpageHeader_G6 page_header_g6(Ouint8 displayMode = 1, Ouint32 arrMode = MULTILINE);
+// A date as 2024-12-31 in yellow, centred.
+HVtimeAreaData_G56 time_content();
 HVareaHeader area_header(Ouint8 type, Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height);
 HVareaHeader_G6 area_header_g6(Ouint8 type, Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height);
 

@@ -85,7 +85,8 @@ class Parser {
         area.width = m_in.u16();
         area.height = m_in.u16();
         if (area.type == 2) {
-            m_in.skip(area.length - 9);
+            area.clock = clock();
+            require(m_in.ok() && before - m_in.left() == area.length, "length of a time area");
             return area;
         }
         area.border = border(7, area.borderPixels);
@@ -111,6 +112,75 @@ class Parser {
             area.soundText.assign(text.begin(), text.end());
         }
         require(owned(m_in.bytes(5)) == Frame(5), "five zeros");
+    }
+
+    // Everything behind the area header. Generation 5 has the pixels behind the record's other bytes.
+    ParsedClock clock() {
+        ParsedClock clock;
+        require(m_in.u8() == 0, "border of a time area");
+        if (m_g6) {
+            clock.extended = owned(m_in.bytes(27));
+            require(owned(m_in.bytes(6)) == Frame(6), "zeros of a time area");
+            require(m_in.u16() == 1, "page count of a time area");
+            clock.page = page_g6().pixels;
+        }
+        clock.kind = m_in.u8();
+        const std::size_t units = m_in.u8(), sets = m_in.u8();
+        if (clock.kind == 0)
+            digital(clock, units, sets);
+        else
+            analog(clock, units, sets);
+        return clock;
+    }
+
+    void digital(ParsedClock& clock, std::size_t units, std::size_t sets) {
+        for (std::size_t i = 0; i < units; ++i) {
+            ParsedUnit& unit = clock.units.emplace_back();
+            unit.kind = m_in.u8();
+            unit.x = m_in.u16();
+            unit.y = m_in.u16();
+            unit.set = m_in.u8();
+            require(unit.set < sets, "glyph set of a unit");
+            unit.setting = owned(m_in.bytes(2));
+        }
+        for (ParsedUnit& unit : clock.units)
+            for (const Ouint8 byte : m_in.bytes(m_known.timeSetting - 2)) unit.setting.push_back(byte);
+        std::vector<std::size_t> positions;
+        for (std::size_t i = 0; i < sets; ++i) {
+            ParsedGlyphSet& set = clock.sets.emplace_back();
+            set.count = m_in.u8();
+            set.width = m_in.u16();
+            set.height = m_in.u16();
+            positions.push_back(m_in.u32());
+        }
+        glyphs(clock, positions);
+    }
+
+    // Glyphs and sets follow one another behind the page.
+    void glyphs(ParsedClock& clock, const std::vector<std::size_t>& positions) {
+        if (!m_g6) clock.page = owned(m_in.bytes(positions.empty() ? m_known.clockPage : positions.front()));
+        std::size_t next = m_g6 ? m_nextPixel : clock.page.size();
+        for (std::size_t i = 0; i < positions.size(); ++i) {
+            ParsedGlyphSet& set = clock.sets[i];
+            require(positions[i] == next, "position of a glyph set");
+            const std::size_t length = m_known.glyph(set.width, set.height);
+            for (int glyph = 0; glyph < set.count; ++glyph) {
+                const Bytes source = m_g6 ? m_data.subspan(std::min(next - 1, m_data.size())) : m_in.rest();
+                require(length <= source.size(), "pixels of a glyph");
+                set.glyphs.push_back(owned(source.first(length)));
+                if (!m_g6) m_in.skip(length);
+                next += length;
+            }
+        }
+        if (m_g6) m_nextPixel = next;
+    }
+
+    void analog(ParsedClock& clock, std::size_t units, std::size_t sets) {
+        require(units == 1 && sets == 0, "units of an analog clock");
+        clock.setting = owned(m_in.bytes(m_g6 ? m_in.u8() : 14));
+        clock.style = m_in.u8();
+        require(m_in.u8() == 0, "reserved byte of an analog clock");
+        if (!m_g6) clock.page = owned(m_in.bytes(m_in.u32()));
     }
 
     ParsedPage page_start() {

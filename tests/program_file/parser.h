@@ -4,6 +4,7 @@
 
 #include "support/bytes.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -18,6 +19,29 @@ struct ParsedPage {
     Frame pixels;
 };
 
+struct ParsedUnit {
+    Ouint8 kind = 0;
+    Ouint16 x = 0, y = 0;
+    Ouint8 set = 0;
+    Frame setting; // its time-setting record, whole
+};
+
+struct ParsedGlyphSet {
+    Ouint8 count = 0;
+    Ouint16 width = 0, height = 0;
+    std::vector<Frame> glyphs;
+};
+
+struct ParsedClock {
+    Ouint8 kind = 0; // 0 digital, 1 analog
+    Frame extended;  // header of generation 6, 27 bytes
+    std::vector<ParsedUnit> units;
+    std::vector<ParsedGlyphSet> sets;
+    Frame setting; // of the hands
+    Ouint8 style = 0;
+    Frame page;
+};
+
 struct ParsedArea {
     Ouint32 length = 0; // as written before the record
     Ouint8 type = 0;
@@ -28,6 +52,7 @@ struct ParsedArea {
     std::optional<Frame> sound;                                 // 17-byte header
     std::string soundText;
     std::vector<ParsedPage> pages;
+    std::optional<ParsedClock> clock;
 };
 
 struct ParsedProgram {
@@ -42,10 +67,16 @@ struct ParsedProgram {
 };
 
 // What the file itself does not say: how long the pixel data of its borders is, in the order in which they
-// come, and how many play periods there are.
+// come, how many play periods there are, and how long time-setting records are.
 struct NotInTheFile {
     std::vector<std::size_t> borderPixels{};
     std::size_t periods = 0;
+    std::size_t timeSetting = 2;
+    std::size_t clockPage = 0; // of a digital clock of generation 5 without glyphs
+    // A glyph of that size; planes of 8 pixels for two colours unless said otherwise.
+    std::function<std::size_t(int, int)> glyph = [](int width, int height) {
+        return static_cast<std::size_t>((width + 7) / 8 * height * 2);
+    };
 };
 
 ParsedProgram parse_g5(Bytes file, NotInTheFile known = {});

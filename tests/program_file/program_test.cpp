@@ -108,7 +108,7 @@ TEST_F(Program, CountsReplacedAreasToo) {
     EXPECT_EQ(program_AddArea(1, &pictures), 0);
     EXPECT_EQ(program_AddArea(2, &pictures), 0);
     EXPECT_EQ(program_AddArea(1, &clock), 0);
-    ParsedProgram program = parsed_g5();
+    ParsedProgram program = parsed_g5({.clockPage = 16});
     EXPECT_EQ(program.areaCount, 3);
     ASSERT_EQ(program.areas.size(), 2U);
     EXPECT_EQ(program.areas[0].type, ePicturesArea);
@@ -117,7 +117,7 @@ TEST_F(Program, CountsReplacedAreasToo) {
     EXPECT_EQ(program.areas[1].type, eTimeClockArea) << "the new area stands at the end";
     EXPECT_EQ(program_deleteArea(7), 0);
     EXPECT_EQ(program_deleteArea(2), 0);
-    program = parsed_g5();
+    program = parsed_g5({.clockPage = 16});
     EXPECT_EQ(program.areaCount, 2);
     EXPECT_EQ(program.areas.size(), 1U);
     EXPECT_EQ(program_deleteArea(65535), 0);
