@@ -17,10 +17,17 @@ struct Bearing {
     double along, across;
 };
 
+// The sine of an hour's direction, exactly as in every other quarter, so that dials are symmetric.
+double sine_of(int hour) {
+    constexpr double kQuarter[] = {0, 0.5, std::numbers::sqrt3 / 2, 1};
+    const int half = hour % (kHours / 2), quarter = kHours / 4;
+    const double sine = kQuarter[half <= quarter ? half : 2 * quarter - half];
+    return hour % kHours < kHours / 2 ? sine : -sine;
+}
+
 class Direction {
   public:
-    explicit Direction(int hour)
-        : m_sin(std::sin(hour * std::numbers::pi / 6)), m_cos(std::cos(hour * std::numbers::pi / 6)) {}
+    explicit Direction(int hour) : m_sin(sine_of(hour)), m_cos(sine_of(hour + kHours / 4)) {}
 
     [[nodiscard]] Bearing of(int dx, int dy) const {
         return {dx * m_sin - dy * m_cos, dx * m_cos + dy * m_sin};

@@ -67,14 +67,56 @@ TEST(ProgramFileOfGeneration5, MayBeEmpty) {
     EXPECT_TRUE(program.periods.empty());
 }
 
-TEST(ProgramFileOfGeneration5, KeepsTimeAreasAsTheyAre) {
-    const Program program = good(parse_program(sealed("00 50 30 30 30 00*14 00 00 00 01"
-                                                      " 0D 00 00 00 02 01 00 02 00 20 00 10 00 00 00 00 00"),
-                                               kSingle8));
-    ASSERT_EQ(program.areas.size(), 1U);
+// A clock of 8 x 2 without pixels of its own but a dark page, and one of hands.
+TEST(ProgramFileOfGeneration5, HasDigitalAndAnalogClocks) {
+    const Program program = good(
+        parse_program(sealed("00 50 30 30 30 00*14 00 00 00 02"
+                             " 22 00 00 00  02 01 00 02 00 08 00 02 00  00 00 01 01  0A 07 00 01 00 00 01 00"
+                             " 01 01 00 01 00 04 00 00 00  FF FF FF FF  7F"
+                             " 27 00 00 00  02 00 00 00 00 08 00 02 00  00 01 01 00"
+                             " 04 00 01 00 09 01 02 01 03 04 02 05 06 03 02 00 02 00 00 00  FF FE"),
+                      kSingle8));
+    ASSERT_EQ(program.areas.size(), 2U);
     EXPECT_EQ(program.areas[0].type, AreaType::time);
-    EXPECT_EQ(program.areas[0].rect, (Rect{1, 2, 32, 16}));
-    EXPECT_EQ(program.areas[0].record.size(), 13U);
+    EXPECT_EQ(program.areas[0].rect, (Rect{1, 2, 8, 2}));
+    const auto& digital = std::get<DigitalClock>(program.areas[0].clock.value().face);
+    ASSERT_EQ(digital.units.size(), 1U);
+    EXPECT_EQ(digital.units[0].unit, ClockUnit::literal);
+    EXPECT_EQ(digital.units[0].x, 7);
+    EXPECT_EQ(digital.units[0].y, 1);
+    EXPECT_EQ(digital.units[0].color, (Rgb{255, 0, 0}));
+    EXPECT_EQ(digital.sets.at(0).glyphs.at(0), qm::test::hex("7F"));
+    const auto& analog = std::get<AnalogClock>(program.areas[1].clock.value().face);
+    EXPECT_EQ(analog.x, 4);
+    EXPECT_EQ(analog.minute.width, 3);
+    EXPECT_EQ(analog.minute.length, 4);
+    EXPECT_EQ(analog.style, 2);
+    EXPECT_EQ(program.areas[1].pages.at(0).pixels, qm::test::hex("FF FE"));
+}
+
+// Each spoils one field of a clock that is read otherwise.
+TEST(ProgramFileOfGeneration5, RefusesClocksThatAreWrongAnywhere) {
+    const std::string head = "00 50 30 30 30 00*14 00 00 00 01 22 00 00 00  02 01 00 02 00 08 00 02 00  ";
+    const auto file = [&](const std::string& record) {
+        return parse_program(sealed(head + record), kSingle8);
+    };
+    good(file("00 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F"));
+    for (const char* record : {
+             "01 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // border
+             "00 02 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // kind
+             "00 00 02 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // units
+             "00 00 01 00  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // sets
+             "00 00 01 01  0B 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // unknown
+                                                                                                  // unit
+             "00 00 01 01  00 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // no digits
+             "00 00 01 01  0A 08 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // beside
+             "00 00 01 01  0A 07 00 02 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // below
+             "00 00 01 01  0A 07 00 01 00 01 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // no such
+                                                                                                  // set
+             "00 00 01 01  0A 07 00 01 00 00 01 00  02 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // too many
+             "00 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 03 00 00 00  FF FF FF FF  7F", // position
+         })
+        EXPECT_TRUE(std::holds_alternative<std::string>(file(record))) << record;
 }
 
 // Lit pixels look like midnight, and a period that begins at 1 o'clock like a border.
