@@ -1,5 +1,7 @@
 #include "global.h"
 
+#include "support/crc.h"
+
 namespace qm {
 namespace {
 
@@ -16,20 +18,17 @@ template <class Word> constexpr std::array<Word, 256> crc_table(Word polynomial)
 
 } // namespace
 
-constexpr std::array<std::uint16_t, 256> crc16_tabel = crc_table<std::uint16_t>(0xA001);
-constexpr std::array<std::uint32_t, 256> CRC32_Table = crc_table<std::uint32_t>(0xEDB88320);
+constexpr std::array<std::uint16_t, 256> crc16_tabel = crc_table<std::uint16_t>(kCrc16Polynomial);
+constexpr std::array<std::uint32_t, 256> CRC32_Table = crc_table<std::uint32_t>(kCrc32Polynomial);
 
 std::uint16_t calc_crc(std::span<const std::uint8_t> bytes) {
-    std::uint16_t crc = 0;
-    for (const std::uint8_t b : bytes)
-        crc = static_cast<std::uint16_t>(crc16_tabel[(crc ^ b) & 0xFFU] ^ (crc >> 8U));
-    return crc;
+    static const CrcKernel kernel = crc_kernel<kCrc16Polynomial>();
+    return static_cast<std::uint16_t>(kernel(0, bytes));
 }
 
 std::uint32_t calc_crc32(std::span<const std::uint8_t> bytes) {
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (const std::uint8_t b : bytes) crc = CRC32_Table[(crc ^ b) & 0xFFU] ^ (crc >> 8U);
-    return ~crc;
+    static const CrcKernel kernel = crc_kernel<kCrc32Polynomial>();
+    return ~kernel(0xFFFFFFFFU, bytes);
 }
 
 std::uint8_t calc_xor(std::span<const std::uint8_t> bytes) {

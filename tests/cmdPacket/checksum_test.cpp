@@ -1,6 +1,11 @@
 // A wrong checksum makes a controller refuse every frame and every file.
 #include "global.h"
 #include "hex.h"
+#include "support/crc.h"
+#include "support/processor.h"
+
+#include <memory>
+#include <random>
 
 namespace qm::test {
 namespace {
@@ -39,6 +44,30 @@ TEST(Checksum, TablesAreThoseOfTheReflectedPolynomials) {
     EXPECT_EQ(CRC32_Table[1], 0x77073096U);
     EXPECT_EQ(CRC32_Table[2], 0xEE0E612CU);
     EXPECT_EQ(CRC32_Table[3], 0x990951BAU);
+}
+
+// A kernel beside the plain loop over its table: every length up to several of its steps, at every alignment,
+// in memory that ends with the data.
+template <class Word> void compare_kernel(CrcKernel kernel, const std::array<Word, 256>& table) {
+    std::mt19937 random(16);
+    for (std::size_t length = 0; length <= 300; ++length)
+        for (std::size_t offset = 0; offset < 17; ++offset) {
+            const auto memory = std::make_unique<Ouint8[]>(offset + length);
+            const Bytes bytes{memory.get() + offset, length};
+            std::generate_n(memory.get(), offset + length, [&] { return static_cast<Ouint8>(random()); });
+            const auto start = static_cast<Word>(random());
+            Ouint32 plain = start;
+            for (const Ouint8 b : bytes) plain = table[(plain ^ b) & 0xFFU] ^ plain >> 8U;
+            ASSERT_EQ(plain, kernel(start, bytes)) << length << " bytes at " << offset;
+        }
+}
+
+TEST(Checksum, EveryKernelGivesWhatThePlainLoopGives) {
+    compare_kernel(crc_by_tables<kCrc16Polynomial>, crc16_tabel);
+    compare_kernel(crc_by_tables<kCrc32Polynomial>, CRC32_Table);
+    if (!has_carryless_multiply()) return;
+    compare_kernel(crc_by_folding<kCrc16Polynomial>, crc16_tabel);
+    compare_kernel(crc_by_folding<kCrc32Polynomial>, CRC32_Table);
 }
 
 TEST(Checksum, NullPointersAreRefusedAndChangeNothing) {
