@@ -2,6 +2,7 @@
 #include "compare.h"
 
 #include "cmdPacket/LedPacket.h"
+#include "program/PicturesArea_g6.h"
 
 #include <benchmark/benchmark.h>
 
@@ -10,7 +11,7 @@
 namespace qm::bench {
 namespace {
 
-constexpr std::size_t kBytes = 1U << 16U; // of random bytes, one in 64 needs an escape
+constexpr std::size_t kBytes = 1U << 16U;
 
 std::size_t stuff_bytewise(Bytes body, Ouint8* out) {
     Ouint8* p = std::fill_n(out, 8, Ouint8{0xA5});
@@ -42,25 +43,46 @@ std::size_t unstuff_bytewise(Bytes frame, Ouint8* out) {
     return static_cast<std::size_t>(p - out);
 }
 
+// The pages of a long text, 128 x 32 pixels in two colours.
+Frame picture_data() {
+    screen_settings().set(SCREEN_COLOR_DOUBLE, 0x0262, DOUBLE_COLOR_PIXTYPE_1);
+    std::string text;
+    while (text.size() < 10000) text += "signs that say what they mean ";
+    qm_G5_G6_fontData style;
+    style.arrMode = MULTILINE;
+    style.fontSize = 9;
+    style.color = eYellow;
+    PicturesArea_g6 area;
+    area.setGeometry({ePicturesArea, 0, 0, 128, 32});
+    area.AreaAddTxt(text.c_str(), "DejaVu Sans", style, qm_G6_page_header{});
+    area.PreparePageData();
+    Frame data;
+    while (data.size() < kBytes)
+        for (const CData& page : area.pixelDataList)
+            data.insert(data.end(), page.bytes().begin(), page.bytes().end());
+    data.resize(kBytes);
+    return data;
+}
+
 struct Buffers {
-    Frame body = random_bytes(kBytes);
+    explicit Buffers(Frame bytes) : body(std::move(bytes)) {}
+
+    Frame body;
     Frame frame;                            // ours, stuffed
     Frame restored;                         // ours, back again
     Frame room = Frame(8 + 2 * kBytes + 1); // where the loops write
     LedPacket packet;
 };
 
-} // namespace
-
-void stuffing() {
-    const auto b = std::make_shared<Buffers>();
+void compare_stuffing(const std::string& what, Frame body) {
+    const auto b = std::make_shared<Buffers>(std::move(body));
 
     const auto stuff = [=] { LedPacket::Transfer_Packet(b->body, b->frame); };
     const auto stuff_plain = [=] { return stuff_bytewise(b->body, b->room.data()); };
     stuff();
     require(stuff_plain() == b->frame.size() && std::equal(b->frame.begin(), b->frame.end(), b->room.begin()),
             "stuffing: not as the plain loop's");
-    compare_speed("stuff 64 KiB", kBytes, stuff,
+    compare_speed("stuff " + what, kBytes, stuff,
                   {{"byte by byte", [=] { benchmark::DoNotOptimize(stuff_plain()); }}});
 
     const auto unstuff = [=] { b->packet.Restore_Packet(b->frame, b->restored); };
@@ -69,8 +91,15 @@ void stuffing() {
     require(b->restored == b->body, "un-stuffing: not what was stuffed");
     require(unstuff_plain() == kBytes && std::equal(b->body.begin(), b->body.end(), b->room.begin()),
             "un-stuffing by the plain loop: not what was stuffed");
-    compare_speed("un-stuff 64 KiB", kBytes, unstuff,
+    compare_speed("un-stuff " + what, kBytes, unstuff,
                   {{"byte by byte", [=] { benchmark::DoNotOptimize(unstuff_plain()); }}});
+}
+
+} // namespace
+
+void stuffing() {
+    compare_stuffing("64 KiB of picture data", picture_data());
+    compare_stuffing("64 KiB of random bytes", random_bytes(kBytes));
 }
 
 } // namespace qm::bench

@@ -1,5 +1,7 @@
 #include "cmdPacket/LedPacket.h"
 
+#include "cmdPacket/stuffing.h"
+
 #include <cstdlib>
 #include <ctime>
 
@@ -7,11 +9,6 @@ namespace qm {
 namespace {
 
 constexpr int kStartBytes = 8;
-
-// A body must carry none of the start byte A5, the end byte 5A and the escape bytes A6 and 5B. An escape byte
-// followed by 1 stands for itself, followed by 2 for the byte below it.
-constexpr bool is_escape(Ouint8 b) { return b == 0x5B || b == 0xA6; }
-constexpr bool needs_escape(Ouint8 b) { return b == 0x5A || b == 0xA5 || is_escape(b); }
 
 // Splits text at the separator into count decimal numbers. A field of more than max_field characters ends
 // early, and what is left of it begins the next one.
@@ -27,23 +24,11 @@ void decimal_fields(const char* text, char separator, std::size_t max_field, std
 
 } // namespace
 
-std::size_t LedPacket::Need_Transfer_Count(Bytes bytes) {
-    std::size_t count = 0;
-    for (const Ouint8 b : bytes) count += needs_escape(b);
-    return count;
-}
+std::size_t LedPacket::Need_Transfer_Count(Bytes bytes) { return stuffing_kernels().count(bytes); }
 
 std::size_t LedPacket::Transfer_Packet(Bytes body, Ouint8* out) {
     Ouint8* p = std::fill_n(out, kStartBytes, Ouint8{0xA5});
-    for (const Ouint8 b : body) {
-        if (!needs_escape(b)) {
-            *p++ = b;
-            continue;
-        }
-        const bool escape = is_escape(b);
-        *p++ = static_cast<Ouint8>(escape ? b : b + 1);
-        *p++ = escape ? 1 : 2;
-    }
+    p += stuffing_kernels().stuff(body, p);
     *p++ = 0x5A;
     return static_cast<std::size_t>(p - out);
 }
@@ -54,18 +39,7 @@ void LedPacket::Transfer_Packet(Bytes body, Frame& out) {
 }
 
 std::size_t LedPacket::Restore_Data(Bytes stuffed, Ouint8* out) {
-    Ouint8* p = out;
-    for (std::size_t i = 0; i < stuffed.size(); ++i) {
-        const Ouint8 b = stuffed[i];
-        const Ouint8 next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
-        if (is_escape(b) && (next == 1 || next == 2)) {
-            *p++ = static_cast<Ouint8>(b + 1 - next);
-            ++i;
-        } else {
-            *p++ = b;
-        }
-    }
-    return static_cast<std::size_t>(p - out);
+    return stuffing_kernels().restore(stuffed, out);
 }
 
 void LedPacket::Restore_Packet(Bytes frame, Frame& body) const {

@@ -1,7 +1,10 @@
 // A body byte that looks like a start or end byte must reach the controller, and come back, as it was.
 #include "cmdPacket/LedPacket.h"
+#include "cmdPacket/stuffing.h"
 #include "hex.h"
+#include "support/processor.h"
 
+#include <memory>
 #include <random>
 
 namespace qm::test {
@@ -64,6 +67,72 @@ TEST(Stuffing, RandomBodiesComeBackAndFillExactlyTheLengthPromised) {
         ASSERT_EQ(std::count(frame.begin(), frame.end(), 0xA5), 8);
         ASSERT_EQ(hex_text(restored(frame)), hex_text(body));
     }
+}
+
+// The plain forms, a byte at a time.
+Frame stuffed_bytewise(Bytes body) {
+    Frame out;
+    for (const Ouint8 b : body) {
+        const bool below = b == 0x5A || b == 0xA5, escape = b == 0x5B || b == 0xA6;
+        out.push_back(static_cast<Ouint8>(below ? b + 1 : b));
+        if (below || escape) out.push_back(below ? 2 : 1);
+    }
+    return out;
+}
+
+Frame restored_bytewise(Bytes stuffed) {
+    Frame out;
+    for (std::size_t i = 0; i < stuffed.size(); ++i) {
+        const Ouint8 b = stuffed[i], next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
+        const bool pair = (b == 0x5B || b == 0xA6) && (next == 1 || next == 2);
+        out.push_back(static_cast<Ouint8>(pair && next == 2 ? b - 1 : b));
+        if (pair) ++i;
+    }
+    return out;
+}
+
+// Bytes in memory of their own, at some alignment, that ends with them.
+class Exact {
+  public:
+    Exact(std::size_t offset, std::size_t length)
+        : m_memory(std::make_unique<Ouint8[]>(offset + length)), bytes(m_memory.get() + offset, length) {}
+
+  private:
+    std::unique_ptr<Ouint8[]> m_memory;
+
+  public:
+    std::span<Ouint8> bytes;
+};
+
+void compare_with_single_bytes(const StuffingKernels& kernels) {
+    constexpr Ouint8 kAwkward[] = {0x5A, 0x5B, 0xA5, 0xA6, 1, 2, 0x59, 0x5C, 0xA4, 0xA7, 0x80, 0x7F};
+    std::mt19937 random(32);
+    for (std::size_t length = 0; length <= 300; ++length)
+        for (const unsigned rarity : {1U, 5U, 40U, 1000U}) {
+            const Exact in(random() % 33, length);
+            for (Ouint8& b : in.bytes) b = random() % rarity == 0 ? kAwkward[random() % 12] : Ouint8{0xFF};
+            const Frame stuffed = stuffed_bytewise(in.bytes), restored = restored_bytewise(in.bytes);
+
+            ASSERT_EQ(kernels.count(in.bytes), stuffed.size() - length);
+            const Exact out(random() % 33, stuffed.size());
+            ASSERT_EQ(kernels.stuff(in.bytes, out.bytes.data()), stuffed.size());
+            ASSERT_EQ(hex_text(out.bytes), hex_text(stuffed));
+
+            const Exact back(random() % 33, length); // of bytes that stuffing need not have made
+            ASSERT_EQ(kernels.restore(in.bytes, back.bytes.data()), restored.size());
+            ASSERT_EQ(hex_text(back.bytes.first(restored.size())), hex_text(restored));
+        }
+}
+
+TEST(Stuffing, EveryKernelGivesWhatSingleBytesGive) {
+    compare_with_single_bytes(kPortableStuffing);
+    if (has_avx2()) compare_with_single_bytes(kAvx2Stuffing);
+}
+
+TEST(Stuffing, ABodyOfNothingButEscapesIsCountedToTheEnd) {
+    const Frame body(100000, 0x5A);
+    EXPECT_EQ(LedPacket::Need_Transfer_Count(body), body.size());
+    EXPECT_EQ(restored(stuffed(body)), body);
 }
 
 } // namespace
