@@ -1,16 +1,15 @@
 #include "program/PixelData.h"
 
-#include "program/DarkMasks.h"
+#include "program/FullColour.h"
+#include "program/LitPixels.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <utility>
-#include <vector>
+#include <span>
 
 namespace qm {
 namespace {
-
-constexpr GammaTable kGamma = gamma_table();
 
 struct Canvas {
     const Ouint8* pixels;
@@ -39,117 +38,132 @@ std::size_t plane_count(int screenColor) {
     return planes ? static_cast<std::size_t>(screenColor) : 0;
 }
 
-constexpr std::array<Ouint8, 256> reversed_bits() {
-    std::array<Ouint8, 256> table{};
-    for (unsigned i = 0; i < 256; ++i)
-        for (unsigned bit = 0; bit < 8; ++bit)
-            if (i >> bit & 1U) table[i] = static_cast<Ouint8>(table[i] | 0x80U >> bit);
-    return table;
-}
-constexpr std::array<Ouint8, 256> kReversed = reversed_bits();
+// Eight columns of one row make a byte of each plane, and a word of LitPixels.
+class Rows {
+  public:
+    explicit Rows(const Canvas& canvas)
+        : m_canvas(canvas), m_firstWhole((canvas.leftPad + 7) / 8),
+          m_lastWhole(std::max(m_firstWhole, (canvas.leftPad + canvas.width) / 8)) {}
 
-// Eight pixels as one byte of each plane, the first pixel in the top bit. Dark is 1, as in the masks.
-template <int Color, bool Swapped>
-void pack_byte(const Ouint8* pixels, Ouint8* const* planes, std::size_t byte) {
-    const DarkMasks dark = dark_masks(pixels);
-    const auto put = [&](unsigned plane, unsigned mask) { planes[plane][byte] = kReversed[mask & 0xFFU]; };
-    if constexpr (Color == SCREEN_COLOR_SINGLE) {
-        put(0, dark.red & dark.green & dark.blue);
-    } else if constexpr (Color == SCREEN_COLOR_THREE) {
-        put(0, dark.red);
-        put(1, dark.green);
-        put(2, dark.blue);
-    } else {
-        // Blue shows on the plane that red goes to, where neither red nor green does.
-        put(Swapped ? 1 : 0, dark.red & (dark.blue | ~dark.green));
-        put(Swapped ? 0 : 1, dark.green);
+    // Hands the words of all rows on in pieces, with the position of each piece.
+    template <class Take> void for_each_piece(const Take& take) const {
+        std::array<Ouint32, 512> lit;
+        const std::size_t rowWords = m_canvas.rowLen / 8;
+        for (std::size_t y = 0; y < m_canvas.height; ++y)
+            for (std::size_t from = 0, to; from < rowWords; from = to) {
+                to = std::min(rowWords, from + lit.size());
+                fill(y, from, to, lit.data());
+                take(y * rowWords + from, std::span<const Ouint32>(lit.data(), to - from));
+            }
     }
-}
 
-// Fills one row of each plane, rowLen / 8 bytes. Columns outside the image are dark.
-template <int Color, bool Swapped> void pack_row(const Canvas& canvas, std::size_t y, Ouint8* const* planes) {
-    const Ouint8* row = canvas.row(y);
-    const std::size_t first = canvas.leftPad, last = canvas.leftPad + canvas.width;
-    for (std::size_t byte = 0; byte < canvas.rowLen / 8; ++byte) {
-        const std::size_t column = 8 * byte;
-        if (column >= first && column + 8 <= last) {
-            pack_byte<Color, Swapped>(row + 4 * (column - first), planes, byte);
-            continue;
-        }
+  private:
+    void fill(std::size_t y, std::size_t from, std::size_t to, Ouint32* lit) const {
+        const std::size_t whole = std::clamp(m_firstWhole, from, to),
+                          edge = std::clamp(m_lastWhole, whole, to);
+        for (std::size_t word = from; word < whole; ++word) lit[word - from] = padded_word(y, word);
+        if (whole < edge)
+            m_kernel(m_canvas.row(y) + 4 * (8 * whole - m_canvas.leftPad), edge - whole,
+                     lit + (whole - from));
+        for (std::size_t word = edge; word < to; ++word) lit[word - from] = padded_word(y, word);
+    }
+
+    // Columns outside the image are dark.
+    [[nodiscard]] Ouint32 padded_word(std::size_t y, std::size_t word) const {
+        const std::size_t first = m_canvas.leftPad, last = first + m_canvas.width;
+        const std::size_t from = std::max(8 * word, first), to = std::min(8 * word + 8, last);
+        if (from >= to) return 0;
         Ouint8 padded[32] = {};
-        const std::size_t from = std::max(column, first), to = std::min(column + 8, last);
-        if (from < to) std::memcpy(padded + 4 * (from - column), row + 4 * (from - first), 4 * (to - from));
-        pack_byte<Color, Swapped>(padded, planes, byte);
+        std::memcpy(padded + 4 * (from - 8 * word), m_canvas.row(y) + 4 * (from - first), 4 * (to - from));
+        Ouint32 lit;
+        m_kernel(padded, 1, &lit);
+        return lit;
     }
-}
 
-using RowPacker = void (*)(const Canvas&, std::size_t, Ouint8* const*);
+    const Canvas& m_canvas;
+    LitPixels m_kernel = lit_pixels();
+    std::size_t m_firstWhole, m_lastWhole; // words with no column outside the image
+};
 
-RowPacker row_packer(const PixelLayout& layout) {
-    switch (layout.screenColor) {
-    case SCREEN_COLOR_SINGLE:
-        return pack_row<SCREEN_COLOR_SINGLE, false>;
-    case SCREEN_COLOR_DOUBLE:
-        return layout.doubleColorPixel == static_cast<int>(DOUBLE_COLOR_PIXTYPE_1)
-                   ? pack_row<SCREEN_COLOR_DOUBLE, false>
-                   : pack_row<SCREEN_COLOR_DOUBLE, true>;
-    default:
-        return pack_row<SCREEN_COLOR_THREE, false>;
+// What a word of LitPixels gives to each plane, in its low byte; 1 is dark.
+struct SingleColour {
+    static constexpr std::size_t planes = 1;
+    static std::array<Ouint32, 1> dark(Ouint32 lit) { return {~(lit | lit >> 8U | lit >> 16U)}; }
+};
+
+struct ThreeColours {
+    static constexpr std::size_t planes = 3;
+    static std::array<Ouint32, 3> dark(Ouint32 lit) { return {~(lit >> 16U), ~(lit >> 8U), ~lit}; }
+};
+
+template <bool Swapped> struct DoubleColour {
+    static constexpr std::size_t planes = 2;
+    static std::array<Ouint32, 2> dark(Ouint32 lit) {
+        // Blue shows on the plane that red goes to, where neither red nor green does.
+        const Ouint32 green = lit >> 8U, red = lit >> 16U | (lit & ~green);
+        if constexpr (Swapped) return {~green, ~red};
+        return {~red, ~green};
     }
-}
+};
 
 // Bytes interleaved by plane: red, or green and red, or red, green and blue.
-void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
-    const std::size_t planes = plane_count(layout.screenColor);
-    const std::size_t rowBytes = canvas.rowLen / 8;
-    // As many groups as the alignment unit yields: fewer than were packed where it is not 8.
-    std::size_t groups = canvas.total() / layout.alignPixels;
-    const RowPacker pack = row_packer(layout);
-    std::vector<Ouint8> scratch(planes * rowBytes);
-    Ouint8* rows[3] = {};
-    for (std::size_t p = 0; p < planes; ++p) rows[p] = scratch.data() + p * rowBytes;
-    const Ouint8* order[3] = {rows[0], rows[1], rows[2]};
-    if (planes == 2) std::swap(order[0], order[1]);
-    for (std::size_t y = 0; y < canvas.height && groups > 0; ++y) {
-        pack(canvas, y, rows);
-        const std::size_t count = std::min(groups, rowBytes);
-        for (std::size_t i = 0; i < count; ++i)
-            for (std::size_t p = 0; p < planes; ++p) *out++ = order[p][i];
-        groups -= count;
+template <class Colour> void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+    // As many groups as the alignment unit yields: fewer than there are where it is not 8.
+    const std::size_t groups = canvas.total() / layout.alignPixels;
+    Rows(canvas).for_each_piece([=](std::size_t at, std::span<const Ouint32> lit) {
+        const std::size_t count = at < groups ? std::min(groups - at, lit.size()) : 0;
+        Ouint8* bytes = out + Colour::planes * at;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto dark = Colour::dark(lit[i]);
+            for (std::size_t p = 0; p < Colour::planes; ++p)
+                bytes[Colour::planes * i + p] = static_cast<Ouint8>(dark[Colour::planes == 2 ? 1 - p : p]);
+        }
+    });
+}
+
+void swap_word_bytes(Ouint8* plane, std::size_t words) {
+    for (std::size_t i = 0; i < words; ++i, plane += 4) {
+        Ouint32 word;
+        std::memcpy(&word, plane, sizeof word);
+        word = word << 24U | (word << 8U & 0xFF0000U) | (word >> 8U & 0xFF00U) | word >> 24U;
+        std::memcpy(plane, &word, sizeof word);
     }
 }
 
 // Whole planes, one after the other, every 32 pixels as a word with its lowest byte first.
-void emit_words(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
-    const std::size_t planes = plane_count(layout.screenColor);
-    const std::size_t rowBytes = canvas.rowLen / 8, planeBytes = canvas.total() / 8;
-    const RowPacker pack = row_packer(layout);
-    for (std::size_t y = 0; y < canvas.height; ++y) {
-        Ouint8* rows[3] = {};
-        for (std::size_t p = 0; p < planes; ++p) rows[p] = out + p * planeBytes + y * rowBytes;
-        pack(canvas, y, rows);
-    }
-    for (std::size_t p = 0; p < planes; ++p) {
+template <class Colour> void emit_words(const Canvas& canvas, Ouint8* out) {
+    const std::size_t planeBytes = canvas.total() / 8, words = planeBytes / 4;
+    Rows(canvas).for_each_piece([=](std::size_t at, std::span<const Ouint32> lit) {
+        for (std::size_t p = 0; p < Colour::planes; ++p) {
+            Ouint8* plane = out + p * planeBytes + at;
+            for (std::size_t i = 0; i < lit.size(); ++i)
+                plane[i] = static_cast<Ouint8>(Colour::dark(lit[i])[p]);
+        }
+    });
+    for (std::size_t p = 0; p < Colour::planes; ++p) {
         Ouint8* plane = out + p * planeBytes;
-        const std::size_t whole = planeBytes / 4 * 4;
-        for (std::size_t i = 0; i < whole; i += 4) std::reverse(plane + i, plane + i + 4);
-        std::fill(plane + whole, plane + planeBytes, Ouint8{0});
+        swap_word_bytes(plane, words);
+        std::fill(plane + 4 * words, plane + planeBytes, Ouint8{0});
     }
 }
 
-void emit_24bit(const Ouint8* pixel, std::size_t count, Ouint8* out) {
-    for (std::size_t i = 0; i < count; ++i, pixel += 4, out += 3) {
-        out[0] = pixel[2];
-        out[1] = pixel[1];
-        out[2] = pixel[0];
-    }
+template <class Colour> void emit_planes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+    if (layout.tranMode == Tran_Pixel_Mode0)
+        emit_bytes<Colour>(canvas, layout, out);
+    else
+        emit_words<Colour>(canvas, out);
 }
 
-void emit_16bit(const Ouint8* pixel, std::size_t count, Ouint8* out) {
-    for (std::size_t i = 0; i < count; ++i, pixel += 4, out += 2) {
-        const Ouint16 value = pack_565(kGamma[pixel[2]], kGamma[pixel[1]], kGamma[pixel[0]]);
-        out[0] = static_cast<Ouint8>(value);
-        out[1] = static_cast<Ouint8>(value >> 8U);
+void emit_planes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+    switch (layout.screenColor) {
+    case SCREEN_COLOR_SINGLE:
+        return emit_planes<SingleColour>(canvas, layout, out);
+    case SCREEN_COLOR_DOUBLE:
+        return layout.doubleColorPixel == static_cast<int>(DOUBLE_COLOR_PIXTYPE_1)
+                   ? emit_planes<DoubleColour<false>>(canvas, layout, out)
+                   : emit_planes<DoubleColour<true>>(canvas, layout, out);
+    default:
+        return emit_planes<ThreeColours>(canvas, layout, out);
     }
 }
 
@@ -188,19 +202,17 @@ std::size_t convert_pixels(const Ouint8* pixels, int left, int width, int height
     const std::size_t count = canvas.width * canvas.height;
     switch (layout.tranMode) {
     case Tran_Pixel_Mode0:
-        emit_bytes(canvas, layout, out);
+    case Tran_Pixel_Mode4:
+        emit_planes(canvas, layout, out);
         break;
     case Tran_Pixel_Mode1:
         std::memset(out, 0, size);
         break;
     case Tran_Pixel_Mode3:
-        emit_16bit(pixels, count, out);
-        break;
-    case Tran_Pixel_Mode4:
-        emit_words(canvas, layout, out);
+        full_colour_kernels().to_16bit(pixels, count, out);
         break;
     case Tran_Pixel_Mode5:
-        emit_24bit(pixels, count, out);
+        full_colour_kernels().to_24bit(pixels, count, out);
         break;
     default:
         break;
