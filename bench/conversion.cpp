@@ -1,10 +1,12 @@
-// Rendered pictures to controller pixel data, beside the plain form and beside moving the same memory.
+// Rendered pictures to controller pixel data: bit planes beside the plain form and beside reading the same
+// memory, full colour beside the plain form and beside a library that does much the same.
 #include "compare.h"
 
 #include "program/PixelData.h"
 #include "reference_conversion.h"
 
 #include <benchmark/benchmark.h>
+#include <libyuv.h>
 
 #include <cstring>
 #include <memory>
@@ -15,45 +17,82 @@ namespace {
 constexpr int kWidth = 2048, kHeight = 1024;
 constexpr std::size_t kSourceBytes = std::size_t{4} * kWidth * kHeight;
 
-struct Case {
-    const char* work;
-    PixelLayout layout;
-};
-constexpr Case kCases[] = {
-    {"convert 2048 x 1024, mode 0, double colour", {2, Tran_Pixel_Mode0, 1, 8}},
-    {"convert 2048 x 1024, mode 4, double colour", {2, Tran_Pixel_Mode4, 1, 32}},
-    {"convert 2048 x 1024, mode 3, full colour", {4, Tran_Pixel_Mode3, 1, 8}},
-    {"convert 2048 x 1024, mode 5, full colour", {4, Tran_Pixel_Mode5, 1, 8}},
-};
-
 struct Memory {
     Frame source = random_bytes(kSourceBytes);
     Frame target = Frame(kSourceBytes); // no layout takes more than the source
 };
+using SharedMemory = std::shared_ptr<Memory>;
 
-void compare_conversion(const Case& c, const std::shared_ptr<Memory>& memory) {
+struct Case {
+    std::string work;
+    PixelLayout layout;
+    int left;
+};
+
+// The least that can be done with the pixels: a sum of them.
+Ouint32 sum_of_words(Bytes bytes) {
+    Ouint32 sum = 0;
+    for (std::size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+        Ouint32 word;
+        std::memcpy(&word, &bytes[i], sizeof word);
+        sum += word;
+    }
+    return sum;
+}
+
+void compare_conversion(const Case& c, const SharedMemory& memory, const Peer& peer) {
     const auto ours = [=] {
-        return convert_pixels(memory->source.data(), 0, kWidth, kHeight, c.layout, memory->target.data());
+        return convert_pixels(memory->source.data(), c.left, kWidth, kHeight, c.layout,
+                              memory->target.data());
     };
     const auto plain = [=] {
-        return reference::convert(memory->source.data(), 0, kWidth, kHeight, c.layout);
+        return reference::convert(memory->source.data(), c.left, kWidth, kHeight, c.layout);
     };
 
     const Frame expected = plain();
     require(ours() == expected.size() && std::equal(expected.begin(), expected.end(), memory->target.begin()),
-            std::string(c.work) + ": wrong bytes");
+            c.work + ": wrong bytes");
+    compare_speed("convert 2048 x 1024, " + c.work, kSourceBytes, ours,
+                  {{"bit by bit", [=] { benchmark::DoNotOptimize(plain().data()); }}, peer});
+}
 
-    const auto copy = [=] { std::memcpy(memory->target.data(), memory->source.data(), kSourceBytes); };
-    compare_speed(
-        c.work, kSourceBytes, ours,
-        {{"bit by bit", [=] { benchmark::DoNotOptimize(plain().data()); }}, {"memcpy of the source", copy}});
+void bit_planes(const SharedMemory& memory) {
+    constexpr struct {
+        int color;
+        const char* name;
+    } kColors[] = {
+        {SCREEN_COLOR_SINGLE, "single"}, {SCREEN_COLOR_DOUBLE, "double"}, {SCREEN_COLOR_THREE, "three"}};
+    const Peer reading{"reading it", [=] { benchmark::DoNotOptimize(sum_of_words(memory->source)); }};
+    for (const int mode : {Tran_Pixel_Mode0, Tran_Pixel_Mode4})
+        for (const auto& color : kColors)
+            for (const int left : {0, 3}) {
+                std::string work = "mode ";
+                work += std::to_string(mode);
+                work.append(", ").append(color.name).append(left == 0 ? " colour" : " colour, at column 3");
+                const unsigned unit = mode == Tran_Pixel_Mode0 ? 8 : 32;
+                compare_conversion({work, {color.color, mode, 1, unit}, left}, memory, reading);
+            }
+}
+
+void full_colour(const SharedMemory& memory) {
+    const auto peer = [&memory](const char* name, auto function, int bytes) {
+        return Peer{name, [=] {
+                        function(memory->source.data(), 4 * kWidth, memory->target.data(), bytes * kWidth,
+                                 kWidth, kHeight);
+                    }};
+    };
+    compare_conversion({"mode 3, full colour", {SCREEN_COLOR_FULLCOLOR, Tran_Pixel_Mode3, 1, 8}, 0}, memory,
+                       peer("libyuv, no gamma", libyuv::ARGBToRGB565, 2));
+    compare_conversion({"mode 5, full colour", {SCREEN_COLOR_FULLCOLOR, Tran_Pixel_Mode5, 1, 8}, 0}, memory,
+                       peer("libyuv", libyuv::ARGBToRAW, 3));
 }
 
 } // namespace
 
 void conversion() {
     const auto memory = std::make_shared<Memory>();
-    for (const Case& c : kCases) compare_conversion(c, memory);
+    bit_planes(memory);
+    full_colour(memory);
 }
 
 } // namespace qm::bench

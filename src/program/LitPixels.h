@@ -1,4 +1,4 @@
-// Which channels of which pixels are lit: the threshold of bit planes.
+// The threshold of bit planes: which channels of which pixels are lit, and which are dark.
 #pragma once
 
 #include "qm_sdk_dual.h"
@@ -7,14 +7,27 @@
 
 namespace qm {
 
-// Eight pixels make a word: blue in its lowest byte, then green, red and the unused channel, and in each byte
-// a bit for each pixel, the first one on top. A bit is 1 where the channel is above 96.
-using LitPixels = void (*)(const Ouint8* pixels, std::size_t words, Ouint32* lit);
+// A word for each eight pixels: blue in its lowest byte, then green and red, and in each of them a bit for
+// each pixel, the first one on top. A bit is 1 where the channel is dark, 96 or less. The highest byte means
+// nothing.
+struct ChannelBytes {
+    Ouint8 *red, *green, *blue;
+};
 
-void lit_pixels_portable(const Ouint8* pixels, std::size_t words, Ouint32* lit); // for any processor
-void lit_pixels_avx2(const Ouint8* pixels, std::size_t words, Ouint32* lit);     // where has_avx2() says so
+// Four bytes as they come, or the last one first; then there are whole fours of them.
+enum class ByteOrder { straight, fours_reversed };
 
-// The faster one.
-[[nodiscard]] LitPixels lit_pixels();
+struct LitPixelKernels {
+    // Takes 8 * count pixels, 4 bytes each: blue, green, red, unused.
+    void (*find_dark)(const Ouint8* pixels, std::size_t count, Ouint32* dark);
+    // Takes words apart, into a byte of each channel.
+    void (*split)(const Ouint32* dark, std::size_t count, ByteOrder order, const ChannelBytes& out);
+};
+
+extern const LitPixelKernels kPortableLitPixels; // for any processor
+extern const LitPixelKernels kAvx2LitPixels;     // where has_avx2() says so
+
+// The faster ones.
+[[nodiscard]] const LitPixelKernels& lit_pixel_kernels();
 
 } // namespace qm

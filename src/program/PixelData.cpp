@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <span>
 
@@ -38,133 +39,132 @@ std::size_t plane_count(int screenColor) {
     return planes ? static_cast<std::size_t>(screenColor) : 0;
 }
 
-// Eight columns of one row make a byte of each plane, and a word of LitPixels.
+// Pixels are taken in pieces of a row, eight columns a byte of each plane.
+constexpr std::size_t kPiece = 512;
+
 class Rows {
   public:
     explicit Rows(const Canvas& canvas)
         : m_canvas(canvas), m_firstWhole((canvas.leftPad + 7) / 8),
           m_lastWhole(std::max(m_firstWhole, (canvas.leftPad + canvas.width) / 8)) {}
 
-    // Hands the words of all rows on in pieces, with the position of each piece.
+    // Hands on each piece: its position in a plane, and its words of find_dark.
     template <class Take> void for_each_piece(const Take& take) const {
-        std::array<Ouint32, 512> lit;
-        const std::size_t rowWords = m_canvas.rowLen / 8;
+        std::array<Ouint32, kPiece> dark;
+        const std::size_t rowBytes = m_canvas.rowLen / 8;
         for (std::size_t y = 0; y < m_canvas.height; ++y)
-            for (std::size_t from = 0, to; from < rowWords; from = to) {
-                to = std::min(rowWords, from + lit.size());
-                fill(y, from, to, lit.data());
-                take(y * rowWords + from, std::span<const Ouint32>(lit.data(), to - from));
+            for (std::size_t from = 0, to; from < rowBytes; from = to) {
+                to = std::min(rowBytes, from + kPiece);
+                find_dark(y, from, to, dark.data());
+                take(y * rowBytes + from, std::span<const Ouint32>(dark.data(), to - from));
             }
     }
 
   private:
-    void fill(std::size_t y, std::size_t from, std::size_t to, Ouint32* lit) const {
+    void find_dark(std::size_t y, std::size_t from, std::size_t to, Ouint32* dark) const {
         const std::size_t whole = std::clamp(m_firstWhole, from, to),
                           edge = std::clamp(m_lastWhole, whole, to);
-        for (std::size_t word = from; word < whole; ++word) lit[word - from] = padded_word(y, word);
+        for (std::size_t byte = from; byte < whole; ++byte) dark[byte - from] = edge_word(y, byte);
         if (whole < edge)
-            m_kernel(m_canvas.row(y) + 4 * (8 * whole - m_canvas.leftPad), edge - whole,
-                     lit + (whole - from));
-        for (std::size_t word = edge; word < to; ++word) lit[word - from] = padded_word(y, word);
+            m_kernels.find_dark(m_canvas.row(y) + 4 * (8 * whole - m_canvas.leftPad), edge - whole,
+                                dark + (whole - from));
+        for (std::size_t byte = edge; byte < to; ++byte) dark[byte - from] = edge_word(y, byte);
     }
 
     // Columns outside the image are dark.
-    [[nodiscard]] Ouint32 padded_word(std::size_t y, std::size_t word) const {
+    [[nodiscard]] Ouint32 edge_word(std::size_t y, std::size_t byte) const {
         const std::size_t first = m_canvas.leftPad, last = first + m_canvas.width;
-        const std::size_t from = std::max(8 * word, first), to = std::min(8 * word + 8, last);
-        if (from >= to) return 0;
+        const std::size_t from = std::max(8 * byte, first), to = std::min(8 * byte + 8, last);
         Ouint8 padded[32] = {};
-        std::memcpy(padded + 4 * (from - 8 * word), m_canvas.row(y) + 4 * (from - first), 4 * (to - from));
-        Ouint32 lit;
-        m_kernel(padded, 1, &lit);
-        return lit;
+        if (from < to)
+            std::memcpy(padded + 4 * (from - 8 * byte), m_canvas.row(y) + 4 * (from - first),
+                        4 * (to - from));
+        Ouint32 dark;
+        m_kernels.find_dark(padded, 1, &dark);
+        return dark;
     }
 
     const Canvas& m_canvas;
-    LitPixels m_kernel = lit_pixels();
-    std::size_t m_firstWhole, m_lastWhole; // words with no column outside the image
+    const LitPixelKernels& m_kernels = lit_pixel_kernels();
+    std::size_t m_firstWhole, m_lastWhole; // bytes with no column outside the image
 };
 
-// What a word of LitPixels gives to each plane, in its low byte; 1 is dark.
-struct SingleColour {
-    static constexpr std::size_t planes = 1;
-    static std::array<Ouint32, 1> dark(Ouint32 lit) { return {~(lit | lit >> 8U | lit >> 16U)}; }
-};
+// The bytes of a piece for each plane of a screen, red, green and blue.
+class PlaneBytes {
+  public:
+    explicit PlaneBytes(const PixelLayout& layout)
+        : m_color(layout.screenColor),
+          m_swapped(layout.screenColor == static_cast<int>(SCREEN_COLOR_DOUBLE) &&
+                    layout.doubleColorPixel != static_cast<int>(DOUBLE_COLOR_PIXTYPE_1)) {}
 
-struct ThreeColours {
-    static constexpr std::size_t planes = 3;
-    static std::array<Ouint32, 3> dark(Ouint32 lit) { return {~(lit >> 16U), ~(lit >> 8U), ~lit}; }
-};
-
-template <bool Swapped> struct DoubleColour {
-    static constexpr std::size_t planes = 2;
-    static std::array<Ouint32, 2> dark(Ouint32 lit) {
+    void set(std::span<const Ouint32> dark, ByteOrder order) {
+        lit_pixel_kernels().split(dark.data(), dark.size(), order,
+                                  {m_red.data(), m_green.data(), m_blue.data()});
+        if (m_color == SCREEN_COLOR_SINGLE)
+            for (std::size_t i = 0; i < kPiece; ++i) m_red[i] &= static_cast<Ouint8>(m_green[i] & m_blue[i]);
         // Blue shows on the plane that red goes to, where neither red nor green does.
-        const Ouint32 green = lit >> 8U, red = lit >> 16U | (lit & ~green);
-        if constexpr (Swapped) return {~green, ~red};
-        return {~red, ~green};
+        if (m_color == SCREEN_COLOR_DOUBLE)
+            for (std::size_t i = 0; i < kPiece; ++i) m_red[i] &= static_cast<Ouint8>(m_blue[i] | ~m_green[i]);
     }
+
+    [[nodiscard]] const Ouint8* red() const { return m_swapped ? m_green.data() : m_red.data(); }
+    [[nodiscard]] const Ouint8* green() const { return m_swapped ? m_red.data() : m_green.data(); }
+    [[nodiscard]] const Ouint8* plane(std::size_t number) const {
+        return number == 0 ? red() : number == 1 ? green() : m_blue.data();
+    }
+
+  private:
+    int m_color;
+    bool m_swapped;
+    std::array<Ouint8, kPiece> m_red{}, m_green{}, m_blue{};
 };
 
 // Bytes interleaved by plane: red, or green and red, or red, green and blue.
-template <class Colour> void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+    const std::size_t planes = plane_count(layout.screenColor);
     // As many groups as the alignment unit yields: fewer than there are where it is not 8.
     const std::size_t groups = canvas.total() / layout.alignPixels;
-    Rows(canvas).for_each_piece([=](std::size_t at, std::span<const Ouint32> lit) {
-        const std::size_t count = at < groups ? std::min(groups - at, lit.size()) : 0;
-        Ouint8* bytes = out + Colour::planes * at;
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto dark = Colour::dark(lit[i]);
-            for (std::size_t p = 0; p < Colour::planes; ++p)
-                bytes[Colour::planes * i + p] = static_cast<Ouint8>(dark[Colour::planes == 2 ? 1 - p : p]);
+    PlaneBytes bytes(layout);
+    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const Ouint32> dark) {
+        const std::size_t count = at < groups ? std::min(groups - at, dark.size()) : 0;
+        Ouint8* piece = out + planes * at;
+        if (planes == 3) { // as pixels that are words of the same channels
+            static_assert(std::endian::native == std::endian::little);
+            full_colour_kernels().to_24bit(reinterpret_cast<const Ouint8*>(dark.data()), count, piece);
+            return;
         }
+        bytes.set(dark, ByteOrder::straight);
+        const Ouint8 *red = bytes.red(), *green = bytes.green();
+        if (planes == 1)
+            std::copy_n(red, count, piece);
+        else
+            for (std::size_t i = 0; i < count; ++i) {
+                piece[2 * i] = green[i];
+                piece[2 * i + 1] = red[i];
+            }
     });
-}
-
-void swap_word_bytes(Ouint8* plane, std::size_t words) {
-    for (std::size_t i = 0; i < words; ++i, plane += 4) {
-        Ouint32 word;
-        std::memcpy(&word, plane, sizeof word);
-        word = word << 24U | (word << 8U & 0xFF0000U) | (word >> 8U & 0xFF00U) | word >> 24U;
-        std::memcpy(plane, &word, sizeof word);
-    }
 }
 
 // Whole planes, one after the other, every 32 pixels as a word with its lowest byte first.
-template <class Colour> void emit_words(const Canvas& canvas, Ouint8* out) {
-    const std::size_t planeBytes = canvas.total() / 8, words = planeBytes / 4;
-    Rows(canvas).for_each_piece([=](std::size_t at, std::span<const Ouint32> lit) {
-        for (std::size_t p = 0; p < Colour::planes; ++p) {
-            Ouint8* plane = out + p * planeBytes + at;
-            for (std::size_t i = 0; i < lit.size(); ++i)
-                plane[i] = static_cast<Ouint8>(Colour::dark(lit[i])[p]);
+void emit_words(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
+    const std::size_t planes = plane_count(layout.screenColor);
+    const std::size_t planeBytes = canvas.total() / 8, wordBytes = planeBytes / 4 * 4;
+    const bool wholeRows = canvas.rowLen % 32 == 0; // else words reach over the ends of rows
+    PlaneBytes bytes(layout);
+    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const Ouint32> dark) {
+        bytes.set(dark, wholeRows ? ByteOrder::fours_reversed : ByteOrder::straight);
+        for (std::size_t p = 0; p < planes; ++p) {
+            const Ouint8* piece = bytes.plane(p);
+            Ouint8* plane = out + p * planeBytes;
+            if (wholeRows)
+                std::copy_n(piece, dark.size(), plane + at);
+            else
+                for (std::size_t i = 0; i < dark.size(); ++i)
+                    if (at + i < wordBytes) plane[(at + i) ^ 3U] = piece[i];
         }
     });
-    for (std::size_t p = 0; p < Colour::planes; ++p) {
-        Ouint8* plane = out + p * planeBytes;
-        swap_word_bytes(plane, words);
-        std::fill(plane + 4 * words, plane + planeBytes, Ouint8{0});
-    }
-}
-
-template <class Colour> void emit_planes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
-    if (layout.tranMode == Tran_Pixel_Mode0)
-        emit_bytes<Colour>(canvas, layout, out);
-    else
-        emit_words<Colour>(canvas, out);
-}
-
-void emit_planes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
-    switch (layout.screenColor) {
-    case SCREEN_COLOR_SINGLE:
-        return emit_planes<SingleColour>(canvas, layout, out);
-    case SCREEN_COLOR_DOUBLE:
-        return layout.doubleColorPixel == static_cast<int>(DOUBLE_COLOR_PIXTYPE_1)
-                   ? emit_planes<DoubleColour<false>>(canvas, layout, out)
-                   : emit_planes<DoubleColour<true>>(canvas, layout, out);
-    default:
-        return emit_planes<ThreeColours>(canvas, layout, out);
-    }
+    for (std::size_t p = 0; p < planes; ++p)
+        std::fill(out + p * planeBytes + wordBytes, out + (p + 1) * planeBytes, Ouint8{0});
 }
 
 } // namespace
@@ -202,14 +202,16 @@ std::size_t convert_pixels(const Ouint8* pixels, int left, int width, int height
     const std::size_t count = canvas.width * canvas.height;
     switch (layout.tranMode) {
     case Tran_Pixel_Mode0:
-    case Tran_Pixel_Mode4:
-        emit_planes(canvas, layout, out);
+        emit_bytes(canvas, layout, out);
         break;
     case Tran_Pixel_Mode1:
         std::memset(out, 0, size);
         break;
     case Tran_Pixel_Mode3:
         full_colour_kernels().to_16bit(pixels, count, out);
+        break;
+    case Tran_Pixel_Mode4:
+        emit_words(canvas, layout, out);
         break;
     case Tran_Pixel_Mode5:
         full_colour_kernels().to_24bit(pixels, count, out);

@@ -32,18 +32,30 @@ class Pixels {
     std::unique_ptr<Ouint8[]> m_memory;
 };
 
-void compare_lit_pixels(LitPixels kernel) {
+void compare_split(const LitPixelKernels& kernels, const Ouint32* dark, std::size_t count, ByteOrder order) {
+    const auto red = std::make_unique<Ouint8[]>(count), green = std::make_unique<Ouint8[]>(count),
+               blue = std::make_unique<Ouint8[]>(count);
+    kernels.split(dark, count, order, {red.get(), green.get(), blue.get()});
+    for (std::size_t n = 0; n < count; ++n) {
+        const std::size_t to = order == ByteOrder::straight ? n : n / 4 * 4 + (3 - n % 4);
+        ASSERT_EQ(dark[n] & 0xFFFFFFU, blue[to] | green[to] << 8 | red[to] << 16) << n << " of " << count;
+    }
+}
+
+void compare_lit_pixels(const LitPixelKernels& kernels) {
     std::mt19937 random(8);
-    for (std::size_t words = 0; words < 40; ++words)
+    for (std::size_t count = 0; count < 40; ++count)
         for (int round = 0; round < 50; ++round) {
-            const Pixels pixels(8 * words, random);
-            const auto lit = std::make_unique<Ouint32[]>(words);
-            kernel(pixels.data(), words, lit.get());
-            for (std::size_t pixel = 0; pixel < 8 * words; ++pixel)
+            const Pixels pixels(8 * count, random);
+            const auto dark = std::make_unique<Ouint32[]>(count);
+            kernels.find_dark(pixels.data(), count, dark.get());
+            for (std::size_t pixel = 0; pixel < 8 * count; ++pixel)
                 for (std::size_t channel = 0; channel < 3; ++channel)
-                    ASSERT_EQ(lit[pixel / 8] >> (8 * channel + 7 - pixel % 8) & 1U,
-                              pixels.channel(pixel, channel) > 96)
-                        << "pixel " << pixel << " of " << 8 * words << ", channel " << channel;
+                    ASSERT_EQ(dark[pixel / 8] >> (8 * channel + 7 - pixel % 8) & 1U,
+                              pixels.channel(pixel, channel) <= 96)
+                        << "pixel " << pixel << " of " << 8 * count << ", channel " << channel;
+            compare_split(kernels, dark.get(), count, ByteOrder::straight);
+            compare_split(kernels, dark.get(), count / 4 * 4, ByteOrder::fours_reversed);
         }
 }
 
@@ -70,8 +82,8 @@ void compare_full_colour(const FullColourKernels& kernels) {
 }
 
 TEST(PixelKernels, LightTheSamePixelsOnEveryProcessor) {
-    compare_lit_pixels(lit_pixels_portable);
-    if (has_avx2()) compare_lit_pixels(lit_pixels_avx2);
+    compare_lit_pixels(kPortableLitPixels);
+    if (has_avx2()) compare_lit_pixels(kAvx2LitPixels);
 }
 
 TEST(PixelKernels, GiveFullColourTheSameGradesOnEveryProcessor) {
