@@ -31,6 +31,7 @@ Canvas aligned_canvas(const Ouint8* pixels, int left, int width, int height, uns
     const auto h = static_cast<std::size_t>(std::max(height, 0));
     const std::size_t leftPad = positive_mod(left, unit);
     const std::size_t rowLen = (leftPad + w + unit - 1) / unit * unit;
+    if (rowLen == w) return {pixels, w * h, 1, 0, w * h}; // without padding the rows are one
     return {pixels, w, h, leftPad, rowLen};
 }
 
@@ -100,11 +101,12 @@ class PlaneBytes {
     void set(std::span<const Ouint32> dark, ByteOrder order) {
         lit_pixel_kernels().split(dark.data(), dark.size(), order,
                                   {m_red.data(), m_green.data(), m_blue.data()});
+        const std::size_t count = dark.size();
         if (m_color == SCREEN_COLOR_SINGLE)
-            for (std::size_t i = 0; i < kPiece; ++i) m_red[i] &= static_cast<Ouint8>(m_green[i] & m_blue[i]);
+            for (std::size_t i = 0; i < count; ++i) m_red[i] &= static_cast<Ouint8>(m_green[i] & m_blue[i]);
         // Blue shows on the plane that red goes to, where neither red nor green does.
         if (m_color == SCREEN_COLOR_DOUBLE)
-            for (std::size_t i = 0; i < kPiece; ++i) m_red[i] &= static_cast<Ouint8>(m_blue[i] | ~m_green[i]);
+            for (std::size_t i = 0; i < count; ++i) m_red[i] &= static_cast<Ouint8>(m_blue[i] | ~m_green[i]);
     }
 
     [[nodiscard]] const Ouint8* red() const { return m_swapped ? m_green.data() : m_red.data(); }
