@@ -675,6 +675,48 @@ QM_RECORD_SIZE(ClockColor_G56, 12);
 /* Hour marks: strokes that point to the pivot, squares, discs. */
 QM_ENUM(E_ClockStyle){eLINE = 0, eSQUARE = 1, eCIRCLE = 2};
 
+/* A spoken text without an area, and the number of its entry in the controller's list of voices. */
+typedef struct HVSoundDepend_6G {
+    Ouint8 VoiceID;
+    HVSound_6G stSound; /* SoundFlag is not read */
+} HVSoundDepend_6G;
+QM_RECORD_SIZE(HVSoundDepend_6G, 30);
+
+/* One of several dynamic areas of generation 6. */
+typedef struct DynamicAreaParams {
+    Ouint8 uAreaId;
+    HVareaHeader_G6 oAreaHeader_G6; /* rectangle and speech; the other fields are not read */
+    HVpageHeader_G6 stPageHeader;
+    const Ouint8* fontName;          /* of a text; not read for a picture */
+    const Ouint8* strAreaTxtContent; /* the text, or the path of a PNG file */
+} DynamicAreaParams;
+QM_RECORD_SIZE(DynamicAreaParams, 89);
+
+/* One content item of a dynamic area of generation 5: a text in a font, or a picture. */
+typedef struct DynamicAreaBaseInfo_5G {
+    Ouint8 nType; /* 1 text, 2 picture; anything else has no pages */
+    Ouint8 DisplayMode;
+    Ouint8 ClearMode;
+    Ouint8 Speed;
+    Ouint16 StayTime;
+    Ouint8 RepeatTime;
+    HVfontData oFont;                /* of a text */
+    const Ouint8* fontName;          /* likewise */
+    const Ouint8* strAreaTxtContent; /* likewise */
+    const Ouint8* filePath;          /* of a picture: a PNG file */
+} DynamicAreaBaseInfo_5G;
+QM_RECORD_SIZE(DynamicAreaBaseInfo_5G, 51);
+
+/* Of dynamicArea_addDynamicArea, which does not read it. */
+typedef struct HVdynamicHeader {
+    Ouint8 RunMode;
+    Ouint16 Timeout;
+    Ouint8 ImmePlay;
+    Ouint8 AreaType;
+    Ouint16 AreaX, AreaY, AreaWidth, AreaHeight;
+} HVdynamicHeader;
+QM_RECORD_SIZE(HVdynamicHeader, 13);
+
 #pragma pack(pop)
 
 #ifdef __cplusplus
@@ -855,7 +897,8 @@ QM_API int cmd_ofsGetMemoryVolume(const char* ip, Ouint16 port, Ouint32* totalMe
 /* Writes a file of fileLen bytes at fileAddre in blocks of set_packetLen bytes (the conf form always 1,024),
  * each acknowledged before the next is sent. overwrite: 1 replaces a file of that name. Ends at the first
  * failure with its status; the controller may then hold a part of the file. The ofs form gives -1 and sends
- * nothing when the block size is 0, or above 32,758, which no frame carries. It prints "g_packetLen ======= %d " and, for a failed block, "dataLen-oldLen ======= %d ". */
+ * nothing when the block size is 0, or above 32,758, which no frame carries. It prints
+ * "g_packetLen ======= %d " and, for a failed block, "dataLen-oldLen ======= %d ". */
 QM_API int cmd_ofsWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
                             Ouint32 fileLen, Ouint8 overwrite, const Ouint8* fileAddre) QM_NOTHROW;
 QM_API int cmd_confWriteFile(const char* ip, Ouint16 port, const char* fileName, Ouint8 fileType,
@@ -1113,7 +1156,7 @@ QM_API int program_timeAreaChangeDialPicAdd_G56(Ouint16 areaID, const Ouint8* pi
 QM_API int program_timeAreaRemoveDialPic(Ouint16 areaID) QM_NOTHROW;
 QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
 
-/* ---- Dynamic areas, generation 6 ------------------------------------------------------------------- */
+/* ---- Dynamic areas --------------------------------------------------------------------------------- */
 
 /*
  * A dynamic area is a rectangle of text or picture pages that a running controller shows at once, without
@@ -1167,6 +1210,109 @@ QM_API int dynamicArea_AddAreaTxtDetails_6G(const char* pIP, Ouint32 nPort, E_Sc
 QM_API int dynamicArea_AddAreaPic_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                      Ouint16 AreaX, Ouint16 AreaY, Ouint16 AreaWidth, Ouint16 AreaHeight,
                                      HVpageHeader_G6* pheader, const char* picPath) QM_NOTHROW;
+
+/* The same for an area that is shown together with certain programs only, and does not interrupt what is
+ * being played.
+ *   RelateProNum     number of programs, 0 to 512; 0: every program
+ *   RelateProSerial  their numbers; -1, with nothing but a ping sent, when they are missing */
+QM_API int dynamicArea_AddAreaTxtDetails_WithProgram_6G(const char* pIP, Ouint32 nPort,
+                                                        E_ScreenColor_G56 color, Ouint8 uAreaId,
+                                                        HVareaHeader_G6* oAreaHeader_G6,
+                                                        HVpageHeader_G6* stPageHeader, const char* fontName,
+                                                        const char* strAreaTxtContent, Ouint16 RelateProNum,
+                                                        Ouint16* RelateProSerial) QM_NOTHROW;
+QM_API int dynamicArea_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                                 Ouint8 uAreaId, Ouint16 AreaX, Ouint16 AreaY,
+                                                 Ouint16 AreaWidth, Ouint16 AreaHeight,
+                                                 HVpageHeader_G6* pheader, const char* picPath,
+                                                 Ouint16 RelateProNum, Ouint16* RelateProSerial) QM_NOTHROW;
+
+/* Several areas in one command, shown in the order of the records: all texts, or all pictures. The controller
+ * takes all of them or none.
+ *   uAreaCount  number of records, at least 1
+ *   pParams     the records; speech is not read by the WithProgram calls
+ * The programs are those of every area; here any number of them. -1, after a message in GB2312 that says
+ * which, and with nothing but a ping sent, when two areas have the same number. */
+QM_API int dynamicAreaS_AddTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                         Ouint8 uAreaCount, DynamicAreaParams* pParams) QM_NOTHROW;
+QM_API int dynamicAreaS_AddTxtDetails_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                                     Ouint8 uAreaCount, DynamicAreaParams* pParams,
+                                                     Ouint16 RelateProNum,
+                                                     Ouint16* RelateProSerial) QM_NOTHROW;
+QM_API int dynamicAreaS_AddAreaPic_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                      Ouint8 uAreaCount, DynamicAreaParams* pParams) QM_NOTHROW;
+QM_API int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                                  Ouint8 uAreaCount, DynamicAreaParams* pParams,
+                                                  Ouint16 RelateProNum, Ouint16* RelateProSerial) QM_NOTHROW;
+
+/* Generation 5: one area of text, of a picture, or of several items one after the other. What they do, print
+ * and return is as above, with these differences: ports from 0 to 65535; no speech; and -1, with nothing but
+ * a ping sent, when the payload is longer than 65,535 bytes, or program numbers are promised but missing.
+ *   RunMode, Timeout  what the controller does when the pages have been shown, and when nothing new comes
+ *   RelateAllPro      1: shown with every program; 0: with the RelateProNum programs in RelateProSerial
+ *   ImmePlay          1: shown at once; 0: it does not interrupt what is being played
+ *   oFrame            not sent: dynamic areas have no border
+ *   DisplayMode ...   how the pages are shown; in mode 38, which runs to the right, the last page of the text
+ *                     is sent first
+ *   filePath          a PNG file
+ *   pInfo             nInfoCount pointers, at least 1 */
+QM_API int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                         Ouint8 uAreaId, Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro,
+                                         Ouint16 RelateProNum, Ouint16* RelateProSerial, Ouint8 ImmePlay,
+                                         Ouint16 uAreaX, Ouint16 uAreaY, Ouint16 uWidth, Ouint16 uHeight,
+                                         HVareaframeHeader oFrame, Ouint8 DisplayMode, Ouint8 ClearMode,
+                                         Ouint8 Speed, Ouint16 StayTime, Ouint8 RepeatTime, HVfontData oFont,
+                                         const char* fontName, const char* strAreaTxtContent) QM_NOTHROW;
+QM_API int dynamicArea_AddAreaWithPic_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                         Ouint8 uAreaId, Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro,
+                                         Ouint16 RelateProNum, Ouint16* RelateProSerial, Ouint8 ImmePlay,
+                                         Ouint16 uAreaX, Ouint16 uAreaY, Ouint16 uWidth, Ouint16 uHeight,
+                                         HVareaframeHeader oFrame, Ouint8 DisplayMode, Ouint8 ClearMode,
+                                         Ouint8 Speed, Ouint16 StayTime, Ouint8 RepeatTime,
+                                         const char* filePath) QM_NOTHROW;
+QM_API int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                       Ouint8 uAreaId, Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro,
+                                       Ouint16 RelateProNum, Ouint16* RelateProSerial, Ouint8 ImmePlay,
+                                       Ouint16 uAreaX, Ouint16 uAreaY, Ouint16 uWidth, Ouint16 uHeight,
+                                       HVareaframeHeader oFrame, Ouint8 nInfoCount,
+                                       DynamicAreaBaseInfo_5G** pInfo) QM_NOTHROW;
+
+/* Delete one area, or several. They ping the controller first, and print as above, but
+ * "ret failed!!!!!!!!! =====cmd_tcpPing===== %d " when the ping fails. Ports are those of the generation.
+ *   uAreaId     0 to 64; -1 (255) deletes all areas. Other values above 127 are sent as they are; 65 to 127
+ *               are -1, and nothing is sent.
+ *   uAreaCount  number of ids; -1 deletes all areas, and no ids are read. Other negative numbers are sent as
+ *               they are, without ids.
+ *   pAreaID     the ids, of any value */
+QM_API int dynamicArea_DelArea_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaId) QM_NOTHROW;
+QM_API int dynamicArea_DelAreas_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount,
+                                   Oint8* pAreaID) QM_NOTHROW;
+QM_API int dynamicArea_DelArea_5G(const char* pIP, Ouint32 nPort, Ouint8 uAreaId) QM_NOTHROW;
+QM_API int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount,
+                                   Oint8* pAreaID) QM_NOTHROW;
+
+/* Speech without an area, on generation 6: inserts a text, or replaces entries of the controller's list of
+ * voices. They do not ping. StoreFlag, VoiceFlg and the fields of the records are the speech unit's; VoiceID
+ * is sent with updates only, and a count above 255 is announced by its low byte, with all records. -1 for a
+ * text that is missing or longer than 65,515 bytes, and for an empty one that is to be inserted. */
+QM_API int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
+                                           Ouint8 VoiceFlg, Ouint8 StoreFlag) QM_NOTHROW;
+QM_API int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,
+                                           Ouint16 nSoundDataCount, Ouint8 StoreFlag) QM_NOTHROW;
+
+/* Kept for older callers: they do nothing, read nothing and return 0. */
+QM_API int dynamicArea_addDynamicArea(Ouint16 areaID, HVdynamicHeader* header) QM_NOTHROW;
+QM_API int dynamicArea_deleteDynamicArea(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_addTxt(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_fontPath_addTxt(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_changeTxt(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_fontPath_changeTxt(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_addPic(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_changePic(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_addFrame(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_changeFrame(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_removeFrame(Ouint16 areaID) QM_NOTHROW;
+QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
 
 #ifdef __cplusplus
 }

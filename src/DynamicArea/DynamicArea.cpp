@@ -1,5 +1,6 @@
 #include "DynamicArea/DynamicArea.h"
 
+#include "DynamicArea/DynamicArea_6G_records.h"
 #include "support/message.h"
 #include "tcpClient/HV_Client.h"
 
@@ -11,6 +12,40 @@ namespace {
 
 constexpr std::size_t kLongestShortPayload = 32768;
 
+enum class Purpose { update, deletion };
+
+// Pings, and says so.
+int ping(const char* ip, Ouint16 port, Ouint16& controllerType, Purpose purpose) {
+    Ping_data retdata{};
+    int ret = tcp_ping(ip, port, retdata);
+    if (ret == QM_OK && retdata.ControllerType == 0) ret = QM_FAILED; // acknowledged, but nothing said
+    if (ret != QM_OK) {
+        if (purpose == Purpose::update)
+            say("cmd_tcpPing run error...\n");
+        else
+            say("ret failed!!!!!!!!! =====cmd_tcpPing===== %d \n", ret);
+        return ret;
+    }
+    controllerType = retdata.ControllerType;
+    say("retdata.ControllerType == 0x%x \n", controllerType);
+    say("ret =====cmd_tcpPing===== %d \n", ret);
+    return QM_OK;
+}
+
+// Connects as a client of that type.
+int open_as(HV_Client& client, const char* ip, Ouint16 port, Ouint16 controllerType) {
+    const int connected = client.init(ip, port);
+    // In GB2312: "after".
+    say("HV_Client init\xBA\xF3\xA3\xAC"
+        "Client.m_DeviceType == 0x%x \n",
+        client.m_DeviceType);
+    if (connected == QM_OK && client.m_DeviceType != controllerType) {
+        say("oClient.m_DeviceType != retdata.ControllerType \n");
+        client.m_DeviceType = controllerType;
+    }
+    return connected;
+}
+
 } // namespace
 
 bool is_font_file(const char* fontName) {
@@ -20,36 +55,55 @@ bool is_font_file(const char* fontName) {
 }
 
 int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType) {
-    Ping_data retdata{};
-    int ret = tcp_ping(ip, port, retdata);
-    if (ret == QM_OK && retdata.ControllerType == 0) ret = QM_FAILED; // acknowledged, but nothing said
-    if (ret != QM_OK) {
-        say("cmd_tcpPing run error...\n");
-        return ret;
-    }
-    controllerType = retdata.ControllerType;
-    say("retdata.ControllerType == 0x%x \n", controllerType);
-    say("ret =====cmd_tcpPing===== %d \n", ret);
-    return QM_OK;
+    return ping(ip, port, controllerType, Purpose::update);
 }
 
 int send_dynamic_payload(const char* ip, Ouint16 port, Ouint16 controllerType, Bytes payload) {
     HV_Client client;
-    const int connected = client.init(ip, port);
-    // In GB2312: "after".
-    say("HV_Client init\xBA\xF3\xA3\xAC"
-        "Client.m_DeviceType == 0x%x \n",
-        client.m_DeviceType);
-    if (connected != QM_OK) return connected;
-    if (client.m_DeviceType != controllerType) {
-        say("oClient.m_DeviceType != retdata.ControllerType \n");
-        client.m_DeviceType = controllerType;
-    }
+    if (const int code = open_as(client, ip, port, controllerType); code != QM_OK) return code;
     // No room for an answer's payload: a plain acknowledgement is the good answer.
     Answer answer;
     if (payload.size() > kLongestShortPayload)
         return client.send_recv_cmd_1K2(hv_GPR_5HDynamicArea, 0, payload, answer);
     return client.send_recv_cmd_1K(hv_GPR_5HDynamicArea, 0, payload, answer);
+}
+
+Ouint32 CVemarProtocol_DelDynamicArea::GetSize() const {
+    const bool listed =
+        DeleteAreaNum > 0 && static_cast<std::size_t>(DeleteAreaNum) == vctDeleteAreaId.size();
+    return CVemarProtocol_DynamicAreaCmdHeader::GetSize() + 1 +
+           (listed ? static_cast<Ouint32>(vctDeleteAreaId.size()) : 0);
+}
+
+CData CVemarProtocol_DelDynamicArea::GetData() const {
+    Frame payload;
+    ByteWriter out(payload);
+    CVemarProtocol_DynamicAreaCmdHeader header;
+    header.Cmd = kDelete;
+    header.append(out);
+    out.u8(static_cast<Ouint8>(DeleteAreaNum)).bytes(vctDeleteAreaId);
+    return CData(Bytes(payload));
+}
+
+int CDynamicAreaOperator::dynamicArea_DelArea(const char* pIP, Ouint16 nPort, Oint8 uAreaId) {
+    constexpr Oint8 kHighestId = 64;
+    if (uAreaId > kHighestId) return QM_FAILED;
+    const bool all = uAreaId == CVemarProtocol_DelDynamicArea::kAll;
+    return dynamicArea_DelAreas(pIP, nPort, all ? CVemarProtocol_DelDynamicArea::kAll : Oint8{1}, &uAreaId);
+}
+
+int CDynamicAreaOperator::dynamicArea_DelAreas(const char* pIP, Ouint16 nPort, Oint8 uAreaCount,
+                                               const Oint8* pAreaID) {
+    CVemarProtocol_DelDynamicArea areas;
+    areas.DeleteAreaNum = uAreaCount;
+    for (int i = 0; i < uAreaCount; ++i) areas.vctDeleteAreaId.push_back(static_cast<Ouint8>(pAreaID[i]));
+    return SendDelAreaInfo(pIP, nPort, areas.GetData().bytes());
+}
+
+int CDynamicAreaOperator::SendDelAreaInfo(const char* pIP, Ouint16 nPort, Bytes payload) {
+    Ouint16 controllerType = 0;
+    const int code = ping(pIP, nPort, controllerType, Purpose::deletion);
+    return code == QM_OK ? send_dynamic_payload(pIP, nPort, controllerType, payload) : code;
 }
 
 } // namespace qm

@@ -1,7 +1,7 @@
 #include "DynamicArea/DynamicArea_6G.h"
 
-#include "DynamicArea/DynamicArea.h"
 #include "support/message.h"
+#include "tcpClient/HV_Client.h"
 
 namespace qm {
 namespace {
@@ -11,6 +11,21 @@ constexpr char kAreaExists[] = " \xC7\xF8\xD3\xF2ID\xA3\xBA%d \xD2\xD1\xB4\xE6\x
 constexpr char kNoSuchArea[] =
     " \xC7\xF8\xD3\xF2ID\xA3\xBA%d \xB2\xBB\xB4\xE6\xD4\xDA\xA3\xA1\xCE\xDE\xB7\xA8"
     "\xD4\xF6\xBC\xD3\xD2\xB3\xC3\xE6\xCA\xFD\xBE\xDD\xA3\xA1\n";
+
+void relate(CVemarProtocol_DynamicArea_6G& area, std::span<const Ouint16> programs) {
+    area.ImmePlay = 0;
+    area.RelateProNum = static_cast<Ouint16>(programs.size());
+    area.RelateAllPro = programs.empty();
+    area.vctRelateProSerial.assign(programs.begin(), programs.end());
+}
+
+// Sounds are sent without a ping and as a long payload, whatever their size.
+int send_sound(const char* ip, Ouint16 port, Bytes payload) {
+    HV_Client client;
+    if (const int code = client.init(ip, port); code != QM_OK) return code;
+    Answer answer;
+    return client.send_recv_cmd_1K2(hv_GPR_5HDynamicArea, 0, payload, answer);
+}
 
 } // namespace
 
@@ -45,6 +60,23 @@ Oint32 CDynamicArea_ALL_6G::AddArea(Ouint8 areaId, const qm_G5_area_header& head
     const bool speaks = sound.SoundFlag == 1;
     const Oint32 code = AddArea(areaId, header, frameFlag, speaks, transparency, areaEqual);
     if (code == QM_OK && speaks) m_vctDynamicArea.back()->SoundData.assign(sound);
+    return code;
+}
+
+Oint32 CDynamicArea_ALL_6G::AddAreaRelateProg(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag,
+                                              bool soundFlag, Ouint8 transparency, Ouint8 areaEqual,
+                                              std::span<const Ouint16> programs) {
+    const Oint32 code = AddArea(areaId, header, frameFlag, soundFlag, transparency, areaEqual);
+    if (code == QM_OK) relate(*m_vctDynamicArea.back(), programs);
+    return code;
+}
+
+Oint32 CDynamicArea_ALL_6G::AddAreaRelateProgSound(Ouint8 areaId, const qm_G5_area_header& header,
+                                                   bool frameFlag, Ouint8 transparency, Ouint8 areaEqual,
+                                                   std::span<const Ouint16> programs,
+                                                   const HVSound_6G& sound) {
+    const Oint32 code = AddArea(areaId, header, frameFlag, transparency, areaEqual, sound);
+    if (code == QM_OK) relate(*m_vctDynamicArea.back(), programs);
     return code;
 }
 
@@ -93,49 +125,77 @@ CData CDynamicArea_ALL_6G::GetDynamicAreaData() {
     return CData(Bytes(payload));
 }
 
-CData CBuild_DynamicArea_6G::BuildDynamicAreaData(const AreaRequest& area, std::span<const CData> pages) {
-    m_oDynamicAll.Clear();
+Oint32 CBuild_DynamicArea_6G::add_area(const AreaRequest& area) {
+    if (!area.programs) {
+        if (area.sound) return m_oDynamicAll.AddArea(area.id, area.header, false, 0, 0, *area.sound);
+        return m_oDynamicAll.AddArea(area.id, area.header, false, false, 0, 0);
+    }
+    if (area.programs->missing()) return QM_FAILED;
+    const auto programs = area.programs->list();
     if (area.sound)
-        m_oDynamicAll.AddArea(area.id, area.header, false, 0, 0, *area.sound);
+        return m_oDynamicAll.AddAreaRelateProgSound(area.id, area.header, false, 0, 0, programs, *area.sound);
+    return m_oDynamicAll.AddAreaRelateProg(area.id, area.header, false, false, 0, 0, programs);
+}
+
+// Renders an area and adds it with its pages.
+int CBuild_DynamicArea_6G::BuildDynamic_Area_Page(const AreaRequest& area) {
+    PicturesArea_g6 content;
+    content.setGeometry(area.header);
+    if (!area.fontName)
+        content.AreaAddPic(0, area.content, area.page);
+    else if (is_font_file(area.fontName))
+        content.fontPathToAreaAddTxt(area.content, area.fontName, area.font, area.page);
     else
-        m_oDynamicAll.AddArea(area.id, area.header, false, false, 0, 0);
-    if (m_oDynamicAll.AddPages(area.id, area.page, pages) != QM_OK) return {};
-    return m_oDynamicAll.GetDynamicAreaData();
+        content.AreaAddTxt(area.content, area.fontName, area.font, area.page);
+    if (!content.PreparePageData()) return QM_FAILED;
+    if (const Oint32 code = add_area(area); code != QM_OK) return code;
+    return m_oDynamicAll.AddPages(area.id, area.page, content.pixelDataList);
 }
 
 // Everything between the ping and the sending happens under the renderer's lock, since the screen settings
 // of this controller must last until its pages are converted; the network is used outside it.
-template <class AddContent>
-int CBuild_DynamicArea_6G::update(const ControllerAddress& to, const AreaRequest& area, AddContent&& add) {
+int CBuild_DynamicArea_6G::UpdateOrAdd(const ControllerAddress& to, std::span<const AreaRequest> areas) {
     Ouint16 controllerType = 0;
     if (const int code = ping_for_type(to.ip, to.port, controllerType); code != QM_OK) return code;
     CData payload;
     {
         const auto lock = lock_renderer();
         screen_settings().set(to.color, controllerType, DOUBLE_COLOR_PIXTYPE_1);
-        PicturesArea_g6 content;
-        content.setGeometry(area.header);
-        add(content);
-        if (!content.PreparePageData()) return QM_FAILED;
-        payload = BuildDynamicAreaData(area, content.pixelDataList);
+        m_oDynamicAll.Clear();
+        for (const AreaRequest& area : areas)
+            if (const int code = BuildDynamic_Area_Page(area); code != QM_OK) return code;
+        payload = m_oDynamicAll.GetDynamicAreaData();
     }
     return send_dynamic_payload(to.ip, to.port, controllerType, payload.bytes());
 }
 
-int CBuild_DynamicArea_6G::UpdateOrAdd_AreaWithTxt(const ControllerAddress& to, const AreaRequest& area,
-                                                   const qm_G5_G6_fontData& fontData, const char* fontName,
-                                                   const char* text) {
-    return update(to, area, [&](PicturesArea_g6& content) {
-        if (is_font_file(fontName))
-            content.fontPathToAreaAddTxt(text, fontName, fontData, area.page);
-        else
-            content.AreaAddTxt(text, fontName, fontData, area.page);
-    });
+int CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(const char* pIP, Ouint16 nPort,
+                                                           const HVSoundDepend_6G& sound, Ouint8 VoiceFlg,
+                                                           Ouint8 StoreFlag) {
+    const HVSound_6G text = sound.stSound;
+    if (!is_sendable(text) || text.SoundDataLen == 0) return QM_FAILED;
+    CProtocol_InsertSoundIndepend_All_6G insertion;
+    insertion.m_oSound.StoreFlag = StoreFlag;
+    insertion.m_oSound.VoiceFlg = VoiceFlg;
+    insertion.m_oSound.m_oSoundData.assign(text);
+    return send_sound(pIP, nPort, insertion.GetData().bytes());
 }
 
-int CBuild_DynamicArea_6G::UpdateOrAdd_AreaWithPic(const ControllerAddress& to, const AreaRequest& area,
-                                                   const char* picPath) {
-    return update(to, area, [&](PicturesArea_g6& content) { content.AreaAddPic(0, picPath, area.page); });
+int CBuild_DynamicArea_6G::dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint16 nPort,
+                                                           std::span<const HVSoundDepend_6G> sounds,
+                                                           Ouint8 StoreFlag) {
+    if (sounds.empty()) return QM_FAILED;
+    CProtocol_UpdateSoundIndepend_All_6G update;
+    update.StoreFlag = StoreFlag;
+    update.VoiceNum = static_cast<Ouint8>(sounds.size());
+    for (const HVSoundDepend_6G& sound : sounds) {
+        const HVSound_6G text = sound.stSound;
+        if (!is_sendable(text)) return QM_FAILED;
+        CProtocol_SoundIndepend_Update_6G& entry = update.m_vctSound.emplace_back();
+        entry.VoiceID = sound.VoiceID;
+        entry.m_oSoundData.assign(text);
+    }
+    return send_sound(pIP, nPort, update.GetData().bytes());
 }
 
 } // namespace qm

@@ -1,10 +1,12 @@
 // Puts dynamic areas together and on a generation-6 controller.
 #pragma once
 
+#include "DynamicArea/DynamicArea.h"
 #include "DynamicArea/DynamicArea_6G_records.h"
 #include "program/PicturesArea_g6.h"
 
 #include <memory>
+#include <optional>
 
 namespace qm {
 
@@ -22,6 +24,13 @@ class CDynamicArea_ALL_6G {
     // The same with the speech of sound, when its SoundFlag is 1.
     Oint32 AddArea(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag, Ouint8 transparency,
                    Ouint8 areaEqual, const HVSound_6G& sound);
+    // An area that is shown together with programs only; with none, it is shown with all of them. It never
+    // interrupts what is being played.
+    Oint32 AddAreaRelateProg(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag, bool soundFlag,
+                             Ouint8 transparency, Ouint8 areaEqual, std::span<const Ouint16> programs);
+    Oint32 AddAreaRelateProgSound(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag,
+                                  Ouint8 transparency, Ouint8 areaEqual, std::span<const Ouint16> programs,
+                                  const HVSound_6G& sound);
 
     // Adds a page to the area, or to the last area of the list when none has the number; -1, after a message,
     // when there is none at all.
@@ -36,32 +45,43 @@ class CDynamicArea_ALL_6G {
     [[nodiscard]] CVemarProtocol_DynamicArea_6G* find(Ouint8 areaId);
 };
 
-// Where a controller is, and what its screen is.
-struct ControllerAddress {
-    const char* ip;
-    Ouint16 port;
-    Ouint32 color;
+// The programs that an area is shown with, as the exports take them.
+struct RelatedPrograms {
+    Ouint16 count;
+    const Ouint16* serials;
+
+    // Numbers that are promised but not there.
+    [[nodiscard]] bool missing() const { return count != 0 && !serials; }
+    [[nodiscard]] std::span<const Ouint16> list() const { return {serials, count}; }
 };
 
-// One area as the exports describe it.
+// One area as the exports describe it. What is pointed to is the caller's.
 struct AreaRequest {
     Ouint8 id;
     qm_G5_area_header header;
     qm_G6_page_header page;
-    const HVSound_6G* sound; // null: none
+    qm_G5_G6_fontData font;
+    const char* fontName; // null: the content is a picture
+    const char* content;  // a text, or the path of a picture
+    std::optional<HVSound_6G> sound{};
+    std::optional<RelatedPrograms> programs{};
 };
 
-class CBuild_DynamicArea_6G {
+class CBuild_DynamicArea_6G : public CDynamicAreaOperator {
   public:
-    // Renders the text or the picture, and sends it. The result of the exchange, or of what failed before it.
-    int UpdateOrAdd_AreaWithTxt(const ControllerAddress& to, const AreaRequest& area,
-                                const qm_G5_G6_fontData& fontData, const char* fontName, const char* text);
-    int UpdateOrAdd_AreaWithPic(const ControllerAddress& to, const AreaRequest& area, const char* picPath);
+    // Renders the areas and sends them in one command. The result of the exchange, or of what failed before
+    // it.
+    int UpdateOrAdd(const ControllerAddress& to, std::span<const AreaRequest> areas);
+
+    // Speech without an area. A text that its size field cannot hold is refused with -1.
+    static int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint16 nPort, const HVSoundDepend_6G& sound,
+                                               Ouint8 VoiceFlg, Ouint8 StoreFlag);
+    static int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint16 nPort,
+                                               std::span<const HVSoundDepend_6G> sounds, Ouint8 StoreFlag);
 
   private:
-    template <class AddContent>
-    int update(const ControllerAddress& to, const AreaRequest& area, AddContent&& add);
-    CData BuildDynamicAreaData(const AreaRequest& area, std::span<const CData> pages);
+    int BuildDynamic_Area_Page(const AreaRequest& area);
+    Oint32 add_area(const AreaRequest& area);
 
     CDynamicArea_ALL_6G m_oDynamicAll;
 };

@@ -11,6 +11,12 @@ template <class Append> CData serialised(Append&& append) {
     return CData(Bytes(bytes));
 }
 
+CVemarProtocol_DynamicAreaCmdHeader header_of(Ouint8 cmd) {
+    CVemarProtocol_DynamicAreaCmdHeader header;
+    header.Cmd = cmd;
+    return header;
+}
+
 Bytes bytes_of(const std::string& text) {
     return {reinterpret_cast<const Ouint8*>(text.data()), text.size()};
 }
@@ -58,6 +64,31 @@ CData CProtocol_SoundData::GetData() const {
 bool is_sendable(const HVSound_6G& sound) {
     return sound.SoundDataLen <= CProtocol_SoundData::kMaxText &&
            (sound.SoundData || sound.SoundDataLen == 0);
+}
+
+void CProtocol_SoundIndepend_Insert_6G::append(ByteWriter& out) const {
+    out.u8(StoreFlag).u8(VoiceFlg).zeros(3).u32(m_oSoundData.GetSize());
+    m_oSoundData.append(out);
+}
+
+CData CProtocol_InsertSoundIndepend_All_6G::GetData() const {
+    return serialised([&](ByteWriter& out) {
+        header_of(kInsert).append(out);
+        m_oSound.append(out);
+    });
+}
+
+void CProtocol_SoundIndepend_Update_6G::append(ByteWriter& out) const {
+    out.u8(VoiceID).u32(m_oSoundData.GetSize());
+    m_oSoundData.append(out);
+}
+
+CData CProtocol_UpdateSoundIndepend_All_6G::GetData() const {
+    return serialised([&](ByteWriter& out) {
+        header_of(kUpdate).append(out);
+        out.u8(StoreFlag).u8(VoiceNum);
+        for (const CProtocol_SoundIndepend_Update_6G& sound : m_vctSound) sound.append(out);
+    });
 }
 
 void CVemarProtocol_DynamicArea_6G::CalculateAreaDataLen() {

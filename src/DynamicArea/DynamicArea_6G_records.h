@@ -12,7 +12,7 @@ namespace qm {
 struct CVemarProtocol_DynamicAreaCmdHeader {
     Ouint8 RtnReq = 1;
     Ouint8 CmdGroup = hv_GPR_5HDynamicArea;
-    Ouint8 Cmd = 0; // 0: add or update areas
+    Ouint8 Cmd = 0; // 0: add or update areas, 1: delete them, 2: update sounds, 7: insert a sound
     Ouint16 Reserved = 0;
 
     static constexpr Ouint32 GetSize() { return 5; }
@@ -53,6 +53,42 @@ struct CProtocol_SoundData {
 
 // Whether the text of a sound record fits and is there.
 [[nodiscard]] bool is_sendable(const HVSound_6G& sound);
+
+// A text that is spoken without an area, and the whole command that inserts it.
+struct CProtocol_SoundIndepend_Insert_6G {
+    Ouint8 StoreFlag = 0, VoiceFlg = 0;
+    CProtocol_SoundData m_oSoundData;
+
+    [[nodiscard]] Ouint32 GetSize() const { return 9U + m_oSoundData.GetSize(); }
+    void append(ByteWriter& out) const;
+};
+
+struct CProtocol_InsertSoundIndepend_All_6G {
+    static constexpr Ouint8 kInsert = 7;
+
+    CProtocol_SoundIndepend_Insert_6G m_oSound;
+
+    [[nodiscard]] CData GetData() const;
+};
+
+// A text that replaces an entry of the controller's list of voices, and the whole command for several.
+struct CProtocol_SoundIndepend_Update_6G {
+    Ouint8 VoiceID = 0;
+    CProtocol_SoundData m_oSoundData;
+
+    [[nodiscard]] Ouint32 GetSize() const { return 5U + m_oSoundData.GetSize(); }
+    void append(ByteWriter& out) const;
+};
+
+struct CProtocol_UpdateSoundIndepend_All_6G {
+    static constexpr Ouint8 kUpdate = 2;
+
+    Ouint8 StoreFlag = 0;
+    Ouint8 VoiceNum = 0; // the length of the list, cut to 8 bits
+    std::vector<CProtocol_SoundIndepend_Update_6G> m_vctSound;
+
+    [[nodiscard]] CData GetData() const;
+};
 
 // One area. Borders are never sent.
 class CVemarProtocol_DynamicArea_6G {

@@ -117,5 +117,6 @@ qm_G6_page_header page_header_of(const HVpageHeader_G6& header) {
 qm_G5_page_header page_header_of(const HVpageHeader& header) { return common_fields(header); }
 qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header) { return text_fields(header); }
 qm_G5_G6_fontData font_data_of(const HVpageHeader& header) { return text_fields(header); }
+qm_G5_G6_fontData font_data_of(const HVfontData& font) { return text_fields(font); }
 
 } // namespace qm

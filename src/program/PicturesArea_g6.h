@@ -53,5 +53,6 @@ class PicturesArea_g6 : public PicturesArea {
 [[nodiscard]] qm_G5_page_header page_header_of(const HVpageHeader& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader& header);
+[[nodiscard]] qm_G5_G6_fontData font_data_of(const HVfontData& font);
 
 } // namespace qm

@@ -1,25 +1,21 @@
 // Dynamic areas of generation 6.
 #include "DynamicArea/DynamicArea_6G.h"
-#include "qm_sdk_dual/exports.h"
+#include "qm_sdk_dual/dynamic_exports.h"
 
 using namespace qm;
 
 namespace {
 
 constexpr Ouint8 kDynamicAreaType = 0x10;
+constexpr Ouint16 kMostPrograms = 512; // of one area alone
 
-bool valid_address(const char* ip, Ouint32 port) { return ip && port >= 1024 && port <= 0xFFFF; }
-
-AreaRequest area_request(Ouint8 id, Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height,
-                         const qm_G6_page_header& page) {
-    return {id, {kDynamicAreaType, x, y, width, height}, page, nullptr};
+bool valid_address_given(const char* ip, Ouint32 port, std::initializer_list<const void*> needed) {
+    return valid_address(ip, port) &&
+           std::all_of(needed.begin(), needed.end(), [](const void* pointer) { return pointer != nullptr; });
 }
 
-// A rectangle without pixels has nothing to show, and a longer side than this cannot be drawn.
-bool has_pixels(const AreaRequest& area) {
-    constexpr Ouint16 kLongestSide = 32767;
-    const Ouint16 width = area.header.AreaWidth, height = area.header.AreaHeight;
-    return width > 0 && height > 0 && width <= kLongestSide && height <= kLongestSide;
+qm_G5_area_header place(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height) {
+    return {kDynamicAreaType, x, y, width, height};
 }
 
 // What a text without settings of its own looks like: red, running to the left.
@@ -42,49 +38,192 @@ qm_G5_G6_fontData default_font(Ouint8 points) {
     return font;
 }
 
+AreaRequest picture_request(Ouint8 id, const qm_G5_area_header& where, const HVpageHeader_G6& page,
+                            const char* path) {
+    return {id, where, page_header_of(page), {}, nullptr, path};
+}
+
+AreaRequest text_request(Ouint8 id, const HVareaHeader_G6& header, const HVpageHeader_G6& page,
+                         const char* fontName, const char* text) {
+    AreaRequest area{id,
+                     place(header.AreaX, header.AreaY, header.AreaWidth, header.AreaHeight),
+                     page_header_of(page),
+                     font_data_of(page),
+                     fontName,
+                     text};
+    if (header.stSoundData.SoundFlag == 1) area.sound = header.stSoundData;
+    return area;
+}
+
+bool can_be_built(const AreaRequest& area) {
+    return has_pixels(area.header.AreaWidth, area.header.AreaHeight) &&
+           (!area.sound || is_sendable(*area.sound));
+}
+
+int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, std::span<const AreaRequest> areas) {
+    if (!std::all_of(areas.begin(), areas.end(), can_be_built)) return QM_FAILED;
+    return CBuild_DynamicArea_6G().UpdateOrAdd(address_of(ip, port, color), areas);
+}
+
+// What one record of several areas holds: a text in a font, or the path of a picture.
+enum class Content { text, picture };
+
+bool has_content(const DynamicAreaParams& params, Content content) {
+    return params.strAreaTxtContent && (content == Content::picture || params.fontName);
+}
+
+AreaRequest request_of(const DynamicAreaParams& params, Content content) {
+    const auto text = [](const Ouint8* bytes) { return reinterpret_cast<const char*>(bytes); };
+    const HVareaHeader_G6 header = params.oAreaHeader_G6;
+    const HVpageHeader_G6 page = params.stPageHeader;
+    return text_request(params.uAreaId, header, page,
+                        content == Content::text ? text(params.fontName) : nullptr,
+                        text(params.strAreaTxtContent));
+}
+
+int update_several(const char* ip, Ouint32 port, E_ScreenColor_G56 color, Ouint8 count,
+                   const DynamicAreaParams* params, Content content,
+                   std::optional<RelatedPrograms> programs = {}) noexcept {
+    if (!valid_address(ip, port) || count == 0 || !params) return QM_FAILED;
+    const std::span all(params, count);
+    if (!std::all_of(all.begin(), all.end(), [&](const auto& one) { return has_content(one, content); }))
+        return QM_FAILED;
+    if (programs && programs->missing()) return QM_FAILED;
+    return guarded([&] {
+        std::vector<AreaRequest> areas;
+        for (const DynamicAreaParams& one : all) {
+            AreaRequest& area = areas.emplace_back(request_of(one, content));
+            area.programs = programs;
+            if (programs) area.sound.reset(); // an area with programs has no speech here
+        }
+        return update(ip, port, color, areas);
+    });
+}
+
 } // namespace
 
 int dynamicArea_AddAreaTxt_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                               Ouint16 uAreaX, Ouint16 uAreaY, Ouint16 uWidth, Ouint16 uHeight,
                               const char* fontName, Ouint8 nFontSize,
                               const char* strAreaTxtContent) noexcept {
-    if (!valid_address(pIP, nPort) || !fontName || !strAreaTxtContent) return QM_FAILED;
-    const AreaRequest area = area_request(uAreaId, uAreaX, uAreaY, uWidth, uHeight, default_page(uWidth));
-    if (!has_pixels(area)) return QM_FAILED;
+    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent})) return QM_FAILED;
     return guarded([&] {
-        return CBuild_DynamicArea_6G().UpdateOrAdd_AreaWithTxt({pIP, static_cast<Ouint16>(nPort), color},
-                                                               area, default_font(nFontSize), fontName,
-                                                               strAreaTxtContent);
+        const AreaRequest area{uAreaId,
+                               place(uAreaX, uAreaY, uWidth, uHeight),
+                               default_page(uWidth),
+                               default_font(nFontSize),
+                               fontName,
+                               strAreaTxtContent};
+        return update(pIP, nPort, color, {&area, 1});
     });
 }
 
 int dynamicArea_AddAreaTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                      HVareaHeader_G6* oAreaHeader_G6, HVpageHeader_G6* stPageHeader,
                                      const char* fontName, const char* strAreaTxtContent) noexcept {
-    if (!valid_address(pIP, nPort) || !fontName || !strAreaTxtContent || !oAreaHeader_G6 || !stPageHeader)
+    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent, oAreaHeader_G6, stPageHeader}))
         return QM_FAILED;
-    const HVareaHeader_G6& header = *oAreaHeader_G6;
-    AreaRequest area = area_request(uAreaId, header.AreaX, header.AreaY, header.AreaWidth, header.AreaHeight,
-                                    page_header_of(*stPageHeader));
-    const HVSound_6G sound = header.stSoundData;
-    if (!has_pixels(area) || (sound.SoundFlag == 1 && !is_sendable(sound))) return QM_FAILED;
-    area.sound = &sound;
     return guarded([&] {
-        return CBuild_DynamicArea_6G().UpdateOrAdd_AreaWithTxt({pIP, static_cast<Ouint16>(nPort), color},
-                                                               area, font_data_of(*stPageHeader), fontName,
-                                                               strAreaTxtContent);
+        const AreaRequest area =
+            text_request(uAreaId, *oAreaHeader_G6, *stPageHeader, fontName, strAreaTxtContent);
+        return update(pIP, nPort, color, {&area, 1});
+    });
+}
+
+// A missing list of programs is noticed only when the area is put together.
+int dynamicArea_AddAreaTxtDetails_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                                 Ouint8 uAreaId, HVareaHeader_G6* oAreaHeader_G6,
+                                                 HVpageHeader_G6* stPageHeader, const char* fontName,
+                                                 const char* strAreaTxtContent, Ouint16 RelateProNum,
+                                                 Ouint16* RelateProSerial) noexcept {
+    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent, oAreaHeader_G6, stPageHeader}) ||
+        RelateProNum > kMostPrograms)
+        return QM_FAILED;
+    return guarded([&] {
+        AreaRequest area = text_request(uAreaId, *oAreaHeader_G6, *stPageHeader, fontName, strAreaTxtContent);
+        area.programs = {RelateProNum, RelateProSerial};
+        return update(pIP, nPort, color, {&area, 1});
     });
 }
 
 int dynamicArea_AddAreaPic_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                               Ouint16 AreaX, Ouint16 AreaY, Ouint16 AreaWidth, Ouint16 AreaHeight,
                               HVpageHeader_G6* pheader, const char* picPath) noexcept {
-    if (!valid_address(pIP, nPort) || !pheader || !picPath) return QM_FAILED;
-    const AreaRequest area =
-        area_request(uAreaId, AreaX, AreaY, AreaWidth, AreaHeight, page_header_of(*pheader));
-    if (!has_pixels(area)) return QM_FAILED;
+    if (!valid_address_given(pIP, nPort, {pheader, picPath})) return QM_FAILED;
     return guarded([&] {
-        return CBuild_DynamicArea_6G().UpdateOrAdd_AreaWithPic({pIP, static_cast<Ouint16>(nPort), color},
-                                                               area, picPath);
+        const AreaRequest area =
+            picture_request(uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), *pheader, picPath);
+        return update(pIP, nPort, color, {&area, 1});
+    });
+}
+
+int dynamicArea_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                          Ouint8 uAreaId, Ouint16 AreaX, Ouint16 AreaY, Ouint16 AreaWidth,
+                                          Ouint16 AreaHeight, HVpageHeader_G6* pheader, const char* picPath,
+                                          Ouint16 RelateProNum, Ouint16* RelateProSerial) noexcept {
+    if (!valid_address_given(pIP, nPort, {pheader, picPath}) || RelateProNum > kMostPrograms)
+        return QM_FAILED;
+    return guarded([&] {
+        AreaRequest area =
+            picture_request(uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), *pheader, picPath);
+        area.programs = {RelateProNum, RelateProSerial};
+        return update(pIP, nPort, color, {&area, 1});
+    });
+}
+
+int dynamicAreaS_AddTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaCount,
+                                  DynamicAreaParams* pParams) noexcept {
+    return update_several(pIP, nPort, color, uAreaCount, pParams, Content::text);
+}
+
+int dynamicAreaS_AddTxtDetails_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                              Ouint8 uAreaCount, DynamicAreaParams* pParams,
+                                              Ouint16 RelateProNum, Ouint16* RelateProSerial) noexcept {
+    return update_several(pIP, nPort, color, uAreaCount, pParams, Content::text,
+                          RelatedPrograms{RelateProNum, RelateProSerial});
+}
+
+int dynamicAreaS_AddAreaPic_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaCount,
+                               DynamicAreaParams* pParams) noexcept {
+    return update_several(pIP, nPort, color, uAreaCount, pParams, Content::picture);
+}
+
+int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
+                                           Ouint8 uAreaCount, DynamicAreaParams* pParams,
+                                           Ouint16 RelateProNum, Ouint16* RelateProSerial) noexcept {
+    return update_several(pIP, nPort, color, uAreaCount, pParams, Content::picture,
+                          RelatedPrograms{RelateProNum, RelateProSerial});
+}
+
+int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
+                                    Ouint8 VoiceFlg, Ouint8 StoreFlag) noexcept {
+    if (!valid_address(pIP, nPort)) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(pIP, static_cast<Ouint16>(nPort),
+                                                                      stSoundData, VoiceFlg, StoreFlag);
+    });
+}
+
+int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,
+                                    Ouint16 nSoundDataCount, Ouint8 StoreFlag) noexcept {
+    if (!valid_address(pIP, nPort) || !stSoundData) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_6G::dynamicArea_UpdateSoundIndepend(
+            pIP, static_cast<Ouint16>(nPort), {stSoundData, nSoundDataCount}, StoreFlag);
+    });
+}
+
+int dynamicArea_DelArea_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaId) noexcept {
+    if (!valid_address(pIP, nPort)) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_6G::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort), uAreaId);
+    });
+}
+
+int dynamicArea_DelAreas_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
+    if (!valid_address(pIP, nPort) || !pAreaID) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_6G::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
+                                                           pAreaID);
     });
 }

@@ -1,0 +1,112 @@
+// Dynamic areas of generation 5, and what older callers still link to.
+#include "DynamicArea/DynamicArea_5G.h"
+#include "program/PicturesArea_g6.h"
+#include "qm_sdk_dual/dynamic_exports.h"
+
+using namespace qm;
+
+namespace {
+
+const char* text_of(const Ouint8* bytes) { return reinterpret_cast<const char*>(bytes); }
+
+// An item of neither kind has no pages; one whose pointers are missing gives nothing.
+std::optional<ContentItem_5G> item_of(const DynamicAreaBaseInfo_5G& info) {
+    ContentItem_5G item{{info.DisplayMode, info.ClearMode, info.Speed, info.StayTime, info.RepeatTime}, {}};
+    if (info.nType == 1) {
+        if (!info.fontName || !info.strAreaTxtContent) return std::nullopt;
+        const HVfontData font = info.oFont;
+        item.content =
+            TextContent_5G{font_data_of(font), text_of(info.fontName), text_of(info.strAreaTxtContent)};
+    } else if (info.nType == 2) {
+        if (!info.filePath) return std::nullopt;
+        item.content = text_of(info.filePath);
+    }
+    return item;
+}
+
+int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, const AreaRequest_5G& area,
+           const ContentItem_5G& item) noexcept {
+    if (!has_pixels(area.uWidth, area.uHeight)) return QM_FAILED;
+    return guarded(
+        [&] { return CBuild_DynamicArea_5H::UpdateOrAdd(address_of(ip, port, color), area, item); });
+}
+
+} // namespace
+
+int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
+                                  Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
+                                  Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
+                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame,
+                                  Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
+                                  Ouint8 RepeatTime, HVfontData oFont, const char* fontName,
+                                  const char* strAreaTxtContent) noexcept {
+    if (!reachable(pIP, nPort) || !given(fontName, strAreaTxtContent)) return QM_FAILED;
+    return update(pIP, nPort, color,
+                  {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX,
+                   uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
+                  {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime},
+                   TextContent_5G{font_data_of(oFont), fontName, strAreaTxtContent}});
+}
+
+int dynamicArea_AddAreaWithPic_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
+                                  Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
+                                  Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
+                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame,
+                                  Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
+                                  Ouint8 RepeatTime, const char* filePath) noexcept {
+    if (!reachable(pIP, nPort) || !filePath) return QM_FAILED;
+    return update(pIP, nPort, color,
+                  {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX,
+                   uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
+                  {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime}, filePath});
+}
+
+int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
+                                Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
+                                Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
+                                Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame, Ouint8 nInfoCount,
+                                DynamicAreaBaseInfo_5G** pInfo) noexcept {
+    if (!reachable(pIP, nPort) || nInfoCount == 0 || !pInfo || !has_pixels(uWidth, uHeight)) return QM_FAILED;
+    return guarded([&] {
+        std::vector<ContentItem_5G> items;
+        for (const DynamicAreaBaseInfo_5G* info : std::span(pInfo, nInfoCount)) {
+            const auto item = info ? item_of(*info) : std::nullopt;
+            if (!item) return QM_FAILED + 0;
+            items.push_back(*item);
+        }
+        return CBuild_DynamicArea_5H::dynamicArea_AddAreaInfos_5G(
+            address_of(pIP, nPort, color),
+            {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX, uAreaY,
+             uWidth, uHeight, oFrame.AreaFFlag},
+            items);
+    });
+}
+
+int dynamicArea_DelArea_5G(const char* pIP, Ouint32 nPort, Ouint8 uAreaId) noexcept {
+    if (!reachable(pIP, nPort)) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_5H::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort),
+                                                          static_cast<Oint8>(uAreaId));
+    });
+}
+
+int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
+    if (!reachable(pIP, nPort) || (uAreaCount > 0 && !pAreaID)) return QM_FAILED;
+    return guarded([&] {
+        return CBuild_DynamicArea_5H::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
+                                                           pAreaID);
+    });
+}
+
+int dynamicArea_addDynamicArea(Ouint16, HVdynamicHeader*) noexcept { return QM_OK; }
+int dynamicArea_deleteDynamicArea(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_addTxt(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_fontPath_addTxt(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_changeTxt(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_fontPath_changeTxt(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_addPic(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_changePic(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_addFrame(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_changeFrame(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_removeFrame(Ouint16) noexcept { return QM_OK; }
+int dynamicArea_integrateDAreaFile(void) noexcept { return QM_OK; }
