@@ -101,9 +101,17 @@ bool program_locked(const State& state, Moment now) {
     return lock.locked && (lock.duration == 0 || now.up < end);
 }
 
+std::string playing_program(const State& state, Moment now) {
+    return state.programs.playing(now.up, clock_of(state, now), locked_program(state, now));
+}
+
+std::optional<Time> end_of_turn(const State& state, Moment now) {
+    return state.programs.end_of_turn(now.up, clock_of(state, now), locked_program(state, now));
+}
+
 Image played(const State& state, Moment now) {
     Image image = state.programs.screen(now.up, clock_of(state, now), locked_program(state, now));
-    draw(image, state.model.format, state.areas, now.up);
+    draw(image, state.model.format, state.areas, now.up, playing_program(state, now));
     return image;
 }
 
@@ -125,7 +133,10 @@ Image Controller::screen(Moment now) const {
 }
 
 std::optional<Time> Controller::next_change(Moment now) const {
-    return m_state.programs.next_change(now.up, clock_of(m_state, now), locked_program(m_state, now));
+    const auto program =
+        m_state.programs.next_change(now.up, clock_of(m_state, now), locked_program(m_state, now));
+    const auto area = sim::next_change(m_state.areas, now.up);
+    return program && area ? std::min(program, area) : (program ? program : area);
 }
 
 Snapshot Controller::snapshot(Moment now) const {
@@ -134,7 +145,10 @@ Snapshot Controller::snapshot(Moment now) const {
     snapshot.power = power_at(m_state.settings, snapshot.clock);
     snapshot.brightness_level = brightness_at(m_state.settings, snapshot.clock);
     snapshot.program_lock.locked = program_locked(m_state, now);
-    snapshot.program = m_state.programs.playing(now.up, snapshot.clock, locked_program(m_state, now));
+    snapshot.program = playing_program(m_state, now);
+    for (const PlayedArea& played : m_state.areas)
+        snapshot.areas.push_back({played.area, played.shown(now.up, snapshot.program)});
+    snapshot.voices = m_state.voices.all();
     snapshot.program_errors = m_state.programs.errors();
     snapshot.total_memory = FileSystem::kCapacity;
     snapshot.available_memory = m_state.files.available();

@@ -8,6 +8,7 @@
 #include "simulator/Programs.h"
 #include "simulator/Request.h"
 #include "simulator/Screen.h"
+#include "simulator/Voices.h"
 
 #include <cstdint>
 #include <deque>
@@ -57,13 +58,19 @@ struct State {
     Stopwatch stopwatch;
     Time program_locked_since{0};
     std::vector<PlayedArea> areas; // in the order in which they are drawn
-    std::optional<Image> held;     // what a locked screen goes on showing
-    std::deque<Frame> payloads;    // dynamic-area commands received, most recent last
+    Voices voices;
+    std::uint64_t dynamic_version = 0; // counts the changes of areas and voices
+    std::optional<Image> held;         // what a locked screen goes on showing
+    std::deque<Frame> payloads;        // dynamic-area commands received, most recent last
 };
 
 // The controller's own clock.
 [[nodiscard]] LocalSeconds clock_of(const State& state, Moment now);
 [[nodiscard]] bool program_locked(const State& state, Moment now);
+// The program that plays; empty: none.
+[[nodiscard]] std::string playing_program(const State& state, Moment now);
+// When the next program takes over.
+[[nodiscard]] std::optional<Time> end_of_turn(const State& state, Moment now);
 // What it plays, in full brightness and whether or not its screen is on: programs, and dynamic areas over
 // them.
 [[nodiscard]] Image played(const State& state, Moment now);
@@ -91,7 +98,7 @@ class Controller {
     std::string ask_wifi(std::string_view text);
 
     [[nodiscard]] Image screen(Moment now) const;
-    // When the programs next change the screen; nothing when they never do.
+    // When programs or areas next change the screen; nothing when they never do.
     [[nodiscard]] std::optional<Time> next_change(Moment now) const;
     [[nodiscard]] Snapshot snapshot(Moment now) const;
     [[nodiscard]] Sender sender() const { return {m_state.model.type, m_state.settings.address}; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/Clock.h"
+#include "simulator/Voices.h"
 
 #include <array>
 #include <cstdint>
@@ -94,6 +95,12 @@ struct ControllerState {
     bool operator==(const ControllerState&) const = default;
 };
 
+// A dynamic area, and whether it is shown.
+struct KeptArea {
+    DynamicArea area;
+    bool shown = false;
+};
+
 // The state with what follows from it now.
 struct Snapshot : ControllerState {
     LocalSeconds clock{};
@@ -102,6 +109,8 @@ struct Snapshot : ControllerState {
     std::uint32_t total_memory = 0, available_memory = 0; // bytes, of files
     std::string program{};                                // that plays; empty: none
     std::map<std::string, std::string> program_errors{};  // why programs cannot be played, by their names
+    std::vector<KeptArea> areas{};                        // in the order in which they are drawn
+    std::vector<Voice> voices{};
 };
 
 // What is left of it after a restart.

@@ -39,8 +39,7 @@ bool read_schedule(ByteReader& reader, Parse& parse, DynamicArea& area) {
     return reader.ok() && with_all <= 1;
 }
 
-// AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each, AreaFFlag 1, BackGroundFlag, Transparency,
-// AreaEqual 1 each. Dynamic areas have no border.
+// AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each, AreaFFlag 1. Dynamic areas have no border.
 bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
     const std::uint8_t type = reader.u8();
     area.rect.x = reader.u16();
@@ -48,15 +47,20 @@ bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
     area.rect.width = reader.u16();
     area.rect.height = reader.u16();
     const std::uint8_t border = reader.u8();
-    area.background_flag = reader.u8();
-    area.transparency = reader.u8();
-    area.equal = reader.u8();
     if (!reader.ok()) return false;
     parse.error = ErrorValue::bad_value;
     if (type != kDynamicAreaType || border != 0 || area.rect.width == 0 || area.rect.height == 0)
         return false;
     parse.error = ErrorValue::malformed;
     return true;
+}
+
+// BackGroundFlag, Transparency, AreaEqual 1 each.
+bool read_blending(ByteReader& reader, DynamicArea& area) {
+    area.background_flag = reader.u8();
+    area.transparency = reader.u8();
+    area.equal = reader.u8();
+    return reader.ok();
 }
 
 // PageDataLen 4, the 9 bytes that every page header begins with, Reserved 9, Dataoffset 4, DataLen 4.
@@ -85,8 +89,8 @@ bool read_area(ByteReader& reader, Parse& parse) {
     ByteReader description(reader.bytes(reader.u32()));
     DynamicArea& area = parse.areas.emplace_back();
     return reader.ok() && read_schedule(description, parse, area) && read_place(description, parse, area) &&
-           read_sound(description, area.sound) && read_pages(description, parse, area) &&
-           description.left() == 0;
+           read_blending(description, area) && read_sound(description, area.sound) &&
+           read_pages(description, parse, area) && description.left() == 0;
 }
 
 // Hands every page its part of the block, which holds the pages and nothing else.
@@ -106,9 +110,37 @@ bool share_out(Bytes block, Parse& parse) {
     return true;
 }
 
+// PageNum 2; for each page PageDataLen 4, the 9 bytes that every page header begins with, Reserved 4, and the
+// pixels, which PageDataLen counts from the page header on.
+bool read_pages_5(ByteReader& reader, DynamicArea& area) {
+    constexpr std::uint32_t kProperties = 13;
+    const std::size_t count = reader.u16();
+    for (std::size_t i = 0; i < count && reader.ok(); ++i) {
+        const std::uint32_t length = reader.u32();
+        if (length < kProperties) return false;
+        Page& page = area.pages.emplace_back();
+        read_page_head(reader, page);
+        reader.skip(4);
+        page.pixels = copy(reader.bytes(length - kProperties));
+    }
+    return reader.ok();
+}
+
 } // namespace
 
-std::variant<std::vector<DynamicArea>, ErrorValue> parse_dynamic_areas(Bytes content) {
+ParsedAreas parse_dynamic_area_5(Bytes content) {
+    ByteReader reader(content);
+    Parse parse;
+    ByteReader description(reader.bytes(reader.u32()));
+    DynamicArea& area = parse.areas.emplace_back();
+    const bool read = reader.ok() && reader.left() == 0 && read_schedule(description, parse, area) &&
+                      read_place(description, parse, area) && read_pages_5(description, area) &&
+                      description.left() == 0;
+    if (!read) return parse.error;
+    return std::move(parse.areas);
+}
+
+ParsedAreas parse_dynamic_areas(Bytes content) {
     ByteReader reader(content);
     Parse parse;
     const std::size_t count = reader.u16();

@@ -1,4 +1,4 @@
-// Dynamic areas as a controller keeps them, and the strict parser of the payload that brings them.
+// Dynamic areas as a controller keeps them, and the strict parsers of the payloads that bring them.
 #pragma once
 
 #include "ErrorValue.h"
@@ -42,6 +42,10 @@ struct DynamicArea {
 // Parses what follows the 5-byte command header of an add/update: the area count, the description of every
 // area, then the page-data block. Every byte must be accounted for. Rectangles and the lengths of pixel data
 // are not compared here, because the layout of pixels is the controller's.
-[[nodiscard]] std::variant<std::vector<DynamicArea>, ErrorValue> parse_dynamic_areas(Bytes content);
+using ParsedAreas = std::variant<std::vector<DynamicArea>, ErrorValue>;
+[[nodiscard]] ParsedAreas parse_dynamic_areas(Bytes content);
+
+// The same in the form of generation 5: one area, whose pixels follow each page record.
+[[nodiscard]] ParsedAreas parse_dynamic_area_5(Bytes content);
 
 } // namespace qm::sim

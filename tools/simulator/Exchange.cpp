@@ -115,10 +115,12 @@ Time Exchange::tick() {
 
 void Exchange::note_state(Report& report) {
     const State& state = m_controller.state();
-    if (state.settings == m_known_settings && state.files.version() == m_known_files) return;
+    const bool kept = state.settings != m_known_settings || state.files.version() != m_known_files;
+    if (!kept && state.dynamic_version == m_known_dynamic) return;
     m_known_settings = state.settings;
     m_known_files = state.files.version();
-    if (m_store) m_store->save(state.settings, state.files);
+    m_known_dynamic = state.dynamic_version;
+    if (m_store && kept) m_store->save(state.settings, state.files);
     if (!m_options.on_state) return;
     report.state = m_controller.snapshot(now());
     for (const StoredFile* file : state.files.all()) report.files.push_back(*file);

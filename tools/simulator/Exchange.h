@@ -69,7 +69,7 @@ class Exchange {
     Image m_shown;
     Time m_look_again{0};             // when the screen may have changed by itself
     ControllerState m_known_settings; // as they were reported last
-    std::uint64_t m_known_files = 0;
+    std::uint64_t m_known_files = 0, m_known_dynamic = 0;
     std::optional<Store> m_store;
 };
 

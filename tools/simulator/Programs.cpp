@@ -75,6 +75,21 @@ std::string Programs::take(const FileSystem& files, const std::string& name) {
     return "; program " + name + " is played";
 }
 
+std::optional<Time> Programs::end_of_turn(Time now, LocalSeconds clock,
+                                          const std::optional<std::string>& locked) const {
+    constexpr int kMostSteps = 20000; // of running text, some minutes
+    if (m_known.size() < 2 || locked) return std::nullopt;
+    const std::string name = playing(now, clock, locked);
+    if (name.empty()) return std::nullopt;
+    std::optional<Time> at = now;
+    for (int i = 0; i < kMostSteps && at; ++i) {
+        const LocalSeconds then = clock + std::chrono::floor<std::chrono::seconds>(*at - now);
+        if (playing(*at, then, locked) != name) return at;
+        at = next_change(*at, then, locked);
+    }
+    return std::nullopt;
+}
+
 std::optional<Time> Programs::next_change(Time now, LocalSeconds clock,
                                           const std::optional<std::string>& locked) const {
     const auto next = m_list.next_change(now - m_since, clock, locked);

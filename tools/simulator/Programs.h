@@ -34,6 +34,9 @@ class Programs {
                                       const std::optional<std::string>& locked) const {
         return m_list.playing(now - m_since, clock, locked);
     }
+    // When another program takes over from the one that plays; nothing when none does for long.
+    [[nodiscard]] std::optional<Time> end_of_turn(Time now, LocalSeconds clock,
+                                                  const std::optional<std::string>& locked) const;
     // When the screen is to be drawn anew; nothing when it stays for good.
     [[nodiscard]] std::optional<Time> next_change(Time now, LocalSeconds clock,
                                                   const std::optional<std::string>& locked) const;

@@ -32,6 +32,8 @@ Outcome reset(State& state, Bytes, Moment now) {
     state.listing = {};
     state.stopwatch = {};
     state.areas.clear();
+    state.voices.restart();
+    ++state.dynamic_version;
     state.programs.restart(now.up);
     if (state.settings.screen_lock.locked)
         state.held = Image(state.model.width, state.model.height);

@@ -1,4 +1,4 @@
-// Dynamic areas, group 0xA7.
+// Dynamic areas and speech, group 0xA7.
 #include "simulator/commands.h"
 
 #include <algorithm>
@@ -21,10 +21,18 @@ bool fits_rectangle(PixelFormat format, const DynamicArea& area) {
                        [&](const Page& page) { return page.pixels.size() == expected; });
 }
 
-// An area that is sent again takes the place of its former self, in front of all others.
-void put(std::vector<PlayedArea>& areas, DynamicArea area, Time now) {
-    std::erase_if(areas, [&](const PlayedArea& played) { return played.area.id == area.id; });
-    areas.push_back({std::move(area), now});
+// An area that is sent again takes the place of its former self, in front of all others. One that is to
+// interrupt nothing waits for the next program, unless it was on the screen already.
+void put(State& state, DynamicArea area, Moment now) {
+    bool known = false;
+    std::erase_if(state.areas, [&](const PlayedArea& played) {
+        if (played.area.id != area.id) return false;
+        known = played.since <= now.up;
+        return true;
+    });
+    const bool at_once = area.play_at_once || known;
+    const Time since = at_once ? now.up : end_of_turn(state, now).value_or(now.up);
+    state.areas.push_back({std::move(area), since});
 }
 
 std::string words_for(const DynamicArea& area) {
@@ -44,8 +52,19 @@ std::string words_for(const std::vector<DynamicArea>& areas) {
     return words;
 }
 
+// A controller of generation 5 takes its own form, and that of generation 6 as well.
+ParsedAreas parse(Generation generation, Bytes payload) {
+    if (generation != Generation::five) return parse_dynamic_areas(payload);
+    ParsedAreas own = parse_dynamic_area_5(payload);
+    if (std::holds_alternative<ErrorValue>(own)) {
+        ParsedAreas other = parse_dynamic_areas(payload);
+        if (!std::holds_alternative<ErrorValue>(other)) return other;
+    }
+    return own;
+}
+
 Outcome update_areas(State& state, Bytes payload, Moment now) {
-    auto parsed = parse_dynamic_areas(payload);
+    auto parsed = parse(generation_of(state.model.type), payload);
     if (const auto* error = std::get_if<ErrorValue>(&parsed)) return {*error, {}};
     auto& areas = std::get<std::vector<DynamicArea>>(parsed);
     std::string words = words_for(areas);
@@ -59,12 +78,49 @@ Outcome update_areas(State& state, Bytes payload, Moment now) {
     for (const PlayedArea& played : state.areas) bytes += pixel_bytes(played.area);
     if (bytes > kPixelMemory) return {ErrorValue::no_memory, words};
 
-    for (DynamicArea& area : areas) put(state.areas, std::move(area), now.up);
+    for (DynamicArea& area : areas) put(state, std::move(area), now);
+    ++state.dynamic_version;
     return {Ack{}, words, true};
+}
+
+// DeleteAreaNum 1, then that many numbers of areas; 0xFF and none for all. Areas that are not there are no
+// matter.
+Outcome delete_areas(State& state, Bytes payload, Moment) {
+    constexpr std::uint8_t kAll = 0xFF, kMost = 0x7F;
+    const std::uint8_t count = payload.front();
+    const Bytes ids = payload.subspan(1);
+    if (count > kMost && count != kAll) return refuse(ErrorValue::bad_value);
+    if (ids.size() != (count == kAll ? 0 : count)) return refuse(ErrorValue::malformed);
+    const std::size_t deleted = std::erase_if(state.areas, [&](const PlayedArea& played) {
+        return count == kAll || std::find(ids.begin(), ids.end(), played.area.id) != ids.end();
+    });
+    if (deleted) ++state.dynamic_version;
+    return {Ack{}, std::to_string(deleted) + " deleted", deleted != 0};
+}
+
+Outcome take_voices(State& state, ParsedVoices parsed) {
+    if (generation_of(state.model.type) == Generation::five) return refuse(ErrorValue::unknown_command);
+    if (const auto* error = std::get_if<ErrorValue>(&parsed)) return refuse(*error);
+    auto& voices = std::get<std::vector<Voice>>(parsed);
+    const std::string words = std::to_string(voices.size()) + (voices.size() == 1 ? " text" : " texts");
+    if (!state.voices.take(std::move(voices))) return {ErrorValue::no_memory, words};
+    ++state.dynamic_version;
+    return {Ack{}, words};
+}
+
+Outcome update_sounds(State& state, Bytes payload, Moment) {
+    return take_voices(state, parse_voice_update(payload));
+}
+
+Outcome insert_sound(State& state, Bytes payload, Moment) {
+    return take_voices(state, parse_voice_insertion(payload));
 }
 
 constexpr Command kCommands[] = {
     {kDynamicAreaGroup, 0, "dynamic areas", 2, kAnyLength, update_areas},
+    {kDynamicAreaGroup, 1, "delete dynamic areas", 1, kAnyLength, delete_areas},
+    {kDynamicAreaGroup, 2, "update sounds", 2, kAnyLength, update_sounds},
+    {kDynamicAreaGroup, 7, "insert a sound", 9, kAnyLength, insert_sound},
 };
 
 } // namespace

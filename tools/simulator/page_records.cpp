@@ -12,9 +12,12 @@ void read_page_head(ByteReader& reader, Page& page) {
     page.valid_len = reader.u16();
 }
 
-bool read_sound(ByteReader& reader, std::optional<Sound>& result) {
+bool read_sound(ByteReader& reader, std::optional<Sound>& sound) {
     if (reader.u8() == 0) return reader.ok();
-    Sound& sound = result.emplace();
+    return read_sound_record(reader, sound.emplace());
+}
+
+bool read_sound_record(ByteReader& reader, Sound& sound) {
     sound.person = reader.u8();
     sound.volume = reader.u8();
     sound.speed = reader.u8();

@@ -11,8 +11,10 @@ namespace qm::sim {
 // every page header.
 void read_page_head(ByteReader& reader, Page& page);
 
-// SoundFlag 1; when it is not 0: four single bytes, two counts of 4, four single bytes, the text's length 4
-// and the text.
+// Four single bytes, two counts of 4, four single bytes, the text's length 4 and the text.
+bool read_sound_record(ByteReader& reader, Sound& sound);
+
+// SoundFlag 1, and when it is not 0 the record.
 bool read_sound(ByteReader& reader, std::optional<Sound>& sound);
 
 } // namespace qm::sim

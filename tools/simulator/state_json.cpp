@@ -180,6 +180,48 @@ json json_of(const StoredFile& file) {
             {"crc", file.crc}};
 }
 
+json json_of(const Sound& sound) {
+    return {{"person", sound.person},
+            {"volume", sound.volume},
+            {"speed", sound.speed},
+            {"data_mode", sound.data_mode},
+            {"replay_times", sound.replay_times},
+            {"replay_delay", sound.replay_delay},
+            {"num_deal", sound.num_deal},
+            {"languages", sound.languages},
+            {"word_style", sound.word_style},
+            {"bytes", sound.text.size()},
+            {"text", std::string(sound.text.begin(), sound.text.end())}};
+}
+
+json json_of(const KeptArea& kept) {
+    const DynamicArea& area = kept.area;
+    json out = {{"id", area.id},
+                {"x", area.rect.x},
+                {"y", area.rect.y},
+                {"width", area.rect.width},
+                {"height", area.rect.height},
+                {"pages", area.pages.size()},
+                {"run_mode", area.run_mode},
+                {"timeout", area.timeout},
+                {"play_at_once", area.play_at_once},
+                {"with_all_programs", area.with_all_programs},
+                {"programs", area.programs},
+                {"shown", kept.shown}};
+    if (area.sound) out["sound"] = json_of(*area.sound);
+    return out;
+}
+
+json json_of(const Voice& voice) {
+    json out = json_of(voice.sound);
+    if (voice.id)
+        out["voice"] = *voice.id;
+    else
+        out["flag"] = voice.flag;
+    out["store_flag"] = voice.store_flag;
+    return out;
+}
+
 std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
     json out = json_of(static_cast<const ControllerState&>(snapshot));
     out["clock"] = clock_text(snapshot.clock);
@@ -191,7 +233,12 @@ std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& 
     out["program_errors"] = snapshot.program_errors;
     out["files"] = json::array();
     for (const StoredFile& file : files) out["files"].push_back(json_of(file));
-    return out.dump(2) + "\n";
+    out["areas"] = json::array();
+    for (const KeptArea& area : snapshot.areas) out["areas"].push_back(json_of(area));
+    out["sounds"] = json::array();
+    for (const Voice& voice : snapshot.voices) out["sounds"].push_back(json_of(voice));
+    // A spoken text may be in any encoding.
+    return out.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
 } // namespace qm::sim

@@ -1,0 +1,137 @@
+// The payloads of generation 5, and of deletion and speech, byte for byte.
+#include "DynamicArea/DynamicArea_5G.h"
+#include "hex.h"
+
+#include <gtest/gtest.h>
+
+namespace qm {
+namespace {
+
+using test::hex;
+using test::is_hex;
+
+constexpr Ouint16 kPrograms[] = {7, 0x0102};
+
+AreaRequest_5G area_request() { return {9, 1, 0x0203, 1, 0, nullptr, 1, 0x0405, 0x0607, 0x0040, 0x0020, 1}; }
+
+PageEffect_5G effect(Ouint8 mode) { return {mode, 0x22, 0x33, 0x4455, 0x66}; }
+
+ST_PageDataA_ValieLen pages(std::initializer_list<const char*> contents, Ouint16 validLen) {
+    ST_PageDataA_ValieLen result{{}, validLen};
+    for (const char* content : contents) result.vctPicData.emplace_back(hex(content));
+    return result;
+}
+
+TEST(DynamicArea5G, LaysOutAnAreaByteForByte) {
+    AreaRequest_5G area = area_request();
+    area.RelateAllPro = 0;
+    area.RelateProNum = 2;
+    area.RelateProSerial = kPrograms;
+    const CData payload =
+        CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(4), pages({"AA BB", "CC"}, 10));
+    EXPECT_THAT(payload.bytes(),
+                is_hex("01 A7 00 00 00 "
+                       "41 00 00 00 "                              // 24 + 2 x 2 + 2 x 17 + 3
+                       "09 01 03 02 00 02 00 07 00 02 01 01 00*4 " // id ... programs, ImmePlay, reserved
+                       "10 05 04 07 06 40 00 20 00 00 02 00 "      // no border although asked for, two pages
+                       "0F 00 00 00 00 04 22 33 55 44 66 40 00 00*4 AA BB "
+                       "0E 00 00 00 00 04 22 33 55 44 66 0A 00 00*4 CC"));
+}
+
+TEST(DynamicArea5G, CountsThePixelsOfItsPages) {
+    ST_PageDataA_ValieLen one;
+    one.vctPicData.emplace_back(256U);
+    const CData payload = CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(1), one);
+    ASSERT_EQ(payload.m_nDataLen, 306U);
+    EXPECT_THAT(payload.bytes().subspan(5, 4), is_hex("29 01 00 00"));  // 297
+    EXPECT_THAT(payload.bytes().subspan(33, 4), is_hex("0D 01 00 00")); // 269
+}
+
+// The pixels of the pages as they are sent, and the valid length of each.
+std::vector<std::pair<Ouint8, Ouint16>> order_of(const CData& payload) {
+    std::vector<std::pair<Ouint8, Ouint16>> order;
+    for (std::size_t at = 33; at + 18 <= payload.m_nDataLen; at += 18)
+        order.emplace_back(payload.m_pData[at + 17],
+                           static_cast<Ouint16>(payload.m_pData[at + 11] | payload.m_pData[at + 12] << 8));
+    return order;
+}
+
+TEST(DynamicArea5G, SendsThePageThatEndsTheTextLastWithItsValidLength) {
+    using Order = std::vector<std::pair<Ouint8, Ouint16>>;
+    const auto three = pages({"01", "02", "03"}, 10), wide = pages({"01", "02"}, 100);
+    const auto build = [](Ouint8 mode, const ST_PageDataA_ValieLen& p) {
+        return order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(mode), p));
+    };
+    EXPECT_EQ(build(4, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
+    EXPECT_EQ(build(38, three), (Order{{3, 64}, {2, 64}, {1, 10}}));
+    EXPECT_EQ(build(40, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
+    EXPECT_EQ(build(1, wide), (Order{{1, 64}, {2, 64}})) << "never more than the area is wide";
+
+    const ContentItem_5G items[] = {{effect(4), {}}, {effect(38), {}}};
+    const ST_PageDataA_ValieLen contents[] = {pages({"01", "02"}, 5), pages({"03", "04"}, 6)};
+    EXPECT_EQ(order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, contents)),
+              (Order{{1, 64}, {2, 5}, {3, 64}, {4, 6}}));
+}
+
+TEST(DynamicArea5G, IsEmptyWhenItCannotBeSent) {
+    AreaRequest_5G area = area_request();
+    area.RelateProNum = 1;
+    EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(1), {}).m_nDataLen, 0U)
+        << "the numbers of its programs are missing";
+    for (const Ouint32 size : {65535U, 65536U}) {
+        ST_PageDataA_ValieLen one;
+        one.vctPicData.emplace_back(size - 50);
+        EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(1), one).m_nDataLen,
+                  size == 65535 ? size : 0);
+    }
+}
+
+TEST(DynamicAreaDeletion, NamesOneSeveralOrAll) {
+    const struct {
+        Oint8 count;
+        std::vector<Ouint8> ids;
+        const char* payload;
+    } cases[] = {{-1, {}, "01 A7 01 00 00 FF"},
+                 {0, {}, "01 A7 01 00 00 00"},
+                 {1, {3}, "01 A7 01 00 00 01 03"},
+                 {2, {1, 2}, "01 A7 01 00 00 02 01 02"},
+                 {-2, {}, "01 A7 01 00 00 FE"}};
+    for (const auto& c : cases) {
+        const CVemarProtocol_DelDynamicArea areas{c.count, c.ids};
+        EXPECT_THAT(areas.GetData().bytes(), is_hex(c.payload));
+        EXPECT_EQ(areas.GetSize(), areas.GetData().m_nDataLen);
+    }
+}
+
+TEST(IndependentSound, IsLaidOutByteForByte) {
+    CProtocol_SoundData sound;
+    sound.SoundPerson = 1;
+    sound.SoundVolum = 2;
+    sound.SoundSpeed = 3;
+    sound.SoundDataMode = 4;
+    sound.SoundReplayTimes = 5;
+    sound.SoundReplayDelay = 0x01020304;
+    sound.SoundReservedParaLen = 6;
+    sound.Soundnumdeal = 7;
+    sound.Soundlanguages = 8;
+    sound.Soundwordstyle = 9;
+    sound.SoundData = "abc";
+    const std::string record = "01 02 03 04 05 00 00 00 04 03 02 01 06 07 08 09 03 00 00 00 61 62 63";
+    CProtocol_InsertSoundIndepend_All_6G insertion;
+    insertion.m_oSound = {0x11, 0x12, sound};
+    EXPECT_EQ(insertion.m_oSound.GetSize(), 32U);
+    EXPECT_THAT(insertion.GetData().bytes(),
+                is_hex(std::string("01 A7 07 00 00 11 12 00 00 00 17 00 00 00 ").append(record)));
+    CProtocol_UpdateSoundIndepend_All_6G update;
+    update.StoreFlag = 0x11;
+    update.VoiceNum = 2;
+    update.m_vctSound = {{0x21, sound}, {0x22, sound}};
+    EXPECT_EQ(update.m_vctSound[0].GetSize(), 28U);
+    EXPECT_THAT(update.GetData().bytes(), is_hex(std::string("01 A7 02 00 00 11 02 21 17 00 00 00 ")
+                                                     .append(record)
+                                                     .append(" 22 17 00 00 00 ")
+                                                     .append(record)));
+}
+
+} // namespace
+} // namespace qm
