@@ -71,9 +71,9 @@ TEST(ProgramFileOfGeneration5, MayBeEmpty) {
 TEST(ProgramFileOfGeneration5, HasDigitalAndAnalogClocks) {
     const Program program = good(
         parse_program(sealed("00 50 30 30 30 00*14 00 00 00 02"
-                             " 22 00 00 00  02 01 00 02 00 08 00 02 00  00 00 01 01  0A 07 00 01 00 00 01 00"
+                             " 23 00 00 00  02 01 00 02 00 08 00 02 00  00 00 01 01  0A 07 00 01 00 00 01 00"
                              " 01 01 00 01 00 04 00 00 00  FF FF FF FF  7F"
-                             " 27 00 00 00  02 00 00 00 00 08 00 02 00  00 01 01 00"
+                             " 23 00 00 00  02 00 00 00 00 08 00 02 00  00 01 01 00"
                              " 04 00 01 00 09 01 02 01 03 04 02 05 06 03 02 00 02 00 00 00  FF FE"),
                       kSingle8));
     ASSERT_EQ(program.areas.size(), 2U);
@@ -96,7 +96,7 @@ TEST(ProgramFileOfGeneration5, HasDigitalAndAnalogClocks) {
 
 // Each spoils one field of a clock that is read otherwise.
 TEST(ProgramFileOfGeneration5, RefusesClocksThatAreWrongAnywhere) {
-    const std::string head = "00 50 30 30 30 00*14 00 00 00 01 22 00 00 00  02 01 00 02 00 08 00 02 00  ";
+    const std::string head = "00 50 30 30 30 00*14 00 00 00 01 23 00 00 00  02 01 00 02 00 08 00 02 00  ";
     const auto file = [&](const std::string& record) {
         return parse_program(sealed(head + record), kSingle8);
     };

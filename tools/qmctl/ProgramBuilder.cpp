@@ -1,6 +1,7 @@
 #include "ProgramBuilder.h"
 
 #include "JsonReader.h"
+#include "clock_records.h"
 #include "program_files.h"
 
 #include <algorithm>
@@ -31,6 +32,10 @@ struct G5 {
     static constexpr auto add_text = program_picturesAreaAddTxt;
     static constexpr auto add_text_from_file = program_fontPath_picturesAreaAddTxt;
     static constexpr auto add_picture = program_pictureAreaAddPic;
+    static constexpr auto add_time = program_timeAreaAddContent;
+    static constexpr auto add_time_from_file = program_fontPath_timeAreaAddContent;
+    static constexpr auto add_clock = program_timeAreaAddAnalogClock;
+    static constexpr auto add_dial = program_timeAreaChangeDialPic;
 };
 struct G6 {
     using Program = HVprogramHeader_G6;
@@ -42,6 +47,10 @@ struct G6 {
     static constexpr auto add_text = program_picturesAreaAddTxt_G6;
     static constexpr auto add_text_from_file = program_fontPath_picturesAreaAddTxt_G6;
     static constexpr auto add_picture = program_pictureAreaAddPic_G6;
+    static constexpr auto add_time = program_timeAreaAddContent_G6;
+    static constexpr auto add_time_from_file = program_fontPath_timeAreaAddContent_G6;
+    static constexpr auto add_clock = program_timeAreaAddAnalogClock_G6;
+    static constexpr auto add_dial = program_timeAreaChangeDialPic_G6;
 };
 
 template <class Header> Header area_header(E_areaType type, const Rect& rect) {
@@ -95,12 +104,10 @@ void require_drawable(const ProgramDescription& program) {
     if (program.background) all(program.background->pictures);
     for (const Area& area : program.areas) {
         all(area.pictures);
+        if (area.analog && area.analog->picture) require_drawable(*area.analog->picture);
         if (area.border) require_drawable(area.border->pattern);
     }
 }
-
-// As controllers keep days: 12 as 0x12, 2024 as 0x2024.
-unsigned bcd(unsigned value) { return value < 10 ? value : bcd(value / 10) << 4U | value % 10; }
 
 template <class Header> Header program_header(const ProgramDescription& program) {
     Header header{};
@@ -206,11 +213,28 @@ template <class G> void add_text(Ouint16 id, const Area& area) {
         throw JsonError(area.where + ": makes more than 65535 pages");
 }
 
+template <class G> void add_clock(Ouint16 id, const Area& area) {
+    if (area.digital) {
+        const HVtimeAreaData_G56 content = time_content(area);
+        const auto add = is_font_path(area.style.font) ? G::add_time_from_file : G::add_time;
+        require(add(id, &content), area.where);
+    } else {
+        const HVAnalogClockHeader_G56 hands = clock_hands(*area.analog, *area.rect);
+        const ClockColor_G56 colors{area.analog->main_color, area.analog->mark_color,
+                                    area.analog->background};
+        require(G::add_clock(id, &hands, static_cast<E_ClockStyle>(area.analog->style), &colors), area.where);
+        if (const auto& picture = area.analog->picture)
+            require(G::add_dial(id, picture->path.c_str()), picture->where);
+    }
+    if (area.battle) require(program_timeAreaSetBattleTime_G6(id, &*area.battle), area.where + ".battle");
+}
+
 template <class G> void add_area(const Area& area) {
     const Ouint16 id = u16(area.id);
-    auto header = area_header<typename G::Area>(ePicturesArea, *area.rect);
+    auto header = area_header<typename G::Area>(area.is_clock() ? eTimeClockArea : ePicturesArea, *area.rect);
     set_flags(header, area);
     require(G::add_area(id, &header), area.where);
+    if (area.is_clock()) return add_clock<G>(id, area);
     if (area.border) add_area_border(id, *area.border);
     if (!area.text.empty()) add_text<G>(id, area);
     Ouint16 number = 0;

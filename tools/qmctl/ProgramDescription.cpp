@@ -1,6 +1,7 @@
 #include "ProgramDescription.h"
 
 #include "JsonReader.h"
+#include "clock_values.h"
 #include "program_files.h"
 
 #include <fstream>
@@ -114,6 +115,7 @@ class Reader {
         read_object(field, [&](Object& object) {
             area.id = object.require("id").number(0, kLargestAreaId);
             object.take("rect", area.rect, rect);
+            clock(object, area);
             texts(object, area);
             area.style = style(object);
             area.effect = effect(object, Effect());
@@ -125,8 +127,20 @@ class Reader {
             object.take_number("transparency", area.transparency, 0, kByte);
             object.take_number("equal", area.equal, 0, kByte);
         });
-        if (area.text.empty() && area.pictures.empty()) field.refuse("needs text, texts or pictures");
+        if (area.text.empty() && area.pictures.empty() && !area.is_clock())
+            field.refuse("needs text, texts, pictures, digital or analog");
         return area;
+    }
+
+    void clock(Object& object, Area& area) const {
+        object.take("digital", area.digital, read_digital);
+        object.take("analog", area.analog, [&](const Field& field) {
+            return read_analog(field, [&](const Field& file) { return picture(file); });
+        });
+        object.take_text("battle", area.battle, read_battle);
+        if (area.digital && area.analog) object.require("analog").refuse("digital is given, too");
+        if (area.battle && !area.is_clock()) object.require("battle").refuse("needs digital or analog");
+        if (area.is_clock()) refuse_beside_clock(object, area.digital.has_value());
     }
 
     static Rect rect(const Field& field) {

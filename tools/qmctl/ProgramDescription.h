@@ -4,6 +4,8 @@
 #include "appearance.h"
 #include "program_values.h"
 
+#include <array>
+
 namespace qm::ctl {
 
 // A PNG file.
@@ -34,6 +36,26 @@ struct Sound {
     unsigned digits = 0, language = 0, word_style = 0;
 };
 
+// Formats as the library numbers them; a part that is not given is not shown.
+struct DigitalClock {
+    std::optional<unsigned> date, week, time;
+    bool underline = false;
+};
+
+struct ClockHand {
+    std::string where;                     // its field, when it is given
+    std::optional<unsigned> width, length; // pixels
+    Ouint32 color;
+};
+
+struct AnalogClock {
+    std::optional<std::array<unsigned, 2>> pivot; // else the middle of the area
+    unsigned style = eLINE;
+    Ouint32 main_color = eYellow, mark_color = eGreen, background = eBlack;
+    std::optional<PictureFile> picture;
+    ClockHand hour{"", {}, {}, eRed}, minute{"", {}, {}, eGreen}, second{"", {}, {}, eYellow};
+};
+
 struct Area {
     std::string where; // areas[0]
     unsigned id = 0;
@@ -43,8 +65,13 @@ struct Area {
     Effect effect;
     std::vector<PicturePage> pictures;
     std::optional<Border> border;
+    std::optional<DigitalClock> digital;                       // in place of text and pictures
+    std::optional<AnalogClock> analog;                         // likewise
+    std::optional<HVTimeAreaBattle_G6> battle;                 // of a clock; generation 6
     std::optional<Sound> sound;                                // generation 6
     unsigned background_flag = 0, transparency = 0, equal = 0; // generation 6
+
+    [[nodiscard]] bool is_clock() const { return digital || analog; }
 };
 
 struct ScreenDescription {

@@ -77,6 +77,16 @@ void fit_area(Area& area, const Rect& inside, const PixelSize& screen) {
     if (area.border) require_room(*area.border, rect.width, rect.height);
 }
 
+// What the records of hands hold of a colour.
+void require_palette(const Area& area, const ProgramTarget& target) {
+    if (!area.analog || (target.generation == 6 && target.color == SCREEN_COLOR_FULLCOLOR)) return;
+    for (const ClockHand* hand : {&area.analog->hour, &area.analog->minute, &area.analog->second})
+        if (hand->color > eWhite)
+            throw JsonError(hand->where +
+                            ".color: #RRGGBB is for screens of full colour in generation 6; here "
+                            "hands are black, red, green, yellow, blue, magenta, cyan or white");
+}
+
 template <class Value>
 void leave_out(Value& value, const std::string& field, std::vector<std::string>& notes) {
     if (value) notes.push_back(field + " is left out: generation 5 has none");
@@ -148,12 +158,16 @@ Rect inside_border(const ProgramDescription& program, const ProgramTarget& targe
 std::vector<std::string> fit_to(ProgramDescription& program, const ProgramTarget& target) {
     if (program.border) require_room(*program.border, target.size.width, target.size.height);
     const Rect inside = inside_border(program, target);
-    for (Area& area : program.areas) fit_area(area, inside, target.size);
+    for (Area& area : program.areas) {
+        fit_area(area, inside, target.size);
+        require_palette(area, target);
+    }
     std::vector<std::string> notes;
     if (target.generation == 6) return notes;
     leave_out(program.background, "background", notes);
     for (Area& area : program.areas) {
         leave_out(area.sound, area.where + ".sound", notes);
+        leave_out(area.battle, area.where + ".battle", notes);
         leave_out(area.background_flag, area.where + ".background_flag", notes);
         leave_out(area.transparency, area.where + ".transparency", notes);
         leave_out(area.equal, area.where + ".equal", notes);

@@ -2,7 +2,6 @@
 
 #include "arguments.h"
 
-#include <array>
 #include <chrono>
 
 namespace qm::ctl {
@@ -49,6 +48,14 @@ Date read_date(const std::string& text) {
     if (!year || !month || !day || !is_day({*year, *month, *day})) expected("a date such as 2024-12-31");
     return {*year, *month, *day};
 }
+
+std::array<Ouint8, 3> read_time(const std::string& text) {
+    const auto time = to_time(text);
+    if (!time) expected("a time of day such as 23:59:59");
+    return *time;
+}
+
+unsigned bcd(unsigned value) { return value < 10 ? value : bcd(value / 10) << 4U | value % 10; }
 
 std::string to_string(const PixelSize& size) {
     return std::to_string(size.width) + " x " + std::to_string(size.height);

@@ -3,6 +3,7 @@
 
 #include "qm_sdk_dual.h"
 
+#include <array>
 #include <string>
 
 namespace qm::ctl {
@@ -16,8 +17,10 @@ struct Date {
     unsigned year, month, day;
 };
 
-[[nodiscard]] HVprogrampTime_G56 read_period(const std::string& text); // HH:MM[:SS]-HH:MM[:SS]
-[[nodiscard]] Date read_date(const std::string& text);                 // YYYY-MM-DD
+[[nodiscard]] HVprogrampTime_G56 read_period(const std::string& text);  // HH:MM[:SS]-HH:MM[:SS]
+[[nodiscard]] Date read_date(const std::string& text);                  // YYYY-MM-DD
+[[nodiscard]] std::array<Ouint8, 3> read_time(const std::string& text); // HH:MM[:SS]
+[[nodiscard]] unsigned bcd(unsigned value); // as controllers keep days: 12 as 0x12, 2024 as 0x2024
 [[nodiscard]] unsigned read_type(const std::string& text); // of a controller: 0x0262, or in decimal
 
 } // namespace qm::ctl

@@ -1,0 +1,98 @@
+#include "clock_values.h"
+
+#include <chrono>
+
+namespace qm::ctl {
+namespace {
+
+constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
+
+constexpr Name kDates[] = {{"2024-12-31", YYYY_MM_DD_MINUS}, {"2024/12/31", YYYY_MM_DD_VIRGURE},
+                           {"31-12-2024", DD_MM_YYYY_MINUS}, {"31/12/2024", DD_MM_YYYY_VIRGURE},
+                           {"12-31", MM_DD_MINUS},           {"12/31", MM_DD_VIRGURE},
+                           {"12月31日", MM_DD_CHS},          {"2024年12月31日", YYYY_MM_DD_CHS}};
+constexpr Name kWeeks[] = {{"Monday", Monday}, {"Mon", Mon}, {"星期一", Monday_CHS}};
+constexpr Name kTimes[] = {{"23:59:59", HH_MM_SS_COLON}, {"23时59分59秒", HH_MM_SS_CHS},
+                           {"23:59", HH_MM_COLON},       {"23时59分", HH_MM_CHS},
+                           {"PM 11:59", AM_HH_MM},       {"11:59 PM", HH_MM_AM}};
+constexpr Name kMarks[] = {{"lines", eLINE}, {"squares", eSQUARE}, {"discs", eCIRCLE}};
+
+auto word_of(Names names) {
+    return [names](const std::string& text) { return read_word(text, names); };
+}
+
+void take_hand(Object& clock, const std::string& name, ClockHand& hand) {
+    const auto field = clock.find(name);
+    if (!field) return;
+    hand.where = field->path();
+    read_object(*field, [&](Object& object) {
+        object.take_number("width", hand.width, 0, kByte);
+        object.take_number("length", hand.length, 0, kByte);
+        object.take_text("color", hand.color, read_color);
+    });
+}
+
+} // namespace
+
+DigitalClock read_digital(const Field& field) {
+    DigitalClock clock;
+    read_object(field, [&](Object& object) {
+        object.take_text("date", clock.date, word_of(kDates));
+        object.take_text("week", clock.week, word_of(kWeeks));
+        object.take_text("time", clock.time, word_of(kTimes));
+        object.take("underline", clock.underline, &Field::flag);
+    });
+    if (!clock.date && !clock.week && !clock.time) field.refuse("needs date, week or time");
+    return clock;
+}
+
+AnalogClock read_analog(const Field& field, const std::function<PictureFile(const Field&)>& read_picture) {
+    AnalogClock clock;
+    read_object(field, [&](Object& object) {
+        object.take("pivot", clock.pivot, [](const Field& pivot) {
+            const auto values = pivot.list(2, 2);
+            return std::array{values[0].number(0, kWord), values[1].number(0, kWord)};
+        });
+        object.take_text("marks", clock.style, word_of(kMarks));
+        object.take_text("main_color", clock.main_color, read_color);
+        object.take_text("mark_color", clock.mark_color, read_color);
+        object.take_text("background", clock.background, read_color);
+        object.take("picture", clock.picture, read_picture);
+        take_hand(object, "hour", clock.hour);
+        take_hand(object, "minute", clock.minute);
+        take_hand(object, "second", clock.second);
+    });
+    return clock;
+}
+
+HVTimeAreaBattle_G6 read_battle(const std::string& text) {
+    const auto space = text.find(' ');
+    if (space == std::string::npos) expected("a moment such as 2024-12-31 23:59:59");
+    const Date date = read_date(text.substr(0, space));
+    const auto time = read_time(text.substr(space + 1));
+    const std::chrono::year_month_day day(std::chrono::year(static_cast<int>(date.year)),
+                                          std::chrono::month(date.month), std::chrono::day(date.day));
+    HVTimeAreaBattle_G6 battle{};
+    const auto byte = [](unsigned value) { return static_cast<Ouint8>(bcd(value)); };
+    battle.BattleStartYear = static_cast<Ouint16>(bcd(date.year));
+    battle.BattleStartMonth = byte(date.month);
+    battle.BattleStartDate = byte(date.day);
+    battle.BattleStartHour = byte(time[0]);
+    battle.BattleStartMinute = byte(time[1]);
+    battle.BattleStartSecond = byte(time[2]);
+    battle.BattleStartWeek = byte(std::chrono::weekday(std::chrono::sys_days(day)).c_encoding());
+    return battle;
+}
+
+void refuse_beside_clock(Object& area, bool digital) {
+    constexpr const char* kNever[] = {"text",  "texts", "pictures", "border",   "sound",   "mode",
+                                      "speed", "stay",  "repeat",   "vertical", "spacing", "valign"};
+    constexpr const char* kOfText[] = {"font", "size", "color", "bold", "italic", "one_line", "align"};
+    const auto refuse = [&area](const char* name) {
+        if (const auto field = area.find(name)) field->refuse("does not go with a clock");
+    };
+    std::for_each(std::begin(kNever), std::end(kNever), refuse);
+    if (!digital) std::for_each(std::begin(kOfText), std::end(kOfText), refuse);
+}
+
+} // namespace qm::ctl
