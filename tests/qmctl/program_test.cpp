@@ -115,6 +115,19 @@ TEST_F(ProgramVerbs, MistakeIsNamedByItsField) {
          "areas[0].border.picture: a border of 2 pixels leaves no room in 64 x 4"},
         {around(R"("text": "x", "sound": {"text": "x", "volume": 256})"), "areas[0].sound.volume: expected"},
         {around(R"("text": "x"}, {"id": 0, "text": "y")"), "areas[1].id: another area has the number 0"},
+        {around(R"("digital": {})"), "areas[0].digital: needs date, week or time"},
+        {around(R"("digital": {"date": "2024.12.31"})"), "areas[0].digital.date: expected one of 2024-12-31"},
+        {around(R"("digital": {"week": "Sunday"})"), "areas[0].digital.week: expected one of Monday, Mon"},
+        {around(R"("digital": {"time": "23:59"}, "analog": {})"), "areas[0].analog: digital is given, too"},
+        {around(R"("digital": {"time": "23:59"}, "text": "x")"), "areas[0].text: does not go with a clock"},
+        {around(R"("analog": {}, "font": "DejaVu Sans")"), "areas[0].font: does not go with a clock"},
+        {around(R"("analog": {"pivot": [1]})"), "areas[0].analog.pivot: expected a list of 2"},
+        {around(R"("analog": {"picture": "cut.png"})"), "areas[0].analog.picture: "},
+        {around(R"("analog": {"hour": {"color": "#FF0000"}})"), "areas[0].analog.hour.color: #RRGGBB is for"},
+        {around(R"("analog": {"hour": {"length": 256}})"), "areas[0].analog.hour.length: expected a whole"},
+        {around(R"("text": "x", "battle": "2024-12-31 23:59")"), "areas[0].battle: needs digital or analog"},
+        {around(R"("analog": {}, "battle": "2023-02-29 00:00")"), "areas[0].battle: expected a date"},
+        {around(R"("analog": {}, "battle": "2024-02-29 24:00")"), "areas[0].battle: expected a time of day"},
         {with(R"("border": {"picture": "cut.png"})"), "border.picture: "},
         {with(R"("background": {})"), "background: needs either color or pictures"},
         {with(R"("background": {"color": "red", "pictures": ["picture.png"]})"), "background: needs either"},
@@ -294,6 +307,34 @@ TEST_F(ProgramVerbs, SentProgramIsOnTheScreen) {
     }
 }
 
+TEST_F(ProgramVerbs, ClocksAreInTheFileAsDescribed) {
+    const std::string json =
+        around(R"("digital": {"date": "12/31", "week": "Mon", "time": "11:59 PM"}, "rect": [0, 0, 40, 16],
+                  "one_line": true, "battle": "2024-12-31 23:59:58", "color": "#00FF00"},
+                 {"id": 1, "rect": [40, 0, 16, 15], "analog": {"pivot": [8, 7], "marks": "discs",
+                  "hour": {"width": 3, "length": 4, "color": "cyan"}, "second": {"width": 0}})");
+    const auto glyph = [](int width, int height) {
+        return static_cast<std::size_t>((width + 31) / 32 * 4 * height * 2);
+    };
+    ASSERT_EQ(program("build", json).status, 0);
+    const ParsedProgram six = parse_g6(content_of("P007"), content_of("D007"), "D007", {.glyph = glyph});
+    const ParsedClock& digital = six.areas.at(0).clock.value();
+    EXPECT_EQ(digital.extended, hex("00 01 24 20 12 31 23 59 58 02 00*17"));
+    std::vector<int> kinds;
+    for (const ParsedUnit& unit : digital.units) {
+        kinds.push_back(unit.kind);
+        EXPECT_EQ(unit.setting, hex("02 00"));
+    }
+    EXPECT_EQ(kinds, (std::vector{2, 10, 3, 9, 5, 10, 6, 8})) << "month/day weekday hour:minute half";
+    EXPECT_EQ(six.areas.at(1).clock.value().setting, hex("08 00 07 00 00 03 04 06 01 05 02 00 06 03"));
+    EXPECT_EQ(six.areas.at(1).clock.value().style, 2);
+
+    const Outcome five = program("build", json, {"--generation", "5"});
+    ASSERT_EQ(five.status, 0) << five.err;
+    EXPECT_THAT(five.err, HasSubstr("areas[0].battle is left out"));
+    EXPECT_EQ(parse_g5(content_of("P007")).areas.at(0).clock.value().units.size(), 8U);
+}
+
 TEST_F(ProgramVerbs, ExampleFitsBothGenerations) {
     for (const std::string generation : {"5", "6"})
         for (const std::string verb : {"build", "preview"}) {
@@ -303,7 +344,7 @@ TEST_F(ProgramVerbs, ExampleFitsBothGenerations) {
             const auto result = nlohmann::json::parse(outcome.out);
             EXPECT_EQ(result.value("notes", nlohmann::json()).size(), generation == "5" ? 1U : 0U);
             if (verb == "preview") {
-                EXPECT_EQ(result["areas"].size(), generation == "5" ? 3U : 4U);
+                EXPECT_EQ(result["areas"].size(), generation == "5" ? 5U : 6U);
             }
         }
 }
