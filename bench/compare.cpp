@@ -12,12 +12,13 @@ namespace {
 
 using Settings = std::function<void(benchmark::internal::Benchmark*)>;
 
-void add(const std::string& name, std::size_t bytes, const Run& run, const Settings& settings) {
+void add(const std::string& name, std::size_t bytes, const Run& run, double mark, const Settings& settings) {
     const auto timed = [=](benchmark::State& state) {
         for (auto _ : state) {
             run();
             benchmark::ClobberMemory();
         }
+        if (mark != 0) state.counters["mark"] = mark;
         if (bytes != 0)
             state.SetBytesProcessed(static_cast<std::int64_t>(bytes) *
                                     static_cast<std::int64_t>(state.iterations()));
@@ -27,8 +28,8 @@ void add(const std::string& name, std::size_t bytes, const Run& run, const Setti
 
 void compare(const std::string& work, std::size_t bytes, const Run& ours, const std::vector<Peer>& peers,
              const Settings& settings) {
-    add(work + "/ours", bytes, ours, settings);
-    for (const Peer& peer : peers) add(work + "/" + peer.name, bytes, peer.run, settings);
+    add(work + "/ours", bytes, ours, 0, settings);
+    for (const Peer& peer : peers) add(work + "/" + peer.name, bytes, peer.run, peer.mark, settings);
 }
 
 } // namespace

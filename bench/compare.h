@@ -15,6 +15,7 @@ using Run = std::function<void()>;
 struct Peer {
     std::string name;
     Run run;
+    double mark = 0; // what the peer's cost over ours should come to at least; 0: nothing is asked
 };
 
 // Work of the processor on so many bytes of input, in processor time. Neither the work's nor a peer's name
@@ -40,6 +41,7 @@ void checksums();
 void stuffing();
 void exchanges();
 void files();
+void transfer();
 void programs();
 
 } // namespace qm::bench

@@ -40,7 +40,7 @@ Ouint32 sum_of_words(Bytes bytes) {
     return sum;
 }
 
-void compare_conversion(const Case& c, const SharedMemory& memory, const Peer& peer) {
+void compare_conversion(const Case& c, const SharedMemory& memory, double bitMark, const Peer& peer) {
     const auto ours = [=] {
         return convert_pixels(memory->source.data(), c.left, kWidth, kHeight, c.layout,
                               memory->target.data());
@@ -53,7 +53,7 @@ void compare_conversion(const Case& c, const SharedMemory& memory, const Peer& p
     require(ours() == expected.size() && std::equal(expected.begin(), expected.end(), memory->target.begin()),
             c.work + ": wrong bytes");
     compare_speed("convert 2048 x 1024, " + c.work, kSourceBytes, ours,
-                  {{"bit by bit", [=] { benchmark::DoNotOptimize(plain().data()); }}, peer});
+                  {{"bit by bit", [=] { benchmark::DoNotOptimize(plain().data()); }, bitMark}, peer});
 }
 
 void bit_planes(const SharedMemory& memory) {
@@ -62,7 +62,7 @@ void bit_planes(const SharedMemory& memory) {
         const char* name;
     } kColors[] = {
         {SCREEN_COLOR_SINGLE, "single"}, {SCREEN_COLOR_DOUBLE, "double"}, {SCREEN_COLOR_THREE, "three"}};
-    const Peer reading{"reading it", [=] { benchmark::DoNotOptimize(sum_of_words(memory->source)); }};
+    const Peer reading{"reading it", [=] { benchmark::DoNotOptimize(sum_of_words(memory->source)); }, 0.25};
     for (const int mode : {Tran_Pixel_Mode0, Tran_Pixel_Mode4})
         for (const auto& color : kColors)
             for (const int left : {0, 3}) {
@@ -70,21 +70,22 @@ void bit_planes(const SharedMemory& memory) {
                 work += std::to_string(mode);
                 work.append(", ").append(color.name).append(left == 0 ? " colour" : " colour, at column 3");
                 const unsigned unit = mode == Tran_Pixel_Mode0 ? 8 : 32;
-                compare_conversion({work, {color.color, mode, 1, unit}, left}, memory, reading);
+                compare_conversion({work, {color.color, mode, 1, unit}, left}, memory, 40, reading);
             }
 }
 
 void full_colour(const SharedMemory& memory) {
-    const auto peer = [&memory](const char* name, auto function, int bytes) {
-        return Peer{name, [=] {
-                        function(memory->source.data(), 4 * kWidth, memory->target.data(), bytes * kWidth,
-                                 kWidth, kHeight);
-                    }};
+    const auto peer = [&memory](const char* name, auto function, int bytes, double mark) {
+        const auto run = [=] {
+            function(memory->source.data(), 4 * kWidth, memory->target.data(), bytes * kWidth, kWidth,
+                     kHeight);
+        };
+        return Peer{name, run, mark};
     };
     compare_conversion({"mode 3, full colour", {SCREEN_COLOR_FULLCOLOR, Tran_Pixel_Mode3, 1, 8}, 0}, memory,
-                       peer("libyuv, no gamma", libyuv::ARGBToRGB565, 2));
+                       0, peer("libyuv, no gamma", libyuv::ARGBToRGB565, 2, 0.5));
     compare_conversion({"mode 5, full colour", {SCREEN_COLOR_FULLCOLOR, Tran_Pixel_Mode5, 1, 8}, 0}, memory,
-                       peer("libyuv", libyuv::ARGBToRAW, 3));
+                       0, peer("libyuv", libyuv::ARGBToRAW, 3, 0.8));
 }
 
 } // namespace

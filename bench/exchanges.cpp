@@ -69,7 +69,13 @@ void exchanges() {
     const auto update = [=] { require(update_text(controller->port()) == QM_OK, "text update: refused"); };
     update();
     require(shows_something(*controller), "text update: the controller shows nothing");
-    compare_time("text update, 128 x 32", update, {{"prescribed rests of two connections", [] { rest(2); }}});
+    compare_time("text update, 128 x 32", update,
+                 {{"prescribed rests of two connections and 2 ms",
+                   [] {
+                       rest(2);
+                       ::usleep(2000);
+                   },
+                   1}});
 
     const auto payload = std::make_shared<const Frame>(long_payload());
     const auto send = [=] {

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
         qm::bench::stuffing();
         qm::bench::programs();
         qm::bench::files();
+        qm::bench::transfer();
         qm::bench::exchanges();
         benchmark::RunSpecifiedBenchmarks();
         benchmark::ClearRegisteredBenchmarks(); // and with them what they run on

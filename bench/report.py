@@ -1,4 +1,4 @@
-"""Reads the JSON of qm_bench on standard input and prints one row a peer: work, ours, peer, ratio."""
+"""Reads the JSON of qm_bench on standard input and prints one row a peer: work, ours, peer, ratio, mark."""
 
 import json
 import sys
@@ -39,7 +39,9 @@ def rows(works):
             continue
         for name, peer in contenders.items():
             ratio = cost(peer) / cost(ours)
-            yield work, shown(ours), f"{name}: {shown(peer)}", f"{ratio:.3g}"
+            mark = peer.get("mark")
+            verdict = "" if mark is None else f"{mark:.3g} {'met' if ratio >= mark else 'missed'}"
+            yield work, shown(ours), f"{name}: {shown(peer)}", f"{ratio:.3g}", verdict
 
 
 def main():
@@ -47,8 +49,8 @@ def main():
         results = json.load(sys.stdin)
     except json.JSONDecodeError:
         sys.exit("qm_bench gave no complete results")
-    table = [("work", "ours", "peer", "ratio"), *rows(medians(results["benchmarks"]))]
-    widths = [max(len(row[i]) for row in table) for i in range(4)]
+    table = [("work", "ours", "peer", "ratio", "mark"), *rows(medians(results["benchmarks"]))]
+    widths = [max(len(row[i]) for row in table) for i in range(5)]
     table.insert(1, tuple("-" * width for width in widths))
     for row in table:
         print("| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |")
