@@ -1093,8 +1093,8 @@ QM_API int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader*
                                         const char* picPath) QM_NOTHROW;
 QM_API int program_pictureAreaRemoveFrame(Ouint16 areaID) QM_NOTHROW;
 
-/* Renders page pageNum (from 0) of an area of either generation; a time area has one page, as it is at this
- * moment, an analog clock's without its hands. -1, with nothing in *page but the number of
+/* Renders page pageNum (from 0) of an area of either generation; a clock has one page, as it is at this moment,
+ * without hands and without a dial picture that cannot be read. -1, with nothing in *page but the number of
  * pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.", "Error:The last
  * picture is not exist." or "Error:unable to generate pictures.". */
 QM_API int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) QM_NOTHROW;

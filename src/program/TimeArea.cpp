@@ -1,6 +1,7 @@
 #include "program/TimeArea.h"
 
 #include "program/HVframe.h"
+#include "program/TextRepair.h"
 #include "support/message.h"
 
 #include <algorithm>
@@ -96,7 +97,7 @@ _QM_G56_ANALOGCLOCKSETTING narrowed(const HVAnalogClockHeader_G56& h) {
 }
 
 void TimeArea::AddContent(const HVtimeAreaData_G56& record) {
-    _fontStyle = record.fontName;
+    _fontStyle = repair_utf8(record.fontName); // cairo takes no other
     _fontPathName.clear();
     set_content(record);
 }

@@ -62,10 +62,12 @@ Ouint8 align_in_cell(const TimePiece& kind, Ouint8 align) {
 
 } // namespace
 
-TimeFontModel::TimeFontModel(const TimeText& text, int areaWidth, int areaHeight)
+TimeFontModel::TimeFontModel(const TimeText& wanted, int areaWidth, int areaHeight)
     : m_areaWidth(areaWidth), m_areaHeight(areaHeight) {
-    const std::size_t groups = text.groups.size();
+    const std::size_t groups = wanted.groups.size();
     if (groups == 0 || areaWidth <= 0 || areaHeight <= 0) return;
+    TimeText text = wanted;
+    if (font_for(text.font)->is_substitute()) text.font.path.clear(); // it is reported once
     bool fits = false;
     for (std::size_t i = 0; i < groups && !fits; ++i)
         fits = fit(text, text.severalLines ? groups - i : i + 1);

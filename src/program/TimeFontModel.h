@@ -38,7 +38,7 @@ class TimeFontModel {
     // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines. When
     // nothing helps, what is outside is left out: whole groups, except that of a line the first one stays as
     // far as it goes.
-    TimeFontModel(const TimeText& text, int areaWidth, int areaHeight);
+    TimeFontModel(const TimeText& wanted, int areaWidth, int areaHeight);
 
     [[nodiscard]] const std::vector<GlyphSet>& sets() const { return m_sets; }
     [[nodiscard]] const std::vector<PlacedUnit>& units() const { return m_units; }

@@ -225,9 +225,26 @@ TEST_F(Clock, ScalesItsDialPictureFromAFileOrFromMemory) {
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "the copy goes with the area";
 }
 
+TEST_F(Clock, OfGeneration6ScalesItsDialPictureToo) {
+    const std::string green = picture("green.png", 80, 50, 0x00FF00);
+    const Frame png = file_bytes(green), all = hex("00 FF 00 FF"), none = hex("FF 00 FF 00");
+    program_setScreenParams_G56(SCREEN_COLOR_DOUBLE, kMode0, DOUBLE_COLOR_PIXTYPE_1);
+    add_g6(8, 2);
+    ASSERT_EQ(program_timeAreaChangeDialPic_G6(kArea, green.c_str()), 0);
+    EXPECT_EQ(clock_g6().page, all);
+    EXPECT_EQ(clock_g6().setting, Frame(14)) << "it has no hands yet";
+    ASSERT_EQ(program_timeAreaChangeAnalogClock_G6(kArea, &kClock, eLINE, &kColors), 0);
+    ASSERT_EQ(program_timeAreaRemoveDialPic_G6(kArea), 0);
+    EXPECT_EQ(clock_g6().page, none);
+    ASSERT_EQ(program_timeAreaChangeDialPicAdd_G56(kArea, png.data(), static_cast<Ouint32>(png.size())), 0);
+    EXPECT_EQ(clock_g6().page, all);
+    program_setScreenParams_G56(SCREEN_COLOR_FULLCOLOR, kMode5, DOUBLE_COLOR_PIXTYPE_1);
+    EXPECT_EQ(clock_g6().setting.size(), 14U) << "of the screen when the clock was set";
+}
+
 TEST_F(Clock, ReportsADialPictureThatCannotBeRead) {
     add_g5(8, 2);
-    program_timeAreaAddAnalogClock(kArea, &kClock, eLINE, &kColors);
+    program_timeAreaChangeAnalogClock(kArea, &kClock, eLINE, &kColors);
     EXPECT_EQ(program_timeAreaChangeDialPic(kArea, "missing.png"), 0);
     ParsedClock clock;
     EXPECT_EQ(printed_by([&] { clock = clock_g5(); }), "Error:The picture is not exist.\n");
@@ -271,6 +288,13 @@ TEST_F(Clock, SurvivesContentThatMakesNoSense) {
         EXPECT_EQ(program_timeAreaAddContent(kArea, &content), 0);
         EXPECT_FALSE(clock_g5().units.empty()) << size;
     }
+    content.fontName = "\xCB\xCE\xCC\xE5"; // GB2312
+    EXPECT_EQ(program_timeAreaAddContent(kArea, &content), 0);
+    EXPECT_FALSE(clock_g5().units.empty());
+    content.fontName = "missing.ttf";
+    EXPECT_EQ(program_fontPath_timeAreaAddContent(kArea, &content), 0);
+    EXPECT_EQ(printed_by([] { EXPECT_FALSE(clock_g5().units.empty()); }), "Error 1 opening font.\n");
+    content.fontName = kFont;
     content.datestyle = static_cast<DateStyle>(8);
     content.week_enable = true; // its style is 0
     content.fontAlign = 77;
