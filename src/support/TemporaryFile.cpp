@@ -23,7 +23,8 @@ void write_all(int fd, Bytes content) {
 } // namespace
 
 TemporaryFile::TemporaryFile(Bytes content)
-    : m_path((std::filesystem::temp_directory_path() / "qm_XXXXXX").string()) {
+    : m_path(std::filesystem::absolute(std::filesystem::temp_directory_path() / "qm_XXXXXX").string()),
+      m_owner(::getpid()) {
     const Descriptor file(::mkostemp(m_path.data(), O_CLOEXEC));
     if (!file) throw std::system_error(errno, std::generic_category(), "temporary file");
     try {
@@ -34,6 +35,8 @@ TemporaryFile::TemporaryFile(Bytes content)
     }
 }
 
-TemporaryFile::~TemporaryFile() { ::unlink(m_path.c_str()); }
+TemporaryFile::~TemporaryFile() {
+    if (::getpid() == m_owner) ::unlink(m_path.c_str()); // else this is a forked child's copy
+}
 
 } // namespace qm

@@ -20,6 +20,7 @@ class TemporaryFile {
 
   private:
     std::string m_path;
+    int m_owner; // process
 };
 
 } // namespace qm
