@@ -75,6 +75,11 @@ void fit_area(Area& area, const Rect& inside, const PixelSize& screen) {
     if (rect.x + rect.width > screen.width || rect.y + rect.height > screen.height)
         throw JsonError(area.where + ".rect: reaches beyond the screen of " + to_string(screen) + " pixels");
     if (area.border) require_room(*area.border, rect.width, rect.height);
+    if (!area.analog || !area.analog->pivot) return;
+    const auto [x, y] = *area.analog->pivot;
+    if (x >= rect.width || y >= rect.height)
+        throw JsonError(area.where + ".analog.pivot: lies outside the area of " +
+                        to_string({rect.width, rect.height}) + " pixels");
 }
 
 // What the records of hands hold of a colour.
