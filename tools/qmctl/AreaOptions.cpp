@@ -8,13 +8,34 @@ E_ScreenColor_G56 color_of(const Ping_data& screen) {
     return known ? static_cast<E_ScreenColor_G56>(screen.Color) : SCREEN_COLOR_DOUBLE;
 }
 
-Rect whole(const Ping_data& screen) {
-    if (screen.ScreenWidth == 0 || screen.ScreenHeight == 0)
+Rect whole(const Screen& screen) {
+    if (screen.rect.width == 0 || screen.rect.height == 0)
         throw Failure(QM_FAILED, "the controller says that its screen has no pixels; give --rect");
-    return {0, 0, screen.ScreenWidth, screen.ScreenHeight};
+    return screen.rect;
+}
+
+std::vector<Ouint16> read_programs(const std::string& text) {
+    constexpr std::size_t kMost = 512;
+    std::vector<Ouint16> programs;
+    if (text == "all") return programs;
+    for (const std::string_view number : split(text, ','))
+        programs.push_back(static_cast<Ouint16>(read_number(std::string(number), 0, 9999)));
+    if (programs.size() > kMost) expected("at most 512 programs");
+    return programs;
 }
 
 } // namespace
+
+Screen screen_of(const Ping_data& ping) {
+    return {color_of(ping), generation_of(ping.ControllerType), {0, 0, ping.ScreenWidth, ping.ScreenHeight}};
+}
+
+void ProgramOption::add_to(ArgumentList& command) {
+    add_value(command, "--with-program", m_programs, "N[,N...]",
+              "Show it only together with these programs, or with all, without interrupting what is\n"
+              "being played (default with all, at once)",
+              read_programs);
+}
 
 void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--area", m_id, 0, 255,
@@ -32,17 +53,16 @@ void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--stay", m_effect.stay, 0, 65535,
                "How long a page stays, in the controller's unit (default 300; 0 when running)");
     add_number(command, "--repeat", m_effect.repeat, 0, 255, "Repetitions of a page, 0 to 255 (default 1)");
+    m_programs.add_to(command);
 }
 
 Target AreaOptions::target(const Session& session) const {
     if (session.controller.port < 1024)
         throw UsageError("--controller: areas need a port from 1024 to 65535, not " +
                          std::to_string(session.controller.port));
-    Target target{static_cast<Ouint8>(m_id), {}, SCREEN_COLOR_DOUBLE};
-    Ping_data screen{};
-    if (!m_rect || !m_color) screen = session.ping();
-    target.rect = m_rect ? *m_rect : whole(screen);
-    target.color = m_color ? static_cast<E_ScreenColor_G56>(*m_color) : color_of(screen);
+    Target target{static_cast<Ouint8>(m_id), {}, screen_of(session.ping())};
+    target.rect = m_rect ? *m_rect : whole(target.screen);
+    if (m_color) target.screen.color = static_cast<E_ScreenColor_G56>(*m_color);
     return target;
 }
 
@@ -62,7 +82,7 @@ Result describe(const Session& session, const Target& target) {
              std::to_string(width) + " x " + std::to_string(height) + " pixels at " + std::to_string(x) +
                  "," + std::to_string(y),
              "rect", {x, y, width, height})
-        .add("Screen", "screen", word_for(kScreenColors, target.color));
+        .add("Screen", "screen", word_for(kScreenColors, target.screen.color));
     return result;
 }
 

@@ -5,11 +5,29 @@
 
 namespace qm::ctl {
 
+// What a controller says of its screen.
+struct Screen {
+    E_ScreenColor_G56 color;
+    unsigned generation; // of the controller, 0 when its type is not known
+    Rect rect;           // without pixels when it does not say
+};
+[[nodiscard]] Screen screen_of(const Ping_data& ping);
+
 // Where an area goes and what its pixels are converted for.
 struct Target {
     Ouint8 id;
     Rect rect;
-    E_ScreenColor_G56 color;
+    Screen screen;
+};
+
+// The programs that areas are shown with.
+class ProgramOption {
+  public:
+    void add_to(CLI::App& command);
+    [[nodiscard]] const std::optional<std::vector<Ouint16>>& value() const { return m_programs; }
+
+  private:
+    std::optional<std::vector<Ouint16>> m_programs;
 };
 
 class AreaOptions {
@@ -19,6 +37,7 @@ class AreaOptions {
     // Fills what the command line left open from the controller's ping.
     [[nodiscard]] Target target(const Session& session) const;
     [[nodiscard]] HVpageHeader_G6 page(const Rect& rect) const;
+    [[nodiscard]] const std::optional<std::vector<Ouint16>>& programs() const { return m_programs.value(); }
     // The text runs through the area instead of standing in it.
     [[nodiscard]] bool running() const { return m_effect.running(); }
 
@@ -27,6 +46,7 @@ class AreaOptions {
     std::optional<Rect> m_rect;
     std::optional<unsigned> m_color;
     Effect m_effect;
+    ProgramOption m_programs;
 };
 
 // The values that every area's result begins with.

@@ -19,6 +19,8 @@ constexpr struct {
                {"config", "The controller's configuration"},
                {"firmware", "The controller's firmware"},
                {"fs", "The controller's files"},
+               {"area", "Areas that are shown at once"},
+               {"sound", "The speech unit"},
                {"program", "Items of the playlist, from their descriptions"}};
 
 // Says no more than what to type: what goes together is told in the notes and by the errors.
@@ -57,8 +59,9 @@ CommandLine::CommandLine(Session& session) : m_app("Drives an LED display contro
     m_app.fallthrough(); // shared options may stand behind the verb, too
     m_app.require_subcommand(0, 1);
     m_app.set_version_flag("--version", "qmctl " QMCTL_VERSION, "Print the version and leave");
-    m_app.footer("Exit status: 0 done, 1 wrong usage (nothing was sent), 2 the controller or the library "
-                 "did not do it.\nqmctl VERB --help tells the rest.");
+    m_app.footer(
+        "Exit status: 0 done, 1 wrong usage (nothing was sent), 2 the controller or the library "
+        "did not do it;\nwith several controllers, the worst of them.\nqmctl VERB --help tells the rest.");
     add_shared_options(session);
     for (const auto family : kFamilies)
         for (const VerbEntry& entry : family()) add_verb(entry);
@@ -66,8 +69,15 @@ CommandLine::CommandLine(Session& session) : m_app("Drives an LED display contro
 
 void CommandLine::add_shared_options(Session& session) {
     ArgumentList shared(m_app);
-    add_value(shared, "-c,--controller", session.controller, "IP[:PORT]",
-              "Address of the controller (default " + session.controller.text() + ")", read_controller);
+    const auto named = add_value(shared, "-c,--controller", session.controllers, "IP[:PORT]",
+                                 "Address of the controller (default " + session.controller.text() +
+                                     ");
+several, separated by commas, get the verb all at once",
+                                 read_controllers);
+    add_value(shared, "--controllers", session.controllers, "FILE",
+              "Addresses of controllers, one a line; # begins a remark", read_controller_list)
+        .excludes(named);
+    add_number(shared, "--jobs", session.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
     shared.add_flag("--json", session.json, "Print the result as one JSON object");
     shared.add_flag("--verbose", session.verbose, "Show the library's messages on standard error");
 }

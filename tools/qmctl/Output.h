@@ -15,6 +15,8 @@ class Output {
     // Sends the library's messages to standard error instead of nowhere.
     static void show_messages();
 
+    // Writes results to a file instead, which it closes.
+    void redirect(std::FILE* file) { m_results.reset(file); }
     // Writes a result; throws std::runtime_error when it cannot be written.
     void write(std::string_view text);
     [[nodiscard]] bool is_terminal() const;

@@ -8,7 +8,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // One line. Text that is not valid UTF-8 (a file name may be anything) gets replacement characters.
-std::string line(const Json& value) {
+std::string one_line(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -58,10 +58,21 @@ std::string Result::table() const {
     return text;
 }
 
-std::string Result::json() const { return line(m_values); }
+std::string Result::line() const {
+    std::string text;
+    for (std::size_t i = 1; i < m_rows.size(); ++i)
+        text.append(text.empty() ? "" : "; ").append(m_rows[i].label).append(" ").append(m_rows[i].text);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    if (text.empty()) text = "done";
+    return text.append("\n");
+}
 
-std::string failure_json(int status, const std::string& meaning) {
-    return line({{"ok", false}, {"status", status}, {"meaning", meaning}});
+std::string Result::json() const { return one_line(m_values); }
+
+std::string failure_json(int status, const std::string& meaning, const std::string& controller) {
+    Json failure{{"ok", false}, {"status", status}, {"meaning", meaning}};
+    if (!controller.empty()) failure["controller"] = controller;
+    return one_line(failure);
 }
 
 } // namespace qm::ctl

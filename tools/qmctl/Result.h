@@ -21,6 +21,8 @@ class Result {
     Result& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
 
     [[nodiscard]] std::string table() const;
+    // The rows behind the first, which is the controller, in one line; "done" when there are none.
+    [[nodiscard]] std::string line() const;
     [[nodiscard]] std::string json() const;
 
   private:
@@ -32,6 +34,7 @@ class Result {
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
 };
 
-[[nodiscard]] std::string failure_json(int status, const std::string& meaning);
+[[nodiscard]] std::string failure_json(int status, const std::string& meaning,
+                                       const std::string& controller = "");
 
 } // namespace qm::ctl

@@ -24,9 +24,21 @@ Result Session::result() const {
     return result;
 }
 
-void Session::print(const Result& result) { output.write(json ? result.json() : result.table()); }
+void Session::print(const Result& result) {
+    if (one_of_many && !json)
+        output.write(controller.text() + ": " + result.line());
+    else
+        output.write(json ? result.json() : result.table());
+}
 
 void Session::report(const Failure& failure) {
+    if (one_of_many) {
+        const std::string why = failure.what();
+        output.write(json ? failure_json(failure.status(), why, controller.text())
+                          : controller.text() + ": " + why + " (status " + std::to_string(failure.status()) +
+                                ")\n");
+        return;
+    }
     std::cerr << "qmctl: " << (broadcast ? "broadcast" : controller.text()) << ": " << failure.what()
               << " (status " << failure.status() << ")\n";
     if (json) output.write(failure_json(failure.status(), failure.what()));

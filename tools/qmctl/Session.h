@@ -7,6 +7,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace qm::ctl {
 
@@ -35,7 +36,10 @@ class Failure : public std::runtime_error {
 
 class Session {
   public:
-    Controller controller;
+    std::vector<Controller> controllers{Controller()}; // as the command line names them
+    unsigned jobs = 32;                                // controllers at a time, when there are many
+    bool one_of_many = false;                          // the result is one line, trouble included
+    Controller controller;                             // the one to talk to
     bool json = false;
     bool verbose = false;
     bool broadcast = false; // the verb asks whoever answers, not the controller

@@ -15,6 +15,8 @@ class Verb {
   public:
     virtual ~Verb() = default;
     virtual void add_arguments(ArgumentList& command) = 0;
+    // Reads and checks what is the same for every controller; trouble is thrown as UsageError.
+    virtual void prepare() {}
     // Prints the result; trouble is thrown as UsageError or Failure.
     virtual void run(Session& session) = 0;
 };
@@ -33,6 +35,7 @@ using Family = std::span<const VerbEntry>;
 Family discovery_verbs();
 Family status_verbs();
 Family area_verbs();
+Family dynamic_verbs();
 Family power_verbs();
 Family setting_verbs();
 Family network_verbs();
@@ -40,8 +43,8 @@ Family config_verbs();
 Family file_verbs();
 Family program_verbs();
 
-inline constexpr Family (*kFamilies[])() = {discovery_verbs, status_verbs,  area_verbs,
-                                            power_verbs,     setting_verbs, network_verbs,
-                                            config_verbs,    file_verbs,    program_verbs};
+inline constexpr Family (*kFamilies[])() = {discovery_verbs, status_verbs,  area_verbs,    dynamic_verbs,
+                                            power_verbs,     setting_verbs, network_verbs, config_verbs,
+                                            file_verbs,      program_verbs};
 
 } // namespace qm::ctl

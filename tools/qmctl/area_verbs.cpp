@@ -1,5 +1,6 @@
 // Verbs that put text and pictures on the screen at once, without a program being written.
-#include "AreaOptions.h"
+#include "AreaSending.h"
+#include "Speech.h"
 #include "TextOptions.h"
 #include "Verb.h"
 
@@ -25,6 +26,14 @@ std::string read_standard_input() {
     return text;
 }
 
+AreaContent content_at(const Target& target, const AreaOptions& options) {
+    AreaContent area;
+    area.id = target.id;
+    area.rect = target.rect;
+    area.page = options.page(target.rect);
+    return area;
+}
+
 class Text : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
@@ -32,35 +41,37 @@ class Text : public Verb {
             .required();
         m_area.add_to(command);
         m_look.add_to(command);
+        command.add_option("--say", m_speech_text, "A text to speak with it (generation 6)")
+            ->type_name("TEXT");
+        m_speech.add_to(command);
+    }
+
+    void prepare() override {
+        if (m_text == "-") m_text = read_standard_input();
     }
 
     void run(Session& session) override {
-        const std::string text = m_text == "-" ? read_standard_input() : m_text;
         const Target target = m_area.target(session);
-        HVpageHeader_G6 page = m_area.page(target.rect);
-        m_look.apply_to(page, text, target.rect, m_area.running());
-        send(session.controller, target, page, text);
+        AreaContent area = content_at(target, m_area);
+        area.text = m_text;
+        area.font = m_look.font();
+        m_look.apply_to(area.page, m_text, target.rect, m_area.running());
+        if (!m_speech_text.empty()) area.speech = m_speech.sound(m_speech_text);
+        send_areas(session.controller, target.screen, {area}, m_area.programs());
         Result result = describe(session, target);
         result.add("Font", "font", m_look.font())
-            .add("Size", std::to_string(page.fontSize) + " points", "size", unsigned{page.fontSize});
+            .add("Size", std::to_string(area.page.fontSize) + " points", "size",
+                 unsigned{area.page.fontSize});
+        if (area.speech) result.add("Says", "speech", m_speech_text);
         session.print(result);
     }
 
   private:
-    void send(const Controller& to, const Target& target, HVpageHeader_G6& page,
-              const std::string& text) const {
-        HVareaHeader_G6 area{};
-        area.AreaX = target.rect.x;
-        area.AreaY = target.rect.y;
-        area.AreaWidth = target.rect.width;
-        area.AreaHeight = target.rect.height;
-        Session::require(dynamicArea_AddAreaTxtDetails_6G(to.ip.c_str(), to.port, target.color, target.id,
-                                                          &area, &page, m_look.font().c_str(), text.c_str()));
-    }
-
     std::string m_text;
+    std::string m_speech_text;
     AreaOptions m_area;
     TextOptions m_look;
+    SpeechOptions m_speech;
 };
 
 class Picture : public Verb {
@@ -72,11 +83,9 @@ class Picture : public Verb {
 
     void run(Session& session) override {
         const Target target = m_area.target(session);
-        HVpageHeader_G6 page = m_area.page(target.rect);
-        const Controller& to = session.controller;
-        Session::require(dynamicArea_AddAreaPic_6G(to.ip.c_str(), to.port, target.color, target.id,
-                                                   target.rect.x, target.rect.y, target.rect.width,
-                                                   target.rect.height, &page, m_path.c_str()));
+        AreaContent area = content_at(target, m_area);
+        area.picture = m_path;
+        send_areas(session.controller, target.screen, {area}, m_area.programs());
         Result result = describe(session, target);
         result.add("Picture", "picture", m_path);
         session.print(result);

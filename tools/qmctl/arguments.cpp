@@ -84,6 +84,28 @@ unsigned read_word_or_number(const std::string& text, Names names, unsigned max)
     expected(list(names) + " or a whole number from 0 to " + std::to_string(max));
 }
 
+std::vector<Controller> read_controllers(const std::string& text) {
+    std::vector<Controller> controllers;
+    for (const std::string_view one : split(text, ','))
+        controllers.push_back(read_controller(std::string(one)));
+    return controllers;
+}
+
+std::vector<Controller> read_controller_list(const std::string& path) {
+    std::ifstream file(path);
+    if (!file) expected("a file of addresses that can be read");
+    std::vector<Controller> controllers;
+    for (std::string line; std::getline(file, line);) {
+        line.erase(std::min(line.find('#'), line.size()));
+        const auto first = line.find_first_not_of(" \t\r");
+        if (first == std::string::npos) continue;
+        controllers.push_back(
+            read_controller(line.substr(first, line.find_last_not_of(" \t\r") + 1 - first)));
+    }
+    if (controllers.empty() || file.bad()) expected("a file with the address of a controller on every line");
+    return controllers;
+}
+
 Controller read_controller(const std::string& text) {
     Controller controller;
     const auto colon = text.find(':');

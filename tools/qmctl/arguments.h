@@ -31,13 +31,15 @@ struct Rect {
 [[nodiscard]] unsigned read_number(const std::string& text, unsigned min, unsigned max);
 [[nodiscard]] unsigned read_word(const std::string& text, Names names);
 [[nodiscard]] unsigned read_word_or_number(const std::string& text, Names names, unsigned max);
-[[nodiscard]] Controller read_controller(const std::string& text); // IP[:PORT]
-[[nodiscard]] Rect read_rect(const std::string& text);             // X,Y,W,H
-[[nodiscard]] Ouint32 read_color(const std::string& text);         // a name of the palette or #RRGGBB
-[[nodiscard]] std::string read_font(const std::string& text);      // a family, or a file that can be read
-[[nodiscard]] std::string read_text(const std::string& text);      // any
-[[nodiscard]] std::string read_path(const std::string& text);      // a file that can be read
-[[nodiscard]] std::string read_png_path(const std::string& text);  // one that begins as a PNG does
+[[nodiscard]] Controller read_controller(const std::string& text);                   // IP[:PORT]
+[[nodiscard]] std::vector<Controller> read_controllers(const std::string& text);     // separated by commas
+[[nodiscard]] std::vector<Controller> read_controller_list(const std::string& path); // a file, one a line
+[[nodiscard]] Rect read_rect(const std::string& text);                               // X,Y,W,H
+[[nodiscard]] Ouint32 read_color(const std::string& text);        // a name of the palette or #RRGGBB
+[[nodiscard]] std::string read_font(const std::string& text);     // a family, or a file that can be read
+[[nodiscard]] std::string read_text(const std::string& text);     // any
+[[nodiscard]] std::string read_path(const std::string& text);     // a file that can be read
+[[nodiscard]] std::string read_png_path(const std::string& text); // one that begins as a PNG does
 
 // Those of ArgumentList::add and add_many, for a reader that gives the value.
 template <class Value, class Reader>

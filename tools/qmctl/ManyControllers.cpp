@@ -1,0 +1,89 @@
+#include "ManyControllers.h"
+
+#include "ExitStatus.h"
+#include "Session.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace qm::ctl {
+namespace {
+
+// What a child has to say comes through an unlinked file, which no child waits to write to.
+struct Job {
+    ::pid_t pid;
+    std::FILE* result;
+    const Controller* controller;
+};
+
+std::string content_of(std::FILE* file) {
+    std::string text;
+    std::rewind(file);
+    char buffer[4096];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, file)) != 0;)
+        text.append(buffer, count);
+    std::fclose(file);
+    return text;
+}
+
+[[noreturn]] void run_child(Session& session, Verb& verb, std::FILE* result) {
+    int status = kFailed;
+    try {
+        session.output.redirect(result);
+        status = run_verb(session, verb);
+    } catch (const std::exception& error) {
+        try {
+            session.report(Failure(QM_FAILED, error.what()));
+        } catch (...) { // nobody is left to hear it
+        }
+    }
+    ::_exit(status);
+}
+
+Job start(Session& session, Verb& verb, const Controller& controller) {
+    std::FILE* result = std::tmpfile();
+    if (!result) throw std::system_error(errno, std::generic_category(), "cannot make a temporary file");
+    const ::pid_t pid = ::fork();
+    if (pid < 0) throw std::system_error(errno, std::generic_category(), "cannot start a process");
+    if (pid == 0) {
+        session.controller = controller;
+        run_child(session, verb, result);
+    }
+    return {pid, result, &controller};
+}
+
+// Waits for one of the jobs, and writes its line; returns its exit status.
+int finish_one(Session& session, std::vector<Job>& jobs) {
+    for (;;) {
+        int state = 0;
+        const ::pid_t pid = ::waitpid(-1, &state, 0);
+        if (pid < 0 && errno != EINTR)
+            throw std::system_error(errno, std::generic_category(), "cannot wait for a process");
+        const auto job = std::find_if(jobs.begin(), jobs.end(), [pid](const Job& j) { return j.pid == pid; });
+        if (pid < 0 || job == jobs.end()) continue;
+        std::string line = content_of(job->result);
+        if (line.empty()) line = job->controller->text() + ": ended without a result\n";
+        jobs.erase(job);
+        session.output.write(line);
+        return WIFEXITED(state) ? WEXITSTATUS(state) : kFailed;
+    }
+}
+
+} // namespace
+
+int run_on_all(Session& session, Verb& verb) {
+    session.one_of_many = true;
+    int worst = kDone;
+    std::vector<Job> jobs;
+    for (const Controller& controller : session.controllers) {
+        if (jobs.size() >= session.jobs) worst = std::max(worst, finish_one(session, jobs));
+        jobs.push_back(start(session, verb, controller));
+    }
+    while (!jobs.empty()) worst = std::max(worst, finish_one(session, jobs));
+    return worst;
+}
+
+} // namespace qm::ctl

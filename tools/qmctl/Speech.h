@@ -1,0 +1,21 @@
+// Spoken texts: options, and the library's record.
+#pragma once
+
+#include "ProgramDescription.h"
+
+namespace qm::ctl {
+
+class SpeechOptions {
+  public:
+    void add_to(CLI::App& command);
+
+    [[nodiscard]] Sound sound(const std::string& text) const;
+
+  private:
+    Sound m_settings;
+};
+
+// Points to the text of sound, which outlives it.
+[[nodiscard]] HVSound_6G record_of(const Sound& sound);
+
+} // namespace qm::ctl
