@@ -1,7 +1,11 @@
-"""Compares the functions that a shared library exports with those that its header declares."""
+"""Compares the functions that a shared library exports with those that its header declares and with those that
+its reference describes, and the reference with the header it is written from."""
+import filecmp
+import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 
 def declared(header):
@@ -17,15 +21,35 @@ def exported(nm, library):
     return {line.split()[-1].split("@")[0] for line in lines}
 
 
+def described(reference):
+    text = "\n".join(page.read_text(encoding="utf-8") for page in reference.glob("*.md"))
+    return {name for heading in re.findall(r"^### (.*)$", text, flags=re.M) for name in re.findall(r"`(\w+)`", heading)}
+
+
+def outdated(reference, generator):
+    """Pages that differ from what the header's comments give now."""
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run([sys.executable, generator, folder], check=True)
+        names = {page.name for place in (reference, pathlib.Path(folder)) for page in place.glob("*.md")}
+        same, _, _ = filecmp.cmpfiles(reference, folder, names, shallow=False)
+        return sorted(names - set(same))
+
+
 def main():
-    nm, library, header = sys.argv[1:]
-    documented, visible = declared(header), exported(nm, library)
-    for name in sorted(documented - visible):
-        print(f"declared, but not exported: {name}")
-    for name in sorted(visible - documented):
-        print(f"exported, but not declared: {name}")
-    print(f"{len(documented & visible)} functions are both declared and exported")
-    return 0 if documented and documented == visible else 1
+    nm, library, header, reference, generator = sys.argv[1:]
+    reference = pathlib.Path(reference)
+    sets = {"declared": declared(header), "exported": exported(nm, library), "described": described(reference)}
+    everything = set().union(*sets.values())
+    bad = False
+    for what, names in sets.items():
+        for name in sorted(everything - names):
+            print(f"not {what}: {name}")
+            bad = True
+    for page in outdated(reference, generator):
+        print(f"docs/reference/{page} is not what scripts/reference writes; run it")
+        bad = True
+    print(f"{len(set.intersection(*sets.values()))} functions are declared, exported and described")
+    return 1 if bad or not everything else 0
 
 
 if __name__ == "__main__":

@@ -95,12 +95,18 @@ std::vector<Controller> read_controller_list(const std::string& path) {
     std::ifstream file(path);
     if (!file) expected("a file of addresses that can be read");
     std::vector<Controller> controllers;
+    unsigned number = 0;
     for (std::string line; std::getline(file, line);) {
+        ++number;
         line.erase(std::min(line.find('#'), line.size()));
         const auto first = line.find_first_not_of(" \t\r");
         if (first == std::string::npos) continue;
-        controllers.push_back(
-            read_controller(line.substr(first, line.find_last_not_of(" \t\r") + 1 - first)));
+        try {
+            controllers.push_back(
+                read_controller(line.substr(first, line.find_last_not_of(" \t\r") + 1 - first)));
+        } catch (const std::invalid_argument& wrong) {
+            throw std::invalid_argument("line " + std::to_string(number) + ": " + wrong.what());
+        }
     }
     if (controllers.empty() || file.bad()) expected("a file with the address of a controller on every line");
     return controllers;

@@ -42,7 +42,7 @@ int run_verb(Session& session, Verb& verb) {
     } catch (const UsageError& error) {
         if (!session.one_of_many) return refuse(error);
         session.report(Failure(QM_FAILED, error.what()));
-        return kUsage;
+        return kFailed; // others may have been sent to
     } catch (const Failure& failure) {
         session.report(failure);
         return kFailed;

@@ -1,0 +1,128 @@
+// Several areas, deletion, speech, and one verb on many controllers.
+#include "TemporaryFile.h"
+#include "child.h"
+#include "simulator/Simulator.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+namespace qm::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr char kAreas[] = QM_EXAMPLES "/areas/areas.json";
+
+std::vector<unsigned> ids_of(const sim::Simulator& controller) {
+    std::vector<unsigned> ids;
+    for (const sim::DynamicArea& area : controller.dynamic_areas()) ids.push_back(area.id);
+    return ids;
+}
+
+TEST(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
+    const sim::Simulator controller;
+    const auto run = [&](std::vector<std::string> arguments) {
+        return qmctl_json(controller.port(), arguments);
+    };
+    EXPECT_EQ(run({"area", "send", kAreas})["areas"], (nlohmann::json{1, 2, 3}));
+    EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 2, 3}));
+    EXPECT_EQ(controller.dynamic_areas()[0].sound->text.size(), 44U);
+    EXPECT_EQ(controller.payloads().size(), 2U) << "texts in one command, then pictures";
+    run({"area", "rm", "2", "77"});
+    EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 3}));
+    run({"area", "send", "--with-program", "7,8", kAreas});
+    for (const sim::DynamicArea& area : controller.dynamic_areas())
+        EXPECT_EQ(area.programs, (std::vector<std::uint16_t>{7, 8}));
+    EXPECT_TRUE(controller.dynamic_areas()[0].sound) << "speech stays with its area";
+    run({"area", "rm", "all"});
+    EXPECT_TRUE(ids_of(controller).empty());
+}
+
+TEST(DynamicVerbs, SpeaksWithAndWithoutAnArea) {
+    const sim::Simulator controller;
+    const auto run = [&](std::vector<std::string> arguments) { qmctl_json(controller.port(), arguments); };
+    run({"text", "Hello", "--say", "Good morning", "--volume", "3"});
+    EXPECT_EQ(controller.dynamic_areas().at(0).sound->volume, 3);
+    run({"say", "--flag", "2", "Gate 4"});
+    run({"sound", "update", "1=One", "200=Two=2", "--store", "1"});
+    const auto voices = controller.state().voices;
+    ASSERT_EQ(voices.size(), 3U);
+    EXPECT_EQ(voices[1].id, 200);
+    EXPECT_EQ(voices[1].sound.text, (Frame{'T', 'w', 'o', '=', '2'}));
+    EXPECT_EQ(voices[2].flag, 2);
+}
+
+TEST(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
+    const sim::Simulator controller({.type = 0x0051});
+    qmctl_json(controller.port(), {"text", "Hello", "--with-program", "all"});
+    ASSERT_EQ(ids_of(controller), std::vector<unsigned>{0});
+    EXPECT_EQ(controller.payloads().back()[9], 0) << "the number of its only area comes at once";
+    EXPECT_FALSE(controller.dynamic_areas()[0].play_at_once);
+    qmctl_json(controller.port(), {"area", "rm", "0"});
+    EXPECT_TRUE(ids_of(controller).empty());
+    const Outcome outcome = qmctl({"-c", address(controller.port()), "text", "x", "--say", "y"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("speech needs a controller of generation 6"));
+}
+
+TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
+    const sim::Simulator controller;
+    const TemporaryFile bordered(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})");
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"area", "rm"},
+                                                      {"area", "rm", "256"},
+                                                      {"area", "rm", "1", "all"},
+                                                      {"area", "send", "/no/such/file"},
+                                                      {"say", ""},
+                                                      {"sound", "update", "1"},
+                                                      {"sound", "update", "256=x"},
+                                                      {"text", "x", "--with-program", "1,x"},
+                                                      {"--controllers", "/no/such/file", "ping"}}) {
+        std::vector<std::string> line{"-c", address(controller.port())};
+        if (arguments[0] == "--controllers") line.clear();
+        line.insert(line.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(qmctl(line).status, 1) << arguments[0] << " " << arguments[1];
+    }
+    EXPECT_EQ(controller.connections(), 0U);
+    const Outcome outcome = qmctl({"-c", address(controller.port()), "area", "send", bordered.path()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("areas[0]: a dynamic area has a number from 0 to 255"));
+}
+
+TEST(ManyControllers, GetTheVerbAndALineEach) {
+    std::vector<std::unique_ptr<sim::Simulator>> controllers;
+    std::string list = "# all of them\n", commas;
+    for (int i = 0; i < 8; ++i) {
+        controllers.push_back(std::make_unique<sim::Simulator>());
+        list.append(address(controllers.back()->port())).append(" # a remark\n\n");
+        commas.append(commas.empty() ? "" : ",").append(address(controllers.back()->port()));
+    }
+    const TemporaryFile file(list);
+    const Outcome table = qmctl({"--controllers", file.path(), "--jobs", "3", "text", "-"}, "Hello");
+    EXPECT_EQ(table.status, 0) << table.err;
+    const Outcome json = qmctl({"-c", commas, "--json", "area", "rm", "9"});
+    std::istringstream lines(json.out);
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        EXPECT_EQ(nlohmann::json::parse(line)["ok"], true);
+    EXPECT_EQ(count, 8U);
+    for (const auto& controller : controllers) {
+        EXPECT_EQ(ids_of(*controller), std::vector<unsigned>{0});
+        EXPECT_THAT(table.out, HasSubstr(address(controller->port()).append(": Area 0;")));
+    }
+}
+
+TEST(ManyControllers, AreAllTriedWhenOneFails) {
+    const sim::Simulator good;
+    sim::Simulator bad;
+    bad.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    const std::string both = address(bad.port()).append(",").append(address(good.port()));
+    const Outcome outcome = qmctl({"-c", both, "--jobs", "1", "text", "Hello"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.out, HasSubstr(address(bad.port()).append(": no connection")));
+    EXPECT_THAT(outcome.out, HasSubstr(address(good.port()).append(": Area 0;")));
+    EXPECT_EQ(ids_of(good).size(), 1U);
+}
+
+} // namespace
+} // namespace qm::test
