@@ -23,7 +23,7 @@ struct Target {
 // The programs that areas are shown with.
 class ProgramOption {
   public:
-    void add_to(CLI::App& command);
+    void add_to(ArgumentList& command);
     [[nodiscard]] const std::optional<std::vector<Ouint16>>& value() const { return m_programs; }
 
   private:

@@ -71,8 +71,7 @@ void CommandLine::add_shared_options(Session& session) {
     ArgumentList shared(m_app);
     const auto named = add_value(shared, "-c,--controller", session.controllers, "IP[:PORT]",
                                  "Address of the controller (default " + session.controller.text() +
-                                     ");
-several, separated by commas, get the verb all at once",
+                                     ");\nseveral, separated by commas, get the verb all at once",
                                  read_controllers);
     add_value(shared, "--controllers", session.controllers, "FILE",
               "Addresses of controllers, one a line; # begins a remark", read_controller_list)

@@ -2,7 +2,7 @@
 
 namespace qm::ctl {
 
-void SpeechOptions::add_to(CLI::App& command) {
+void SpeechOptions::add_to(ArgumentList& command) {
     constexpr unsigned kByte = 0xFF, kMost = 0x7FFFFFFF;
     add_number(command, "--voice", m_settings.voice, 0, kByte, "Voice of the speech unit (default 0)");
     add_number(command, "--volume", m_settings.volume, 0, kByte, "Volume (default 10)");

@@ -7,7 +7,7 @@ namespace qm::ctl {
 
 class SpeechOptions {
   public:
-    void add_to(CLI::App& command);
+    void add_to(ArgumentList& command);
 
     [[nodiscard]] Sound sound(const std::string& text) const;
 

@@ -41,8 +41,8 @@ class Text : public Verb {
             .required();
         m_area.add_to(command);
         m_look.add_to(command);
-        command.add_option("--say", m_speech_text, "A text to speak with it (generation 6)")
-            ->type_name("TEXT");
+        add_value(command, "--say", m_speech_text, "TEXT", "A text to speak with it (generation 6)",
+                  read_text);
         m_speech.add_to(command);
     }
 

@@ -39,8 +39,8 @@ AreaContent content_of(const Area& area, const Screen& screen) {
 
 class SendAreas : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path).required();
         m_programs.add_to(command);
     }
     void prepare() override {
@@ -76,7 +76,7 @@ class SendAreas : public Verb {
 
 class RemoveAreas : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_values(command, "N", m_ids, 100, "Numbers of areas, or all", [](const std::string& text) -> int {
             if (text == "all") return kAll;
             return static_cast<int>(read_number(text, 0, 255));
@@ -122,8 +122,8 @@ std::string read_speech(const std::string& text) {
 
 class Say : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
-        add_value(command, "TEXT", m_text, "", "What to say", read_speech)->required();
+    void add_arguments(ArgumentList& command) override {
+        add_value(command, "TEXT", m_text, "", "What to say", read_speech).required();
         add_number(command, "--flag", m_flag, 0, 255, "VoiceFlg of the speech unit (default 0)");
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         m_speech.add_to(command);
@@ -147,7 +147,7 @@ class Say : public Verb {
 
 class UpdateSounds : public Verb {
   public:
-    void add_arguments(CLI::App& command) override {
+    void add_arguments(ArgumentList& command) override {
         add_values(command, "N=TEXT", m_entries, 255, "Number of an entry, and the text to speak for it",
                    [](const std::string& text) {
                        const std::size_t equals = text.find('=');
