@@ -68,7 +68,7 @@ TEST(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
 
 TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
     const sim::Simulator controller;
-    const TemporaryFile bordered(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})");
+    const TemporaryFile bordered("areas.json", std::string(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})"));
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"area", "rm"},
                                                       {"area", "rm", "256"},
                                                       {"area", "rm", "1", "all"},
@@ -97,7 +97,7 @@ TEST(ManyControllers, GetTheVerbAndALineEach) {
         list.append(address(controllers.back()->port())).append(" # a remark\n\n");
         commas.append(commas.empty() ? "" : ",").append(address(controllers.back()->port()));
     }
-    const TemporaryFile file(list);
+    const TemporaryFile file("list.txt", list);
     const Outcome table = qmctl({"--controllers", file.path(), "--jobs", "3", "text", "-"}, "Hello");
     EXPECT_EQ(table.status, 0) << table.err;
     const Outcome json = qmctl({"-c", commas, "--json", "area", "rm", "9"});
