@@ -28,6 +28,25 @@ int update_text(Ouint16 port) {
                                      "DejaVu Sans", 18, "Flight QM 214 to Lisbon is boarding at gate 12");
 }
 
+// Three areas in one command.
+int update_areas(Ouint16 port) {
+    const Silence silence;
+    DynamicAreaParams areas[3]{};
+    for (Ouint8 i = 0; i < 3; ++i) {
+        DynamicAreaParams& area = areas[i];
+        area.uAreaId = i;
+        area.oAreaHeader_G6.AreaY = static_cast<Ouint16>(10 * i);
+        area.oAreaHeader_G6.AreaWidth = kWidth;
+        area.oAreaHeader_G6.AreaHeight = 10;
+        area.stPageHeader.DisplayMode = 1;
+        area.stPageHeader.fontSize = 6;
+        area.stPageHeader.color = eRed;
+        area.fontName = reinterpret_cast<const Ouint8*>("DejaVu Sans");
+        area.strAreaTxtContent = reinterpret_cast<const Ouint8*>("12:34 Lisbon 12");
+    }
+    return dynamicAreaS_AddTxtDetails_6G("127.0.0.1", port, SCREEN_COLOR_DOUBLE, 3, areas);
+}
+
 // An area of 57 pages, 60,122 bytes.
 Frame long_payload() {
     constexpr Ouint32 kPages = 57, kPageBytes = 2 * kWidth * kHeight / 8;
@@ -76,6 +95,12 @@ void exchanges() {
                        ::usleep(2000);
                    },
                    1}});
+
+    const auto three = [=] { require(update_areas(controller->port()) == QM_OK, "three areas: refused"); };
+    three();
+    require(controller->dynamic_areas().size() == 3, "three areas: they are not all there");
+    compare_time("three areas in one command", three,
+                 {{"prescribed rests of two connections", [] { rest(2); }}});
 
     const auto payload = std::make_shared<const Frame>(long_payload());
     const auto send = [=] {
