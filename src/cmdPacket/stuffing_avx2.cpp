@@ -149,7 +149,7 @@ constexpr StuffingKernels kAvx2Stuffing{count_avx2, stuff_avx2, restore_avx2};
 #else
 namespace qm {
 
-constexpr StuffingKernels kAvx2Stuffing = kPortableStuffing;
+const StuffingKernels kAvx2Stuffing = kPortableStuffing;
 
 } // namespace qm
 #endif

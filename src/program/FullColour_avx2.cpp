@@ -73,7 +73,7 @@ constexpr FullColourKernels kAvx2FullColour{to_24bit_avx2, to_16bit_avx2};
 #else
 namespace qm {
 
-constexpr FullColourKernels kAvx2FullColour = kPortableFullColour;
+const FullColourKernels kAvx2FullColour = kPortableFullColour;
 
 } // namespace qm
 #endif

@@ -62,7 +62,7 @@ constexpr LitPixelKernels kAvx2LitPixels{find_dark_avx2, split_avx2};
 #else
 namespace qm {
 
-constexpr LitPixelKernels kAvx2LitPixels = kPortableLitPixels;
+const LitPixelKernels kAvx2LitPixels = kPortableLitPixels;
 
 } // namespace qm
 #endif
