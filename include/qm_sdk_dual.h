@@ -1121,7 +1121,8 @@ QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
  * Digital: the first calls take a font family in fontName, the fontPath calls a font file; the Change calls
  * keep the font. Date, day of the week and time stand on one line or on one each. What does not fit is drawn
  * smaller, down to 7 pixels, then rearranged into more or fewer lines; what still lies outside the area is
- * left out. A format that does not exist shows nothing. */
+ * left out. A format that does not exist shows nothing. Integrating the program prints "Error %d opening
+ * font." for a font file that cannot be opened; another font stands in. */
 QM_API int program_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_fontPath_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;

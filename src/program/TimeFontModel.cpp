@@ -62,12 +62,10 @@ Ouint8 align_in_cell(const TimePiece& kind, Ouint8 align) {
 
 } // namespace
 
-TimeFontModel::TimeFontModel(const TimeText& wanted, int areaWidth, int areaHeight)
-    : m_areaWidth(areaWidth), m_areaHeight(areaHeight) {
-    const std::size_t groups = wanted.groups.size();
+TimeFontModel::TimeFontModel(const TimeText& text, int areaWidth, int areaHeight)
+    : m_areaWidth(areaWidth), m_areaHeight(areaHeight), m_choice(text.font) {
+    const std::size_t groups = text.groups.size();
     if (groups == 0 || areaWidth <= 0 || areaHeight <= 0) return;
-    TimeText text = wanted;
-    if (font_for(text.font)->is_substitute()) text.font.path.clear(); // it is reported once
     bool fits = false;
     for (std::size_t i = 0; i < groups && !fits; ++i)
         fits = fit(text, text.severalLines ? groups - i : i + 1);
@@ -93,9 +91,9 @@ bool TimeFontModel::fit(const TimeText& text, std::size_t lines) {
 }
 
 void TimeFontModel::measure(const TimeText& text, int size) {
-    FontChoice choice = text.font;
-    choice.size = size;
-    m_font = font_for(choice);
+    m_choice.size = size;
+    m_font = font_for(m_choice);
+    if (m_font->is_substitute()) m_choice.path.clear(); // said once
     m_font->renew_search_budget();
     m_kinds.clear();
     m_sets.clear();

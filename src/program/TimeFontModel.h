@@ -38,7 +38,7 @@ class TimeFontModel {
     // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines. When
     // nothing helps, what is outside is left out: whole groups, except that of a line the first one stays as
     // far as it goes.
-    TimeFontModel(const TimeText& wanted, int areaWidth, int areaHeight);
+    TimeFontModel(const TimeText& text, int areaWidth, int areaHeight);
 
     [[nodiscard]] const std::vector<GlyphSet>& sets() const { return m_sets; }
     [[nodiscard]] const std::vector<PlacedUnit>& units() const { return m_units; }
@@ -73,6 +73,7 @@ class TimeFontModel {
     void place_line(const Line& line, Ouint8 align, int baseline);
 
     int m_areaWidth, m_areaHeight;
+    FontChoice m_choice;
     std::shared_ptr<Font> m_font;
     int m_underlineTop = 0, m_underline = 0;
     std::vector<TimePiece> m_kinds; // a piece that each set is for

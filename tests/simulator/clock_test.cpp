@@ -1,5 +1,6 @@
 // Analog clocks, battle time, and clocks on a controller that runs.
 #include "clock_fixture.h"
+#include "global.h"
 #include "host.h"
 
 #include <atomic>
@@ -218,6 +219,33 @@ TEST_F(Battle, IsRefusedWhenItIsNoMoment) {
     const sim::ParsedProgram parsed = parse_program(file.bytes, file.data, kSix.format());
     ASSERT_TRUE(std::holds_alternative<std::string>(parsed));
     EXPECT_NE(std::get<std::string>(parsed).find("battle time"), std::string::npos);
+}
+
+// Whatever a record says, it is read or refused, and what is read can be drawn.
+TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
+    for (const bool analog : {false, true})
+        for (const ClockScreen& screen : {kFive, kSix}) {
+            begin(screen, {3, 2, 40, 12});
+            HVtimeAreaData_G56 content = lib::time_content();
+            content.datestyle = MM_DD_MINUS;
+            ASSERT_EQ(analog ? add(screen, hands(8, 6), eLINE, kDial) : add(screen, content), 0);
+            const File file = screen.six ? integrate_g6() : integrate_g5();
+            const std::size_t head = screen.six ? 33 : 23, end = std::min(file.bytes.size() - 4, head + 150);
+            int refused = 0;
+            for (std::size_t at = head; at < end; ++at)
+                for (const Ouint8 change : {0x01, 0x80, 0xFF}) {
+                    Frame spoilt(file.bytes.begin(), file.bytes.end() - 4);
+                    spoilt[at] ^= change;
+                    ByteWriter(spoilt).u32(calc_crc32(spoilt));
+                    sim::ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, screen.format())
+                                                           : parse_program(spoilt, screen.format());
+                    if (auto* program = std::get_if<sim::Program>(&parsed))
+                        (void)ProgramPlayer(std::move(*program), 64, 16, screen.format()).screen(0s, kDay);
+                    else
+                        ++refused;
+                }
+            EXPECT_GT(refused, 100);
+        }
 }
 
 // From the exports through the network to the LEDs.
