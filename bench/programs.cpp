@@ -128,8 +128,9 @@ void compare_assembly() {
                   {{"100 programs of 10 pages", many(100, 10)}, {"1,000 programs of 1 page", many(1000, 1)}});
     for (const auto& [pages, name] :
          {std::pair{1UL, "1 page"}, {10UL, "10 pages"}, {100UL, "100 pages"}, {1000UL, "1,000 pages"}})
-        compare_memory(std::string("memory to assemble ").append(name), assemble(pages), "their pixels",
-                       pages * page);
+        compare_memory(
+            std::string("memory to assemble ").append(name), [assemble, pages = pages] { assemble(pages)(); },
+            "their pixels", pages * page);
 }
 
 } // namespace
