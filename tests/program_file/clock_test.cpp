@@ -292,7 +292,7 @@ TEST_F(Clock, RefusesWhatIsNotGiven) {
 
 // Formats and sizes that a caller may hand in by mistake are no reason to fail.
 TEST_F(Clock, SurvivesContentThatMakesNoSense) {
-    add_g5(16, 16);
+    add_g5(32, 16);
     HVtimeAreaData_G56 content = time_content();
     for (const Ouint16 size : {Ouint16{0}, Ouint16{1}, Ouint16{0xFFFF}}) {
         content.fontSize = size;
@@ -307,7 +307,7 @@ TEST_F(Clock, SurvivesContentThatMakesNoSense) {
     content.week_enable = true; // its style is 0
     content.fontAlign = 77;
     EXPECT_EQ(program_timeAreaAddContent(kArea, &content), 0);
-    EXPECT_TRUE(clock_g5({.clockPage = 64}).units.empty());
+    EXPECT_TRUE(clock_g5({.clockPage = 128}).units.empty());
     add_g5(0, 0);
     EXPECT_EQ(program_timeAreaAddContent(kArea, &content), 0);
     EXPECT_TRUE(clock_g5().page.empty());
