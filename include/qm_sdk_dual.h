@@ -783,21 +783,21 @@ QM_API int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort
 QM_API int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                       Ouint8 nBaudRateType) QM_NOTHROW;
 
-/* Sets the network of EVERY controller of that generation that the broadcast reaches; the status is that of the
- * first answer. Connect the one that is meant alone. ip, subnetMask, gateway and serverIP are dotted IPv4 texts,
- * password has 8 bytes and netID 12. Ports above 32,767 are passed as the same 16 bits, negative. mode,
- * serverMode and heartbeat are passed through as they are. */
+/* Sets the network of EVERY controller of that generation that the broadcast reaches; the status is that of
+ * the first answer. Connect the one that is meant alone. ip, subnetMask, gateway and serverIP are dotted IPv4
+ * texts, password has 8 bytes and netID 12. Ports above 32,767 are passed as the same 16 bits, negative.
+ * mode, serverMode and heartbeat are passed through as they are. */
 QM_API int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway,
                         int16_t port, Ouint8 serverMode, const char* serverIP, int16_t serverPort,
                         const char* password, int16_t heartbeat, const char* netID) QM_NOTHROW;
 
-/* Sets the MAC address, likewise of every controller that the broadcast reaches. mac: six fields separated by "-", each
- * read as a DECIMAL number: "0-26-43-60-77-94" sets 00:1A:2B:3C:4D:5E. */
+/* Sets the MAC address, likewise of every controller that the broadcast reaches. mac: six fields separated by
+ * "-", each read as a DECIMAL number: "0-26-43-60-77-94" sets 00:1A:2B:3C:4D:5E. */
 QM_API int cmd_udpSetMac(const char* mac) QM_NOTHROW;
 
-/* Sets name and password of the Wi-Fi network that a controller's Wi-Fi module opens, and restarts it; of every
- * module that the broadcast reaches. The module is found by the probe of cmd_searchController. Returns 0, or -1 when there is no module, it does not
- * accept a setting, or ssid or pwd is too long for a command (65,535 bytes). */
+/* Sets name and password of the Wi-Fi network that a controller's Wi-Fi module opens, and restarts it; of
+ * every module that the broadcast of cmd_searchController finds. Returns 0, or -1 when there is no module, it
+ * does not accept a setting, or ssid or pwd is too long for a command (65,535 bytes). */
 QM_API int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) QM_NOTHROW;
 
 /* Reads them back. The module's answer (at most 511 bytes) is taken apart at its commas; ssid and pwd receive
@@ -1093,10 +1093,10 @@ QM_API int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader*
                                         const char* picPath) QM_NOTHROW;
 QM_API int program_pictureAreaRemoveFrame(Ouint16 areaID) QM_NOTHROW;
 
-/* Renders page pageNum (from 0) of an area of either generation; a clock has one page, as it is at this moment,
- * without hands and without a dial picture that cannot be read. -1, with nothing in *page but the number of
- * pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.", "Error:The last
- * picture is not exist." or "Error:unable to generate pictures.". */
+/* Renders page pageNum (from 0) of an area of either generation; a clock has one page, as it is at this
+ * moment, without hands and without a dial picture that cannot be read. -1, with nothing in *page but the
+ * number of pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.",
+ * "Error:The last picture is not exist." or "Error:unable to generate pictures.". */
 QM_API int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) QM_NOTHROW;
 
 /* Speech of an area, spoken from the text soundData. -1, after printing "Error:soundData is empty.", for an

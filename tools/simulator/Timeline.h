@@ -11,8 +11,8 @@
 namespace qm::sim {
 
 // A page appears at once, whatever its effect, and stays StayTime times 10 ms (at least 10 ms), RepeatTime
-// times over (at least once). Pages that follow one another in the same running direction are one strip, which
-// moves a pixel every Speed + 1 milliseconds and runs through as often as the RepeatTime of its first page says.
+// times over (at least once). Running pages that follow one another are one strip, which moves a pixel every
+// Speed + 1 milliseconds and runs through as often as the RepeatTime of its first page says.
 class Timeline {
   public:
     // The area outlives it.

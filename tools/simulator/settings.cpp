@@ -129,7 +129,8 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
         ->type_name("FILE");
     add(app, "--scale", typed.scale, "Pixels of the screenshot for each LED, each way", "N",
         expect_number(1, kLargestScale, "a number"));
-    app.add_option("--state,--json", settings.state, "JSON file of settings and files, written at each change")
+    app.add_option("--state,--json", settings.state,
+                   "JSON file of settings and files, written at each change")
         ->type_name("FILE");
     app.add_option("--store", settings.options.store, "Folder that keeps files and settings over restarts")
         ->type_name("DIR");
