@@ -1,6 +1,8 @@
 // The payloads of generation 5, and of deletion and speech, byte for byte.
 #include "DynamicArea/DynamicArea_5G.h"
 #include "hex.h"
+#include "memory_link.h"
+#include "wire.h"
 
 #include <gtest/gtest.h>
 
@@ -131,6 +133,28 @@ TEST(IndependentSound, IsLaidOutByteForByte) {
                                                      .append(record)
                                                      .append(" 22 17 00 00 00 ")
                                                      .append(record)));
+}
+
+TEST(DynamicAreaExchange, EnvelopesPayloadsOfEverySizeUnchanged) {
+    for (const std::size_t size : {1U, 2U, 32768U, 32769U, 60000U}) {
+        Frame payload(size);
+        for (std::size_t i = 0; i < size; ++i)
+            payload[i] = static_cast<Ouint8>(0xA0 + i % 16); // much to stuff
+        Frame body;
+        ByteWriter out(body);
+        out.u16(0xFFFE).u16(0x8000).u8(0xF0).u8(0).u16(0x0262).u32(0).u32(static_cast<Ouint32>(size));
+        out.bytes(payload).u16(test::crc16(body));
+        for (const bool longer : {false, true}) {
+            if (!longer && size > 32768) continue;
+            test::MemoryLink link;
+            Answer answer;
+            if (longer)
+                EXPECT_EQ(link.send_recv_cmd_1K2(0xA7, 0, payload, answer), -1) << "nobody answers";
+            else
+                EXPECT_EQ(link.send_recv_cmd_1K(0xA7, 0, payload, answer), -1);
+            EXPECT_TRUE(link.sent() == test::stuff(body)) << size;
+        }
+    }
 }
 
 } // namespace
