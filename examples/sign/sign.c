@@ -53,9 +53,10 @@ static int run_clock(Ouint16 width, int seconds) {
     int status = QM_OK;
     for (int i = 0; i < seconds && status == QM_OK; ++i) {
         const struct timespec second = {1, 0};
-        const time_t now = time(NULL);
         char text[16];
+        time_t now;
         if (i > 0) nanosleep(&second, NULL);
+        now = time(NULL);
         strftime(text, sizeof text, "%H:%M:%S", localtime(&now));
         status = show(CLOCK, 0, 16, width, 16, eGreen, text);
     }

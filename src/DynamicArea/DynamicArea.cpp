@@ -39,7 +39,7 @@ int open_as(HV_Client& client, const char* ip, Ouint16 port, Ouint16 controllerT
     say("HV_Client init\xBA\xF3\xA3\xAC"
         "Client.m_DeviceType == 0x%x \n",
         client.m_DeviceType);
-    if (connected == QM_OK && client.m_DeviceType != controllerType) {
+    if (client.m_DeviceType != controllerType) {
         say("oClient.m_DeviceType != retdata.ControllerType \n");
         client.m_DeviceType = controllerType;
     }

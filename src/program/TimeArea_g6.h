@@ -29,7 +29,7 @@ class TimeArea_G6 : public TimeArea {
 
   protected:
     [[nodiscard]] std::pair<int, int> pivot() const override {
-        return {m_header.OrignPointX, m_header.OrignPointY};
+        return {int{m_header.OrignPointX}, int{m_header.OrignPointY}}; // packed: no references
     }
 
   private:

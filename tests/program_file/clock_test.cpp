@@ -268,8 +268,8 @@ TEST_F(Clock, IsPreviewedAsItIsNow) {
     program_timeAreaAddContent(kArea, &content);
     getPageData page{};
     EXPECT_EQ(program_pictureAreaGetOnePage(kArea, 0, &page), 0);
-    EXPECT_EQ(page.allPageNub, 1);
-    EXPECT_GT(page.pageLen, 0U);
+    EXPECT_EQ(Ouint32{page.allPageNub}, 1U);
+    EXPECT_GT(Ouint32{page.pageLen}, 0U);
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaGetOnePage(kArea, 1, &page), -1); }),
               "Error:pageNum out of range.\n");
 }

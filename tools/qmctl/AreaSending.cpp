@@ -7,6 +7,8 @@ namespace {
 
 using Contents = std::span<const AreaContent>;
 
+constexpr std::size_t kMostTogether = 255;
+
 const Ouint8* bytes_of(const std::string& text) { return reinterpret_cast<const Ouint8*>(text.c_str()); }
 
 HVareaHeader_G6 header_of(const AreaContent& area) {
@@ -43,7 +45,6 @@ void send_together(const Controller& to, const Screen& screen, Contents areas, c
 // The only way for an area with both programs and speech.
 void send_spoken(const Controller& to, const Screen& screen, const AreaContent& area,
                  std::vector<Ouint16> programs) {
-    if (is_picture(area)) throw UsageError("a picture with speech cannot be related to programs");
     HVareaHeader_G6 header = header_of(area);
     HVpageHeader_G6 page = area.page;
     Session::require(dynamicArea_AddAreaTxtDetails_WithProgram_6G(
@@ -60,11 +61,18 @@ void send_6(const Controller& to, const Screen& screen, Contents areas, const Wi
             const auto follows = [&](const AreaContent& area) {
                 return is_picture(area) == is_picture(areas.front()) && !(programs && area.speech);
             };
-            while (count < areas.size() && follows(areas[count])) ++count;
+            while (count < areas.size() && count < kMostTogether && follows(areas[count])) ++count;
             send_together(to, screen, areas.first(count), programs);
         }
         areas = areas.subspan(count);
     }
+}
+
+// To be asked of all areas before the first one is sent.
+void require_sendable(const AreaContent& area, const Screen& screen, const WithPrograms& programs) {
+    if (!area.speech) return;
+    if (screen.generation == 5) throw UsageError("speech needs a controller of generation 6");
+    if (programs && is_picture(area)) throw UsageError("a picture with speech cannot be related to programs");
 }
 
 HVfontData font_of(const HVpageHeader_G6& page) {
@@ -74,7 +82,6 @@ HVfontData font_of(const HVpageHeader_G6& page) {
 
 void send_5(const Controller& to, const Screen& screen, const AreaContent& area,
             const WithPrograms& programs) {
-    if (area.speech) throw UsageError("speech needs a controller of generation 6");
     constexpr Ouint8 kForever = 0;
     constexpr Ouint16 kTimeout = 5;
     std::vector<Ouint16> numbers = programs.value_or(std::vector<Ouint16>());
@@ -98,6 +105,7 @@ void send_5(const Controller& to, const Screen& screen, const AreaContent& area,
 
 void send_areas(const Controller& to, const Screen& screen, const std::vector<AreaContent>& areas,
                 const WithPrograms& programs) {
+    for (const AreaContent& area : areas) require_sendable(area, screen, programs);
     if (screen.generation != 5) return send_6(to, screen, areas, programs);
     for (const AreaContent& area : areas) send_5(to, screen, area, programs);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -47,7 +48,11 @@ Job start(Session& session, Verb& verb, const Controller& controller) {
     std::FILE* result = std::tmpfile();
     if (!result) throw std::system_error(errno, std::generic_category(), "cannot make a temporary file");
     const ::pid_t pid = ::fork();
-    if (pid < 0) throw std::system_error(errno, std::generic_category(), "cannot start a process");
+    if (pid < 0) {
+        const int error = errno;
+        std::fclose(result);
+        throw std::system_error(error, std::generic_category(), "cannot start a process");
+    }
     if (pid == 0) {
         session.controller = controller;
         run_child(session, verb, result);
@@ -75,12 +80,19 @@ int finish_one(Session& session, std::vector<Job>& jobs) {
 } // namespace
 
 int run_on_all(Session& session, Verb& verb) {
+    ::signal(SIGCHLD, SIG_DFL); // or what was inherited may let no child be waited for
     session.one_of_many = true;
     int worst = kDone;
     std::vector<Job> jobs;
     for (const Controller& controller : session.controllers) {
         if (jobs.size() >= session.jobs) worst = std::max(worst, finish_one(session, jobs));
-        jobs.push_back(start(session, verb, controller));
+        try {
+            jobs.push_back(start(session, verb, controller));
+        } catch (const std::system_error& error) { // the others get theirs
+            session.controller = controller;
+            session.report(Failure(QM_FAILED, error.what()));
+            worst = std::max(worst, kFailed);
+        }
     }
     while (!jobs.empty()) worst = std::max(worst, finish_one(session, jobs));
     return worst;
