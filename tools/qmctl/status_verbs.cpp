@@ -52,12 +52,17 @@ void add_sensors(Result& result, const ControllerStatus_G56& status) {
         .add("Switch", "switch", unsigned{status.switchStatus});
 }
 
+ControllerStatus_G56 ask_status(const Session& session) {
+    ControllerStatus_G56 status{};
+    session.command(cmd_check_controllerStatus, &status);
+    return status;
+}
+
 class Status : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
-        ControllerStatus_G56 status{};
-        session.command(cmd_check_controllerStatus, &status);
+        const ControllerStatus_G56 status = ask_status(session);
         Result result = session.result();
         add_light(result, status);
         add_programs(result, status);
@@ -73,10 +78,8 @@ class ShowClock : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
     void run(Session& session) override {
-        ControllerStatus_G56 status{};
-        session.command(cmd_check_controllerStatus, &status);
         Result result = session.result();
-        add_clock(result, "Clock", clock_of(status));
+        add_clock(result, "Clock", clock_of(ask_status(session)));
         session.print(result);
     }
 };
