@@ -68,7 +68,8 @@ TEST(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
 
 TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
     const sim::Simulator controller;
-    const TemporaryFile bordered("areas.json", std::string(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})"));
+    const TemporaryFile bordered("areas.json",
+                                 std::string(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})"));
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"area", "rm"},
                                                       {"area", "rm", "256"},
                                                       {"area", "rm", "1", "all"},
@@ -87,6 +88,36 @@ TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
     const Outcome outcome = qmctl({"-c", address(controller.port()), "area", "send", bordered.path()});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("areas[0]: a dynamic area has a number from 0 to 255"));
+}
+
+TEST(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
+    const struct {
+        std::uint16_t type;
+        std::vector<std::string> options;
+        const char *area, *words;
+    } cases[] = {
+        {0x0051, {}, R"("text": "x", "sound": {"text": "y"})", "speech needs"},
+        {0x0262,
+         {"--with-program", "7"},
+         R"("pictures": ["P"], "sound": {"text": "y"})",
+         "cannot be related"},
+        {0x0262, {}, R"("text": "x", "transparency": 1)", "areas[1]: a dynamic area has no background_flag"}};
+    for (const auto& c : cases) {
+        const sim::Simulator controller({.type = c.type});
+        std::string area = c.area;
+        if (const auto place = area.find("\"P\""); place != area.npos)
+            area.replace(place + 1, 1, QM_EXAMPLES "/areas/logo.png");
+        const TemporaryFile file("areas.json",
+                                 std::string(R"({"id": 1, "areas": [{"id": 1, "text": "good"}, {"id": 2, )")
+                                     .append(area)
+                                     .append("}]}"));
+        std::vector<std::string> line{"-c", address(controller.port()), "area", "send", file.path()};
+        line.insert(line.end(), c.options.begin(), c.options.end());
+        const Outcome outcome = qmctl(line);
+        EXPECT_EQ(outcome.status, 1) << c.words;
+        EXPECT_THAT(outcome.err, HasSubstr(c.words));
+        EXPECT_TRUE(controller.payloads().empty()) << "exit status 1 promises that nothing was sent";
+    }
 }
 
 TEST(ManyControllers, GetTheVerbAndALineEach) {

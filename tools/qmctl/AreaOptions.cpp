@@ -56,10 +56,14 @@ void AreaOptions::add_to(ArgumentList& command) {
     m_programs.add_to(command);
 }
 
-Target AreaOptions::target(const Session& session) const {
+void require_area_port(const Session& session) {
     if (session.controller.port < 1024)
-        throw UsageError("--controller: areas need a port from 1024 to 65535, not " +
+        throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
                          std::to_string(session.controller.port));
+}
+
+Target AreaOptions::target(const Session& session) const {
+    require_area_port(session);
     Target target{static_cast<Ouint8>(m_id), {}, screen_of(session.ping())};
     target.rect = m_rect ? *m_rect : whole(target.screen);
     if (m_color) target.screen.color = static_cast<E_ScreenColor_G56>(*m_color);

@@ -13,6 +13,9 @@ struct Screen {
 };
 [[nodiscard]] Screen screen_of(const Ping_data& ping);
 
+// The library takes no other for dynamic areas and speech.
+void require_area_port(const Session& session);
+
 // Where an area goes and what its pixels are converted for.
 struct Target {
     Ouint8 id;

@@ -7,17 +7,13 @@
 namespace qm::ctl {
 namespace {
 
-void require_area_port(const Session& session) {
-    if (session.controller.port < 1024)
-        throw UsageError("--controller: areas need a port from 1024 to 65535, not " +
-                         std::to_string(session.controller.port));
-}
-
 // An area of a program's description as a dynamic one. What it cannot be is refused.
 AreaContent content_of(const Area& area, const Screen& screen) {
     const auto refuse = [&](const std::string& why) { throw UsageError(area.where + ": " + why); };
     if (area.id > 0xFF) refuse("a dynamic area has a number from 0 to 255");
     if (area.border) refuse("a dynamic area has no border");
+    if (area.background_flag || area.transparency || area.equal)
+        refuse("a dynamic area has no background_flag, transparency or equal");
     if (area.text.empty() == area.pictures.empty() || area.pictures.size() > 1)
         refuse("a dynamic area has either a text or one picture");
     AreaContent content;
