@@ -1014,8 +1014,8 @@ QM_API int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) QM_NOTHRO
 QM_API int program_addPlayPeriodGrp_G6(const HVprogramppGrp_G56* periods) QM_NOTHROW;
 
 /* Border around the screen, from a pattern picture. Prints "Error:Can't find frame png." when the picture
- * cannot be read: then there is no border, which is -1 in generation 6 only. In generation 6, adding a second
- * border is -1, and so is changing one that is not there, which prints "Error:No frame have been added.". */
+ * cannot be read: generation 5 has no border then, generation 6 keeps what it has and gives -1. There, adding
+ * a second border is -1, too, as is changing one that is not there: "Error:No frame have been added.". */
 QM_API int program_addFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
 QM_API int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
 QM_API int program_removeFrame(void) QM_NOTHROW;
