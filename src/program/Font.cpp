@@ -135,22 +135,41 @@ const GlyphShape& Font::measure(char16_t character) {
     shape.top = static_cast<int>(std::floor(extents.y_bearing));
     shape.right = static_cast<int>(std::ceil(extents.x_bearing + extents.width));
     shape.bottom = static_cast<int>(std::ceil(extents.y_bearing + extents.height));
+    if (!shape.measured || shape.blank()) return shape;
+    shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index,
+                            {shape.left, shape.top, shape.right, shape.bottom});
+    if (shape.runs) { // a glyph that cairo slants reaches farther than it measures
+        shape.left = std::min(shape.left, shape.runs->box.left);
+        shape.right = std::max(shape.right, shape.runs->box.right);
+    }
     return shape;
 }
 
-void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
-    while (!glyphs.empty()) {
-        const unsigned face = glyphs.front().shape->face;
-        m_run.clear();
-        for (const PlacedGlyph& glyph : glyphs) {
-            if (glyph.shape->face != face) break;
-            m_run.push_back(
-                {glyph.shape->index, static_cast<double>(glyph.x + dx), static_cast<double>(glyph.y)});
-        }
-        cairo_set_scaled_font(c, m_faces[face].get());
-        cairo_show_glyphs(c, m_run.data(), static_cast<int>(m_run.size()));
-        glyphs = glyphs.subspan(m_run.size());
+std::size_t Font::show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) const {
+    OneColour image(c);
+    std::size_t count = 0;
+    for (; count < glyphs.size() && glyphs[count].shape->runs; ++count)
+        m_runs.draw(*glyphs[count].shape->runs, glyphs[count].x + dx, glyphs[count].y, image);
+    return count;
+}
+
+std::size_t Font::show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
+    const unsigned face = glyphs.front().shape->face;
+    m_cairoGlyphs.clear();
+    for (const PlacedGlyph& glyph : glyphs) {
+        if (glyph.shape->runs || glyph.shape->face != face) break;
+        m_cairoGlyphs.push_back(
+            {glyph.shape->index, static_cast<double>(glyph.x + dx), static_cast<double>(glyph.y)});
     }
+    cairo_set_scaled_font(c, m_faces[face].get());
+    cairo_show_glyphs(c, m_cairoGlyphs.data(), static_cast<int>(m_cairoGlyphs.size()));
+    return m_cairoGlyphs.size();
+}
+
+void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
+    while (!glyphs.empty())
+        glyphs = glyphs.subspan(glyphs.front().shape->runs ? show_runs(c, glyphs, dx)
+                                                           : show_by_cairo(c, glyphs, dx));
 }
 
 namespace {

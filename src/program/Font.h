@@ -1,6 +1,7 @@
 // A font at a size: the shapes of its characters, measured once, and drawing with them.
 #pragma once
 
+#include "program/GlyphRuns.h"
 #include "program/Surface.h"
 #include "qm_sdk_dual.h"
 
@@ -36,6 +37,7 @@ struct GlyphShape {
     unsigned long index = 0;
     unsigned face = 0; // which of the font's faces has it
     bool measured = false;
+    std::optional<GlyphRuns::Glyph> runs; // without them cairo draws it
     int advance = 0;
     int left = 0, top = 0, right = 0, bottom = 0; // ink
     [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
@@ -68,7 +70,8 @@ class Font {
     // Searching a font for a missing character may take milliseconds; a text has so many searches, of which
     // none is made twice.
     void renew_search_budget() { m_searchesLeft = kSearchesPerText; }
-    // Draws the glyphs with the context's colour, shifted by dx.
+    // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,
+    // and inside its clip, a rectangle of whole pixels.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
   private:
@@ -78,6 +81,9 @@ class Font {
     unsigned long glyph_index(unsigned face, char16_t character) const;
     void find_glyph(char16_t character, GlyphShape& shape);
     bool add_fallback(char16_t character);
+    // Both draw the first glyphs, those with runs and those of one face without, and return how many.
+    std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) const;
+    std::size_t show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
     static constexpr int kSearchesPerText = 32;
 
@@ -87,7 +93,8 @@ class Font {
     int m_searchesLeft = kSearchesPerText;
     int m_ascent = 0, m_lineHeight = 0;
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
-    std::vector<cairo_glyph_t> m_run;
+    GlyphRuns m_runs;
+    std::vector<cairo_glyph_t> m_cairoGlyphs;
 };
 
 // Drops the fonts that are kept.

@@ -1,5 +1,6 @@
 #include "program/Surface.h"
 
+#include <cstring>
 #include <stdexcept>
 
 namespace qm {
@@ -15,10 +16,12 @@ Canvas32::Canvas32(int width, int height)
 }
 
 void Canvas32::clear() {
-    cairo_save(m_context.get());
-    cairo_set_operator(m_context.get(), CAIRO_OPERATOR_CLEAR);
-    cairo_paint(m_context.get());
-    cairo_restore(m_context.get());
+    cairo_surface_t* image = m_surface.get();
+    cairo_surface_flush(image);
+    const auto size =
+        static_cast<std::size_t>(cairo_image_surface_get_stride(image)) * static_cast<std::size_t>(m_height);
+    std::memset(cairo_image_surface_get_data(image), 0, size);
+    cairo_surface_mark_dirty(image);
 }
 
 const unsigned char* Canvas32::pixels() {

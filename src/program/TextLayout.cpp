@@ -45,6 +45,7 @@ class Layout {
           m_style(style), m_frame(frame), m_ink(ink_of(m_text, font)) {}
 
     TextPages run() {
+        m_out.glyphs.reserve(m_text.size());
         if (m_style.tdirection == eVertical)
             set_columns();
         else if (m_singleLine && m_frame.running != Running::no)

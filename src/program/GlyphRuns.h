@@ -1,0 +1,91 @@
+// What the glyphs of a font light, drawn by cairo once: from then on drawing them is filling pixels.
+#pragma once
+
+#include "program/Surface.h"
+#include "qm_sdk_dual.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace qm {
+
+// A rectangle of pixels, right and bottom outside.
+struct PixelBox {
+    int left, top, right, bottom;
+};
+
+// An image of 32-bit pixels that is drawn on in one opaque colour, inside a rectangle of it.
+class OneColour {
+  public:
+    // Takes image, colour and clip, which is a rectangle of whole pixels, from the context; nothing else may
+    // draw on the image until this one is destroyed.
+    explicit OneColour(cairo_t* c);
+    ~OneColour();
+    OneColour(const OneColour&) = delete;
+    OneColour& operator=(const OneColour&) = delete;
+
+    // The rectangle lies inside the one that is drawn in.
+    [[nodiscard]] bool holds(const PixelBox& box) const {
+        return box.left >= m_clip.left && box.top >= m_clip.top && box.right <= m_clip.right &&
+               box.bottom <= m_clip.bottom;
+    }
+    // Colours the pixels of a row from column from up to column to, at least one, all of them inside.
+    void fill(int y, int from, int to) {
+        Ouint32* const row = m_pixels + y * m_stride;
+        row[from] = row[to - 1] = m_color; // most runs are a pixel or two
+        if (to - from > 2) std::fill(row + from + 1, row + to - 1, m_color);
+    }
+    // The same for pixels that may lie outside.
+    void fill_inside(int y, int from, int to) {
+        from = std::max(from, m_clip.left);
+        to = std::min(to, m_clip.right);
+        if (y >= m_clip.top && y < m_clip.bottom && from < to) fill(y, from, to);
+    }
+
+  private:
+    cairo_surface_t* m_surface;
+    Ouint32* m_pixels;
+    std::ptrdiff_t m_stride; // pixels
+    Ouint32 m_color;
+    PixelBox m_clip;
+};
+
+class GlyphRuns {
+  public:
+    // A glyph: its runs, and what they cover around its origin.
+    struct Glyph {
+        Ouint32 first, count;
+        PixelBox box;
+    };
+
+    // Draws a glyph that measures box around its origin, and keeps its runs. Nothing for one that cairo has
+    // to draw each time: it is not simply on or off, as coloured and scaled ones are, or too much to keep.
+    std::optional<Glyph> add(cairo_scaled_font_t* font, unsigned long index, const PixelBox& box);
+
+    // Draws a glyph with its origin at x, y.
+    void draw(const Glyph& glyph, int x, int y, OneColour& image) const {
+        const auto runs = std::span(m_runs).subspan(glyph.first, glyph.count);
+        if (image.holds({x + glyph.box.left, y + glyph.box.top, x + glyph.box.right, y + glyph.box.bottom}))
+            for (const Run& run : runs) image.fill(y + run.y, x + run.x, x + run.x + run.length);
+        else
+            for (const Run& run : runs) image.fill_inside(y + run.y, x + run.x, x + run.x + run.length);
+    }
+
+  private:
+    // Lit pixels side by side, from the glyph's origin.
+    struct Run {
+        std::int16_t x, y, length;
+    };
+
+    bool add_lit(Canvas32& drawing, Ouint32 lit, int left, int top);
+    bool light(std::size_t first, int x, int y);
+    [[nodiscard]] Glyph glyph_of(std::size_t first) const;
+
+    std::vector<Run> m_runs;
+};
+
+} // namespace qm

@@ -1,0 +1,146 @@
+// Glyphs that are drawn once and then filled in must come out as cairo draws them, pixel by pixel.
+#include "program/Font.h"
+#include "program/HVarea.h"
+#include "support/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+
+namespace qm {
+namespace {
+
+constexpr char kFontFile[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+constexpr char16_t kText[] = u"Åsfjl(g)@¾,中文字鮮";
+
+struct Drawing {
+    int width = 120, height = 40;
+    int x = 0, y = 30; // where the text begins
+    PixelBox clip{0, 0, 120, 40};
+    Ouint32 color = eWhite;
+};
+
+// Cairo cuts a glyph that it has slanted to what it measures unslanted, but only where it touches an edge.
+constexpr Drawing kRoomy{.width = 600, .height = 80, .x = 20, .y = 50, .clip = {0, 0, 600, 80}};
+
+using Pixels = std::vector<Ouint32>;
+
+Pixels drawn(const Drawing& drawing, const std::function<void(cairo_t*)>& draw) {
+    Canvas32 canvas(drawing.width, drawing.height);
+    cairo_t* c = canvas.context();
+    const PixelBox& clip = drawing.clip;
+    cairo_rectangle(c, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top);
+    cairo_clip(c);
+    HVarea::set_cairoColor(c, drawing.color);
+    draw(c);
+    Pixels pixels(static_cast<std::size_t>(drawing.width) * static_cast<std::size_t>(drawing.height));
+    std::memcpy(pixels.data(), canvas.pixels(), 4 * pixels.size());
+    return pixels;
+}
+
+// The characters that the chosen font has, side by side.
+std::vector<PlacedGlyph> placed(Font& font, std::u16string_view text, const Drawing& drawing) {
+    std::vector<PlacedGlyph> glyphs;
+    int x = drawing.x;
+    for (const char16_t c : text) {
+        const GlyphShape& shape = font.shape(c);
+        if (shape.face != 0) continue;
+        glyphs.push_back({&shape, x, drawing.y});
+        x += shape.advance;
+    }
+    return glyphs;
+}
+
+Pixels by_cairo(const FontChoice& choice, const std::vector<PlacedGlyph>& glyphs, const Drawing& drawing) {
+    return drawn(drawing, [&](cairo_t* c) {
+        select_font(c, choice);
+        cairo_set_font_size(c, choice.size);
+        for (const PlacedGlyph& placed : glyphs) {
+            const cairo_glyph_t glyph{placed.shape->index, double(placed.x), double(placed.y)};
+            cairo_show_glyphs(c, &glyph, 1);
+        }
+    });
+}
+
+// How many of the glyphs were filled in, once they were found to look right.
+std::size_t compare(const FontChoice& choice, const Drawing& drawing, std::u16string_view text = kText) {
+    SCOPED_TRACE(testing::Message() << choice.style << choice.path << ' ' << choice.size
+                                    << (choice.bold ? " bold" : "") << (choice.italic ? " italic" : "")
+                                    << " at " << drawing.x << ',' << drawing.y);
+    Font font(choice);
+    const std::vector<PlacedGlyph> glyphs = placed(font, text, drawing);
+    EXPECT_FALSE(glyphs.empty());
+    const Pixels expected = by_cairo(choice, glyphs, drawing);
+    EXPECT_NE(expected, Pixels(expected.size())) << "nothing is drawn";
+    EXPECT_TRUE(drawn(drawing, [&](cairo_t* c) { font.show(c, glyphs, 0); }) == expected);
+    return static_cast<std::size_t>(std::count_if(
+        glyphs.begin(), glyphs.end(), [](const PlacedGlyph& g) { return g.shape->runs.has_value(); }));
+}
+
+TEST(GlyphRuns, AreWhatCairoDrawsInEveryFontStyleAndSize) {
+    for (const auto& [family, file] :
+         {std::pair{"DejaVu Sans", ""}, {"WenQuanYi Micro Hei", ""}, {"", kFontFile}})
+        for (const double size : {6., 9., 12., 13., 16., 24., 33.})
+            for (const bool bold : {false, true})
+                for (const bool italic : {false, true})
+                    EXPECT_GT(compare({family, file, size, bold, italic}, kRoomy), 5U);
+}
+
+TEST(GlyphRuns, StayInsideImageAndClipInEveryColour) {
+    const FontChoice choice{"DejaVu Sans", "", 24, false, true};
+    for (const int x : {-40, -7, 0, 90, 117})
+        for (const int y : {-1, 3, 20, 30, 44})
+            for (const PixelBox& clip : {PixelBox{0, 0, 120, 40}, {10, 5, 11, 39}, {30, 12, 100, 20}}) {
+                Font font(choice);
+                const Drawing drawing{.x = x, .y = y, .clip = clip, .color = 0x654321};
+                const auto glyphs = placed(font, kText, drawing);
+                EXPECT_TRUE(drawn(drawing, [&](cairo_t* c) { font.show(c, glyphs, 0); }) ==
+                            by_cairo(choice, glyphs, drawing))
+                    << x << ',' << y << ' ' << clip.left;
+            }
+    for (Ouint32 level = 0; level < 256; ++level)
+        EXPECT_GT(compare(choice, {.color = level << 16U | (255 - level) << 8U | level}), 0U);
+}
+
+TEST(GlyphRuns, AreNotKeptOfGlyphsThatTakeTooMuch) {
+    const Drawing drawing{.width = 2000, .height = 2000, .y = 1800, .clip = {0, 0, 2000, 2000}};
+    EXPECT_EQ(compare({"DejaVu Sans", "", 2000, false, false}, drawing, u"O"), 0U);
+}
+
+// A font of bitmaps, which cairo scales smoothly: its pixels are not simply on or off.
+TEST(GlyphRuns, AreNotKeptOfScaledBitmaps) {
+    constexpr std::string_view kFont = R"(STARTFONT 2.1
+FONT -qm-dots-medium-r-normal--8-80-75-75-c-80-iso10646-1
+SIZE 8 75 75
+FONTBOUNDINGBOX 8 8 0 0
+STARTPROPERTIES 4
+FONT_ASCENT 8
+FONT_DESCENT 0
+CHARSET_REGISTRY "ISO10646"
+CHARSET_ENCODING "1"
+ENDPROPERTIES
+CHARS 1
+STARTCHAR A
+ENCODING 65
+SWIDTH 500 0
+DWIDTH 8 0
+BBX 8 8 0 0
+BITMAP
+18
+24
+42
+81
+FF
+81
+81
+81
+ENDCHAR
+ENDFONT
+)";
+    const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(kFont.data()), kFont.size()));
+    EXPECT_EQ(compare({"", file.path(), 12, false, false}, {.color = eRed}, u"AA"), 0U);
+}
+
+} // namespace
+} // namespace qm
