@@ -8,7 +8,8 @@ Acknowledging::Acknowledging() {
     LedHVPacket codec;
     codec.m_DeviceType = m_DeviceType;
     const Ouint8 application[] = {0, hv_GRP_Global, hv_ACK, 0, 0, 0, 0, 0, 0};
-    codec.Pack6_OnlyHeader(application, m_answer);
+    const Bytes answer = codec.Pack6_OnlyHeader(application);
+    m_answer.assign(answer.begin(), answer.end());
 }
 
 int Acknowledging::Send(const Ouint8*, int len) {

@@ -68,7 +68,8 @@ struct Buffers {
     explicit Buffers(Frame bytes) : body(std::move(bytes)) {}
 
     Frame body;
-    Frame frame;                            // ours, stuffed
+    Frame ourRoom;                          // where ours writes
+    Bytes frame;                            // and what it wrote
     Frame restored;                         // ours, back again
     Frame room = Frame(8 + 2 * kBytes + 1); // where the loops write
     LedPacket packet;
@@ -77,7 +78,7 @@ struct Buffers {
 void compare_stuffing(const std::string& what, double mark, Frame body) {
     const auto b = std::make_shared<Buffers>(std::move(body));
 
-    const auto stuff = [=] { LedPacket::Transfer_Packet(b->body, b->frame); };
+    const auto stuff = [=] { b->frame = LedPacket::Transfer_Packet(b->body, b->ourRoom); };
     const auto stuff_plain = [=] { return stuff_bytewise(b->body, b->room.data()); };
     stuff();
     require(stuff_plain() == b->frame.size() && std::equal(b->frame.begin(), b->frame.end(), b->room.begin()),

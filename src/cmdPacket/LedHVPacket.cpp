@@ -101,43 +101,44 @@ void LedHVPacket::envelope_header(Ouint32 length) {
         .u32(length);
 }
 
-void LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
-    if (payload.size() > kMaxPayload) return;
+Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
+    if (payload.size() > kMaxPayload) return {};
     switch (framing_of(m_DeviceType)) {
     case Framing::generation5:
-        return Pack5(group, cmd, payload, out);
+        return Pack5(group, cmd, payload);
     case Framing::generation6:
-        return Pack6(group, cmd, payload, out);
+        return Pack6(group, cmd, payload);
     case Framing::none:
-        return;
+        break;
     }
+    return {};
 }
 
-void LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+Bytes LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload) {
     m_application.clear();
     ByteWriter writer(m_application);
     application_header(writer, group, cmd, payload);
-    if (m_application.size() > kMaxApplication) return;
+    if (m_application.size() > kMaxApplication) return {};
     link_header5(m_application);
-    Transfer_Packet(m_body, out);
+    return stuffed();
 }
 
-void LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+Bytes LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload) {
     m_application.clear();
     ByteWriter writer(m_application);
     application_header(writer, group, cmd, payload);
-    Pack6_OnlyHeader(m_application, out);
+    return Pack6_OnlyHeader(m_application);
 }
 
-void LedHVPacket::Pack6_OnlyHeader(Bytes application, Frame& out) {
-    if (application.size() > kMaxApplication) return;
+Bytes LedHVPacket::Pack6_OnlyHeader(Bytes application) {
+    if (application.size() > kMaxApplication) return {};
     link_header6(application);
-    Transfer_Packet(m_body, out);
+    return stuffed();
 }
 
 // Ping, 15 + 4 bytes: dstaddr u16, srcaddr u16, protocolver, protocoltype, devicetype u8, phytype,
 // msgseq u16, datalen i16, datachecksum u16, headerchecksum; then cmdgroup, cmd, datalen u16.
-void LedHVPacket::PackPing3(Frame& out) {
+Bytes LedHVPacket::PackPing3() {
     constexpr Ouint8 application[] = {hv_GRP_CONF, 0, 0, 0};
     m_body.clear();
     ByteWriter writer(m_body);
@@ -145,21 +146,21 @@ void LedHVPacket::PackPing3(Frame& out) {
     writer.u16(sizeof application).u16(calc_crc(application));
     close_header(m_body);
     writer.bytes(application);
-    Transfer_Packet(m_body, out);
+    return stuffed();
 }
 
-void LedHVPacket::Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out) {
+Bytes LedHVPacket::Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload) {
     envelope_header(static_cast<Ouint32>(9 + payload.size()));
     ByteWriter writer(m_body);
     writer.u8(1).u8(group).u8(cmd).u16(0).u32(static_cast<Ouint32>(payload.size())).bytes(payload);
-    Transfer_Packet(m_body, out);
+    return stuffed();
 }
 
-void LedHVPacket::Pack6HnX_DynamicArea(Ouint8, Ouint8, Bytes payload, Frame& out) {
+Bytes LedHVPacket::Pack6HnX_DynamicArea(Ouint8, Ouint8, Bytes payload) {
     envelope_header(static_cast<Ouint32>(payload.size()));
     ByteWriter writer(m_body);
     writer.bytes(payload).u16(calc_crc(m_body));
-    Transfer_Packet(m_body, out);
+    return stuffed();
 }
 
 CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
@@ -172,8 +173,9 @@ CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
             static_cast<int>(expected));
         return CData::error();
     }
-    if (stuffed_length(m_body) > kMaxStuffed) return CData::error();
-    CData frame(static_cast<Ouint32>(stuffed_length(m_body)));
+    const std::size_t size = stuffed_length(m_body);
+    if (size > kMaxStuffed) return CData::error();
+    CData frame(static_cast<Ouint32>(size));
     const std::size_t length = Transfer_Packet(m_body, frame.m_pData.get());
     if (length != frame.m_nDataLen) {
         say("tmp_len = %d; oDataRet.m_nDataLen = %d \n", static_cast<int>(length),

@@ -22,20 +22,22 @@ class LedHVPacket : public LedPacket {
     // What a signed 16-bit payload length can say.
     static constexpr std::size_t kMaxPayload = 32767;
 
-    // Builds the frame of one command for the controller type at hand. Nothing is built, and out stays as it
-    // is, for an unknown type and for a payload that a frame cannot carry.
-    virtual void Pack(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    // Frames are valid until the next one is packed.
+
+    // Builds the frame of one command for the controller type at hand. Nothing is built for an unknown type
+    // and for a payload that a frame cannot carry.
+    virtual Bytes Pack(Ouint8 group, Ouint8 cmd, Bytes payload);
 
     // Checks an answer frame and copies its payload. Gives 0, 1, -1 to -5, or the controller's error value.
     virtual int Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer);
 
-    void Pack5(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
-    void Pack6(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
-    void Pack6_OnlyHeader(Bytes application, Frame& out);
-    void PackPing3(Frame& out);
-    void Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    Bytes Pack5(Ouint8 group, Ouint8 cmd, Bytes payload);
+    Bytes Pack6(Ouint8 group, Ouint8 cmd, Bytes payload);
+    Bytes Pack6_OnlyHeader(Bytes application);
+    Bytes PackPing3();
+    Bytes Pack5H_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload);
     // The envelope carries group and code inside its payload only.
-    void Pack6HnX_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload, Frame& out);
+    Bytes Pack6HnX_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload);
     CData Pack6HnX_DynamicArea2(Ouint8 group, Ouint8 cmd, Bytes payload);
 
     // Opens the handshake's answer: 0, -1 (no frame) or -4 (unknown version). The controller type stands at
@@ -54,10 +56,12 @@ class LedHVPacket : public LedPacket {
     void link_header5(Bytes application);
     void link_header6(Bytes application);
     void envelope_header(Ouint32 length);
+    Bytes stuffed() { return Transfer_Packet(m_body, m_room); }
     int open_link(Bytes body, Bytes& application);
 
     Frame m_application; // work buffers, kept from frame to frame
     Frame m_body;
+    Frame m_room; // for the stuffed frame
 };
 
 } // namespace qm

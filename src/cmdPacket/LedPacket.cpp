@@ -8,7 +8,7 @@
 namespace qm {
 namespace {
 
-constexpr int kStartBytes = 8;
+constexpr std::size_t kStartBytes = 8;
 
 // Splits text at the separator into count decimal numbers. A field of more than max_field characters ends
 // early, and what is left of it begins the next one.
@@ -33,9 +33,11 @@ std::size_t LedPacket::Transfer_Packet(Bytes body, Ouint8* out) {
     return static_cast<std::size_t>(p - out);
 }
 
-void LedPacket::Transfer_Packet(Bytes body, Frame& out) {
-    out.resize(stuffed_length(body));
-    Transfer_Packet(body, out.data());
+// To count the escapes first would take a pass over the body as long as stuffing it.
+Bytes LedPacket::Transfer_Packet(Bytes body, Frame& room) {
+    const std::size_t most = kStartBytes + 2 * body.size() + 1;
+    if (room.size() < most) room.resize(most);
+    return Bytes(room).first(Transfer_Packet(body, room.data()));
 }
 
 std::size_t LedPacket::Restore_Data(Bytes stuffed, Ouint8* out) {

@@ -22,7 +22,9 @@ class LedPacket {
 
     // Stuffs a whole frame body into out, which holds stuffed_length(body) bytes; returns the bytes written.
     static std::size_t Transfer_Packet(Bytes body, Ouint8* out);
-    static void Transfer_Packet(Bytes body, Frame& out);
+    // The same into room, which grows to the most that a body of this length can take, and only then. Gives
+    // the frame, which is valid until the room is used again.
+    static Bytes Transfer_Packet(Bytes body, Frame& room);
 
     // Undoes the escapes; out holds at least as many bytes as come in. Returns the bytes written.
     static std::size_t Restore_Data(Bytes stuffed, Ouint8* out);

@@ -31,10 +31,9 @@ int ON_command::receive_frame(int timeout, Bytes& frame, int capacity) {
 }
 
 int ON_command::send_recv_cmd(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd_data, Answer& recv_data) {
-    m_frame.clear();
-    Pack(cmd_group, cmd, cmd_data, m_frame);
-    if (m_frame.empty()) return QM_FAILED;
-    if (const int code = Send(m_frame.data(), size_of(m_frame)); code != 0) return code;
+    const Bytes request = Pack(cmd_group, cmd, cmd_data);
+    if (request.empty()) return QM_FAILED;
+    if (const int code = Send(request.data(), size_of(request)); code != 0) return code;
     Bytes frame;
     if (const int code = receive_frame(kTimeout, frame); code != 0) return code;
     return Unpack(frame, cmd_group, cmd, recv_data);
@@ -59,11 +58,11 @@ int ON_command::receive_answer(int sent, Ouint8 group, Ouint8 cmd, Answer& recv_
 }
 
 int ON_command::send_recv_cmd_1K(Ouint8 cmd_group, Ouint8 cmd, Bytes data, Answer& recv_data) {
-    Pack6HnX_DynamicArea(cmd_group, cmd, data, m_frame);
+    const Bytes request = Pack6HnX_DynamicArea(cmd_group, cmd, data);
     int sent = 0;
-    while (sent < size_of(m_frame)) {
-        const int piece = std::min(static_cast<int>(kPiece), size_of(m_frame) - sent);
-        if (const int code = Send(m_frame.data() + sent, piece); code != 0) {
+    while (sent < size_of(request)) {
+        const int piece = std::min(static_cast<int>(kPiece), size_of(request) - sent);
+        if (const int code = Send(request.data() + sent, piece); code != 0) {
             say("Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = nTotalLen = %d !\n", sent);
             return code;
         }
@@ -93,16 +92,13 @@ int ON_command::send_recv_cmd_1K2(Ouint8 cmd_group, Ouint8 cmd, Bytes data, Answ
 }
 
 int ON_command::send_recv_cmd_6HnX(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd_data, Answer& recv_data) {
-    Frame inner;
-    Pack(cmd_group, cmd, cmd_data, inner);
+    const Bytes inner = Pack(cmd_group, cmd, cmd_data);
     if (inner.empty()) return QM_FAILED;
     return send_recv_cmd_1K(cmd_group, cmd, inner, recv_data);
 }
 
 int ON_command::send_recv_5H_DynamicArea(Ouint8 cmd_group, Ouint8 cmd, Bytes cmd_data, Answer& recv_data) {
-    Frame inner;
-    Pack5H_DynamicArea(cmd_group, cmd, cmd_data, inner);
-    return send_recv_cmd_1K(cmd_group, cmd, inner, recv_data);
+    return send_recv_cmd_1K(cmd_group, cmd, Pack5H_DynamicArea(cmd_group, cmd, cmd_data), recv_data);
 }
 
 int ON_command::send_AT_cmd(const char* cmdData, Ouint16 dataLen) {
@@ -124,8 +120,8 @@ int ON_command::send_AT_cmdRetData(const char* cmdData, Ouint16& dataLen, Ouint8
 }
 
 int ON_command::ping_handshake(int recvTimeout) {
-    PackPing3(m_frame);
-    if (const int code = Send(m_frame.data(), size_of(m_frame)); code != 0) return code;
+    const Bytes request = PackPing3();
+    if (const int code = Send(request.data(), size_of(request)); code != 0) return code;
     Bytes frame;
     if (const int code = receive_frame(recvTimeout, frame); code != 0) return code;
     Frame body;

@@ -127,8 +127,6 @@ class ON_command : public LedHVPacket {
     // Receives into the object's own buffer, at most capacity bytes.
     int receive_frame(int timeout, Bytes& frame, int capacity = kWholeFrame);
 
-    Frame m_frame; // the request at hand, kept from command to command
-
   private:
     // Codes and block size of one kind of files.
     struct WriteCodes {

@@ -11,9 +11,9 @@ namespace qm::test {
 namespace {
 
 Frame stuffed(Bytes body) {
-    Frame out;
-    LedPacket::Transfer_Packet(body, out);
-    return out;
+    Frame room;
+    room.resize(LedPacket::Transfer_Packet(body, room).size());
+    return room;
 }
 
 Frame restored(Bytes frame) {

@@ -76,7 +76,7 @@ Frame frame_of(const Fields& fields, const Request& request, Sender sender,
     if (fault && fault->kind == FaultKind::bad_header) body.back() ^= 0xFFU;
     ByteWriter(body).bytes(application);
     Frame frame;
-    LedPacket::Transfer_Packet(body, frame);
+    frame.resize(LedPacket::Transfer_Packet(body, frame).size());
     return frame;
 }
 
