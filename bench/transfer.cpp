@@ -11,6 +11,7 @@
 #include <memory>
 #include <netinet/tcp.h>
 #include <poll.h>
+#include <sched.h>
 #include <sys/socket.h>
 #include <thread>
 
@@ -19,6 +20,27 @@ namespace {
 
 constexpr std::size_t kFile = 1 << 20;
 constexpr Ouint8 kEndByte = 0x5A;
+
+// Keeps the calling thread, and those that it starts, on one processor. Each exchange changes threads twice,
+// and from one processor to another that may take several times as long: without this, chance decides.
+class OneProcessor {
+  public:
+    OneProcessor() {
+        require(::sched_getaffinity(0, sizeof m_before, &m_before) == 0, "file transfer: no affinity");
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        int first = 0;
+        while (!CPU_ISSET(first, &m_before)) ++first;
+        CPU_SET(first, &one);
+        require(::sched_setaffinity(0, sizeof one, &one) == 0, "file transfer: no affinity");
+    }
+    ~OneProcessor() { ::sched_setaffinity(0, sizeof m_before, &m_before); }
+    OneProcessor(const OneProcessor&) = delete;
+    OneProcessor& operator=(const OneProcessor&) = delete;
+
+  private:
+    cpu_set_t m_before{};
+};
 
 bool send_all(int socket, Bytes bytes) {
     return ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
@@ -150,10 +172,19 @@ void transfer() {
     require(write(recorder, *content) == QM_OK, "file transfer: refused");
     require(recorder.frames().size() == kFile / packet_len() + 1, "file transfer: frames are missing");
 
+    const OneProcessor setUp; // of the far end's threads
     const auto loopback = std::make_shared<Loopback>(Exchange{recorder.frames(), recorder.answer()});
-    const auto send = [=] { require(write(loopback->ours, *content) == QM_OK, "file transfer: refused"); };
+    const auto send = [=] {
+        const OneProcessor both;
+        require(write(loopback->ours, *content) == QM_OK, "file transfer: refused");
+    };
     send();
-    const auto bare = [=](bool waits) { return [=] { loopback->bare.run(loopback->exchange, waits); }; };
+    const auto bare = [=](bool waits) {
+        return [=] {
+            const OneProcessor both;
+            loopback->bare.run(loopback->exchange, waits);
+        };
+    };
     compare_time("1 MiB file in blocks of 1,024, loopback", send,
                  {{"bare sockets with time-outs, frames of the same sizes", bare(true), 1 / 1.2},
                   {"bare sockets, frames of the same sizes", bare(false), 1 / 1.2}});

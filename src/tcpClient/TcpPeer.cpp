@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <thread>
+#include <utility>
 
 namespace qm {
 namespace {
@@ -95,7 +96,10 @@ int TcpPeer::Send(const Ouint8* data, int len) {
     if (!m_Socket || len <= 0) return QM_FAILED;
     const auto deadline = Clock::now() + kSendTimeout;
     while (len > 0) {
-        const int ready = wait_ready(m_Socket.get(), POLLOUT | POLLPRI, deadline);
+        // Who has just answered is ready for the next request.
+        const int ready = std::exchange(m_answered, false)
+                              ? POLLOUT
+                              : wait_ready(m_Socket.get(), POLLOUT | POLLPRI, deadline);
         if (ready <= 0) return QM_FAILED;
         if (ready & kExceptions) {
             Close();
@@ -115,6 +119,7 @@ int TcpPeer::Send(const Ouint8* data, int len) {
 }
 
 int TcpPeer::Recv(Ouint8* buff, int& dataLen, int iTimeout) {
+    m_answered = false;
     if (!m_Socket) return QM_FAILED;
     const auto deadline = Clock::now() + std::chrono::seconds(iTimeout);
     for (;;) {
@@ -127,12 +132,14 @@ int TcpPeer::Recv(Ouint8* buff, int& dataLen, int iTimeout) {
         const auto received = ::recv(m_Socket.get(), buff, static_cast<std::size_t>(dataLen), MSG_DONTWAIT);
         if (received < 0 && is_transient(errno) && Clock::now() < deadline) continue;
         if (received < 1) return QM_FAILED;
+        m_answered = true;
         dataLen = static_cast<int>(received);
         return buff[received - 1] == end_flag ? QM_OK : QM_FAILED;
     }
 }
 
 void TcpPeer::Close() {
+    m_answered = false;
     if (!m_Socket) return;
     ::shutdown(m_Socket.get(), SHUT_RDWR);
     m_Socket.reset();
