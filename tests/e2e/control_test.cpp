@@ -24,14 +24,19 @@ class Control : public testing::TestWithParam<Ouint16> {
     }
     [[nodiscard]] sim::Snapshot state() const { return m_sim.state(); }
     [[nodiscard]] Ouint16 port() const { return m_sim.port(); }
+    void show_text(const char* text) {
+        auto area = rectangle(0, 0, 128, 32);
+        auto page = still_text(12, eRed);
+        ASSERT_EQ(dynamicArea_AddAreaTxtDetails_6G(kHost, port(), SCREEN_COLOR_DOUBLE, 0, &area, &page,
+                                                   "DejaVu Sans", text),
+                  0);
+    }
 
     sim::Simulator m_sim{options(GetParam())};
 };
 
 TEST_P(Control, SwitchesTheScreen) {
-    ASSERT_EQ(dynamicArea_AddAreaTxt_6G(kHost, port(), SCREEN_COLOR_DOUBLE, 0, 0, 0, 128, 32, "DejaVu Sans",
-                                        12, "on"),
-              0);
+    show_text("on");
     const int lit = lit_pixels(m_sim.screen());
     EXPECT_GT(lit, 0);
     EXPECT_EQ(cmd_coerceOnOff(kHost, port(), 0), 0);
@@ -52,9 +57,7 @@ TEST_P(Control, SwitchesTheScreenByTimer) {
 }
 
 TEST_P(Control, DimsTheScreen) {
-    ASSERT_EQ(dynamicArea_AddAreaTxt_6G(kHost, port(), SCREEN_COLOR_DOUBLE, 0, 0, 0, 128, 32, "DejaVu Sans",
-                                        12, "dim"),
-              0);
+    show_text("dim");
     const sim::Image bright = m_sim.screen();
     Brightness table{};
     for (Ouint8& level : table.HalfHourValue) level = 5;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <random>
 
@@ -116,10 +117,15 @@ TEST(Screen, ShowsARandomPictureAtEveryOffset) {
 }
 
 TEST(Screen, ShowsTheSimpleTextCentredAndRed) {
-    const sim::Simulator sim(controller(0x0262, SCREEN_COLOR_DOUBLE));
+    std::atomic<std::chrono::milliseconds> up{};
+    auto options = controller(0x0262, SCREEN_COLOR_DOUBLE);
+    options.uptime = [&] { return up.load(); };
+    const sim::Simulator sim(options);
     ASSERT_EQ(dynamicArea_AddAreaTxt_6G(kHost, sim.port(), SCREEN_COLOR_DOUBLE, 0, 0, 0, kWidth, kHeight,
                                         "DejaVu Sans", 12, "HH"),
               0);
+    EXPECT_EQ(lit_pixels(sim.screen()), 0) << "it runs in";
+    up = kWidth * std::chrono::milliseconds(sim.dynamic_areas()[0].pages[0].speed + 1);
     const sim::Image screen = sim.screen();
     int left = kWidth, right = -1, top = kHeight, bottom = -1;
     for (int y = 0; y < kHeight; ++y)

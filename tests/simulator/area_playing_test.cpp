@@ -2,6 +2,8 @@
 // stands still until a test moves it.
 #include "host.h"
 #include "program_samples.h"
+#include "samples.h"
+#include "simulator/Screen.h"
 
 #include <gmock/gmock.h>
 
@@ -108,6 +110,51 @@ TEST_F(AreaPlaying, AnAreaWithARunModeEndsUnlessItIsSentAnew) {
     show(2, "7F", "01 00 00", "01", "01 00 00");
     m_up = 999999ms;
     EXPECT_EQ(screen(), "R.......") << "nor has a time-out of 0";
+}
+
+TEST_F(AreaPlaying, PagesTurnFromTheMomentAtWhichTheAreaIsSent) {
+    m_up = 500ms;
+    const Frame content = test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("FE")}}});
+    EXPECT_TRUE(m_host.ask(0xA7, 0, content).acknowledged());
+    const std::pair<std::chrono::milliseconds, const char*> moments[] = {
+        {500ms, "R......."}, {3499ms, "R......."}, {3500ms, ".......R"}, {6500ms, "R......."}};
+    for (const auto& [moment, shown] : moments) {
+        m_up = moment;
+        EXPECT_EQ(screen(), shown) << moment.count();
+    }
+    m_up = 10000ms;
+    EXPECT_TRUE(m_host.ask(0xA7, 0, content).acknowledged());
+    EXPECT_EQ(screen(), "R.......") << "what is sent again begins anew";
+}
+
+TEST_F(AreaPlaying, RunningTextComesInAndLeavesAndComesAgain) {
+    EXPECT_TRUE(
+        m_host.ask(0xA7, 0, test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("3F")}, 4}})).acknowledged());
+    const std::pair<int, const char*> steps[] = {{0, "........"},  {1, ".......R"},  {8, "R......."},
+                                                 {10, "......RR"}, {16, "RR......"}, {18, "........"},
+                                                 {24, "........"}, {25, ".......R"}};
+    for (const auto& [step, shown] : steps) {
+        m_up = step * 33ms;
+        EXPECT_EQ(screen(), shown) << step;
+    }
+}
+
+TEST(PlayedAreas, SayWhenTheyNextShowSomethingElse) {
+    const auto parsed = parse_dynamic_areas(test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("FE")}}}));
+    DynamicArea area = std::get<std::vector<DynamicArea>>(parsed).at(0);
+    area.with_all_programs = false;
+    area.programs = {1};
+    std::vector<PlayedArea> areas;
+    areas.emplace_back(area, PixelFormat{TransferMode::planes8, ScreenColor::single}, 500ms);
+    area.id = 2;
+    area.pages.pop_back();
+    area.run_mode = 1;
+    areas.emplace_back(area, PixelFormat{TransferMode::planes8, ScreenColor::single}, 0ms);
+    EXPECT_EQ(next_change(areas, 100ms, "P001"), 500ms) << "one comes";
+    EXPECT_EQ(next_change(areas, 600ms, "P001"), 3500ms) << "its page turns";
+    EXPECT_EQ(next_change(areas, 600ms, "P002"), 5s) << "the other one ends, and none is seen before";
+    EXPECT_EQ(next_change(areas, 5s, "P001"), 6500ms);
+    EXPECT_EQ(next_change(areas, 5s, "P002"), std::nullopt);
 }
 
 TEST_F(AreaPlaying, DeletedAreasAreGone) {

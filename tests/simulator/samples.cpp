@@ -6,8 +6,8 @@
 namespace qm::sim::test {
 namespace {
 
-void page_record(ByteWriter& out, std::size_t offset, std::size_t length) {
-    out.u32(26).u8(0).u8(4).u8(0).u8(32).u16(300).u8(1).u16(8).zeros(9);
+void page_record(ByteWriter& out, std::uint8_t mode, std::size_t offset, std::size_t length) {
+    out.u32(26).u8(0).u8(mode).u8(0).u8(32).u16(300).u8(1).u16(8).zeros(9);
     out.u32(static_cast<Ouint32>(offset)).u32(static_cast<Ouint32>(length));
 }
 
@@ -18,7 +18,7 @@ void description(ByteWriter& out, const AreaSample& area, std::size_t offset) {
     out.u16(u16(area.rect.x)).u16(u16(area.rect.y)).u16(u16(area.rect.width)).u16(u16(area.rect.height));
     out.u8(0).u8(0).u8(0).u8(0).u8(0).zeros(5).u16(static_cast<unsigned>(area.pages.size()));
     for (const Frame& page : area.pages) {
-        page_record(out, offset, page.size());
+        page_record(out, area.mode, offset, page.size());
         offset += page.size();
     }
 }

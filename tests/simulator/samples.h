@@ -9,11 +9,13 @@
 
 namespace qm::sim::test {
 
-// What follows the command header: the areas of one add/update with display mode 4 and no sound.
+// What follows the command header: the areas of one add/update with no sound. A page stays for 3 seconds;
+// running text moves a pixel every 33 ms.
 struct AreaSample {
     std::uint8_t id = 1;
     Rect rect{0, 0, 8, 1};
     std::vector<Frame> pages{};
+    std::uint8_t mode = 1; // how its pages appear
 };
 Frame content_of(const std::vector<AreaSample>& areas);
 // The same as a payload, from its command header 01 A7 00 00 00 on.

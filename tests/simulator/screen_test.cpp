@@ -33,7 +33,7 @@ Verdict send(const Simulator& sim, Bytes payload) {
 // A type with planes of 8 pixels: small areas take few bytes.
 Options small_screen() { return {.type = 0x0662, .width = 8, .height = 2, .color = ScreenColor::single}; }
 
-TEST(Screen, ShowsTheFirstPageOfAnArea) {
+TEST(Screen, ShowsTheFirstPageOfAnAreaFirst) {
     Simulator sim(small_screen());
     EXPECT_EQ(letters(sim.screen()), "......../........");
     EXPECT_EQ(send(sim, payload_of({{1, {2, 0, 3, 2}, {hex("DF EF"), hex("C7 C7")}}})), kTaken);

@@ -1,4 +1,4 @@
-// Local time as a controller keeps it, and its record on the wire.
+// The times that a controller goes by, and the record of its clock on the wire.
 #pragma once
 
 #include "support/bytes.h"
@@ -7,6 +7,9 @@
 #include <optional>
 
 namespace qm::sim {
+
+// Time since the controller was switched on, or since what is played began.
+using Time = std::chrono::milliseconds;
 
 // Civil time of the place where the controller stands, without a time zone.
 using LocalSeconds = std::chrono::local_seconds;

@@ -111,7 +111,7 @@ std::optional<Time> end_of_turn(const State& state, Moment now) {
 
 Image played(const State& state, Moment now) {
     Image image = state.programs.screen(now.up, clock_of(state, now), locked_program(state, now));
-    draw(image, state.model.format, state.areas, now.up, playing_program(state, now));
+    draw(image, state.areas, now.up, playing_program(state, now));
     return image;
 }
 
@@ -135,7 +135,7 @@ Image Controller::screen(Moment now) const {
 std::optional<Time> Controller::next_change(Moment now) const {
     const auto program =
         m_state.programs.next_change(now.up, clock_of(m_state, now), locked_program(m_state, now));
-    const auto area = sim::next_change(m_state.areas, now.up);
+    const auto area = sim::next_change(m_state.areas, now.up, playing_program(m_state, now));
     return program && area ? std::min(program, area) : (program ? program : area);
 }
 

@@ -1,9 +1,11 @@
 // A clock on the screen, drawn from nothing but what was uploaded.
 #pragma once
 
+#include "simulator/Clock.h"
 #include "simulator/ClockArea.h"
+#include "simulator/Image.h"
+#include "simulator/PixelData.h"
 #include "simulator/Rect.h"
-#include "simulator/Screen.h"
 
 namespace qm::sim {
 

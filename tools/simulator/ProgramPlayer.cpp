@@ -31,7 +31,8 @@ Time turn_of(const ProgramPlayer& player) {
 
 ProgramPlayer::ProgramPlayer(Program program, int width, int height, PixelFormat format)
     : m_program(std::move(program)), m_width(width), m_height(height), m_format(format) {
-    for (const ProgramArea& area : m_program.areas) m_timelines.emplace_back(area, format);
+    for (const ProgramArea& area : m_program.areas)
+        m_timelines.emplace_back(area.pages, area.inside(), format);
 }
 
 Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {

@@ -16,18 +16,8 @@ int number_of(const std::string& program) {
 
 } // namespace
 
-void draw_page(Image& screen, PixelFormat format, const Rect& rect, const Page& page) {
-    const PixelReader pixels(format, rect, page.pixels);
-    const int columns = std::min(rect.width, screen.width - rect.x);
-    const int rows = std::min(rect.height, screen.height - rect.y);
-    for (int y = 0; y < rows; ++y)
-        for (int x = 0; x < columns; ++x) screen.set(rect.x + x, rect.y + y, pixels.at(x, y));
-}
-
-// Pages do not turn: the first one stays.
-const Page* page_at(const DynamicArea& area, Time) {
-    return area.pages.empty() ? nullptr : &area.pages.front();
-}
+PlayedArea::PlayedArea(DynamicArea what, PixelFormat format, Time begin)
+    : area(std::move(what)), since(begin), timeline(area.pages, area.rect, format) {}
 
 std::optional<Time> PlayedArea::end() const {
     if (area.run_mode == 0 || area.timeout == 0) return std::nullopt;
@@ -40,21 +30,23 @@ bool PlayedArea::shown(Time now, const std::string& program) const {
            std::find(area.programs.begin(), area.programs.end(), number_of(program)) != area.programs.end();
 }
 
-std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now) {
+std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now, const std::string& program) {
     std::optional<Time> soonest;
-    for (const PlayedArea& played : areas)
-        for (const std::optional<Time> edge : {std::optional(played.since), played.end()})
-            if (edge && *edge > now && (!soonest || *edge < *soonest)) soonest = edge;
+    const auto note = [&](std::optional<Time> change) {
+        if (change && *change > now && (!soonest || *change < *soonest)) soonest = change;
+    };
+    for (const PlayedArea& played : areas) {
+        note(played.since);
+        note(played.end());
+        if (!played.shown(now, program)) continue;
+        if (const auto change = played.timeline.next_change(now - played.since)) note(played.since + *change);
+    }
     return soonest;
 }
 
-void draw(Image& screen, PixelFormat format, std::span<const PlayedArea> areas, Time now,
-          const std::string& program) {
-    for (const PlayedArea& played : areas) {
-        if (!played.shown(now, program)) continue;
-        if (const Page* page = page_at(played.area, now - played.since))
-            draw_page(screen, format, played.area.rect, *page);
-    }
+void draw(Image& screen, std::span<const PlayedArea> areas, Time now, const std::string& program) {
+    for (const PlayedArea& played : areas)
+        if (played.shown(now, program)) played.timeline.draw(screen, now - played.since);
 }
 
 } // namespace qm::sim

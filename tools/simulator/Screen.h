@@ -1,24 +1,27 @@
-// What the screen shows: a function of the controller's state and of the time.
+// The dynamic areas on the screen: a function of the areas, of the time and of the program that is played.
 #pragma once
 
+#include "simulator/Clock.h"
 #include "simulator/DynamicArea.h"
 #include "simulator/Image.h"
 #include "simulator/PixelData.h"
+#include "simulator/Timeline.h"
 
-#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
 
 namespace qm::sim {
 
-// Time since the controller was switched on.
-using Time = std::chrono::milliseconds;
-
 // A dynamic area and the moment at which its playing begins.
 struct PlayedArea {
+    PlayedArea(DynamicArea what, PixelFormat format, Time begin);
+    PlayedArea(PlayedArea&&) = default;
+    PlayedArea& operator=(PlayedArea&&) = default;
+
     DynamicArea area;
-    Time since{0};
+    Time since;
+    Timeline timeline; // of the pages of the area, which stay where they are when it is moved
 
     // When it is no longer shown unless it is sent anew: Timeout seconds after it began. Run mode 0 and a
     // time-out of 0 know no end.
@@ -27,17 +30,11 @@ struct PlayedArea {
     [[nodiscard]] bool shown(Time now, const std::string& program) const;
 };
 
-// When an area comes or goes by itself.
-[[nodiscard]] std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now);
-
-// The page that an area shows once it has played for this long; null when it has none.
-[[nodiscard]] const Page* page_at(const DynamicArea& area, Time played);
-
-// Draws one page on its rectangle.
-void draw_page(Image& screen, PixelFormat format, const Rect& rect, const Page& page);
+// When an area next comes, goes or shows something else by itself; nothing when none ever does.
+[[nodiscard]] std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now,
+                                              const std::string& program);
 
 // Draws the areas that are shown, in their order, cut at the edges of the screen.
-void draw(Image& screen, PixelFormat format, std::span<const PlayedArea> areas, Time now,
-          const std::string& program);
+void draw(Image& screen, std::span<const PlayedArea> areas, Time now, const std::string& program);
 
 } // namespace qm::sim

@@ -44,7 +44,7 @@ struct Options {
     // The host's local time; the system's when empty. The controller's clock runs by it.
     std::function<LocalSeconds()> clock{};
 
-    // Time since the controller was switched on; a steady clock's when empty. Programs play by it.
+    // Time since the controller was switched on; a steady clock's when empty. Programs and areas play by it.
     std::function<std::chrono::milliseconds()> uptime{};
 
     // Called from the simulator's thread; they must not throw. The first two are called before the answer

@@ -1,11 +1,11 @@
-// What an area of a program shows, page after page, over and over.
+// What an area shows, page after page, over and over.
 #pragma once
 
-#include "simulator/ProgramFile.h"
+#include "simulator/Clock.h"
 #include "simulator/RunningText.h"
-#include "simulator/Screen.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace qm::sim {
@@ -15,8 +15,8 @@ namespace qm::sim {
 // Speed + 1 milliseconds and runs through as often as the RepeatTime of its first page says.
 class Timeline {
   public:
-    // The area outlives it.
-    Timeline(const ProgramArea& area, PixelFormat format);
+    // The pages outlive it; the rectangle is theirs.
+    Timeline(std::span<const Page> pages, const Rect& rect, PixelFormat format);
 
     // How long all pages take together.
     [[nodiscard]] Time once() const { return m_end; }
@@ -36,7 +36,8 @@ class Timeline {
     std::size_t add_running(std::size_t page, Running direction);
     [[nodiscard]] std::size_t act_at(Time in_round) const;
 
-    const ProgramArea& m_area;
+    std::span<const Page> m_pages;
+    Rect m_rect;
     PixelFormat m_format;
     std::vector<Act> m_acts;
     Time m_end{0};

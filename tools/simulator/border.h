@@ -1,8 +1,9 @@
 // Borders of areas and of the screen.
 #pragma once
 
+#include "simulator/Clock.h"
+#include "simulator/Image.h"
 #include "simulator/ProgramFile.h"
-#include "simulator/Screen.h"
 
 #include <optional>
 

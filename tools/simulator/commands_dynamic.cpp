@@ -32,7 +32,7 @@ void put(State& state, DynamicArea area, Moment now) {
     });
     const bool at_once = area.play_at_once || known;
     const Time since = at_once ? now.up : end_of_turn(state, now).value_or(now.up);
-    state.areas.push_back({std::move(area), since});
+    state.areas.emplace_back(std::move(area), state.model.format, since);
 }
 
 std::string words_for(const DynamicArea& area) {
