@@ -22,6 +22,7 @@ TEST(Terminal, PutsTwoRowsOnALineAndSetsColoursWhereTheyChange) {
                                    "\x1b[38;2;0;0;0m\x1b[48;2;0;0;0m▀▀"
                                    "\x1b[38;2;1;2;3m▀\x1b[0m\n"
                                    "\x1b[?7h");
+    EXPECT_EQ(half_blocks_over(screen), "\x1b[2A" + half_blocks(screen));
 }
 
 TEST(LedPanel, EnlargesEveryLedAsADotOnABlackBoard) {

@@ -13,6 +13,8 @@
 #include <filesystem>
 #include <iostream>
 #include <mutex>
+#include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -50,10 +52,7 @@ class Display {
 
     void show(const Image& screen) {
         const std::lock_guard lock(m_mutex);
-        if (m_settings.show) {
-            std::fputs(half_blocks(screen).c_str(), stdout);
-            std::fflush(stdout);
-        }
+        if (m_settings.show) print(screen);
         if (!m_settings.frames.empty())
             write(screen, std::filesystem::path(m_settings.frames) / next_frame());
         write_screenshot(screen);
@@ -65,6 +64,12 @@ class Display {
     }
 
   private:
+    void print(const Image& screen) {
+        const bool over = m_in_place && std::exchange(m_printed, true);
+        std::fputs((over ? half_blocks_over(screen) : half_blocks(screen)).c_str(), stdout);
+        std::fflush(stdout);
+    }
+
     void write_screenshot(const Image& screen) {
         if (!m_settings.screenshot.empty()) write(led_panel(screen, m_settings.scale), m_settings.screenshot);
     }
@@ -82,7 +87,9 @@ class Display {
     }
 
     const Settings& m_settings;
+    const bool m_in_place = isatty(STDOUT_FILENO) == 1 && !m_settings.verbose; // else all of them are kept
     std::mutex m_mutex;
+    bool m_printed = false;
     unsigned m_frame = 0;
 };
 

@@ -121,7 +121,8 @@ void add_network_options(CLI::App& app, Settings& settings, Typed& typed) {
 }
 
 void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
-    app.add_flag("--show", settings.show, "Print the screen at each change, two pixels a character");
+    app.add_flag("--show", settings.show,
+                 "Print the screen at each change, two pixels a character; on a terminal in its place");
     app.add_option("--frames", settings.frames, "Folder for a PNG at each change: frame-0001.png, ...")
         ->type_name("DIR");
     app.add_option("--screenshot", settings.screenshot,

@@ -39,4 +39,8 @@ std::string half_blocks(const Image& screen) {
     return text + kWrap;
 }
 
+std::string half_blocks_over(const Image& screen) {
+    return "\x1b[" + std::to_string((screen.height + 1) / 2) + "A" + half_blocks(screen);
+}
+
 } // namespace qm::sim
