@@ -27,7 +27,6 @@ class TcpPeer : public ON_command {
     int finish_connect(int iTimeout);
 
     Descriptor m_Socket;
-    bool m_answered = false; // the latest wait brought an answer and no exception, and nothing was sent since
 };
 
 } // namespace qm
