@@ -131,24 +131,29 @@ const GlyphShape& Font::measure(char16_t character) {
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(m_faces[shape.face].get(), &glyph, 1, &extents);
     shape.advance = std::max(0, static_cast<int>(std::lround(extents.x_advance)));
-    shape.left = static_cast<int>(std::floor(extents.x_bearing));
-    shape.top = static_cast<int>(std::floor(extents.y_bearing));
-    shape.right = static_cast<int>(std::ceil(extents.x_bearing + extents.width));
-    shape.bottom = static_cast<int>(std::ceil(extents.y_bearing + extents.height));
-    if (!shape.measured || shape.blank()) return shape;
-    shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index,
-                            {shape.left, shape.top, shape.right, shape.bottom});
-    if (shape.runs) { // a glyph that cairo slants reaches farther than it measures
-        shape.left = std::min(shape.left, shape.runs->box.left);
-        shape.right = std::max(shape.right, shape.runs->box.right);
-    }
+    PixelBox ink{static_cast<int>(std::floor(extents.x_bearing)),
+                 static_cast<int>(std::floor(extents.y_bearing)),
+                 static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
+                 static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
+    if (shape.measured && !ink.empty()) shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index, ink);
+    shape.left = ink.left;
+    shape.top = ink.top;
+    shape.right = ink.right;
+    shape.bottom = ink.bottom;
     return shape;
 }
 
-std::size_t Font::show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) const {
+// False for a glyph that cairo has to draw.
+bool Font::has_runs(const GlyphShape& shape) {
+    if (shape.runs && !m_runs.keeps(*shape.runs))
+        shape.runs = m_runs.renew(m_faces[shape.face].get(), shape.index, *shape.runs);
+    return shape.runs.has_value();
+}
+
+std::size_t Font::show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
     OneColour image(c);
     std::size_t count = 0;
-    for (; count < glyphs.size() && glyphs[count].shape->runs; ++count)
+    for (; count < glyphs.size() && has_runs(*glyphs[count].shape); ++count)
         m_runs.draw(*glyphs[count].shape->runs, glyphs[count].x + dx, glyphs[count].y, image);
     return count;
 }

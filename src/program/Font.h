@@ -37,7 +37,7 @@ struct GlyphShape {
     unsigned long index = 0;
     unsigned face = 0; // which of the font's faces has it
     bool measured = false;
-    std::optional<GlyphRuns::Glyph> runs; // without them cairo draws it
+    mutable std::optional<GlyphRuns::Glyph> runs; // kept for drawing; without them cairo draws it
     int advance = 0;
     int left = 0, top = 0, right = 0, bottom = 0; // ink
     [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
@@ -81,8 +81,9 @@ class Font {
     unsigned long glyph_index(unsigned face, char16_t character) const;
     void find_glyph(char16_t character, GlyphShape& shape);
     bool add_fallback(char16_t character);
+    bool has_runs(const GlyphShape& shape);
     // Both draw the first glyphs, those with runs and those of one face without, and return how many.
-    std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) const;
+    std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
     std::size_t show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
     static constexpr int kSearchesPerText = 32;

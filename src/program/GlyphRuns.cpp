@@ -6,10 +6,10 @@
 namespace qm {
 namespace {
 
-constexpr int kMargin = 2;                    // of what a glyph measures, within which its ink is looked for
+constexpr int kMargin = 2;                    // around what a glyph measures
 constexpr int kFarthest = 0x3FFF;             // from the origin, that a run can say
 constexpr std::int64_t kMostPixels = 1 << 20; // of a glyph
-constexpr std::size_t kMostRuns = 1 << 18;    // of a font
+constexpr std::size_t kMostRuns = 1 << 19;    // of a font
 
 Ouint32 pixel_of(double red, double green, double blue) {
     const auto byte = [](double component) { return static_cast<Ouint32>(std::lround(255 * component)); };
@@ -28,6 +28,52 @@ PixelBox clip_of(cairo_t* c) {
     return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right), static_cast<int>(bottom)};
 }
 
+// Where the ink of a glyph has to be looked for: cairo measures it without its slant, and nearly without what
+// makes it bold.
+PixelBox room_for(const PixelBox& box) {
+    const int height = std::max({-box.top, box.bottom, 0});
+    const int slant = height / 2 + kMargin, bold = height / 32 + kMargin;
+    return {box.left - slant, box.top - bold, box.right + slant, box.bottom + bold};
+}
+
+// Draws the glyph alone, in a colour that one with colours of its own has not all over. False when cairo
+// cannot.
+bool draw_alone(Canvas32& drawing, cairo_scaled_font_t* font, unsigned long index, const PixelBox& room) {
+    cairo_t* c = drawing.context();
+    const cairo_glyph_t glyph{index, static_cast<double>(-room.left), static_cast<double>(-room.top)};
+    cairo_set_source_rgb(c, 0.2, 0.4, 0.6);
+    cairo_set_scaled_font(c, font);
+    cairo_show_glyphs(c, &glyph, 1);
+    return cairo_status(c) == CAIRO_STATUS_SUCCESS;
+}
+
+struct Ink {
+    PixelBox box{kFarthest, kFarthest, -kFarthest, -kFarthest};
+    bool one_colour = true;
+};
+
+// The ink of a drawing, whose pixel at the top left has the place that room says.
+Ink ink_of(Canvas32& drawing, const PixelBox& room) {
+    const Ouint32 lit = source_pixel(drawing.context());
+    const auto* pixel = reinterpret_cast<const Ouint32*>(drawing.pixels());
+    Ink ink;
+    for (int y = room.top; y < room.bottom; ++y)
+        for (int x = room.left; x < room.right; ++x, ++pixel) {
+            if (*pixel == 0) continue;
+            ink.one_colour = ink.one_colour && *pixel == lit;
+            ink.box = {std::min(ink.box.left, x), std::min(ink.box.top, y), std::max(ink.box.right, x + 1),
+                       std::max(ink.box.bottom, y + 1)};
+        }
+    return ink;
+}
+
+// What touches the edge may be cut.
+bool is_inside(const PixelBox& box, const PixelBox& room) {
+    return box.left > room.left && box.top > room.top && box.right < room.right && box.bottom < room.bottom;
+}
+
+Canvas32 canvas_for(const PixelBox& room) { return {room.right - room.left, room.bottom - room.top}; }
+
 } // namespace
 
 OneColour::OneColour(cairo_t* c)
@@ -40,65 +86,46 @@ OneColour::OneColour(cairo_t* c)
 OneColour::~OneColour() { cairo_surface_mark_dirty(m_surface); }
 
 std::optional<GlyphRuns::Glyph> GlyphRuns::add(cairo_scaled_font_t* font, unsigned long index,
-                                               const PixelBox& box) {
-    if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2 - kMargin) return {};
-    const int slant = std::max({-box.top, box.bottom, 0}) / 2; // is not measured where cairo makes it
-    const int left = box.left - slant - kMargin, top = box.top - kMargin; // from the glyph's origin
-    const int width = box.right + slant + kMargin - left, height = box.bottom + kMargin - top;
-    if (std::int64_t{width} * height > kMostPixels) return {};
-
-    Canvas32 drawing(width, height);
-    cairo_t* c = drawing.context();
-    const cairo_glyph_t glyph{index, static_cast<double>(-left), static_cast<double>(-top)};
-    cairo_set_source_rgb(c, 0.2, 0.4, 0.6); // which a glyph with colours of its own has not all over
-    cairo_set_scaled_font(c, font);
-    cairo_show_glyphs(c, &glyph, 1);
-    const auto first = m_runs.size();
-    if (cairo_status(c) == CAIRO_STATUS_SUCCESS && add_lit(drawing, source_pixel(c), left, top))
-        return glyph_of(first);
-    m_runs.resize(first);
-    return {};
+                                               PixelBox& box) {
+    if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2) return {};
+    const PixelBox room = room_for(box);
+    if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostPixels) return {};
+    Canvas32 drawing = canvas_for(room);
+    if (!draw_alone(drawing, font, index, room)) return {};
+    const Ink ink = ink_of(drawing, room);
+    if (ink.box.empty()) return keep(drawing, room, {});
+    box = {std::min(box.left, ink.box.left), std::min(box.top, ink.box.top),
+           std::max(box.right, ink.box.right), std::max(box.bottom, ink.box.bottom)};
+    if (!ink.one_colour || !is_inside(ink.box, room)) return {};
+    return keep(drawing, room, ink.box);
 }
 
-// Adds the runs of the drawing, whose pixel at the top left has the place left, top. False when it has pixels
-// that are neither lit nor empty, when it may be cut, and when there are too many runs.
-bool GlyphRuns::add_lit(Canvas32& drawing, Ouint32 lit, int left, int top) {
-    const auto* pixel = reinterpret_cast<const Ouint32*>(drawing.pixels());
-    const auto first = m_runs.size();
-    for (int y = 0; y < drawing.height(); ++y)
-        for (int x = 0; x < drawing.width(); ++x, ++pixel) {
-            if (*pixel == 0) continue;
-            const bool onEdge = x == 0 || y == 0 || x + 1 == drawing.width() || y + 1 == drawing.height();
-            if (*pixel != lit || onEdge || !light(first, left + x, top + y)) return false;
-        }
-    return true;
+std::optional<GlyphRuns::Glyph> GlyphRuns::renew(cairo_scaled_font_t* font, unsigned long index,
+                                                 const Glyph& glyph) {
+    Canvas32 drawing = canvas_for(glyph.room);
+    if (!draw_alone(drawing, font, index, glyph.room)) return {};
+    return keep(drawing, glyph.room, glyph.box);
 }
 
-// The glyph whose runs are all from number first on.
-GlyphRuns::Glyph GlyphRuns::glyph_of(std::size_t first) const {
-    const auto runs = std::span(m_runs).subspan(first);
-    PixelBox box{kFarthest, kFarthest, -kFarthest, -kFarthest};
-    for (const Run& run : runs) {
-        box.left = std::min<int>(box.left, run.x);
-        box.top = std::min<int>(box.top, run.y);
-        box.right = std::max(box.right, run.x + run.length);
-        box.bottom = std::max(box.bottom, run.y + 1);
+// Keeps the runs of a drawing, in which all ink is in the box.
+GlyphRuns::Glyph GlyphRuns::keep(Canvas32& drawing, const PixelBox& room, const PixelBox& box) {
+    if (m_runs.size() >= kMostRuns) {
+        m_runs.clear();
+        ++m_round;
     }
-    return {static_cast<Ouint32>(first), static_cast<Ouint32>(runs.size()), box};
-}
-
-// Adds a pixel to the runs of a glyph from number first on; false when there are too many of them.
-bool GlyphRuns::light(std::size_t first, int x, int y) {
-    if (m_runs.size() > first) {
-        Run& last = m_runs.back();
-        if (last.y == y && last.x + last.length == x) {
-            ++last.length;
-            return true;
+    const auto first = m_runs.size();
+    const auto* pixels = reinterpret_cast<const Ouint32*>(drawing.pixels());
+    for (int y = box.top; y < box.bottom; ++y) {
+        const Ouint32* row = pixels + std::ptrdiff_t{y - room.top} * drawing.width();
+        for (int x = box.left; x < box.right; ++x) {
+            const int begin = x;
+            while (x < box.right && row[x - room.left] != 0) ++x;
+            if (x > begin)
+                m_runs.push_back({static_cast<std::int16_t>(begin), static_cast<std::int16_t>(y),
+                                  static_cast<std::int16_t>(x - begin)});
         }
     }
-    if (m_runs.size() == kMostRuns) return false;
-    m_runs.push_back({static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1});
-    return true;
+    return {static_cast<Ouint32>(first), static_cast<Ouint32>(m_runs.size() - first), m_round, box, room};
 }
 
 } // namespace qm

@@ -16,6 +16,8 @@ namespace qm {
 // A rectangle of pixels, right and bottom outside.
 struct PixelBox {
     int left, top, right, bottom;
+
+    [[nodiscard]] bool empty() const { return left >= right || top >= bottom; }
 };
 
 // An image of 32-bit pixels that is drawn on in one opaque colour, inside a rectangle of it.
@@ -56,17 +58,23 @@ class OneColour {
 
 class GlyphRuns {
   public:
-    // A glyph: its runs, and what they cover around its origin.
+    // A glyph: its runs, and around its origin what they cover and where they were found.
     struct Glyph {
-        Ouint32 first, count;
-        PixelBox box;
+        Ouint32 first, count, round;
+        PixelBox box, room;
     };
 
-    // Draws a glyph that measures box around its origin, and keeps its runs. Nothing for one that cairo has
-    // to draw each time: it is not simply on or off, as coloured and scaled ones are, or too much to keep.
-    std::optional<Glyph> add(cairo_scaled_font_t* font, unsigned long index, const PixelBox& box);
+    // Draws a glyph that measures box around its origin, and keeps its runs. The box grows to what the glyph
+    // lights: one that cairo makes slanted or bold reaches farther than it measures. Nothing for a glyph that
+    // cairo has to draw each time: it is not simply on or off, as coloured and scaled ones are, or too large.
+    std::optional<Glyph> add(cairo_scaled_font_t* font, unsigned long index, PixelBox& box);
 
-    // Draws a glyph with its origin at x, y.
+    // Whether its runs are still there: when they are too many, all of them make room for new ones.
+    [[nodiscard]] bool keeps(const Glyph& glyph) const { return glyph.round == m_round; }
+    // Draws a glyph of former days again; nothing when cairo cannot.
+    std::optional<Glyph> renew(cairo_scaled_font_t* font, unsigned long index, const Glyph& glyph);
+
+    // Draws a glyph that is kept, with its origin at x, y.
     void draw(const Glyph& glyph, int x, int y, OneColour& image) const {
         const auto runs = std::span(m_runs).subspan(glyph.first, glyph.count);
         if (image.holds({x + glyph.box.left, y + glyph.box.top, x + glyph.box.right, y + glyph.box.bottom}))
@@ -81,11 +89,10 @@ class GlyphRuns {
         std::int16_t x, y, length;
     };
 
-    bool add_lit(Canvas32& drawing, Ouint32 lit, int left, int top);
-    bool light(std::size_t first, int x, int y);
-    [[nodiscard]] Glyph glyph_of(std::size_t first) const;
+    Glyph keep(Canvas32& drawing, const PixelBox& room, const PixelBox& box);
 
     std::vector<Run> m_runs;
+    Ouint32 m_round = 0; // how often they made room
 };
 
 } // namespace qm

@@ -12,6 +12,7 @@ namespace qm {
 namespace {
 
 constexpr char kFontFile[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+constexpr char kChineseFile[] = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
 constexpr char16_t kText[] = u"Åsfjl(g)@¾,中文字鮮";
 
 struct Drawing {
@@ -101,6 +102,47 @@ TEST(GlyphRuns, StayInsideImageAndClipInEveryColour) {
             }
     for (Ouint32 level = 0; level < 256; ++level)
         EXPECT_GT(compare(choice, {.color = level << 16U | (255 - level) << 8U | level}), 0U);
+}
+
+// What a font file's glyph lights lies inside what it measures, though cairo measures it neither slanted nor
+// bold.
+TEST(GlyphRuns, AreMeasured) {
+    for (const char* file : {kFontFile, kChineseFile})
+        for (const double size : {7., 12., 33., 40., 150., 192.})
+            for (const bool bold : {false, true})
+                for (const bool italic : {false, true}) {
+                    Font font({"", file, size, bold, italic});
+                    std::size_t touched = 0; // sides
+                    for (const char16_t c : std::u16string_view(u"Wfj/Å@gÇŐ中鮮")) {
+                        const GlyphShape& shape = font.shape(c);
+                        ASSERT_TRUE(shape.runs) << size << ' ' << unsigned{c};
+                        const PixelBox& ink = shape.runs->box;
+                        EXPECT_LE(shape.left, ink.left);
+                        EXPECT_LE(shape.top, ink.top);
+                        EXPECT_GE(shape.right, ink.right);
+                        EXPECT_GE(shape.bottom, ink.bottom);
+                        touched += (shape.left == ink.left) + (shape.top == ink.top);
+                        touched += (shape.right == ink.right) + (shape.bottom == ink.bottom);
+                    }
+                    EXPECT_GT(touched, 11U) << "no more than that";
+                }
+}
+
+// The runs of a font make room for new ones; what its glyphs measure and light stays the same.
+TEST(GlyphRuns, AreDrawnAgainAfterOthersNeededTheRoom) {
+    const FontChoice choice{"", kChineseFile, 96, false, true};
+    const Drawing drawing{.width = 700, .height = 120, .x = 20, .y = 90, .clip = {0, 0, 700, 120}};
+    Font fresh(choice), used(choice);
+    const auto before = placed(fresh, u"Wjf中字", drawing), after = placed(used, u"Wjf中字", drawing);
+    used.shape(u'g');
+    const GlyphRuns::Glyph first = *after[0].shape->runs;
+    for (char16_t c = 0x4E00; c < 0x9FA5 && after[0].shape->runs->round == used.shape(c).runs->round;) ++c;
+    const Pixels expected = drawn(drawing, [&](cairo_t* c) { fresh.show(c, before, 0); });
+    EXPECT_TRUE(drawn(drawing, [&](cairo_t* c) { used.show(c, after, 0); }) == expected);
+    EXPECT_NE(after[0].shape->runs->round, first.round) << "there was no need for the room";
+    const GlyphShape &g = used.shape(u'G'), &same = fresh.shape(u'G');
+    EXPECT_EQ(g.left, same.left);
+    EXPECT_EQ(g.right, same.right);
 }
 
 TEST(GlyphRuns, AreNotKeptOfGlyphsThatTakeTooMuch) {

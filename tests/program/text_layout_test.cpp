@@ -1,7 +1,10 @@
+#include "program/HVarea.h"
 #include "program/LineBreaker.h"
 #include "program/TextLayout.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace qm {
 namespace {
@@ -117,6 +120,28 @@ TEST(TextLayout, CutsNoCharacterThatTheAreaHasRoomFor) {
             if (bottom - top > height) continue;
             EXPECT_GE(top, 0) << size << " pixels in " << height;
             EXPECT_LE(bottom, height) << size << " pixels in " << height;
+        }
+    }
+}
+
+int lit_pixels(Font& f, const TextPages& pages, int width, int height, int dx) {
+    Canvas32 canvas(width, height);
+    HVarea::set_cairoColor(canvas.context(), eWhite);
+    f.show(canvas.context(), pages.glyphs, dx);
+    const auto* pixels = reinterpret_cast<const Ouint32*>(canvas.pixels());
+    return static_cast<int>(width * height - std::count(pixels, pixels + width * height, 0U));
+}
+
+// Cairo slants the glyphs of a font file and makes them bold, and measures them as if it did not.
+TEST(TextLayout, CutsNoSlantedOrBoldInk) {
+    for (const double size : {12., 16., 33.}) {
+        Font made({"", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", size, true, true});
+        for (Ouint8 align = 0; align < 3; ++align) {
+            const TextPages pages = lay_out(u"jWf", made, style(MULTILINE, align, 1), {150, 64, Running::no});
+            ASSERT_EQ(pages.pages.size(), 1U);
+            EXPECT_EQ(lit_pixels(made, pages, pages.pages[0].validWidth, 64, 0),
+                      lit_pixels(made, pages, 350, 64, 100))
+                << size << " pixels, " << unsigned{align};
         }
     }
 }
