@@ -2,9 +2,13 @@
 #include "simulator/picture.h"
 #include "simulator/terminal.h"
 
+#include "support/descriptor.h"
+
 #include <cairo.h>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace qm::sim {
 namespace {
@@ -22,7 +26,50 @@ TEST(Terminal, PutsTwoRowsOnALineAndSetsColoursWhereTheyChange) {
                                    "\x1b[38;2;0;0;0m\x1b[48;2;0;0;0m▀▀"
                                    "\x1b[38;2;1;2;3m▀\x1b[0m\n"
                                    "\x1b[?7h");
-    EXPECT_EQ(half_blocks_over(screen), "\x1b[2A" + half_blocks(screen));
+}
+
+class ScreenPrinting : public testing::Test {
+  protected:
+    ScreenPrinting() {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) throw std::runtime_error("no pipe");
+        m_out = Descriptor(ends[0]);
+        m_in = Descriptor(ends[1]);
+        ::fcntl(m_in.get(), F_SETFL, 0); // as standard output is
+    }
+    std::string printed() {
+        std::string text(1 << 20, ' ');
+        const auto size = ::read(m_out.get(), text.data(), text.size());
+        text.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+        return text;
+    }
+
+    Descriptor m_out, m_in;
+};
+
+TEST_F(ScreenPrinting, OneTakesThePlaceOfTheOtherUntilSomethingComesBetween) {
+    const Image screen(3, 3);
+    const std::string text = half_blocks(screen);
+    ScreenPrinter printer(m_in.get(), true), kept(m_in.get(), false);
+    for (int i = 0; i < 2; ++i) printer.print(screen);
+    EXPECT_EQ(printed(), text + "\x1b[2A" + text);
+    printer.interrupt();
+    printer.print(screen);
+    EXPECT_EQ(printed(), text);
+    for (int i = 0; i < 2; ++i) kept.print(screen);
+    EXPECT_EQ(printed(), text + text);
+}
+
+TEST_F(ScreenPrinting, AReaderWhoDoesNotReadMissesScreens) {
+    Image large(60, 20);
+    for (int i = 0; i < 60 * 20; ++i) large.set(i % 60, i / 60, {static_cast<std::uint8_t>(i), 0, 0});
+    ScreenPrinter printer(m_in.get(), true);
+    for (int i = 0; i < 10; ++i) printer.print(large); // more than a pipe takes
+    EXPECT_TRUE(printer.missed());
+    EXPECT_GT(printed().size(), half_blocks(large).size());
+    printer.print(large);
+    EXPECT_FALSE(printer.missed());
+    EXPECT_TRUE(printed().ends_with("\x1b[?7h\n" + half_blocks(large))) << "below the one that was cut";
 }
 
 TEST(LedPanel, EnlargesEveryLedAsADotOnABlackBoard) {

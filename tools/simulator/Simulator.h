@@ -1,8 +1,10 @@
 // A controller on loopback that runs inside the calling process, in a thread of its own:
 //
 //     qm::sim::Simulator sim({.type = 0x0262, .width = 64, .height = 16});
-//     dynamicArea_AddAreaTxt_6G("127.0.0.1", sim.port(), ...);
+//     dynamicArea_AddAreaPic_6G("127.0.0.1", sim.port(), ...);
 //     EXPECT_EQ(sim.screen().at(3, 5), (qm::sim::Rgb{255, 0, 0}));
+//
+// Running text is not on the screen yet when it has been sent: Options::uptime moves it.
 //
 // A request has been carried out before its answer is sent: when a call of the library has returned 0, the
 // screen and the counters show it. Every member may be called from any thread.

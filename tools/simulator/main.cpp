@@ -14,7 +14,6 @@
 #include <iostream>
 #include <mutex>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -44,32 +43,44 @@ const char* name_of(ScreenColor color) {
     return "";
 }
 
-// Shows the screen in the ways that were asked for. A picture that cannot be written is complained about and
-// does not end the simulator. Any thread may show.
+// Shows the screen, and keeps the state, in the ways that were asked for. What cannot be written is
+// complained about and does not end the simulator. Any thread may call it.
 class Display {
   public:
-    explicit Display(const Settings& settings) : m_settings(settings) {}
+    explicit Display(const Settings& settings)
+        : m_settings(settings), m_printer(STDOUT_FILENO, isatty(STDOUT_FILENO) == 1 && !settings.verbose) {}
+
+    // Nothing is shown while this is held.
+    [[nodiscard]] std::unique_lock<std::mutex> hold() { return std::unique_lock(m_mutex); }
 
     void show(const Image& screen) {
         const std::lock_guard lock(m_mutex);
-        if (m_settings.show) print(screen);
+        if (m_settings.show) m_printer.print(screen);
         if (!m_settings.frames.empty())
             write(screen, std::filesystem::path(m_settings.frames) / next_frame());
         write_screenshot(screen);
     }
 
-    void take_screenshot(const Image& screen) {
+    // The last one.
+    void finish(const Image& screen) {
         const std::lock_guard lock(m_mutex);
+        if (m_printer.missed()) m_printer.print(screen);
         write_screenshot(screen);
     }
 
-  private:
-    void print(const Image& screen) {
-        const bool over = m_in_place && std::exchange(m_printed, true);
-        std::fputs((over ? half_blocks_over(screen) : half_blocks(screen)).c_str(), stdout);
-        std::fflush(stdout);
+    void keep(const Snapshot& snapshot, const std::vector<StoredFile>& files) try {
+        const std::string text = state_text(snapshot, files);
+        write_whole(m_settings.state, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    } catch (const std::exception& error) {
+        complain(error.what());
     }
 
+    void complain(const std::string& words) {
+        ::complain(words);
+        m_printer.interrupt();
+    }
+
+  private:
     void write_screenshot(const Image& screen) {
         if (!m_settings.screenshot.empty()) write(led_panel(screen, m_settings.scale), m_settings.screenshot);
     }
@@ -80,26 +91,17 @@ class Display {
         return name;
     }
 
-    static void write(const Image& image, const std::filesystem::path& path) try {
+    void write(const Image& image, const std::filesystem::path& path) try {
         write_png(image, path);
     } catch (const std::exception& error) {
         complain(error.what());
     }
 
     const Settings& m_settings;
-    const bool m_in_place = isatty(STDOUT_FILENO) == 1 && !m_settings.verbose; // else all of them are kept
+    ScreenPrinter m_printer;
     std::mutex m_mutex;
-    bool m_printed = false;
     unsigned m_frame = 0;
 };
-
-void write_state(const std::string& path, const Snapshot& snapshot,
-                 const std::vector<StoredFile>& files) try {
-    const std::string text = state_text(snapshot, files);
-    write_whole(path, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-} catch (const std::exception& error) {
-    complain(error.what());
-}
 
 void announce(const Settings& settings, const Simulator& simulator) {
     const Options& options = settings.options;
@@ -128,18 +130,20 @@ void run(const Settings& settings) {
         options.on_request = [](const std::string& words) { std::fprintf(stderr, "%s\n", words.c_str()); };
     if (!settings.state.empty())
         options.on_state = [&](const Snapshot& snapshot, const std::vector<StoredFile>& files) {
-            write_state(settings.state, snapshot, files);
+            display.keep(snapshot, files);
         };
-    options.on_trouble = complain;
+    options.on_trouble = [&](const std::string& words) { display.complain(words); };
     if (settings.once)
         options.on_closed = [&](bool updated) {
             if (updated) context.stop();
         };
+    auto held = display.hold(); // until it is said that the controller is there
     Simulator simulator(std::move(options));
-    if (!settings.state.empty()) write_state(settings.state, simulator.state(), simulator.files());
+    if (!settings.state.empty()) display.keep(simulator.state(), simulator.files());
     announce(settings, simulator);
+    held.unlock();
     context.run();
-    display.take_screenshot(simulator.screen());
+    display.finish(simulator.screen());
 }
 
 int fail(const Settings& settings, const std::system_error& error) {

@@ -122,7 +122,8 @@ void add_network_options(CLI::App& app, Settings& settings, Typed& typed) {
 
 void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
     app.add_flag("--show", settings.show,
-                 "Print the screen at each change, two pixels a character; on a terminal in its place");
+                 "Print the screen at each change, two pixels a character;\n"
+                 "on a terminal in its place, unless --verbose");
     app.add_option("--frames", settings.frames, "Folder for a PNG at each change: frame-0001.png, ...")
         ->type_name("DIR");
     app.add_option("--screenshot", settings.screenshot,
@@ -135,7 +136,9 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
         ->type_name("FILE");
     app.add_option("--store", settings.options.store, "Folder that keeps files and settings over restarts")
         ->type_name("DIR");
-    app.add_flag("--once", settings.once, "End when the first connection that updated the screen has closed");
+    app.add_flag("--once", settings.once,
+                 "End when the first connection that updated the screen has closed;\n"
+                 "running text may not have come in by then");
     app.add_flag("--verbose,-v", settings.verbose, "Print a line for every request on standard error");
 }
 

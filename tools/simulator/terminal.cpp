@@ -1,6 +1,10 @@
 #include "simulator/terminal.h"
 
+#include <algorithm>
+#include <climits>
 #include <optional>
+#include <poll.h>
+#include <unistd.h>
 
 namespace qm::sim {
 namespace {
@@ -39,8 +43,28 @@ std::string half_blocks(const Image& screen) {
     return text + kWrap;
 }
 
-std::string half_blocks_over(const Image& screen) {
-    return "\x1b[" + std::to_string((screen.height + 1) / 2) + "A" + half_blocks(screen);
+void ScreenPrinter::print(const Image& screen) {
+    const bool over = m_follows.exchange(true) && m_in_place;
+    const std::string end = m_cut ? std::string(kReset) + kWrap + "\n" : "";
+    const std::string up = over ? "\x1b[" + std::to_string((screen.height + 1) / 2) + "A" : "";
+    m_missed = !write(end + up + half_blocks(screen));
+    if (m_missed) m_follows = false;
+}
+
+// In pieces for which a pipe that is ready has room.
+bool ScreenPrinter::write(std::string_view text) {
+    constexpr int kInstant = 100; // ms
+    for (int patience = 0; !text.empty(); patience = kInstant) {
+        pollfd entry{m_fd, POLLOUT, 0};
+        const bool ready = ::poll(&entry, 1, patience) > 0;
+        const auto written =
+            ready ? ::write(m_fd, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF)) : 0;
+        m_cut = written > 0 || m_cut;
+        if (written <= 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    m_cut = false;
+    return true;
 }
 
 } // namespace qm::sim
