@@ -28,12 +28,14 @@ PixelBox clip_of(cairo_t* c) {
     return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right), static_cast<int>(bottom)};
 }
 
-// Where the ink of a glyph has to be looked for: cairo measures it without its slant, and nearly without what
-// makes it bold.
-PixelBox room_for(const PixelBox& box) {
-    const int height = std::max({-box.top, box.bottom, 0});
-    const int slant = height / 2 + kMargin, bold = height / 32 + kMargin;
-    return {box.left - slant, box.top - bold, box.right + slant, box.bottom + bold};
+// Where the ink of a glyph has to be looked for: cairo measures it without its slant, and not always with all
+// that makes it bold, which goes by the size of the font.
+PixelBox room_for(const PixelBox& box, cairo_scaled_font_t* font) {
+    cairo_matrix_t size;
+    cairo_scaled_font_get_font_matrix(font, &size);
+    const int bold = static_cast<int>(size.yy / 24) + kMargin;
+    const int slant = std::max({-box.top, box.bottom, 0}) / 2;
+    return {box.left - slant - bold, box.top - bold, box.right + slant + bold, box.bottom + bold};
 }
 
 // Draws the glyph alone, in a colour that one with colours of its own has not all over. False when cairo
@@ -88,7 +90,7 @@ OneColour::~OneColour() { cairo_surface_mark_dirty(m_surface); }
 std::optional<GlyphRuns::Glyph> GlyphRuns::add(cairo_scaled_font_t* font, unsigned long index,
                                                PixelBox& box) {
     if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2) return {};
-    const PixelBox room = room_for(box);
+    const PixelBox room = room_for(box, font);
     if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostPixels) return {};
     Canvas32 drawing = canvas_for(room);
     if (!draw_alone(drawing, font, index, room)) return {};

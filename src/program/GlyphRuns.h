@@ -1,4 +1,5 @@
-// What the glyphs of a font light, drawn by cairo once: from then on drawing them is filling pixels.
+// What the glyphs of a font light, drawn by cairo once, while there is room: from then on drawing them is
+// filling pixels.
 #pragma once
 
 #include "program/Surface.h"
