@@ -116,6 +116,19 @@ Descriptor terminal(std::string& name) {
     return side;
 }
 
+// What is written to a terminal reaches its other side bit by bit.
+std::string read_until(const Descriptor& side, const std::string& end) {
+    std::string text;
+    char part[1024];
+    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    while (text.find(end) == text.npos && wait_ready(side.get(), POLLIN, deadline) > 0) {
+        const ssize_t size = ::read(side.get(), part, sizeof part);
+        if (size <= 0) break;
+        text.append(part, static_cast<std::size_t>(size));
+    }
+    return text;
+}
+
 TEST_F(Files, UploadShowsABarOnATerminalOnlyAndEndsWithTheResult) {
     const TemporaryFile file("P007", content());
     EXPECT_THAT(run({"fs", "put", file.path()}).out, Not(HasSubstr("\r")));
@@ -124,11 +137,9 @@ TEST_F(Files, UploadShowsABarOnATerminalOnlyAndEndsWithTheResult) {
     const Descriptor other(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)); // keeps what was written
     const Outcome outcome = run({"fs", "put", file.path()}, name.c_str());
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    std::string shown(8192, '\0');
-    const ssize_t size = ::read(side.get(), shown.data(), shown.size());
-    shown.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-    EXPECT_THAT(shown,
-                AllOf(HasSubstr("\rP007  ["), HasSubstr(" of 2600 bytes"), HasSubstr("\r\x1B[KController")));
+    const std::string end = "\r\x1B[KController";
+    const std::string shown = read_until(side, end);
+    EXPECT_THAT(shown, AllOf(HasSubstr("\rP007  ["), HasSubstr(" of 2600 bytes"), HasSubstr(end)));
 }
 
 constexpr const char* kConfiguration6 =
