@@ -67,7 +67,7 @@ typedef int32_t Oint32;
     X(QM_BAD_VERSION, -4, "the answer speaks an unknown version of the link protocol")                       \
     X(QM_WRONG_ANSWER, -5, "the answer belongs to another command")
 
-#define QM_STATUS_ENUMERATOR(name, value, meaning) name = value,
+#define QM_STATUS_ENUMERATOR(name, value, meaning) name = (value),
 enum qm_status { QM_STATUS_MAP(QM_STATUS_ENUMERATOR) QM_STATUS_END_ = 2 };
 #undef QM_STATUS_ENUMERATOR
 
