@@ -93,7 +93,7 @@ int BroadcastPeer::open_socket(unsigned interface) {
     // The limited broadcast leaves by one interface only; each socket has its own.
     set_option(socket.get(), IPPROTO_IP, IP_UNICAST_IF, htonl(interface));
     const sockaddr_in local = address_of(htonl(INADDR_ANY), LocalPort);
-    ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&local), sizeof local);
+    (void)::bind(socket.get(), reinterpret_cast<const sockaddr*>(&local), sizeof local);
     SocketList.push_back(std::move(socket));
     return QM_OK;
 }

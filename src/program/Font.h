@@ -25,7 +25,7 @@ struct FontChoice {
     bool bold = false;
     bool italic = false;
 
-    auto operator<=>(const FontChoice&) const = default;
+    auto operator<=>(const FontChoice&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 // Selects the font's face (not its size) on a context and turns antialiasing off. False when its

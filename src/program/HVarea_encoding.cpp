@@ -14,7 +14,9 @@ class Converter {
     ~Converter() {
         if (*this) iconv_close(m_descriptor);
     }
-    explicit operator bool() const { return m_descriptor != reinterpret_cast<iconv_t>(-1); }
+    explicit operator bool() const {
+        return m_descriptor != reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+    }
     [[nodiscard]] iconv_t get() const { return m_descriptor; }
 
   private:

@@ -8,9 +8,7 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 // A first byte, how long its sequence is, and the range of its second byte, which is what keeps overlong
 // forms, surrogates and values past U+10FFFF out.
 struct Lead {
-    unsigned char from, to;
-    std::size_t length;
-    unsigned char secondFrom, secondTo;
+    unsigned char from, to, length, secondFrom, secondTo;
 };
 constexpr Lead kLeads[] = {
     {0x00, 0x7F, 1, 0, 0},       {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF},

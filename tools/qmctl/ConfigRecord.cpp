@@ -102,7 +102,7 @@ void store(const Field& field, const json& value, unsigned char* record) {
         throw std::invalid_argument(std::string(field.name) + " has to be " + value_words(field));
     if (field.kind == Kind::text) {
         const auto& text = value.get_ref<const std::string&>();
-        std::memcpy(record + field.offset, text.data(), text.size());
+        std::copy(text.begin(), text.end(), record + field.offset);
         return;
     }
     const auto number = value.get<unsigned>();

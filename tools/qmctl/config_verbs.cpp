@@ -6,7 +6,7 @@
 namespace qm::ctl {
 namespace {
 
-class Push : public Verb {
+class Push : public Verb { // NOLINT(bugprone-exception-escape)
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_fields, "", "One JSON object with the fields of the configuration",

@@ -109,7 +109,7 @@ class Put : public Verb {
 
   private:
     static std::string name_of(const std::string& path) {
-        const std::string stem = std::filesystem::path(path).stem();
+        std::string stem = std::filesystem::path(path).stem();
         if (stem.size() != 4)
             throw UsageError("NAME: expected a name of 4 characters, such as P001, not '" + stem + "'");
         return stem;

@@ -22,7 +22,7 @@ Options checked(Options options) {
 
 asio::ip::address_v4 address_of(const std::string& text) {
     std::error_code error;
-    const auto address = asio::ip::make_address_v4(text, error);
+    auto address = asio::ip::make_address_v4(text, error);
     if (error) throw std::invalid_argument("the address to listen on must be a dotted IPv4 address");
     return address;
 }
