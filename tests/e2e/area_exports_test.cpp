@@ -1,6 +1,7 @@
 // The remaining calls of dynamic areas: several areas, programs, generation 5, deletion, speech.
 #include "drawing.h"
 #include "hex.h"
+#include "open_descriptors.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
@@ -401,11 +402,6 @@ TEST(AreaExports, ServeSixtyFourThreadsEachExactly) {
         });
     for (std::thread& caller : callers) caller.join();
     EXPECT_EQ(wrong, 0);
-}
-
-std::size_t open_descriptors() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
 TEST(AreaExports, KeepNothingOfAThousandUpdates) {

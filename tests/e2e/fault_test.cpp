@@ -1,9 +1,8 @@
 // A controller that answers badly, at every step of a text update.
+#include "open_descriptors.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace qm::test {
 namespace {
@@ -35,11 +34,6 @@ const Case kCases[] = {
     // A whole frame of 4 KB: more than the ping's answer may be, and more than one read of the last step.
     {FaultKind::oversize, {1, 1, -1, -1}},
 };
-
-std::size_t open_descriptors() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
-}
 
 class Faults : public testing::TestWithParam<std::tuple<Case, Step>> {};
 

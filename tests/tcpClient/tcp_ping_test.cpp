@@ -1,11 +1,11 @@
 // The handshake, and asking a controller who it is.
 #include "hex.h"
+#include "open_descriptors.h"
 #include "scripted_peer.h"
 #include "tcpClient/HV_Client.h"
 #include "wire.h"
 
 #include <cstring>
-#include <filesystem>
 
 namespace qm::test {
 namespace {
@@ -123,10 +123,6 @@ TEST(TcpPing, NullPointersAreRefusedWithoutAConnection) {
     controller.join();
     EXPECT_TRUE(requests.empty());
     EXPECT_THAT(record.bytes(), is_hex("EE*52"));
-}
-
-std::ptrdiff_t open_descriptors() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
 TEST(TcpPing, FiftyCallsLeaveNoDescriptorBehind) {
