@@ -51,7 +51,7 @@ bool draw_alone(Canvas32& drawing, cairo_scaled_font_t* font, unsigned long inde
 
 struct Ink {
     PixelBox box{kFarthest, kFarthest, -kFarthest, -kFarthest};
-    bool one_colour = true;
+    bool oneColour = true;
 };
 
 // The ink of a drawing, whose pixel at the top left has the place that room says.
@@ -62,7 +62,7 @@ Ink ink_of(Canvas32& drawing, const PixelBox& room) {
     for (int y = room.top; y < room.bottom; ++y)
         for (int x = room.left; x < room.right; ++x, ++pixel) {
             if (*pixel == 0) continue;
-            ink.one_colour = ink.one_colour && *pixel == lit;
+            ink.oneColour = ink.oneColour && *pixel == lit;
             ink.box = {std::min(ink.box.left, x), std::min(ink.box.top, y), std::max(ink.box.right, x + 1),
                        std::max(ink.box.bottom, y + 1)};
         }
@@ -98,7 +98,7 @@ std::optional<GlyphRuns::Glyph> GlyphRuns::add(cairo_scaled_font_t* font, unsign
     if (ink.box.empty()) return keep(drawing, room, {});
     box = {std::min(box.left, ink.box.left), std::min(box.top, ink.box.top),
            std::max(box.right, ink.box.right), std::max(box.bottom, ink.box.bottom)};
-    if (!ink.one_colour || !is_inside(ink.box, room)) return {};
+    if (!ink.oneColour || !is_inside(ink.box, room)) return {};
     return keep(drawing, room, ink.box);
 }
 

@@ -1,7 +1,6 @@
 // The screen in a terminal and in files.
 #include "simulator/picture.h"
 #include "simulator/terminal.h"
-
 #include "support/descriptor.h"
 
 #include <cairo.h>
