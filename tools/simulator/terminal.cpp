@@ -51,10 +51,11 @@ void ScreenPrinter::print(const Image& screen) {
     if (m_missed) m_follows = false;
 }
 
-// In pieces for which a pipe that is ready has room.
+// In pieces for which a pipe that is ready has room. Who has missed a screen is not waited for again, but who
+// has kept up so far is: the screen at hand may be the last one for long.
 bool ScreenPrinter::write(std::string_view text) {
     constexpr int kInstant = 100; // ms
-    for (int patience = 0; !text.empty(); patience = kInstant) {
+    for (int patience = m_missed ? 0 : kInstant; !text.empty(); patience = kInstant) {
         pollfd entry{m_fd, POLLOUT, 0};
         const bool ready = ::poll(&entry, 1, patience) > 0;
         const auto written =
