@@ -6,7 +6,10 @@
 namespace qm {
 namespace {
 
-constexpr Ouint8 kRunningRight = 38;
+// The pages of a single content item are written last page first in mode 38, and else as they are listed.
+PageOrder order_of(const PageEffect_5G& effect) {
+    return effect.DisplayMode == 38 ? PageOrder::reading : PageOrder::playing;
+}
 
 qm_G5_area_header area_header(const AreaRequest_5G& area) {
     return {0x10, area.uAreaX, area.uAreaY, area.uWidth, area.uHeight};
@@ -45,24 +48,26 @@ void add_page(CVemarProtocol_DynamicArea_5G& area, const PageEffect_5G& effect, 
     area.vctPicPageData.push_back(pixels);
 }
 
-// Adds pages in their order or the other way round; the last one added has a valid length of its own.
+// Adds pages as they are listed, or the other way round when that is the order of reading; the last one added
+// has a valid length of its own.
 void add_pages(CVemarProtocol_DynamicArea_5G& area, const PageEffect_5G& effect,
-               const ST_PageDataA_ValieLen& pages, bool lastFirst) {
+               const ST_PageDataA_ValieLen& pages, PageOrder order) {
     const std::size_t count = pages.vctPicData.size();
     const Ouint16 end = std::min(pages.nValidLen, area.AreaWidth);
     for (std::size_t i = 0; i < count; ++i)
-        add_page(area, effect, pages.vctPicData[lastFirst ? count - 1 - i : i],
+        add_page(area, effect, pages.vctPicData[order == PageOrder::reading ? count - 1 - i : i],
                  i + 1 == count ? end : area.AreaWidth);
 }
 
 // Draws and converts a content item, under the renderer's lock; nothing when its picture cannot be read. A
 // picture is valid in the area's whole width.
-std::optional<ST_PageDataA_ValieLen> render(const AreaRequest_5G& area, const ContentItem_5G& item) {
+std::optional<ST_PageDataA_ValieLen> render(const AreaRequest_5G& area, const ContentItem_5G& item,
+                                            PageOrder order) {
     const PageEffect_5G& effect = item.effect;
     const qm_G5_page_header page{
         0,          effect.DisplayMode, effect.ClearMode, effect.Speed, effect.StayTime, effect.RepeatTime,
         area.uWidth};
-    PicturesArea content;
+    PicturesArea content(order);
     content.setGeometry(area_header(area));
     if (const auto* text = std::get_if<TextContent_5G>(&item.content)) {
         if (is_font_file(text->fontName))
@@ -136,7 +141,7 @@ CData CBuild_DynamicArea_5H::BuildDynamicAreaData(const AreaRequest_5G& area, co
                                                   const ST_PageDataA_ValieLen& pages) {
     auto record = area_record(area);
     if (!record) return {};
-    add_pages(*record, effect, pages, effect.DisplayMode == kRunningRight);
+    add_pages(*record, effect, pages, order_of(effect));
     return record->GetData();
 }
 
@@ -145,14 +150,15 @@ CData CBuild_DynamicArea_5H::BuildDynamicAreaData(const AreaRequest_5G& area,
                                                   std::span<const ST_PageDataA_ValieLen> pages) {
     auto record = area_record(area);
     if (!record) return {};
-    for (std::size_t i = 0; i < items.size(); ++i) add_pages(*record, items[i].effect, pages[i], false);
+    for (std::size_t i = 0; i < items.size(); ++i)
+        add_pages(*record, items[i].effect, pages[i], PageOrder::playing);
     return record->GetData();
 }
 
 int CBuild_DynamicArea_5H::UpdateOrAdd(const ControllerAddress& to, const AreaRequest_5G& area,
                                        const ContentItem_5G& item) {
     return update(to, [&] {
-        const auto pages = render(area, item);
+        const auto pages = render(area, item, order_of(item.effect));
         return pages ? BuildDynamicAreaData(area, item.effect, *pages) : CData();
     });
 }
@@ -163,7 +169,7 @@ int CBuild_DynamicArea_5H::dynamicArea_AddAreaInfos_5G(const ControllerAddress& 
     return update(to, [&] {
         std::vector<ST_PageDataA_ValieLen> pages;
         for (const ContentItem_5G& item : items) {
-            auto rendered = render(area, item);
+            auto rendered = render(area, item, PageOrder::playing);
             if (!rendered) return CData();
             pages.push_back(std::move(*rendered));
         }

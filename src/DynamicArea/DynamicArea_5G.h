@@ -97,12 +97,11 @@ class CBuild_DynamicArea_5H : public CDynamicAreaOperator {
     static int dynamicArea_AddAreaInfos_5G(const ControllerAddress& to, const AreaRequest_5G& area,
                                            std::span<const ContentItem_5G> items);
 
-    // The payload; empty when program numbers are missing, or when it is too long. Text that runs to the
-    // right (display mode 38) goes last page first; the page that ends the text is the one that is cut to
-    // its valid length.
+    // The payload; empty when program numbers are missing, or when it is too long. In display mode 38 the
+    // pages, in reading order, go last page first; the one that goes last is cut to its valid length.
     static CData BuildDynamicAreaData(const AreaRequest_5G& area, const PageEffect_5G& effect,
                                       const ST_PageDataA_ValieLen& pages);
-    // The same with the pages of several items, in their order.
+    // The same with the pages of several items, as they are listed.
     static CData BuildDynamicAreaData(const AreaRequest_5G& area, std::span<const ContentItem_5G> items,
                                       std::span<const ST_PageDataA_ValieLen> pages);
 };

@@ -139,7 +139,7 @@ Oint32 CBuild_DynamicArea_6G::add_area(const AreaRequest& area) {
 
 // Renders an area and adds it with its pages.
 int CBuild_DynamicArea_6G::BuildDynamic_Area_Page(const AreaRequest& area) {
-    PicturesArea_g6 content;
+    PicturesArea_g6 content(PageOrder::playing);
     content.setGeometry(area.header);
     if (!area.fontName)
         content.AreaAddPic(0, area.content, area.page);

@@ -118,7 +118,7 @@ void PicturesArea::Reload() {
                        m_pfontData.fontBold, m_pfontData.fontItalic});
     m_font->renew_search_budget();
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
-                     {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode)});
+                     {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order});
     endPageLen = m_text.endPageLen;
     if (page_count() > kMostPages) throw std::length_error("too many pages");
 }

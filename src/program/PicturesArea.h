@@ -28,6 +28,10 @@ struct _QM_5J_AREAFRAME {
 
 class PicturesArea : public HVarea {
   public:
+    // A program, whose file holds the pages of text that runs to the right last first, takes the order of
+    // reading.
+    explicit PicturesArea(PageOrder order = PageOrder::reading) : m_order(order) {}
+
     // Sets text, font and settings and lays the text out anew. fontName is a family name, fontPathName the
     // path of a font file.
     void AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
@@ -111,6 +115,7 @@ class PicturesArea : public HVarea {
     bool prepare_pictures(Canvas32& canvas);
     [[nodiscard]] const qm_G5_page_header& header_of(std::size_t page) const;
 
+    const PageOrder m_order;
     std::string areaStr;
     std::shared_ptr<Font> m_font;
     TextPages m_text;

@@ -20,6 +20,8 @@ struct qm_G6_area_header_p2 {
 
 class PicturesArea_g6 : public PicturesArea {
   public:
+    using PicturesArea::PicturesArea;
+
     void AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                     const qm_G6_page_header& header);
     void fontPathToAreaAddTxt(const char* str, const char* fontPathName, const qm_G5_G6_fontData& fontData,

@@ -52,14 +52,22 @@ class Layout {
             set_strip();
         else
             set_lines();
+        if (as_played()) std::reverse(m_out.pages.begin(), m_out.pages.end());
         if (!m_out.pages.empty()) m_out.endPageLen = last_page().validWidth;
         return std::move(m_out);
     }
 
   private:
-    // The page that ends what is shown: the first one of a text that runs to the right.
+    // Whether the pages are listed from the end of the text on.
+    [[nodiscard]] bool as_played() const {
+        return m_singleLine && m_frame.running == Running::right && m_frame.order == PageOrder::playing;
+    }
+
+    // The page that is played last.
     [[nodiscard]] const TextPage& last_page() const {
-        return m_frame.running == Running::right ? m_out.pages.front() : m_out.pages.back();
+        const bool writtenLastFirst =
+            m_frame.running == Running::right && m_frame.order == PageOrder::reading;
+        return writtenLastFirst ? m_out.pages.front() : m_out.pages.back();
     }
 
     // The baseline of line number line of lines. A line that is higher than the area gives up the empty rows
@@ -113,20 +121,18 @@ class Layout {
         add({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
     }
 
-    // One strip of text, cut every area width; the odd piece comes last, or first when the strip runs to the
-    // right. A strip that fits the area is aligned in it.
+    // One strip of text, cut every area width from the end that comes in first, so that the odd piece is at
+    // the other end. A strip that fits the area is aligned in it.
     void set_strip() {
         const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
         if (extent.width == 0) return;
         const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
         place_line(m_text, x + extent.start, baseline(0, 1));
-        const int end = x + extent.width;
-        const bool oddFirst = m_frame.running == Running::right;
-        for (int from = 0; from < end;) {
-            const int odd = end % m_frame.width;
-            const int piece = from == 0 && oddFirst && odd > 0 ? odd : std::min(m_frame.width, end - from);
-            add_piece(from, piece);
-            from += piece;
+        const int end = x + extent.width, width = m_frame.width;
+        const int missing = m_frame.running == Running::right ? (width - end % width) % width : 0;
+        for (int cut = -missing; cut < end; cut += width) {
+            const int from = as_played() ? cut : std::max(cut, 0);
+            add_piece(from, std::min(cut + width, end) - from);
         }
     }
 

@@ -22,9 +22,16 @@ struct qm_G5_G6_fontData {
 enum class Running { no, left, right };
 [[nodiscard]] Running running_of(Ouint8 displayMode);
 
+// A single line that runs to the right is played from its end on. Its pages are laid out in the order of
+// reading, for a writer that puts the last one first, or of playing, for one that keeps their order. The
+// latter are full: what is missing is left dark before the beginning of the text. Pages of several lines are
+// always in the order of reading.
+enum class PageOrder { reading, playing };
+
 struct LayoutFrame {
     int width, height; // of a page, pixels
     Running running;
+    PageOrder order = PageOrder::reading;
 };
 
 // The pages share one list of glyphs; each shows a slice of it, moved by dx and cut at validWidth.

@@ -31,12 +31,6 @@ qm_G5_G6_fontData font_data(Ouint16 points = 12, bool bold = false) {
     return data;
 }
 
-qm_G5_page_header page_header(Ouint8 displayMode) {
-    qm_G5_page_header header;
-    header.DisplayMode = displayMode;
-    return header;
-}
-
 std::vector<Ouint8> bytes_of(const CData& data) { return {data.bytes().begin(), data.bytes().end()}; }
 
 std::vector<Ouint8> page_from_file(bool bold) {
@@ -75,27 +69,6 @@ TEST(PicturesArea, DrawsTextAsCairoDoes) {
     ASSERT_EQ(area.pixelDataList.size(), 1U);
     const int ascent = font_for({"DejaVu Sans", "", 16, false, false})->ascent();
     EXPECT_EQ(bytes_of(area.pixelDataList[0]), drawn_by_cairo("Hamburgefonts", 128, 32, 16, ascent));
-}
-
-TEST(PicturesArea, ShowsARunningStripWholeAcrossItsPages) {
-    constexpr int kHeight = 16, kNarrow = 48, kWide = 480;
-    const auto strip_of = [](Ouint16 width) {
-        auto data = font_data();
-        data.arrMode = SINGLELINE;
-        Area area(width, kHeight);
-        area.AreaAddTxt("Running text 中文 glyphs are cut and joined", "DejaVu Sans", data, page_header(4));
-        area.prepare();
-        std::vector<std::vector<Ouint8>> rows(kHeight);
-        for (const CData& page : area.pixelDataList)
-            for (int y = 0; y < kHeight; ++y) {
-                const Ouint8* row = page.m_pData.get() + 3 * width * y;
-                auto& joined = rows[static_cast<std::size_t>(y)];
-                joined.insert(joined.end(), row, row + 3 * width);
-            }
-        for (auto& row : rows) row.resize(3 * kWide);
-        return rows;
-    };
-    EXPECT_EQ(strip_of(kNarrow), strip_of(kWide));
 }
 
 TEST(PicturesArea, KeepsPlainAndBoldOfOneFontFileApart) {

@@ -156,26 +156,6 @@ TEST(TextLayout, FillsPagesWithAsManyLinesAsFit) {
         << "at least one line a page";
 }
 
-TEST(TextLayout, CutsARunningStripEveryAreaWidth) {
-    const int whole = measure_line(kLatin, font(), 0).width;
-    const struct {
-        Running running;
-        std::size_t odd; // which page is the partial one
-    } cases[] = {{Running::left, static_cast<std::size_t>(whole / 64)}, {Running::right, 0}};
-    for (const auto& c : cases) {
-        const TextPages pages = lay_out(kLatin, font(), style(SINGLELINE, 1), {64, 16, c.running});
-        ASSERT_EQ(pages.pages.size(), static_cast<std::size_t>(whole / 64 + 1));
-        int from = 0;
-        for (std::size_t i = 0; i < pages.pages.size(); ++i) {
-            EXPECT_EQ(pages.pages[i].dx, -from);
-            EXPECT_EQ(pages.pages[i].validWidth, i == c.odd ? whole % 64 : 64);
-            from += pages.pages[i].validWidth;
-        }
-        EXPECT_EQ(from, whole);
-        EXPECT_EQ(pages.endPageLen, whole % 64);
-    }
-}
-
 TEST(TextLayout, CentresARunningTextThatFits) {
     const TextPages pages = lay_out(u"H", font(), style(SINGLELINE, 1), {65, 16, Running::left});
     ASSERT_EQ(pages.pages.size(), 1U);
@@ -194,6 +174,12 @@ TEST(TextLayout, StacksVerticalTextIntoColumns) {
     EXPECT_EQ(pages.glyphs[3].y, pages.glyphs[0].y);
     EXPECT_GT(pages.glyphs[3].x, pages.glyphs[2].x);
     EXPECT_GT(pages.glyphs[5].x, pages.glyphs[4].x);
+
+    vertical.arrMode = SINGLELINE;
+    const LayoutFrame right{200, 3 * cell, Running::right, PageOrder::playing};
+    const std::vector<TextPage> columns = lay_out(u"abcdef", font(), vertical, right).pages;
+    ASSERT_EQ(columns.size(), 2U);
+    EXPECT_GT(columns[0].first, columns[1].first) << "the last column comes in first";
 }
 
 TEST(TextLayout, SurvivesExtremeTexts) {

@@ -160,7 +160,7 @@ class LibraryProgram : public lib::Program, public testing::WithParamInterface<S
     const Leds m_leds;
 };
 
-constexpr Time kStay = 5s, kPixel = 4ms; // of the pages that the fixture makes
+constexpr Time kStay = 5s; // of the pages that the fixture makes
 
 // Page after page of text, then a picture, each in its place inside the border.
 TEST_P(LibraryProgram, ShowsThePagesOfABorderedArea) {
@@ -192,23 +192,6 @@ TEST_P(LibraryProgram, ShowsTheScreenBorderAndAreasOverOneAnother) {
     paste(expected, preview_of(1, 0), 3, 3);
     paste(expected, preview_of(2, 0), 30, 10);
     expect_same(played()->picture(0ms), expected);
-}
-
-TEST_P(LibraryProgram, RunsTextPageAfterPage) {
-    for (const Ouint8 mode : {Ouint8{4}, Ouint8{38}, Ouint8{40}}) {
-        add_area(1, {5, 2, 70, 20});
-        add_text(1, "a text that is longer than the screen", mode, SINGLELINE);
-        const auto player = played();
-        const int pages = static_cast<int>(player->program().areas.at(0).pages.size());
-        ASSERT_GE(pages, 3);
-        // Whole pages fill the area once the strip has moved by their widths.
-        for (int whole = 0; whole + 1 < pages; ++whole) {
-            Image expected(kWidth, kHeight);
-            paste(expected, preview_of(1, mode == 4 ? whole : pages - 1 - whole), 5, 2);
-            expect_same(player->picture(kPixel * 70 * (whole + 1)), expected);
-        }
-        EXPECT_EQ(player->picture(0ms), Image(kWidth, kHeight)) << "it has not come in yet";
-    }
 }
 
 // Of generation 6 only.
