@@ -93,7 +93,9 @@ QM_ENUM(E_DoubleColorPixel_G56){DOUBLE_COLOR_PIXTYPE_1 = 1, DOUBLE_COLOR_PIXTYPE
 QM_ENUM(E_Color_G56){eBlack = 0, eRed = 1,     eGreen = 2, eYellow = 3,
                      eBlue = 4,  eMagenta = 5, eCyan = 6,  eWhite = 7};
 
-/* Text on one line that is cut into pages, or wrapped into lines. */
+/* Text on one line that is cut into pages, or wrapped into lines. One line that runs is cut every area width,
+ * through characters, too; one that stands still is cut between words, and inside a word only when the word
+ * alone is wider than the area. */
 QM_ENUM(E_arrMode){SINGLELINE = 0, MULTILINE = 1};
 
 /* Writing direction: lines from left to right, or characters stacked into columns from left to right. */
@@ -401,7 +403,7 @@ typedef struct HVpageHeader_G6 {
     Ouint8 Speed;
     Ouint16 StayTime;
     Ouint8 RepeatTime;
-    Ouint16 ValidLen; /* valid width of a page, pixels; set by the library in programs */
+    Ouint16 ValidLen; /* valid width of a page, pixels: the area's; in programs set by the library */
     Ouint8 CartoonFrameRate;
     Ouint8 BackNotValidFlag; /* not used, always sent as 0 */
     E_arrMode arrMode;
@@ -1060,7 +1062,10 @@ QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) 
  * They print "Error: no arrMode is specified.Use MULTILINE Mode", "Error:no string has been added." for an
  * empty text, which has no pages, and "Error %d opening font."; so do moving an area and changing its border,
  * which lay the text out again. -1 for a text of more than 65,535 pages, and for text on a background. Fonts
- * above 3,072 points are drawn at 3,072; pictures above 64 million pixels are not read. */
+ * above 3,072 points are drawn at 3,072; pictures above 64 million pixels are not read.
+ * The valid width (ValidLen) of a page is the area's, less its border on both sides. Only the page with which
+ * a running text ends has the width of the text on it, pictures behind it or not: in mode 4 the last text
+ * page; in modes 38 and 40, where text pages are written last page first, the one with the beginning. */
 QM_API int program_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontName,
                                       const HVpageHeader* header) QM_NOTHROW;
 QM_API int program_fontPath_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontPathName,
@@ -1176,6 +1181,10 @@ QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
  *   text          UTF-8; CR, LF or CR LF ends a line in multi-line mode and is a space in single-line mode.
  *                 An empty text sends an area without pages.
  *
+ * The pages of a single line that runs to the right (modes 38 and 40) are sent in the order in which they
+ * come in, the one with the end of the text first. All are full: before the beginning of the text they are
+ * dark. Pages of several lines are sent in the order of reading.
+ *
  * They return 0 when the controller has acknowledged the area; -1 for a rejected argument, a picture that
  * cannot be read (nothing is sent), a controller that cannot be reached, and also when the controller gives
  * another good answer than a plain acknowledgement; -2 to -5 as listed; a positive value is the
@@ -1253,8 +1262,9 @@ QM_API int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort
  *   RelateAllPro      1: shown with every program; 0: with the RelateProNum programs in RelateProSerial
  *   ImmePlay          1: shown at once; 0: it does not interrupt what is being played
  *   oFrame            not sent: dynamic areas have no border
- *   DisplayMode ...   how the pages are shown; in mode 38, which runs to the right, the last page of the text
- *                     is sent first
+ *   DisplayMode ...   how the pages are shown; the last page of a text is as wide as the text on it. In mode
+ *                     38 dynamicArea_AddAreaWithTxt_5G sends the pages of any text as a program holds them,
+ *                     last page first
  *   filePath          a PNG file
  *   pInfo             nInfoCount pointers, at least 1 */
 QM_API int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
