@@ -76,9 +76,9 @@ int ProgramObj_g6::ProgramChangeFrame(const HVscreenframeHeader_G6& header, cons
         say("Error:No frame have been added.\n");
         return QM_FAILED;
     }
+    m_fHeader = header;
     std::optional<HVframe> changed = HVframe::load(picPath);
     if (!changed) return QM_FAILED;
-    m_fHeader = header;
     screenFrame = std::move(changed);
     return QM_OK;
 }

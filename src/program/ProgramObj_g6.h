@@ -14,7 +14,8 @@ class ProgramObj_g6 : public ProgramObj {
 
     // -1 when there is a border already, or its picture cannot be read.
     int ProgramAddFrame(const HVscreenframeHeader_G6& header, const char* picPath);
-    // -1 when there is no border, or the new picture cannot be read: then the old one stays.
+    // -1 when there is no border, or the new picture cannot be read: then the old one stays under the new
+    // header.
     int ProgramChangeFrame(const HVscreenframeHeader_G6& header, const char* picPath);
 
     // Adds an empty area in the place of all those with its number; false for a kind that is not taken.

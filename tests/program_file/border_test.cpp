@@ -30,10 +30,11 @@ TEST_F(Program, OfGeneration6TakesOneScreenBorder) {
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_addFrame_G6(&header, "missing.png"), -1); }), kMissing);
     EXPECT_EQ(program_addFrame_G6(&header, pattern.c_str()), 0);
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_addFrame_G6(&header, pattern.c_str()), -1); }), "");
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_changeFrame_G6(&header, "missing.png"), -1); }), kMissing);
+    const HVscreenframeHeader_G6 changed{9, 3, 4, 5, 6, 7};
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_changeFrame_G6(&changed, "missing.png"), -1); }), kMissing);
     const ParsedProgram program = parsed_g6({.borderPixels = {kPattern}});
-    ASSERT_TRUE(program.frame) << "a change that fails loses nothing";
-    EXPECT_THAT(*program.frame, is_hex("01 02 03 04 05 06 07 00*7"));
+    ASSERT_TRUE(program.frame) << "the pattern stays";
+    EXPECT_THAT(*program.frame, is_hex("01 09 03 04 05 06 07 00*7")) << "and has the new effect";
     EXPECT_EQ(program_removeFrame_G6(), 0);
     EXPECT_FALSE(parsed_g6().frame);
 }
