@@ -17,8 +17,7 @@ enum class Purpose { update, deletion };
 // Pings, and says so.
 int ping(const char* ip, Ouint16 port, Ouint16& controllerType, Purpose purpose) {
     Ping_data retdata{};
-    int ret = tcp_ping(ip, port, retdata);
-    if (ret == QM_OK && retdata.ControllerType == 0) ret = QM_FAILED; // acknowledged, but nothing said
+    const int ret = tcp_ping(ip, port, retdata);
     if (ret != QM_OK) {
         if (purpose == Purpose::update)
             say("cmd_tcpPing run error...\n");

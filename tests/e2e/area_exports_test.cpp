@@ -2,11 +2,14 @@
 #include "drawing.h"
 #include "hex.h"
 #include "open_descriptors.h"
+#include "scripted_peer.h"
 #include "simulator/Simulator.h"
+#include "wire.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <malloc.h>
 #include <random>
 #include <thread>
@@ -305,6 +308,20 @@ TEST(AreaExports, SayWhenTheControllerIsNotThere) {
                   EXPECT_EQ(send_g5(sim.port(), "x", 1, 8, 8), -1);
               }).find("cmd_tcpPing run error...\n"),
               std::string::npos);
+}
+
+// The type is not judged: the ping has succeeded.
+TEST(AreaExports, UseTheTypeThatThePingGives) {
+    const ScriptedPeer controller(
+        ScriptedPeer::answering({AnswerFrame{}.bytes(), AnswerFrame{.payload = Frame(52)}.bytes()}));
+    const std::string expected = "retdata.ControllerType == 0x0 \nret =====cmd_tcpPing===== 0 \n";
+    const std::string changed = "oClient.m_DeviceType != retdata.ControllerType \n";
+    for (const auto& call : {std::function<int()>([&] { return send_g5(controller.port(), "x", 1, 8, 8); }),
+                             {[&] { return dynamicArea_DelArea_5G(kHost, controller.port(), 1); }}}) {
+        const std::string printed = printed_by([&] { EXPECT_EQ(call(), -1) << "no such framing"; });
+        EXPECT_EQ(printed.substr(0, expected.size()), expected);
+        EXPECT_NE(printed.find(changed), std::string::npos);
+    }
 }
 
 TEST(IndependentSound, IsInsertedAndUpdated) {
