@@ -995,11 +995,13 @@ QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 Controll
  * integrated.
  *
  * Calls without a suffix and with _G5 are for generation 5, calls with _G6 for generation 6, calls with
- * _G56 for both. A program of one generation refuses the calls of the other with -1.
+ * _G56 for both. A program of one generation refuses the calls of the other with -1. Calls for both make no
+ * program; before there is one they know no area.
  *
- * All return 0, or -1 for a null pointer, an argument that the call refuses, memory that is exhausted, and
- * an unknown area; the latter prints
- * "Error:" + the call's name + "==>Can not find the area.please check areaID.".
+ * All return 0, or -1 for a null pointer, an argument that the call refuses, memory that is exhausted, an
+ * unknown area, and an area of another kind. The last two print "Error:", the call's name and
+ * "==>Can not find the area.please check areaID.", or "==>The area takes no text." (for text on a background
+ * or a clock; for other calls picture, border, speech, clock or background).
  *
  * areaID is the caller's number for an area. picPath is the path of a PNG file.
  */
@@ -1016,8 +1018,9 @@ QM_API int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) QM_NOTHRO
 QM_API int program_addPlayPeriodGrp_G6(const HVprogramppGrp_G56* periods) QM_NOTHROW;
 
 /* Border around the screen, from a pattern picture. Prints "Error:Can't find frame png." when the picture
- * cannot be read: generation 5 has no border then, generation 6 keeps what it has and gives -1. There, adding
- * a second border is -1, too, as is changing one that is not there: "Error:No frame have been added.". */
+ * cannot be read: generation 5 has no border then, generation 6 gives -1 and, when a border was to be
+ * changed, keeps its picture with the new header. There, adding a second border is -1, too, as is changing
+ * one that is not there: "Error:No frame have been added.". */
 QM_API int program_addFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
 QM_API int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) QM_NOTHROW;
 QM_API int program_removeFrame(void) QM_NOTHROW;
@@ -1061,8 +1064,8 @@ QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) 
  * take a font family, the fontPath calls a font file; the Change calls keep the font.
  * They print "Error: no arrMode is specified.Use MULTILINE Mode", "Error:no string has been added." for an
  * empty text, which has no pages, and "Error %d opening font."; so do moving an area and changing its border,
- * which lay the text out again. -1 for a text of more than 65,535 pages, and for text on a background. Fonts
- * above 3,072 points are drawn at 3,072; pictures above 64 million pixels are not read.
+ * which lay the text out again. -1 for a text of more than 65,535 pages. Fonts above 3,072 points are drawn
+ * at 3,072; pictures above 64 million pixels are not read.
  * The valid width (ValidLen) of a page is the area's, less its border on both sides. Only the page with which
  * a running text ends has the width of the text on it, pictures behind it or not: in mode 4 the last text
  * page; in modes 38 and 40, where text pages are written last page first, the one with the beginning. */

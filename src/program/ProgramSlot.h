@@ -14,12 +14,14 @@ class ProgramAccess {
     // generation into a free one.
     static ProgramAccess generation5();
     static ProgramAccess generation6();
+    // Waits likewise, and leaves a free slot free.
+    static ProgramAccess existing();
 
     // The program in the slot, or null when it is of the other generation.
     [[nodiscard]] ProgramObj* g5() const;
     [[nodiscard]] ProgramObj_g6* g6() const;
-    // The program, whatever its generation.
-    [[nodiscard]] ProgramObj& any() const;
+    // The program, whatever its generation; null when there is none.
+    [[nodiscard]] ProgramObj* any() const;
 
   private:
     explicit ProgramAccess(std::unique_lock<std::mutex> lock) : m_lock(std::move(lock)) {}

@@ -23,9 +23,9 @@ struct G6 {
     }
 };
 
-template <class G, class Operation> int on_area(Ouint16 areaID, const char* name, Operation&& operation) {
+template <class G, class Operation> int on_area(Ouint16 areaID, const Call& call, Operation&& operation) {
     return G::with_program([&](ProgramObj& program) {
-        return with_area<typename G::Area>(program, areaID, name, [&](typename G::Area& area) {
+        return with_area<typename G::Area>(program, areaID, call, [&](typename G::Area& area) {
             operation(area);
             return QM_OK;
         });
@@ -35,9 +35,10 @@ template <class G, class Operation> int on_area(Ouint16 areaID, const char* name
 // Text is for every such area but a background, which has only a colour or pictures.
 template <class G, class Operation>
 int on_text_area(Ouint16 areaID, const char* name, Operation&& operation) {
+    const Call call{name, "text"};
     return G::with_program([&](ProgramObj& program) {
-        if (dynamic_cast<BackGround*>(program.getArea(areaID))) return no_such_area(name);
-        return with_area<typename G::Area>(program, areaID, name, [&](typename G::Area& area) {
+        if (dynamic_cast<BackGround*>(program.getArea(areaID))) return takes_no_such_content(call);
+        return with_area<typename G::Area>(program, areaID, call, [&](typename G::Area& area) {
             operation(area);
             return QM_OK;
         });
@@ -74,7 +75,7 @@ template <class G>
 int add_picture(const char* name, Ouint16 areaID, Ouint16 picID, const typename G::Header* header,
                 const char* picPath) {
     if (!given(header, picPath)) return QM_FAILED;
-    return on_area<G>(areaID, name, [&](typename G::Area& area) {
+    return on_area<G>(areaID, {name, "picture"}, [&](typename G::Area& area) {
         area.AreaAddPic(picID, picPath, page_header_of(*header));
     });
 }
@@ -83,7 +84,7 @@ int set_sound(const char* name, Ouint16 areaID, const HVPicAreaSoundHeader_G6& h
               const char* soundData) {
     if (!soundData) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
-        return with_area<PicturesArea_g6>(program, areaID, name, [&](PicturesArea_g6& area) {
+        return with_area<PicturesArea_g6>(program, areaID, {name, "speech"}, [&](PicturesArea_g6& area) {
             if (area.EnableSound(header, soundData)) return QM_OK;
             say("Error:soundData is empty.\n");
             return QM_FAILED;
@@ -147,7 +148,7 @@ int program_pictureAreaChangePic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
     const char* const name = __func__;
     if (!given(header, picPath)) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
-        return with_area<PicturesArea_g6>(program, areaID, name, [&](PicturesArea_g6& area) {
+        return with_area<PicturesArea_g6>(program, areaID, {name, "picture"}, [&](PicturesArea_g6& area) {
             if (area.AreaChangePic(picID, picPath, page_header_of(*header))) return QM_OK;
             say("Error:The picture does not exist.ID:%d\n", picID);
             return QM_FAILED;
@@ -157,43 +158,35 @@ int program_pictureAreaChangePic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
 
 int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader* header,
                                  const char* picPath) noexcept {
-    const char* const name = __func__;
     if (!given(header, picPath)) return QM_FAILED;
     const HVareaframeHeader& h = *header;
-    return with_program([&](ProgramObj& program) {
-        return with_area<PicturesArea>(program, areaID, name, [&](PicturesArea& area) {
-            area.AreaAddFrame(
-                {1, h.AreaFDispStyle, h.AreaFDispSpeed, h.AreaFMoveStep, h.AreaFWidth, h.AreaFBackup},
-                picPath);
-            return QM_OK;
-        });
+    return with_area<PicturesArea>(areaID, {__func__, "border"}, [&](PicturesArea& area) {
+        area.AreaAddFrame(
+            {1, h.AreaFDispStyle, h.AreaFDispSpeed, h.AreaFMoveStep, h.AreaFWidth, h.AreaFBackup}, picPath);
+        return QM_OK;
     });
 }
 
 int program_pictureAreaRemoveFrame(Ouint16 areaID) noexcept {
-    const char* const name = __func__;
-    return with_program([&](ProgramObj& program) {
-        return with_area<PicturesArea>(program, areaID, name, [](PicturesArea& area) {
-            area.AreaRemoveFrame();
-            return QM_OK;
-        });
+    return with_area<PicturesArea>(areaID, {__func__, "border"}, [](PicturesArea& area) {
+        area.AreaRemoveFrame();
+        return QM_OK;
     });
 }
 
 int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) noexcept {
-    const char* const name = __func__;
     if (!page) return QM_FAILED;
     *page = {};
-    return with_program([&](ProgramObj& program) {
-        const auto render = [&](auto& area) {
-            page->allPageNub = static_cast<Ouint16>(area.page_count());
-            if (!area.LoadAreaPage(pageNum)) return QM_FAILED + 0;
-            page->pageLen = static_cast<Ouint32>(area.preview().size());
-            page->fileAddre = area.preview().data();
-            return QM_OK + 0;
-        };
-        if (auto* clock = dynamic_cast<TimeArea*>(program.getArea(areaID))) return render(*clock);
-        return with_area<PicturesArea>(program, areaID, name, render);
+    const auto render = [&](auto& area) {
+        page->allPageNub = static_cast<Ouint16>(area.page_count());
+        if (!area.LoadAreaPage(pageNum)) return QM_FAILED + 0;
+        page->pageLen = static_cast<Ouint32>(area.preview().size());
+        page->fileAddre = area.preview().data();
+        return QM_OK + 0;
+    };
+    return with_area<HVarea>(areaID, {__func__, "pages"}, [&](HVarea& area) {
+        if (auto* clock = dynamic_cast<TimeArea*>(&area)) return render(*clock);
+        return render(dynamic_cast<PicturesArea&>(area));
     });
 }
 
@@ -208,5 +201,5 @@ int program_pictureAreaChangeSoundSettings_G6(Ouint16 areaID, HVPicAreaSoundHead
 }
 
 int program_pictureAreaDisableSound_G6(Ouint16 areaID) noexcept {
-    return on_area<G6>(areaID, __func__, [](PicturesArea_g6& area) { area.DisableSound(); });
+    return on_area<G6>(areaID, {__func__, "speech"}, [](PicturesArea_g6& area) { area.DisableSound(); });
 }

@@ -16,8 +16,13 @@ bool is_drawable(Oint32 width, Oint32 height) {
     return width >= 0 && height >= 0 && width <= kLongestSide && height <= kLongestSide;
 }
 
-int no_such_area(const char* name) {
-    say("Error:%s==>Can not find the area.please check areaID.\n", name);
+int no_such_area(const Call& call) {
+    say("Error:%s==>Can not find the area.please check areaID.\n", call.name);
+    return QM_FAILED;
+}
+
+int takes_no_such_content(const Call& call) {
+    say("Error:%s==>The area takes no %s.\n", call.name, call.content);
     return QM_FAILED;
 }
 

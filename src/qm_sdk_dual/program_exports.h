@@ -27,24 +27,35 @@ template <class Operation> int with_program_g6(Operation&& operation) noexcept {
     });
 }
 
-// The same for a program of either generation.
-template <class Operation> int with_program(Operation&& operation) noexcept {
-    return guarded([&] {
-        const ProgramAccess access = ProgramAccess::generation5();
-        const auto renderer = lock_renderer();
-        return operation(access.any());
-    });
+// An export, and what it is about, as messages name them.
+struct Call {
+    const char* name;
+    const char* content;
+};
+
+// Both print a message and give -1: there is no area of that number, or it is of a kind that has no such
+// content.
+int no_such_area(const Call& call);
+int takes_no_such_content(const Call& call);
+
+// Runs an operation on an area of a program, when there is one of that number and kind.
+template <class Area, class Operation>
+int with_area(const ProgramObj& program, Ouint16 areaID, const Call& call, Operation&& operation) {
+    HVarea* const area = program.getArea(areaID);
+    if (!area) return no_such_area(call);
+    auto* const fitting = dynamic_cast<Area*>(area);
+    return fitting ? operation(*fitting) : takes_no_such_content(call);
 }
 
-// The message with the export's name, and -1.
-int no_such_area(const char* name);
-
-// Runs an operation on an area of a program; -1, after a message with the export's name, when there is none
-// of that number and kind.
+// The same in the caller's program, whatever its generation. It makes no program, which would have one.
 template <class Area, class Operation>
-int with_area(const ProgramObj& program, Ouint16 areaID, const char* name, Operation&& operation) {
-    auto* area = dynamic_cast<Area*>(program.getArea(areaID));
-    return area ? operation(*area) : no_such_area(name);
+int with_area(Ouint16 areaID, const Call& call, Operation&& operation) noexcept {
+    return guarded([&] {
+        const ProgramAccess access = ProgramAccess::existing();
+        const auto renderer = lock_renderer();
+        ProgramObj* program = access.any();
+        return program ? with_area<Area>(*program, areaID, call, operation) : no_such_area(call);
+    });
 }
 
 // The file name for a header; nothing for none and for an ID that gives none. Asked before the slot is taken.

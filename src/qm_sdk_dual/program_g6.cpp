@@ -125,7 +125,7 @@ int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* header, Ou
     const char* const name = __func__;
     if (!header) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
-        return with_area<BackGround>(program, areaID, name, [&](BackGround& area) {
+        return with_area<BackGround>(program, areaID, {name, "background"}, [&](BackGround& area) {
             area.backGroundClolor(BGColor);
             return QM_OK;
         });
@@ -137,7 +137,7 @@ int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G
     const char* const name = __func__;
     if (!given(header, picPath)) return QM_FAILED;
     return with_program_g6([&](ProgramObj_g6& program) {
-        return with_area<BackGround>(program, areaID, name, [&](BackGround& area) {
+        return with_area<BackGround>(program, areaID, {name, "background"}, [&](BackGround& area) {
             area.AreaAddPic(picID, picPath, page_header_of(*header));
             return QM_OK;
         });

@@ -6,9 +6,11 @@ using namespace qm;
 
 namespace {
 
+constexpr char kClock[] = "clock";
+
 template <class Operation> int on_g5(Ouint16 areaID, const char* name, Operation&& operation) {
     return with_program_g5([&](ProgramObj& program) {
-        return with_area<TimeArea>(program, areaID, name, [&](TimeArea& area) {
+        return with_area<TimeArea>(program, areaID, {name, kClock}, [&](TimeArea& area) {
             operation(area);
             return QM_OK;
         });
@@ -17,7 +19,7 @@ template <class Operation> int on_g5(Ouint16 areaID, const char* name, Operation
 
 template <class Operation> int on_g6(Ouint16 areaID, const char* name, Operation&& operation) {
     return with_program_g6([&](ProgramObj_g6& program) {
-        return with_area<TimeArea_G6>(program, areaID, name, [&](TimeArea_G6& area) {
+        return with_area<TimeArea_G6>(program, areaID, {name, kClock}, [&](TimeArea_G6& area) {
             operation(area);
             return QM_OK;
         });
@@ -111,13 +113,10 @@ int program_timeAreaChangeDialPic_G6(Ouint16 areaID, const char* picPath) noexce
 }
 
 int program_timeAreaChangeDialPicAdd_G56(Ouint16 areaID, const Ouint8* picAdd, Ouint32 picLen) noexcept {
-    const char* const name = __func__;
     if (!picAdd || picLen == 0) return QM_FAILED;
-    return with_program([&](ProgramObj& program) {
-        return with_area<TimeArea>(program, areaID, name, [&](TimeArea& area) {
-            area.ChangeDialPicAdd({picAdd, picLen});
-            return QM_OK;
-        });
+    return with_area<TimeArea>(areaID, {__func__, kClock}, [&](TimeArea& area) {
+        area.ChangeDialPicAdd({picAdd, picLen});
+        return QM_OK;
     });
 }
 

@@ -45,14 +45,5 @@ TEST_F(Background, ShowsItsPicturesInOrder) {
     EXPECT_THAT(Bytes(program.areas[0].pages[1].pixels).first(2), is_hex("00 FF"));
 }
 
-TEST_F(Background, NeedsABackgroundArea) {
-    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 16, 8);
-    program_addArea_G6(4, &area);
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_backGroundColor_G6(4, &m_page, 1), -1); }),
-              "Error:program_backGroundColor_G6==>Can not find the area.please check areaID.\n");
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_backGroundPic_G6(5, 1, &m_page, "x.png"), -1); }),
-              "Error:program_backGroundPic_G6==>Can not find the area.please check areaID.\n");
-}
-
 } // namespace
 } // namespace qm::test

@@ -86,10 +86,71 @@ TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
          [&] { return program_timeAreaChangeAnalogClock_G6(9, &clock, eLINE, &colors); }},
         {"program_timeAreaChangeDialPic_G6", [&] { return program_timeAreaChangeDialPic_G6(9, "x.png"); }},
         {"program_timeAreaRemoveDialPic_G6", [&] { return program_timeAreaRemoveDialPic_G6(9); }},
+        {"program_backGroundColor_G6", [&] { return program_backGroundColor_G6(9, &page, eRed); }},
+        {"program_backGroundPic_G6", [&] { return program_backGroundPic_G6(9, 1, &page, "x.png"); }},
     };
     for (const auto& c : cases)
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
                   "Error:" + std::string(c.name) + "==>Can not find the area.please check areaID.\n");
+}
+
+TEST_F(Program, SaysWhatAnAreaOfThatKindDoesNotTake) {
+    enum : Ouint16 { pictures, clock, background };
+    for (const auto& [id, type] : {std::pair<Ouint16, Ouint8>{pictures, ePicturesArea},
+                                   {clock, eTimeClockArea},
+                                   {background, eGlobalBackGroundArea}}) {
+        const HVareaHeader_G6 area = area_header_g6(type, 0, 0, 16, 8);
+        ASSERT_EQ(program_addArea_G6(id, &area), 0);
+    }
+    const HVpageHeader_G6 page = page_header_g6();
+    const HVareaframeHeader border{};
+    const HVtimeAreaData_G56 content = time_content();
+    const Ouint8 byte = 0;
+    const struct {
+        const char* message;
+        std::function<int()> call;
+    } cases[] = {
+        {"program_picturesAreaAddTxt_G6==>The area takes no text.",
+         [&] { return program_picturesAreaAddTxt_G6(background, "x", kFont, &page); }},
+        {"program_fontPath_picturesAreaAddTxt_G6==>The area takes no text.",
+         [&] { return program_fontPath_picturesAreaAddTxt_G6(clock, "x", kFont, &page); }},
+        {"program_picturesAreaChangeTxt_G6==>The area takes no text.",
+         [&] { return program_picturesAreaChangeTxt_G6(clock, "x", &page); }},
+        {"program_pictureAreaAddPic_G6==>The area takes no picture.",
+         [&] { return program_pictureAreaAddPic_G6(clock, 1, &page, "x.png"); }},
+        {"program_pictureAreaDisableSound_G6==>The area takes no speech.",
+         [&] { return program_pictureAreaDisableSound_G6(clock); }},
+        {"program_picturesAreaAddFrame==>The area takes no border.",
+         [&] { return program_picturesAreaAddFrame(clock, &border, "x.png"); }},
+        {"program_timeAreaAddContent_G6==>The area takes no clock.",
+         [&] { return program_timeAreaAddContent_G6(pictures, &content); }},
+        {"program_timeAreaChangeDialPicAdd_G56==>The area takes no clock.",
+         [&] { return program_timeAreaChangeDialPicAdd_G56(background, &byte, 1); }},
+        {"program_backGroundColor_G6==>The area takes no background.",
+         [&] { return program_backGroundColor_G6(pictures, &page, eRed); }},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }), "Error:" + std::string(c.message) + "\n");
+}
+
+// They are for both generations: which one the program is of is still open.
+TEST_F(Program, IsNotMadeByCallsForBothGenerations) {
+    const HVareaframeHeader border{};
+    getPageData preview{};
+    const Ouint8 byte = 0;
+    const std::function<int()> calls[] = {
+        [&] { return program_timeAreaChangeDialPicAdd_G56(0, &byte, 1); },
+        [&] { return program_picturesAreaAddFrame(0, &border, "x.png"); },
+        [&] { return program_pictureAreaRemoveFrame(0); },
+        [&] { return program_pictureAreaGetOnePage(0, 0, &preview); },
+    };
+    const HVprogramHeader_G6 header = program_header_g6(1);
+    for (const auto& call : calls) {
+        EXPECT_NE(printed_by([&] { EXPECT_EQ(call(), -1); }).find("Can not find the area"),
+                  std::string::npos);
+        EXPECT_EQ(program_addProgram_G6(&header), 0);
+        program_deleteProgram();
+    }
 }
 
 TEST_F(Program, RefusesNullPointersAndUnknownKinds) {
