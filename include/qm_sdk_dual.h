@@ -1006,6 +1006,26 @@ QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 Controll
  * areaID is the caller's number for an area. picPath is the path of a PNG file.
  */
 
+/* A font name, wherever a call takes one, is the path of a font file when it contains ".ttf" or ".ttc" or
+ * ends in ".otf", ".otb", ".pcf", ".pcf.gz" or ".bdf", in any case, and else the name of a font family; the
+ * fontPath calls are the same as those without. A family that does not exist is replaced by another, and so
+ * is a file that cannot be opened, which prints "Error %d opening font.". Characters that the font lacks are
+ * taken from another font that has them. qm_is_font_file tells whether a name is a path. */
+static inline bool qm_has_in_any_case_(const char* name, const char* part, bool atEnd) {
+    for (; *name; ++name) {
+        size_t i = 0;
+        while (part[i] && (name[i] >= 'A' && name[i] <= 'Z' ? name[i] - 'A' + 'a' : name[i]) == part[i]) ++i;
+        if (!part[i] && !(atEnd && name[i])) return true;
+    }
+    return false;
+}
+static inline bool qm_is_font_file(const char* fontName) {
+    return qm_has_in_any_case_(fontName, ".ttf", false) || qm_has_in_any_case_(fontName, ".ttc", false) ||
+           qm_has_in_any_case_(fontName, ".otf", true) || qm_has_in_any_case_(fontName, ".otb", true) ||
+           qm_has_in_any_case_(fontName, ".pcf", true) || qm_has_in_any_case_(fontName, ".pcf.gz", true) ||
+           qm_has_in_any_case_(fontName, ".bdf", true);
+}
+
 /* Sets header and file name. -1 when ProgramID is above 9999. In generation 6 the data file has the name of
  * the program file with "D" in the place of its first character. */
 QM_API int program_addProgram(const HVprogramHeader* header) QM_NOTHROW;
@@ -1060,8 +1080,8 @@ QM_API int program_deleteProgram_G6(void) QM_NOTHROW;
  * does. programID is not used. Returns and prints as cmd_ofsWriteFile. */
 QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) QM_NOTHROW;
 
-/* Text and pictures of an area: text pages first, then one page a picture, in the order added. The Txt calls
- * take a font family, the fontPath calls a font file; the Change calls keep the font.
+/* Text and pictures of an area: text pages first, then one page a picture, in the order added. The
+ * Change calls keep the font.
  * They print "Error: no arrMode is specified.Use MULTILINE Mode", "Error:no string has been added." for an
  * empty text, which has no pages, and "Error %d opening font."; so do moving an area and changing its border,
  * which lay the text out again. -1 for a text of more than 65,535 pages. Fonts above 3,072 points are drawn
@@ -1126,11 +1146,10 @@ QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
 /* Live clocks, in areas of type eTimeClockArea: the controller shows its own date and time in them. An area
  * is a digital clock until it is made an analog one, which it then stays.
  *
- * Digital: the first calls take a font family in fontName, the fontPath calls a font file; the Change calls
- * keep the font. Date, day of the week and time stand on one line or on one each. What does not fit is drawn
- * smaller, down to 7 pixels, then rearranged into more or fewer lines; what still lies outside the area is
- * left out. A format that does not exist shows nothing. Integrating the program prints "Error %d opening
- * font." for a font file that cannot be opened; another font stands in. */
+ * Digital: the Change calls keep the font. Date, day of the week and time stand on one line or on one each.
+ * What does not fit is drawn smaller, down to 7 pixels, then rearranged into more or fewer lines; what still
+ * lies outside the area is left out. A format that does not exist shows nothing. A font file is opened when
+ * the program is integrated. */
 QM_API int program_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_fontPath_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
@@ -1156,8 +1175,8 @@ QM_API int program_timeAreaChangeAnalogClock_G6(Ouint16 areaID, const HVAnalogCl
 
 /* A picture over the hour marks, scaled to the area; it makes the area an analog clock. The file is read when
  * the program is integrated, which prints "Error:The picture is not exist." when it cannot be, and leaves it
- * out. The third call takes picLen bytes of a PNG file in memory, and copies them; -1 for none of them and
- * when the copy cannot be written. Removing it leaves the clock. */
+ * out. The third call takes picLen bytes of a PNG file in memory, and copies them; -1 for a picLen of 0
+ * and when the copy cannot be written. Removing it leaves the clock. */
 QM_API int program_timeAreaChangeDialPic(Ouint16 areaID, const char* picPath) QM_NOTHROW;
 QM_API int program_timeAreaChangeDialPic_G6(Ouint16 areaID, const char* picPath) QM_NOTHROW;
 QM_API int program_timeAreaChangeDialPicAdd_G56(Ouint16 areaID, const Ouint8* picAdd,
@@ -1174,13 +1193,11 @@ QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
  * What all of them do: ping the controller, set the screen settings to its type and to color (double-colour
  * wiring 1), render and convert the pages, connect again and send.
  *
- *   pIP, nPort    address of the controller; ports from 1024 to 65535
+ *   pIP, nPort    address of the controller; ports from 1,024 to 65,535
  *   color         colour type of its screen
  *   uAreaId       number of the area
  *   rectangle     sides of 1 to 32,767 pixels
- *   fontName      a font file when it contains ".ttf" or ".ttc" in any case, else the name of a font family;
- *                 a font that does not exist is replaced by another. Characters that the font lacks are taken
- *                 from another font that has them.
+ *   fontName      a font file or a font family, by the rule of the programs (qm_is_font_file)
  *   text          UTF-8; CR, LF or CR LF ends a line in multi-line mode and is a space in single-line mode.
  *                 An empty text sends an area without pages.
  *
@@ -1188,7 +1205,8 @@ QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
  * come in, the one with the end of the text first. All are full: before the beginning of the text they are
  * dark. Pages of several lines are sent in the order of reading.
  *
- * They return 0 when the controller has acknowledged the area; -1 for a rejected argument, a picture that
+ * An argument outside its range (a side of 0 or above 32,767, a port above 65,535) is refused with -1 before
+ * anything is sent. They return 0 when the controller has acknowledged the area; -1 also for a picture that
  * cannot be read (nothing is sent), a controller that cannot be reached, and also when the controller gives
  * another good answer than a plain acknowledgement; -2 to -5 as listed; a positive value is the
  * controller's refusal.
@@ -1212,7 +1230,7 @@ QM_API int dynamicArea_AddAreaTxt_6G(const char* pIP, Ouint32 nPort, E_ScreenCol
 
 /* Text with every setting: the rectangle and the speech from oAreaHeader_G6 (its other fields are not
  * read), the effect and the look from stPageHeader. Speech whose text is null or longer than 65,515 bytes
- * is refused with -1. */
+ * is refused with -1 before anything is sent. */
 QM_API int dynamicArea_AddAreaTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
                                             Ouint8 uAreaId, HVareaHeader_G6* oAreaHeader_G6,
                                             HVpageHeader_G6* stPageHeader, const char* fontName,
@@ -1259,7 +1277,7 @@ QM_API int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort
                                                   Ouint16 RelateProNum, Ouint16* RelateProSerial) QM_NOTHROW;
 
 /* Generation 5: one area of text, of a picture, or of several items one after the other. What they do, print
- * and return is as above, with these differences: ports from 0 to 65535; no speech; and -1, with nothing but
+ * and return is as above, with these differences: ports from 0 to 65,535; no speech; and -1, with nothing but
  * a ping sent, when the payload is longer than 65,535 bytes, or program numbers are promised but missing.
  *   RunMode, Timeout  what the controller does when the pages have been shown, and when nothing new comes
  *   RelateAllPro      1: shown with every program; 0: with the RelateProNum programs in RelateProSerial
@@ -1307,8 +1325,9 @@ QM_API int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCo
 
 /* Speech without an area, on generation 6: inserts a text, or replaces entries of the controller's list of
  * voices. They do not ping. StoreFlag, VoiceFlg and the fields of the records are the speech unit's; VoiceID
- * is sent with updates only, and a count above 255 is announced by its low byte, with all records. -1 for a
- * text that is missing or longer than 65,515 bytes, and for an empty one that is to be inserted. */
+ * is sent with updates only, and a count above 255 is announced by its low byte, with all records. -1,
+ * before anything is sent, for a text that is missing or longer than 65,515 bytes, for an empty one that is
+ * to be inserted, and for a port that the calls of generation 6 refuse. */
 QM_API int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
                                            Ouint8 VoiceFlg, Ouint8 StoreFlag) QM_NOTHROW;
 QM_API int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,

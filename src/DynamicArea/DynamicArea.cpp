@@ -4,9 +4,6 @@
 #include "support/message.h"
 #include "tcpClient/HV_Client.h"
 
-#include <cctype>
-#include <string>
-
 namespace qm {
 namespace {
 
@@ -46,12 +43,6 @@ int open_as(HV_Client& client, const char* ip, Ouint16 port, Ouint16 controllerT
 }
 
 } // namespace
-
-bool is_font_file(const char* fontName) {
-    std::string lower(fontName);
-    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower.find(".ttf") != lower.npos || lower.find(".ttc") != lower.npos;
-}
 
 int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType) {
     return ping(ip, port, controllerType, Purpose::update);

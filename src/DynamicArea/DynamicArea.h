@@ -13,9 +13,6 @@ struct ControllerAddress {
     Ouint32 color;
 };
 
-// A font name that contains ".ttf" or ".ttc", in any case, is the path of a file.
-[[nodiscard]] bool is_font_file(const char* fontName);
-
 // Pings the controller for its type; the ping's result, with the message when it failed.
 int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType);
 

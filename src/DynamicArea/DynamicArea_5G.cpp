@@ -69,14 +69,10 @@ std::optional<ST_PageDataA_ValieLen> render(const AreaRequest_5G& area, const Co
         area.uWidth};
     PicturesArea content(order);
     content.setGeometry(area_header(area));
-    if (const auto* text = std::get_if<TextContent_5G>(&item.content)) {
-        if (is_font_file(text->fontName))
-            content.fontPathToAreaAddTxt(text->text, text->fontName, text->font, page);
-        else
-            content.AreaAddTxt(text->text, text->fontName, text->font, page);
-    } else if (const auto* path = std::get_if<const char*>(&item.content)) {
+    if (const auto* text = std::get_if<TextContent_5G>(&item.content))
+        content.AreaAddTxt(text->text, text->fontName, text->font, page);
+    else if (const auto* path = std::get_if<const char*>(&item.content))
         content.AreaAddPic(0, *path, page);
-    }
     if (!content.PreparePageData()) return std::nullopt;
     const bool isText = std::holds_alternative<TextContent_5G>(item.content);
     return ST_PageDataA_ValieLen{std::move(content.pixelDataList),

@@ -143,8 +143,6 @@ int CBuild_DynamicArea_6G::BuildDynamic_Area_Page(const AreaRequest& area) {
     content.setGeometry(area.header);
     if (!area.fontName)
         content.AreaAddPic(0, area.content, area.page);
-    else if (is_font_file(area.fontName))
-        content.fontPathToAreaAddTxt(area.content, area.fontName, area.font, area.page);
     else
         content.AreaAddTxt(area.content, area.fontName, area.font, area.page);
     if (!content.PreparePageData()) return QM_FAILED;

@@ -1,6 +1,7 @@
 #include "program/Font.h"
 
 #include "program/CairoFreeType.h"
+#include "program/TextRepair.h"
 
 #include <cairo-ft.h>
 
@@ -58,6 +59,11 @@ bool usable(const ScaledFontPtr& font) {
 }
 
 } // namespace
+
+FontNames font_names(const char* fontName) {
+    if (qm_is_font_file(fontName)) return {{}, fontName};
+    return {repair_utf8(fontName), {}}; // cairo takes no other
+}
 
 bool select_font(cairo_t* c, const FontChoice& choice) {
     bool found = true;

@@ -17,6 +17,12 @@ namespace qm {
 // A larger font fills no screen, but its glyphs fill the memory.
 constexpr double kMaxFontPixels = 4096;
 
+// What a caller's font name stands for; one of them is empty.
+struct FontNames {
+    std::string family, path;
+};
+[[nodiscard]] FontNames font_names(const char* fontName);
+
 // Which font, as the caller described it: a family name wins over a file path.
 struct FontChoice {
     std::string style; // family name

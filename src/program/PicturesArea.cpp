@@ -37,12 +37,7 @@ bool draw_picture(Canvas32& canvas, const std::string& path) {
 
 void PicturesArea::AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                               const qm_G5_page_header& header) {
-    set_text(str, {repair_utf8(fontName), {}}, fontData, header); // cairo takes no other
-}
-
-void PicturesArea::fontPathToAreaAddTxt(const char* str, const char* fontPathName,
-                                        const qm_G5_G6_fontData& fontData, const qm_G5_page_header& header) {
-    set_text(str, {{}, fontPathName}, fontData, header);
+    set_text(str, font_names(fontName), fontData, header);
 }
 
 void PicturesArea::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,

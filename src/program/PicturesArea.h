@@ -32,12 +32,9 @@ class PicturesArea : public HVarea {
     // reading.
     explicit PicturesArea(PageOrder order = PageOrder::reading) : m_order(order) {}
 
-    // Sets text, font and settings and lays the text out anew. fontName is a family name, fontPathName the
-    // path of a font file.
+    // Sets text, font and settings and lays the text out anew.
     void AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                     const qm_G5_page_header& header);
-    void fontPathToAreaAddTxt(const char* str, const char* fontPathName, const qm_G5_G6_fontData& fontData,
-                              const qm_G5_page_header& header);
     // The same with the font kept.
     void AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData, const qm_G5_page_header& header);
     // Adds a picture page; the file is read when the pages are prepared.
@@ -101,9 +98,6 @@ class PicturesArea : public HVarea {
     std::vector<std::size_t> m_shownPictures; // which of them have a page
 
   private:
-    struct FontNames {
-        std::string family, path;
-    };
     static constexpr std::size_t kMostPages = 0xFFFF; // that their number can say
 
     void set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData, qm_G5_page_header header);

@@ -29,13 +29,6 @@ void PicturesArea_g6::AreaAddTxt(const char* str, const char* fontName, const qm
     m_6pHeader = header;
 }
 
-void PicturesArea_g6::fontPathToAreaAddTxt(const char* str, const char* fontPathName,
-                                           const qm_G5_G6_fontData& fontData,
-                                           const qm_G6_page_header& header) {
-    PicturesArea::fontPathToAreaAddTxt(str, fontPathName, fontData, header);
-    m_6pHeader = header;
-}
-
 void PicturesArea_g6::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,
                                     const qm_G6_page_header& header) {
     PicturesArea::AreaChangeTxt(str, fontData, header);

@@ -24,8 +24,6 @@ class PicturesArea_g6 : public PicturesArea {
 
     void AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
                     const qm_G6_page_header& header);
-    void fontPathToAreaAddTxt(const char* str, const char* fontPathName, const qm_G5_G6_fontData& fontData,
-                              const qm_G6_page_header& header);
     void AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData, const qm_G6_page_header& header);
     void AreaAddPic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header);
     // Replaces the picture page of that number; false when there is none.

@@ -1,7 +1,6 @@
 #include "program/TimeArea.h"
 
 #include "program/HVframe.h"
-#include "program/TextRepair.h"
 #include "support/message.h"
 
 #include <algorithm>
@@ -97,20 +96,13 @@ _QM_G56_ANALOGCLOCKSETTING narrowed(const HVAnalogClockHeader_G56& h) {
 }
 
 void TimeArea::AddContent(const HVtimeAreaData_G56& record) {
-    _fontStyle = repair_utf8(record.fontName); // cairo takes no other
-    _fontPathName.clear();
-    set_content(record);
+    FontNames font = font_names(record.fontName);
+    _fontStyle = std::move(font.family);
+    _fontPathName = std::move(font.path);
+    ChangeContent(record);
 }
 
-void TimeArea::fontPathName_AddContent(const HVtimeAreaData_G56& record) {
-    _fontStyle.clear();
-    _fontPathName = record.fontName;
-    set_content(record);
-}
-
-void TimeArea::ChangeContent(const HVtimeAreaData_G56& record) { set_content(record); }
-
-void TimeArea::set_content(const HVtimeAreaData_G56& record) {
+void TimeArea::ChangeContent(const HVtimeAreaData_G56& record) {
     std::memcpy(&m_timeData, &record, sizeof record);
     m_timeData.fontName = nullptr; // the caller's
     fontSize = round(record.fontSize * 4.0 / 3.0);

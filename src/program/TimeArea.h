@@ -25,9 +25,8 @@ struct _QM_G56_ANALOGCLOCKSETTING {
 
 class TimeArea : public HVarea {
   public:
-    // Sets what a digital clock shows. The font is a family name, or the path of a font file.
+    // Sets what a digital clock shows.
     void AddContent(const HVtimeAreaData_G56& record);
-    void fontPathName_AddContent(const HVtimeAreaData_G56& record);
     // The same with the font kept.
     void ChangeContent(const HVtimeAreaData_G56& record);
 
@@ -80,7 +79,6 @@ class TimeArea : public HVarea {
     Ouint32 m_clockStyle = eLINE;
 
   private:
-    void set_content(const HVtimeAreaData_G56& record);
     [[nodiscard]] TimeText text() const;
     void draw_digital(Canvas32& canvas, const TimeFontModel& model) const;
     bool draw_analog(Canvas32& canvas) const;

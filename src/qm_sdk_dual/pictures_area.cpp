@@ -55,15 +55,6 @@ int add_text(const char* name, Ouint16 areaID, const char* str, const char* font
 }
 
 template <class G>
-int add_text_from_file(const char* name, Ouint16 areaID, const char* str, const char* fontPathName,
-                       const typename G::Header* header) {
-    if (!given(str, fontPathName, header)) return QM_FAILED;
-    return on_text_area<G>(areaID, name, [&](typename G::Area& area) {
-        area.fontPathToAreaAddTxt(str, fontPathName, font_data_of(*header), page_header_of(*header));
-    });
-}
-
-template <class G>
 int change_text(const char* name, Ouint16 areaID, const char* str, const typename G::Header* header) {
     if (!given(str, header)) return QM_FAILED;
     return on_text_area<G>(areaID, name, [&](typename G::Area& area) {
@@ -106,12 +97,12 @@ int program_picturesAreaAddTxt_G6(Ouint16 areaID, const char* str, const char* f
 
 int program_fontPath_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontPathName,
                                         const HVpageHeader* header) noexcept {
-    return add_text_from_file<G5>(__func__, areaID, str, fontPathName, header);
+    return add_text<G5>(__func__, areaID, str, fontPathName, header);
 }
 
 int program_fontPath_picturesAreaAddTxt_G6(Ouint16 areaID, const char* str, const char* fontPathName,
                                            const HVpageHeader_G6* header) noexcept {
-    return add_text_from_file<G6>(__func__, areaID, str, fontPathName, header);
+    return add_text<G6>(__func__, areaID, str, fontPathName, header);
 }
 
 int program_picturesAreaChangeTxt(Ouint16 areaID, const char* str, const HVpageHeader* header) noexcept {

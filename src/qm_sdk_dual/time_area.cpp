@@ -28,6 +28,16 @@ template <class Operation> int on_g6(Ouint16 areaID, const char* name, Operation
 
 bool has_font(const HVtimeAreaData_G56* timeData) { return timeData && timeData->fontName; }
 
+int add_content(const char* name, Ouint16 areaID, const HVtimeAreaData_G56* timeData) {
+    if (!has_font(timeData)) return QM_FAILED;
+    return on_g5(areaID, name, [&](TimeArea& area) { area.AddContent(*timeData); });
+}
+
+int add_content_g6(const char* name, Ouint16 areaID, const HVtimeAreaData_G56* timeData) {
+    if (!has_font(timeData)) return QM_FAILED;
+    return on_g6(areaID, name, [&](TimeArea& area) { area.AddContent(*timeData); });
+}
+
 int set_clock(const char* name, Ouint16 areaID, const HVAnalogClockHeader_G56* header, E_ClockStyle cStyle,
               const ClockColor_G56* cColor) {
     if (!given(header, cColor)) return QM_FAILED;
@@ -44,23 +54,19 @@ int set_clock_g6(const char* name, Ouint16 areaID, const HVAnalogClockHeader_G56
 } // namespace
 
 int program_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) noexcept {
-    if (!has_font(timeData)) return QM_FAILED;
-    return on_g5(areaID, __func__, [&](TimeArea& area) { area.AddContent(*timeData); });
+    return add_content(__func__, areaID, timeData);
 }
 
 int program_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) noexcept {
-    if (!has_font(timeData)) return QM_FAILED;
-    return on_g6(areaID, __func__, [&](TimeArea& area) { area.AddContent(*timeData); });
+    return add_content_g6(__func__, areaID, timeData);
 }
 
 int program_fontPath_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) noexcept {
-    if (!has_font(timeData)) return QM_FAILED;
-    return on_g5(areaID, __func__, [&](TimeArea& area) { area.fontPathName_AddContent(*timeData); });
+    return add_content(__func__, areaID, timeData);
 }
 
 int program_fontPath_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) noexcept {
-    if (!has_font(timeData)) return QM_FAILED;
-    return on_g6(areaID, __func__, [&](TimeArea& area) { area.fontPathName_AddContent(*timeData); });
+    return add_content_g6(__func__, areaID, timeData);
 }
 
 int program_timeAreaChangeContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) noexcept {

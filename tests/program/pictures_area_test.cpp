@@ -35,7 +35,7 @@ std::vector<Ouint8> bytes_of(const CData& data) { return {data.bytes().begin(), 
 
 std::vector<Ouint8> page_from_file(bool bold) {
     Area area(96, 32);
-    area.fontPathToAreaAddTxt("Signs", kFontFile, font_data(12, bold), {});
+    area.AreaAddTxt("Signs", kFontFile, font_data(12, bold), {});
     area.prepare();
     return bytes_of(area.pixelDataList.at(0));
 }
@@ -82,7 +82,7 @@ TEST(PicturesArea, PrefersTheFamilyAndReportsAFontFileThatCannotBeOpened) {
     for (int i = 0; i < 2; ++i) {
         testing::internal::CaptureStdout();
         Area area(64, 32);
-        area.fontPathToAreaAddTxt("x", "/no/such/font.ttf", font_data(), {});
+        area.AreaAddTxt("x", "/no/such/font.ttf", font_data(), {});
         area._fontStyle = "DejaVu Sans";
         area.Reload();
         EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error 1 opening font.\n") << "not a second time";

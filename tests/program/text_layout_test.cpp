@@ -200,5 +200,19 @@ TEST(Font, TakesAMissingCharacterFromAnotherFont) {
     EXPECT_EQ(font().shape(u'\xE123').index, 0U) << "nobody has this one: the sign for a missing glyph";
 }
 
+TEST(Font, IsAFileByItsName) {
+    const struct {
+        const char* name;
+        bool isFile;
+    } cases[] = {{"a.ttf", true},      {"fonts/A.TTF.old", true},
+                 {"b.Ttc", true},      {"x.OTF", true},
+                 {"x.otb", true},      {"x.pcf", true},
+                 {"x.PCF.gz", true},   {"x.bdf", true},
+                 {"x.otf.old", false}, {"x.pcf.gz2", false},
+                 {"bdf", false},       {"DejaVu Sans", false},
+                 {".bd", false},       {"", false}};
+    for (const auto& c : cases) EXPECT_EQ(qm_is_font_file(c.name), c.isFile) << c.name;
+}
+
 } // namespace
 } // namespace qm

@@ -254,12 +254,16 @@ TEST_F(Clock, ReportsADialPictureThatCannotBeRead) {
 TEST_F(Clock, ReportsAFontFileThatCannotBeOpenedOnce) {
     add_g5(24, 16);
     HVtimeAreaData_G56 content = time_content();
-    content.fontName = "missing.ttf";
     content.fontSize = 30; // too large, so that other sizes are tried
-    EXPECT_EQ(program_fontPath_timeAreaAddContent(kArea, &content), 0);
-    ParsedClock clock;
-    EXPECT_EQ(printed_by([&] { clock = clock_g5(); }), "Error 1 opening font.\n");
-    EXPECT_FALSE(clock.units.empty()) << "another font stands in";
+    for (const auto& add : {program_timeAreaAddContent, program_fontPath_timeAreaAddContent})
+        for (const auto& [name, message] :
+             {std::pair{"missing.otf", "Error 1 opening font.\n"}, {"missing", ""}}) {
+            content.fontName = name;
+            EXPECT_EQ(add(kArea, &content), 0);
+            ParsedClock clock;
+            EXPECT_EQ(printed_by([&] { clock = clock_g5(); }), message) << "only the first is a file";
+            EXPECT_FALSE(clock.units.empty()) << "another font stands in";
+        }
 }
 
 TEST_F(Clock, IsPreviewedAsItIsNow) {

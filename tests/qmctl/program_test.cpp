@@ -105,7 +105,7 @@ TEST_F(ProgramVerbs, MistakeIsNamedByItsField) {
         {around(R"("text": "x", "texts": ["y"])"), "areas[0].texts: text is given, too"},
         {around(R"("texts": ["x", 2])"), "areas[0].texts[1]: expected a text"},
         {around(R"("size": 9)"), "areas[0]: needs text, texts, pictures, digital or analog"},
-        {around(R"("text": "x", "font": "none.ttf")"), "areas[0].font: expected a file that can be read"},
+        {around(R"("text": "x", "font": "none.otb")"), "areas[0].font: expected a file that can be read"},
         {around(R"("text": "x", "font": "text.ttf")"), "areas[0].font: expected a font file"},
         {around(R"("pictures": ["none.png"])"), "areas[0].pictures[0]: expected a file that can be read"},
         {around(R"("pictures": ["text.png"])"), "areas[0].pictures[0]: expected a PNG picture"},

@@ -30,10 +30,8 @@ struct G5 {
     static constexpr auto add_periods = program_addPlayPeriodGrp;
     static constexpr auto add_area = program_AddArea;
     static constexpr auto add_text = program_picturesAreaAddTxt;
-    static constexpr auto add_text_from_file = program_fontPath_picturesAreaAddTxt;
     static constexpr auto add_picture = program_pictureAreaAddPic;
     static constexpr auto add_time = program_timeAreaAddContent;
-    static constexpr auto add_time_from_file = program_fontPath_timeAreaAddContent;
     static constexpr auto add_clock = program_timeAreaAddAnalogClock;
     static constexpr auto add_dial = program_timeAreaChangeDialPic;
 };
@@ -45,10 +43,8 @@ struct G6 {
     static constexpr auto add_periods = program_addPlayPeriodGrp_G6;
     static constexpr auto add_area = program_addArea_G6;
     static constexpr auto add_text = program_picturesAreaAddTxt_G6;
-    static constexpr auto add_text_from_file = program_fontPath_picturesAreaAddTxt_G6;
     static constexpr auto add_picture = program_pictureAreaAddPic_G6;
     static constexpr auto add_time = program_timeAreaAddContent_G6;
-    static constexpr auto add_time_from_file = program_fontPath_timeAreaAddContent_G6;
     static constexpr auto add_clock = program_timeAreaAddAnalogClock_G6;
     static constexpr auto add_dial = program_timeAreaChangeDialPic_G6;
 };
@@ -207,8 +203,7 @@ void set_flags(HVareaHeader_G6& header, const Area& area) {
 template <class G> void add_text(Ouint16 id, const Area& area) {
     auto page = page_header<typename G::Page>(area.effect);
     area.style.apply_to(page, area.text, drawing_rectangle(area), area.effect.running());
-    const auto add = is_font_path(area.style.font) ? G::add_text_from_file : G::add_text;
-    require(add(id, area.text.c_str(), area.style.font.c_str(), &page), area.where);
+    require(G::add_text(id, area.text.c_str(), area.style.font.c_str(), &page), area.where);
     if (has_page(id, kMostPages - static_cast<Oint32>(area.pictures.size())))
         throw JsonError(area.where + ": makes more than 65535 pages");
 }
@@ -216,8 +211,7 @@ template <class G> void add_text(Ouint16 id, const Area& area) {
 template <class G> void add_clock(Ouint16 id, const Area& area) {
     if (area.digital) {
         const HVtimeAreaData_G56 content = time_content(area);
-        const auto add = is_font_path(area.style.font) ? G::add_time_from_file : G::add_time;
-        require(add(id, &content), area.where);
+        require(G::add_time(id, &content), area.where);
     } else {
         const HVAnalogClockHeader_G56 hands = clock_hands(*area.analog, *area.rect);
         const ClockColor_G56 colors{area.analog->main_color, area.analog->mark_color,

@@ -181,7 +181,7 @@ class Reader {
 
     std::string font(const Field& field) const {
         return field.read([&](const std::string& text) {
-            return is_font_path(text) ? read_font_file((m_folder / text).string()) : read_font(text);
+            return read_font(qm_is_font_file(text.c_str()) ? (m_folder / text).string() : text);
         });
     }
 

@@ -4,8 +4,8 @@ namespace qm::ctl {
 
 void TextOptions::add_to(ArgumentList& command) {
     add_value(command, "--font", m_style.font, "FONT",
-              "Font family, or a .ttf or .ttc file (default " + m_style.font +
-                  ",\nwhich has Latin and Chinese)",
+              "Font family, or a .ttf, .ttc, .otf, .otb, .pcf, .pcf.gz or .bdf file\n(default " +
+                  m_style.font + ", which has Latin and Chinese)",
               read_font);
     add_number(command, "--size", m_style.size, 1, kLargestSize,
                "Points, 1 to 1000; 12 points are 16 pixels (default the largest with which the\n"

@@ -37,9 +37,15 @@ void require_readable_file(const std::string& path) {
         expected("a file that can be read");
 }
 
-bool contains_any_case(std::string_view text, std::string_view lower) {
-    const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
-    return std::search(text.begin(), text.end(), lower.begin(), lower.end(), same) != text.end();
+// TrueType and OpenType, collections, and bitmap fonts as text, compiled and compressed.
+bool starts_as_font(const std::string& path) {
+    constexpr std::string_view signatures[] = {
+        std::string_view("\0\1\0\0", 4), "OTTO", "true", "ttcf", "STARTFONT", "\1fcp", "\x1F\x8B"};
+    std::array<char, 9> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+    return std::ranges::any_of(signatures, [&](std::string_view signature) {
+        return std::string_view(start.data(), start.size()).starts_with(signature);
+    });
 }
 
 } // namespace
@@ -147,10 +153,13 @@ Ouint32 read_color(const std::string& text) {
 }
 
 std::string read_font(const std::string& text) {
-    if (contains_any_case(text, ".ttf") || contains_any_case(text, ".ttc"))
+    if (qm_is_font_file(text.c_str())) {
         require_readable_file(text);
-    else if (text.empty() || text.find('/') != std::string::npos)
-        expected("a font family such as \"DejaVu Sans\", or a .ttf or .ttc file");
+        if (!starts_as_font(text)) expected("a font file");
+    } else if (text.empty() || text.find('/') != std::string::npos) {
+        expected(
+            "a font family such as \"DejaVu Sans\", or a .ttf, .ttc, .otf, .otb, .pcf, .pcf.gz or .bdf file");
+    }
     return text;
 }
 

@@ -36,7 +36,7 @@ struct Rect {
 [[nodiscard]] std::vector<Controller> read_controller_list(const std::string& path); // a file, one a line
 [[nodiscard]] Rect read_rect(const std::string& text);                               // X,Y,W,H
 [[nodiscard]] Ouint32 read_color(const std::string& text);        // a name of the palette or #RRGGBB
-[[nodiscard]] std::string read_font(const std::string& text);     // a family, or a file that can be read
+[[nodiscard]] std::string read_font(const std::string& text);     // a family, or a font file
 [[nodiscard]] std::string read_text(const std::string& text);     // any
 [[nodiscard]] std::string read_path(const std::string& text);     // a file that can be read
 [[nodiscard]] std::string read_png_path(const std::string& text); // one that begins as a PNG does

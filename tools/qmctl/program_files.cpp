@@ -1,6 +1,5 @@
 #include "program_files.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -12,38 +11,16 @@
 namespace qm::ctl {
 namespace {
 
-constexpr std::string_view kFontExtensions[] = {".ttf", ".ttc", ".otf"};
-constexpr std::string_view kFontSignatures[] = {std::string_view("\0\1\0\0", 4), "OTTO", "true", "ttcf"};
-
 [[noreturn]] void fail(const std::string& what) {
     throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
-template <std::size_t Size> std::array<char, Size> start_of(const std::string& path) {
-    std::array<char, Size> start{};
-    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
-    return start;
-}
-
 } // namespace
-
-bool is_font_path(const std::string& text) {
-    std::string extension = std::filesystem::path(text).extension().string();
-    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
-    return std::ranges::find(kFontExtensions, extension) != std::end(kFontExtensions);
-}
-
-std::string read_font_file(const std::string& path) {
-    (void)read_path(path);
-    const auto start = start_of<4>(path);
-    const std::string_view signature(start.data(), start.size());
-    if (std::ranges::find(kFontSignatures, signature) == std::end(kFontSignatures)) expected("a font file");
-    return path;
-}
 
 // Behind the signature: length and name of the first chunk, width and height; big-endian.
 PixelSize png_size(const std::string& path) {
-    const auto start = start_of<24>(path);
+    std::array<char, 24> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
     const auto u32 = [&](std::size_t at) {
         unsigned value = 0;
         for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<unsigned char>(start[at + i]);

@@ -7,10 +7,6 @@
 
 namespace qm::ctl {
 
-// A name that ends as font files do.
-[[nodiscard]] bool is_font_path(const std::string& text);
-// Its path, when it begins as a font file does; throws std::invalid_argument otherwise.
-[[nodiscard]] std::string read_font_file(const std::string& path);
 // As its header states it.
 [[nodiscard]] PixelSize png_size(const std::string& path);
 
