@@ -14,7 +14,9 @@ std::vector<char> break_opportunities(std::u16string_view text) {
     static const bool initialised = (init_linebreak(), true);
     (void)initialised;
     std::vector<char> breaks(text.size());
-    const std::vector<utf16_t> units(text.begin(), text.end());
+    std::vector<utf16_t> units(text.begin(), text.end());
+    // To libunibreak U+FFFF is the end of a text; in the middle of one it would end the process.
+    std::replace(units.begin(), units.end(), utf16_t{0xFFFF}, utf16_t{0xFFFD});
     set_linebreaks_utf16(units.data(), units.size(), "", breaks.data());
     return breaks;
 }

@@ -191,6 +191,7 @@ TEST(TextLayout, SurvivesExtremeTexts) {
     EXPECT_EQ(lay_out(text.substr(0, 65535), font(), style(MULTILINE), {1, 1, Running::no}).pages.size(),
               65535U);
     EXPECT_TRUE(lay_out(u"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
+    EXPECT_EQ(lay_out(u"a\xFFFF b", font(), style(MULTILINE), {128, 32, Running::no}).glyphs.size(), 3U);
     EXPECT_LE(lay_out(text, font(0), style(SINGLELINE), {128, 32, Running::left}).pages.size(), 1U);
 }
 
