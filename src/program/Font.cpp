@@ -32,23 +32,6 @@ int to_utf8(char16_t c, char out[3]) {
     return 3;
 }
 
-// What fontconfig is asked for when a character is missing: a font that has it, in the same style.
-FontFacePtr face_with(const FontChoice& choice, char16_t character) {
-    FcCharSet* needed = FcCharSetCreate();
-    FcCharSetAddChar(needed, character);
-    FcPattern* pattern = FcPatternCreate();
-    FcPatternAddCharSet(pattern, FC_CHARSET, needed);
-    FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-    if (!choice.style.empty())
-        FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(choice.style.c_str()));
-    if (choice.bold) FcPatternAddInteger(pattern, FC_WEIGHT, FC_WEIGHT_BOLD);
-    if (choice.italic) FcPatternAddInteger(pattern, FC_SLANT, FC_SLANT_ITALIC);
-    FontFacePtr face(cairo_ft_font_face_create_for_pattern(pattern));
-    FcPatternDestroy(pattern);
-    FcCharSetDestroy(needed);
-    return face;
-}
-
 ScaledFontPtr scaled_font_of(cairo_t* c, double size) {
     cairo_set_font_size(c, size);
     return ScaledFontPtr(cairo_scaled_font_reference(cairo_get_scaled_font(c)));
@@ -56,6 +39,34 @@ ScaledFontPtr scaled_font_of(cairo_t* c, double size) {
 
 bool usable(const ScaledFontPtr& font) {
     return cairo_scaled_font_status(font.get()) == CAIRO_STATUS_SUCCESS;
+}
+
+template <class Kept> using KeptByChoice = std::map<FontChoice, std::shared_ptr<Kept>>;
+
+KeptByChoice<Font>& kept_fonts() {
+    static KeptByChoice<Font> kept;
+    return kept;
+}
+
+KeptByChoice<FallbackFonts>& kept_fallbacks() {
+    static KeptByChoice<FallbackFonts> kept;
+    return kept;
+}
+
+// Makes room for another one.
+template <class Kept>
+std::shared_ptr<Kept> keep(KeptByChoice<Kept>& kept, const FontChoice& choice, std::shared_ptr<Kept> made) {
+    if (kept.size() >= kMaxKeptFonts) kept.clear();
+    return kept.emplace(choice, std::move(made)).first->second;
+}
+
+// The same for every size.
+std::shared_ptr<FallbackFonts> fallbacks_of(FontChoice choice) {
+    choice.path.clear();
+    choice.size = 0;
+    auto& kept = kept_fallbacks();
+    const auto known = kept.find(choice);
+    return known != kept.end() ? known->second : keep(kept, choice, std::make_shared<FallbackFonts>(choice));
 }
 
 } // namespace
@@ -101,38 +112,39 @@ unsigned long Font::glyph_index(unsigned face, char16_t character) const {
     return index;
 }
 
-bool Font::add_fallback(char16_t character) {
-    --m_searchesLeft;
+// The number among the faces of a font that stands in; 0 for one that cannot be used.
+unsigned Font::face_of(int fallback) {
+    const auto [face, isNew] = m_fallbackFaces.try_emplace(fallback, 0U);
+    if (!isNew) return face->second;
     const Canvas32 scratch(1, 1);
-    cairo_set_font_face(scratch.context(), face_with(m_choice, character).get());
-    m_faces.push_back(scaled_font_of(scratch.context(), m_choice.size));
-    const auto added = static_cast<unsigned>(m_faces.size() - 1);
-    if (usable(m_faces.back()) && glyph_index(added, character) != 0) return true;
-    m_faces.pop_back();
-    return false;
+    cairo_set_font_face(scratch.context(), m_fallbacks->open(fallback, m_choice).get());
+    ScaledFontPtr font = scaled_font_of(scratch.context(), m_choice.size);
+    if (!usable(font)) return 0;
+    m_faces.push_back(std::move(font));
+    return face->second = static_cast<unsigned>(m_faces.size() - 1);
 }
 
-// The first face that has the character, else the chosen font's sign for a missing one.
+// The chosen font's glyph, or that of the first font which stands in for it and has the character; else the
+// chosen font's sign for a missing one.
 void Font::find_glyph(char16_t character, GlyphShape& shape) {
-    for (unsigned face = 0; face < m_faces.size(); ++face) {
-        shape = {};
-        shape.face = face;
-        shape.index = glyph_index(face, character);
+    shape.index = glyph_index(0, character);
+    if (shape.index != 0) return;
+    if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
+    for (auto found = m_fallbacks->find(character, 0); found;
+         found = m_fallbacks->find(character, *found + 1)) {
+        shape.face = face_of(*found);
+        if (shape.face != 0) shape.index = glyph_index(shape.face, character);
         if (shape.index != 0) return;
     }
     shape.face = 0;
-    if (m_searchesLeft == 0 || !add_fallback(character)) return;
-    shape.face = static_cast<unsigned>(m_faces.size() - 1);
-    shape.index = glyph_index(shape.face, character);
 }
 
 const GlyphShape& Font::measure(char16_t character) {
     auto& block = m_shapes[character >> 8U];
     if (!block) block = std::make_unique<Block>();
     GlyphShape& shape = (*block)[character & 0xFFU];
-    const bool searched = m_searchesLeft > 0;
     find_glyph(character, shape);
-    shape.measured = shape.index != 0 || searched; // else the next text may find it
+    shape.measured = true;
     const cairo_glyph_t glyph{shape.index, 0, 0};
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(m_faces[shape.face].get(), &glyph, 1, &extents);
@@ -141,7 +153,7 @@ const GlyphShape& Font::measure(char16_t character) {
                  static_cast<int>(std::floor(extents.y_bearing)),
                  static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
                  static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
-    if (shape.measured && !ink.empty()) shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index, ink);
+    if (!ink.empty()) shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index, ink);
     shape.left = ink.left;
     shape.top = ink.top;
     shape.right = ink.right;
@@ -183,25 +195,17 @@ void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
                                                            : show_by_cairo(c, glyphs, dx));
 }
 
-namespace {
-
-std::map<FontChoice, std::shared_ptr<Font>>& kept_fonts() {
-    static std::map<FontChoice, std::shared_ptr<Font>> kept;
-    return kept;
+void forget_fonts() {
+    kept_fonts().clear();
+    kept_fallbacks().clear();
 }
-
-} // namespace
-
-void forget_fonts() { kept_fonts().clear(); }
 
 std::shared_ptr<Font> font_for(const FontChoice& choice) {
     auto& kept = kept_fonts();
     if (const auto known = kept.find(choice); known != kept.end()) return known->second;
     auto font = std::make_shared<Font>(choice);
     if (font->is_substitute()) return font; // asked for again, it is reported again
-    if (kept.size() >= kMaxKeptFonts) kept.clear();
-    kept.emplace(choice, font);
-    return font;
+    return keep(kept, choice, std::move(font));
 }
 
 } // namespace qm

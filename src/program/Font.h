@@ -1,12 +1,14 @@
 // A font at a size: the shapes of its characters, measured once, and drawing with them.
 #pragma once
 
+#include "program/FallbackFonts.h"
 #include "program/GlyphRuns.h"
 #include "program/Surface.h"
 #include "qm_sdk_dual.h"
 
 #include <array>
 #include <compare>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -73,9 +75,6 @@ class Font {
         }
         return measure(character);
     }
-    // Searching a font for a missing character may take milliseconds; a text has so many searches, of which
-    // none is made twice.
-    void renew_search_budget() { m_searchesLeft = kSearchesPerText; }
     // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,
     // and inside its clip, a rectangle of whole pixels.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
@@ -86,18 +85,17 @@ class Font {
     const GlyphShape& measure(char16_t character);
     unsigned long glyph_index(unsigned face, char16_t character) const;
     void find_glyph(char16_t character, GlyphShape& shape);
-    bool add_fallback(char16_t character);
+    unsigned face_of(int fallback);
     bool has_runs(const GlyphShape& shape);
     // Both draw the first glyphs, those with runs and those of one face without, and return how many.
     std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
     std::size_t show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
-    static constexpr int kSearchesPerText = 32;
-
     FontChoice m_choice;
     bool m_substitute;
-    std::vector<ScaledFontPtr> m_faces; // the chosen font, then fallbacks
-    int m_searchesLeft = kSearchesPerText;
+    std::vector<ScaledFontPtr> m_faces;         // the chosen font, then fallbacks
+    std::shared_ptr<FallbackFonts> m_fallbacks; // once a character is missing
+    std::map<int, unsigned> m_fallbackFaces;    // by their numbers there
     int m_ascent = 0, m_lineHeight = 0;
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
     GlyphRuns m_runs;

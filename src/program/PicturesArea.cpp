@@ -111,7 +111,6 @@ void PicturesArea::Reload() {
     if (!has_room()) return;
     m_font = font_for({_fontStyle, _fontPathName, pixels_of_points(m_pfontData.fontSize),
                        m_pfontData.fontBold, m_pfontData.fontItalic});
-    m_font->renew_search_budget();
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
                      {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order});
     endPageLen = m_text.endPageLen;

@@ -94,7 +94,6 @@ void TimeFontModel::measure(const TimeText& text, int size) {
     m_choice.size = size;
     m_font = font_for(m_choice);
     if (m_font->is_substitute()) m_choice.path.clear(); // said once
-    m_font->renew_search_budget();
     m_kinds.clear();
     m_sets.clear();
     m_underline = 0;

@@ -201,6 +201,12 @@ TEST(Font, TakesAMissingCharacterFromAnotherFont) {
     EXPECT_EQ(font().shape(u'\xE123').index, 0U) << "nobody has this one: the sign for a missing glyph";
 }
 
+TEST(Font, FindsACharacterWhateverItLookedForBefore) {
+    Font used({"DejaVu Sans", "", 16, false, false});
+    for (char16_t nobodys = 0xE200; nobodys < 0xE300; ++nobodys) EXPECT_EQ(used.shape(nobodys).index, 0U);
+    EXPECT_NE(used.shape(u'好').index, 0U);
+}
+
 TEST(Font, IsAFileByItsName) {
     const struct {
         const char* name;

@@ -1,0 +1,38 @@
+// The installed fonts that stand in for a chosen one where it lacks a character.
+#pragma once
+
+#include "program/Surface.h"
+#include "qm_sdk_dual.h"
+
+#include <fontconfig/fontconfig.h>
+
+#include <memory>
+#include <optional>
+
+namespace qm {
+
+struct FontChoice;
+
+// The fonts are put in order once: the best comes first. Which of them has a character then follows from the
+// choice and the character alone, whatever was drawn before, and a character that none has costs no search.
+class FallbackFonts {
+  public:
+    // For the style of a choice, in any size.
+    explicit FallbackFonts(const FontChoice& choice);
+
+    // The number of the first font from a number on that says it has the character.
+    [[nodiscard]] std::optional<int> find(char16_t character, int from) const;
+    // A font, for the size of a choice.
+    [[nodiscard]] FontFacePtr open(int number, const FontChoice& choice) const;
+
+  private:
+    struct Release {
+        void operator()(FcFontSet* fonts) const { FcFontSetDestroy(fonts); }
+        void operator()(FcCharSet* characters) const { FcCharSetDestroy(characters); }
+    };
+
+    std::unique_ptr<FcFontSet, Release> m_fonts;
+    std::unique_ptr<FcCharSet, Release> m_characters; // of all fonts
+};
+
+} // namespace qm
