@@ -51,7 +51,7 @@ HVfontData font_g5() {
 }
 
 // A text of generation 5 at the top left; programs: null for all.
-int send_g5(Ouint16 port, const char* text, Ouint8 mode, Ouint16 width, Ouint16 height,
+int send_g5(Ouint32 port, const char* text, Ouint8 mode, Ouint16 width, Ouint16 height,
             E_ScreenColor_G56 color = kDual, Ouint16 programs = 0, Ouint16* serials = nullptr) {
     return dynamicArea_AddAreaWithTxt_5G(kHost, port, color, 3, 0, 5, programs == 0, programs, serials, 1, 0,
                                          0, width, height, {1, 2, 3, 4, 5, 6}, mode, 0, 9, 300, 1, font_g5(),
@@ -81,17 +81,21 @@ TEST(AreaExports, RefuseBadArgumentsBeforeTheyConnect) {
     const Ouint16 port = sim.port();
     auto area = rectangle(0, 0, 64, 16);
     auto page = still_text(12, 1);
-    DynamicAreaParams good = params(1, 0, "x"), fontless = good, contentless = good, flat = good;
+    DynamicAreaParams good = params(1, 0, "x"), fontless = good, contentless = good, flat = good, tall = good;
     fontless.fontName = nullptr;
     contentless.strAreaTxtContent = nullptr;
     flat.oAreaHeader_G6.AreaHeight = 0;
+    tall.oAreaHeader_G6.AreaHeight = 32768;
     Ouint16 programs[513] = {};
     Oint8 ids[] = {1, 2};
     const std::string none, abc = "abc", long_text(65516, 'x');
     const HVSoundDepend_6G silent{1, speech(none)}, endless{1, speech(long_text)};
+    auto lengthy = area;
+    lengthy.stSoundData = endless.stSound;
     HVSoundDepend_6G spoken{1, speech(abc)}, missing = spoken, several[] = {spoken, endless};
     missing.stSound.SoundData = nullptr;
     DynamicAreaBaseInfo_5G info{}, *infos[] = {&info, nullptr};
+    const Ouint32 beyond = 65536U + port; // of which 16 bits are the port
     const auto add_infos = [&](Ouint8 count, DynamicAreaBaseInfo_5G** list) {
         return dynamicArea_AddAreaInfos_5G(kHost, port, kDual, 1, 0, 0, 1, 0, nullptr, 1, 0, 0, 8, 8, {},
                                            count, list);
@@ -116,22 +120,37 @@ TEST(AreaExports, RefuseBadArgumentsBeforeTheyConnect) {
         dynamicAreaS_AddTxtDetails_6G(kHost, port, kDual, 1, &fontless),
         dynamicAreaS_AddTxtDetails_6G(kHost, port, kDual, 1, &contentless),
         dynamicAreaS_AddTxtDetails_6G(kHost, port, kDual, 1, &flat),
+        dynamicAreaS_AddTxtDetails_6G(kHost, port, kDual, 1, &tall),
+        dynamicAreaS_AddTxtDetails_6G(kHost, beyond, kDual, 1, &good),
+        dynamicAreaS_AddAreaPic_6G(kHost, port, kDual, 1, &flat),
+        dynamicAreaS_AddAreaPic_6G(kHost, port, kDual, 1, &tall),
+        dynamicAreaS_AddAreaPic_6G(kHost, beyond, kDual, 1, &good),
+        dynamicArea_AddAreaPic_6G(kHost, port, kDual, 0, 0, 0, 0, 8, &page, "x"),
+        dynamicArea_AddAreaPic_6G(kHost, port, kDual, 0, 0, 0, 32768, 8, &page, "x"),
+        dynamicArea_AddAreaPic_6G(kHost, beyond, kDual, 0, 0, 0, 8, 8, &page, "x"),
+        dynamicArea_AddAreaTxtDetails_6G(kHost, port, kDual, 0, &lengthy, &page, kFont, "x"),
         dynamicAreaS_AddAreaPic_6G(kHost, port, kDual, 1, &contentless),
         dynamicAreaS_AddTxtDetails_WithProgram_6G(kHost, port, kDual, 1, &good, 1, nullptr),
         dynamicAreaS_AddAreaPic_WithProgram_6G(kHost, port, kDual, 1, &good, 1, nullptr),
         dynamicArea_DelArea_6G(nullptr, port, 1),
         dynamicArea_DelArea_6G(kHost, 1023, 1),
         dynamicArea_DelArea_6G(kHost, port, 65),
+        dynamicArea_DelArea_6G(kHost, beyond, 1),
+        dynamicArea_DelArea_5G(kHost, beyond, 1),
         dynamicArea_DelArea_5G(kHost, port, 127),
         dynamicArea_DelAreas_6G(kHost, 1023, 2, ids),
         dynamicArea_DelAreas_6G(kHost, port, 2, nullptr),
+        dynamicArea_DelAreas_6G(kHost, beyond, 2, ids),
+        dynamicArea_DelAreaS_5G(kHost, beyond, 2, ids),
         dynamicArea_DelAreaS_5G(kHost, port, 2, nullptr),
         dynamicArea_InsertSoundIndepend(nullptr, port, spoken, 0, 0),
         dynamicArea_InsertSoundIndepend(kHost, 1023, spoken, 0, 0),
+        dynamicArea_InsertSoundIndepend(kHost, beyond, spoken, 0, 0),
         dynamicArea_InsertSoundIndepend(kHost, port, silent, 0, 0),
         dynamicArea_InsertSoundIndepend(kHost, port, missing, 0, 0),
         dynamicArea_InsertSoundIndepend(kHost, port, endless, 0, 0),
         dynamicArea_UpdateSoundIndepend(kHost, 1023, &spoken, 1, 0),
+        dynamicArea_UpdateSoundIndepend(kHost, beyond, &spoken, 1, 0),
         dynamicArea_UpdateSoundIndepend(kHost, port, nullptr, 1, 0),
         dynamicArea_UpdateSoundIndepend(kHost, port, &spoken, 0, 0),
         dynamicArea_UpdateSoundIndepend(kHost, port, several, 2, 0),
@@ -140,6 +159,8 @@ TEST(AreaExports, RefuseBadArgumentsBeforeTheyConnect) {
         add_infos(2, infos),
         send_g5(port, nullptr, 1, 8, 8),
         send_g5(port, "x", 1, 0, 8),
+        send_g5(port, "x", 1, 8, 32768),
+        send_g5(beyond, "x", 1, 8, 8),
     };
     for (std::size_t i = 0; i < std::size(results); ++i) EXPECT_EQ(results[i], -1) << "case " << i;
     EXPECT_EQ(sim.connections(), 0U);
@@ -316,9 +337,12 @@ TEST(AreaExports, UseTheTypeThatThePingGives) {
         ScriptedPeer::answering({AnswerFrame{}.bytes(), AnswerFrame{.payload = Frame(52)}.bytes()}));
     const std::string expected = "retdata.ControllerType == 0x0 \nret =====cmd_tcpPing===== 0 \n";
     const std::string changed = "oClient.m_DeviceType != retdata.ControllerType \n";
-    for (const auto& call : {std::function<int()>([&] { return send_g5(controller.port(), "x", 1, 8, 8); }),
-                             {[&] { return dynamicArea_DelArea_5G(kHost, controller.port(), 1); }}}) {
-        const std::string printed = printed_by([&] { EXPECT_EQ(call(), -1) << "no such framing"; });
+    const std::function<void()> calls[] = {
+        [&] { send_g5(controller.port(), "x", 1, 8, 8); },
+        [&] { dynamicArea_DelArea_5G(kHost, controller.port(), 1); },
+    };
+    for (const auto& call : calls) {
+        const std::string printed = printed_by(call);
         EXPECT_EQ(printed.substr(0, expected.size()), expected);
         EXPECT_NE(printed.find(changed), std::string::npos);
     }
