@@ -929,7 +929,9 @@ QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,
 /* Releases the entries of a listing, and leaves the pointer in the record as it is. Returns 0. */
 QM_API int cmd_ofs_freeDirBlock(GetDirBlock_G56* dirBlock) QM_NOTHROW;
 
-/* Reads what the latest transfer was: direction, name (4 bytes), CRC and offset of the file. */
+/* Reads what the latest transfer was: direction, name (4 bytes), CRC and offset of the file. Once the
+ * controller has been reached all four are written, even when the call then fails: what was not received is
+ * zero. */
 QM_API int cmd_ofsGetTransStatus(const char* ip, Ouint16 port, Ouint8* r_w, char* fileName, Ouint32* fileCrc,
                                  Ouint32* fileOffset) QM_NOTHROW;
 

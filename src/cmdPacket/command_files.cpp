@@ -199,11 +199,11 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
 }
 
 int ON_command::hv_cmd_ofs_getTransStatus(Ouint8& rw, char* fileName, Ouint32& fileCrc, Ouint32& fileOffset) {
-    Ouint8 buffer[13];
+    Ouint8 buffer[13] = {};
     Answer answer{buffer};
     const int code = send_recv_cmd(hv_GRP_OFSConf, hv_ofs_GetTransStatus, {}, answer);
-    ByteReader reader(answer.received());
-    reader.update(rw);
+    ByteReader reader(buffer); // whole, whatever came: the rest is zero
+    rw = reader.u8();
     reader.update(fileName, kFileNameSize);
     reader.update(fileCrc);
     reader.update(fileOffset);

@@ -175,24 +175,38 @@ TEST(Catalogue, DeliversAsMuchOfAnAnswerAsCame) {
     EXPECT_EQ(total, 0x04030201U);
     EXPECT_EQ(available, kOld);
 
-    Ouint8 rw = 9;
-    char name[] = "name";
-    Ouint32 crc = kOld, offset = kOld;
-    MemoryLink status(kG6);
-    status.answers = {answer(kOfs, 0x80 + 19, hex("01 50 30 30 37 0A 00 00 00 0B 00 00 00"))};
-    EXPECT_EQ(status.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), 0);
-    EXPECT_EQ(rw, 1);
-    EXPECT_STREQ(name, "P007");
-    EXPECT_EQ(crc, 10U);
-    EXPECT_EQ(offset, 11U);
-    EXPECT_EQ(status.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), -1) << "no answer";
-    EXPECT_EQ(offset, 11U);
-
     Ouint8 id[9] = {0, 0, 0, 0, 0, 0, 0, 0, 0x77};
     MemoryLink identity(kG6);
     identity.answers = {answer(kConf, 0x80 + 10, hex("01 02 03 04 05 06 07 08 09 0A"))};
     EXPECT_EQ(identity.hv_cmd_read_controllerID(id), 1);
     EXPECT_THAT(Bytes(id), is_hex("01 02 03 04 05 06 07 08 77"));
+}
+
+TEST(Catalogue, WritesTheWholeTransferStatusWhateverCame) {
+    const struct {
+        Frame answer;
+        int status;
+        const char* fields;
+    } cases[] = {
+        {answer(kOfs, 0x80 + 19, hex("01 50 30 30 37 0A 00 00 00 0B 00 00 00")), 0,
+         "01 50 30 30 37 0A 00 00 00 0B 00 00 00"},
+        {answer(kOfs, 0x80 + 19, hex("01 50 30 30 37 0A")), 0, "01 50 30 30 37 0A 00*7"},
+        {answer(kOfs, 0x80 + 19, hex("02*14")), 1, "02*13"},
+        {ack(), 0, "00*13"},
+        {answer(0xA1, 0), -5, "00*13"},
+        {{}, -1, "00*13"},
+    };
+    for (const auto& c : cases) {
+        MemoryLink link(kG6);
+        link.answers = {c.answer};
+        Ouint8 rw = 9;
+        char name[] = "name";
+        Ouint32 crc = 0xEEEEEEEE, offset = 0xEEEEEEEE;
+        EXPECT_EQ(link.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), c.status);
+        Frame fields;
+        ByteWriter(fields).u8(rw).text(name, 4).u32(crc).u32(offset);
+        EXPECT_THAT(fields, is_hex(c.fields));
+    }
 }
 
 TEST(Catalogue, OpensFilesForReading) {
