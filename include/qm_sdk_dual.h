@@ -919,9 +919,10 @@ QM_API int cmd_ofsReedFileBlock(const char* ip, Ouint16 port, const char* fileNa
 QM_API int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileName,
                                  Ouint8* fileAddre) QM_NOTHROW;
 
-/* Lists the files of dirBlock->fileType. On success dataAddre holds fileNumber entries, which the caller
- * releases with cmd_ofs_freeDirBlock; else, once the controller was reached, it is null and fileNumber is 0.
- * Release an earlier listing first. A controller that sends 64 blocks without entries is -1. */
+/* Lists the files of dirBlock->fileType. dataAddre then holds fileNumber entries, which the caller releases
+ * with cmd_ofs_freeDirBlock; also when the call fails on the way, with the entries that came until then.
+ * Until the controller has announced its listing the record stays as it is: set dataAddre to null before the
+ * call, and release an earlier listing first. A controller that sends 64 blocks without entries is -1. */
 QM_API int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) QM_NOTHROW;
 /* Copies entry number (from 0) of a listing; -1 when there is none. */
 QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,

@@ -164,13 +164,14 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
 
     Frame entries;
     Ouint16 count = 0;
-    if (const int code = read_directory(announced, entries, count); code != QM_OK) return code;
+    const int code = read_directory(announced, entries, count);
+    // What came before a failure is the caller's, too.
     auto* data = static_cast<Ouint8*>(std::malloc(std::max<std::size_t>(entries.size(), 1)));
     if (!data) return QM_FAILED;
     std::copy(entries.begin(), entries.end(), data);
     dirBlock.dataAddre = data;
     dirBlock.fileNumber = count;
-    return QM_OK;
+    return code;
 }
 
 // Block answer: last-block flag, two bytes of no use here, entries in this block, one more byte; the entries.
@@ -205,8 +206,8 @@ int ON_command::hv_cmd_ofs_getTransStatus(Ouint8& rw, char* fileName, Ouint32& f
     ByteReader reader(buffer); // whole, whatever came: the rest is zero
     rw = reader.u8();
     reader.update(fileName, kFileNameSize);
-    reader.update(fileCrc);
-    reader.update(fileOffset);
+    fileCrc = reader.u32();
+    fileOffset = reader.u32();
     return code;
 }
 

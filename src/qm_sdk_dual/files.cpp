@@ -50,12 +50,7 @@ int read_block(const Route& route, int (ON_command::*command)(const char*), cons
 
 template <class Route> int read_directory(const Route& route, GetDirBlock_G56* listing) {
     if (!route.named() || !listing) return QM_FAILED;
-    return run(route, [=](ON_command& c) {
-        // A caller that releases the listing of a failed command must find nothing to release.
-        listing->fileNumber = 0;
-        listing->dataAddre = nullptr;
-        return c.hv_cmd_ofs_reedDirBlock(*listing);
-    });
+    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(*listing); });
 }
 
 template <class Route>

@@ -160,17 +160,31 @@ TEST_F(Files, SetTheConfigurationWithItsChecksum) {
     EXPECT_EQ(Ouint16{never.CRC16}, 0);
 }
 
-TEST_F(Files, ListingOfAFailedCallCanBeReleased) {
+TEST_F(Files, ListingThatIsCutShortIsTheCallersAsFarAsItCame) {
+    for (int i = 0; i < 80; ++i) write(std::to_string(1000 + i).c_str(), content(1));
     GetDirBlock_G56 dir{};
-    dir.dataAddre = reinterpret_cast<Ouint8*>(8); // left over from somewhere
-    dir.fileNumber = 5;
-    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close});
-    EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1);
-    EXPECT_EQ(int{dir.fileNumber}, 5) << "the controller was never there";
-    m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close, .after = 1});
-    EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1);
-    EXPECT_EQ(int{dir.fileNumber}, 0);
-    EXPECT_EQ(cmd_ofs_freeDirBlock(&dir), 0);
+    const auto list_until = [&](unsigned answered) {
+        dir.dataAddre = reinterpret_cast<Ouint8*>(8); // left over from somewhere
+        dir.fileNumber = 5;
+        m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::close, .after = answered});
+        EXPECT_EQ(cmd_ofsReedDirBlock(kHost, port(), &dir), -1) << answered;
+    };
+    for (const unsigned handshake_only : {0U, 1U}) {
+        list_until(handshake_only);
+        EXPECT_EQ(int{dir.fileNumber}, 5) << "nothing was announced";
+        EXPECT_EQ(dir.dataAddre, reinterpret_cast<Ouint8*>(8));
+    }
+    for (const unsigned blocks : {0U, 1U}) {
+        list_until(2 + blocks);
+        EXPECT_EQ(dir.fileNumber > 0, blocks > 0);
+        EXPECT_LT(int{dir.fileNumber}, 80);
+        FileAttribute_G56 file{};
+        for (Ouint16 i = 0; i < dir.fileNumber; ++i) {
+            ASSERT_EQ(cmd_getFileAttr(&dir, i, &file), 0);
+            EXPECT_TRUE(m_sim.file(std::string(file.fileName, 4)));
+        }
+        EXPECT_EQ(cmd_ofs_freeDirBlock(&dir), 0);
+    }
 }
 
 TEST_F(Files, ConfigurationsGoOutInBlocksOf1024WhateverTheBlockSize) {

@@ -18,7 +18,8 @@ constexpr std::uintmax_t kLongest = 0xFFFFFFFF;
 // A listing, released at the end.
 class Directory {
   public:
-    Directory(const Session& session, unsigned type) {
+    Directory(const Session& session, unsigned type)
+        : Directory() { // so that a listing cut short is released
         m_block.fileType = static_cast<Ouint8>(type);
         session.command(cmd_ofsReedDirBlock, &m_block);
     }
@@ -34,6 +35,8 @@ class Directory {
     }
 
   private:
+    Directory() = default;
+
     GetDirBlock_G56 m_block{};
 };
 
