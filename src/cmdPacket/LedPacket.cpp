@@ -1,9 +1,9 @@
 #include "cmdPacket/LedPacket.h"
 
 #include "cmdPacket/stuffing.h"
+#include "support/local_time.h"
 
 #include <cstdlib>
-#include <ctime>
 
 namespace qm {
 namespace {
@@ -72,9 +72,7 @@ int LedPacket::bcdToInt(int bcd) {
 }
 
 void LedPacket::get_time(Ouint8 out[8]) {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
+    const std::tm local = local_time();
     const int year = intToBcd(local.tm_year + 1900);
     out[0] = static_cast<Ouint8>(year);
     out[1] = static_cast<Ouint8>(year >> 8);

@@ -1,10 +1,10 @@
 #include "program/TimeArea.h"
 
 #include "program/HVframe.h"
+#include "support/local_time.h"
 #include "support/message.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace qm {
 namespace {
@@ -70,13 +70,6 @@ std::vector<std::size_t> glyphs_at(TimeUnit unit, const std::tm& now) {
         break;
     }
     return {0};
-}
-
-std::tm local_time() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    return local;
 }
 
 } // namespace

@@ -45,18 +45,19 @@ TEST(Bcd, OneNibbleADecimalDigit) {
 }
 
 // strftime writes the same record in hex; both must read the clock within one second.
-TEST(Clock, RecordHoldsTheLocalTimeInBcd) {
-    ::setenv("TZ", "TST-5:30", 1);
-    ::tzset();
-    Frame record(8);
-    std::time_t before = 0;
-    do {
-        before = std::time(nullptr);
-        LedPacket::get_time(record.data());
-    } while (std::time(nullptr) != before);
-    char expected[64];
-    std::strftime(expected, sizeof expected, "%y %C %m %d %H %M %S 0%w", std::localtime(&before));
-    EXPECT_THAT(record, is_hex(expected));
+TEST(Clock, RecordHoldsTheLocalTimeInBcdAndFollowsTheTimeZone) {
+    for (const char* zone : {"TST-5:30", "TST7"}) {
+        ::setenv("TZ", zone, 1);
+        Frame record(8);
+        std::time_t before = 0;
+        do {
+            before = std::time(nullptr);
+            LedPacket::get_time(record.data());
+        } while (std::time(nullptr) != before);
+        char expected[64];
+        std::strftime(expected, sizeof expected, "%y %C %m %d %H %M %S 0%w", std::localtime(&before));
+        EXPECT_THAT(record, is_hex(expected)) << zone;
+    }
     ::unsetenv("TZ");
     ::tzset();
 }
