@@ -770,7 +770,8 @@ QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
 QM_API int cmd_searchController(Ping_data* retData) QM_NOTHROW;
 QM_API int cmd_uart_searchController(Ping_data* retData, const char* uartPort) QM_NOTHROW;
 
-/* Asks a controller who it is (52 bytes). */
+/* Asks a controller who it is (52 bytes). What an answer does not hold is zero in cmd_tcpPing's record, and
+ * stays as it is in cmd_udpPing's. */
 QM_API int cmd_tcpPing(const char* ip, Ouint16 port, Ping_data* retData) QM_NOTHROW;
 QM_API int cmd_udpPing(Ping_data* retData) QM_NOTHROW;
 

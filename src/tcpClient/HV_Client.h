@@ -11,8 +11,8 @@ class HV_Client : public TcpPeer {
     int init(const char* ip, Ouint16 port);
 };
 
-// Asks the controller at ip:port who it is, on a connection of its own. retData is written on success only,
-// as far as the answer reached.
+// Asks the controller at ip:port who it is, on a connection of its own. retData is written on success only;
+// what the answer did not reach is zero.
 int tcp_ping(const char* ip, Ouint16 port, Ping_data& retData);
 
 } // namespace qm
