@@ -257,8 +257,9 @@ int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
 int LedHVPacket::UnpackPing3(Bytes frame, Frame& body) {
     if (!is_frame(frame)) return QM_FAILED;
     Restore_Packet(frame, body);
-    if (body.size() < 8) return QM_FAILED;
+    if (body.size() < 5) return QM_FAILED;
     if (body[4] != kVersion5 && body[4] != kVersion6) return QM_BAD_VERSION;
+    if (body.size() < 8) return QM_FAILED;
     m_protocoltype = body[5];
     return QM_OK;
 }

@@ -140,8 +140,10 @@ TEST(Handshake, AnswerNeedsAKnownVersionButNoChecksums) {
         EXPECT_EQ(packet.m_protocoltype, version);
         EXPECT_EQ(hex_text(body), hex_text(answer.body()));
     }
-    EXPECT_EQ(packet.UnpackPing3(AnswerFrame{.version = 0xF0}.bytes(), body), QM_BAD_VERSION);
-    for (const char* frame : {"", "A5 5A", "A5*8 00*4 07 00 62 5A", "A5*8 00*4 07 00*5", "00*5 07 00*5 5A"})
+    for (const char* frame : {"A5*8 00*4 F0 5A", "A5*8 00*4 06 00 62 5A", "A5*8 00*4 F0 00 62 02 5A"})
+        EXPECT_EQ(packet.UnpackPing3(hex(frame), body), QM_BAD_VERSION) << frame;
+    for (const char* frame : {"", "A5 5A", "A5*8 00*4 5A", "A5*8 00*4 07 5A", "A5*8 00*4 07 00 62 5A",
+                              "A5*8 00*4 07 00*5", "00*5 07 00*5 5A"})
         EXPECT_EQ(packet.UnpackPing3(hex(frame), body), QM_FAILED) << frame;
 }
 
