@@ -4,9 +4,9 @@
  * Conventions that hold for every call:
  *
  *  1. Every call returns an int status, 0 for success; the codes stand in QM_STATUS_MAP below. Any other
- *     positive status is the error value with which the controller refused (NACK), unless the call says
- *     otherwise; a controller that refuses with the value 0 or 1 cannot be told from success or a cut answer.
- *     A null pointer where a pointer is needed gives -1; nothing is sent and nothing is changed.
+ *     positive status, 2 to 65,535, is the error value with which the controller refused (NACK), unless the
+ *     call says otherwise; a controller that refuses with the value 0 or 1 cannot be told from success or a
+ *     cut answer. A null pointer where a pointer is needed gives -1; nothing is sent and nothing is changed.
  *  2. Every call that talks to a controller opens its own connection, blocks the calling thread until the
  *     controller has answered or a time-out has passed, and closes the connection. Connecting waits at most
  *     3 s, and so do each sending and each receiving. A connection rests 5 ms after it was made and 10 ms
