@@ -66,7 +66,7 @@ int BroadcastPeer::GetIpList() {
         ::inet_ntop(AF_INET, &address.sin_addr, text, sizeof text);
         if (std::string_view(text) == "127.0.0.1") continue;
         vecIp.emplace_back(text);
-        vecNet[text] = entry->ifa_name;
+        vecNet.emplace_back(entry->ifa_name);
     }
     return QM_OK;
 }
@@ -80,8 +80,8 @@ int BroadcastPeer::InitUdp(const char* address, Ouint16 remotePort, Ouint16 loca
     BroadIp += address;
     BroadPort = remotePort;
     LocalPort = localPort;
-    for (const std::string& ip : vecIp)
-        if (const int code = open_socket(::if_nametoindex(vecNet[ip].c_str())); code != QM_OK) return code;
+    for (const std::string& interface : vecNet)
+        if (const int code = open_socket(::if_nametoindex(interface.c_str())); code != QM_OK) return code;
     return QM_OK;
 }
 
@@ -116,7 +116,7 @@ int BroadcastPeer::Send(const Ouint8* data, int len) {
 }
 
 int BroadcastPeer::Recv(Ouint8* buff, int& dataLen, int attempts) {
-    remoteIP[0] = 0;
+    std::ranges::fill(remoteIP, '\0');
     const auto deadline = Clock::now() + attempts * kAttempt;
     do {
         const int socket = readable_socket(SocketList, deadline);

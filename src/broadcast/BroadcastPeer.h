@@ -4,7 +4,6 @@
 #include "cmdPacket/command.h"
 #include "support/descriptor.h"
 
-#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -47,8 +46,8 @@ class BroadcastPeer : public ON_command {
     Ouint16 BroadPort = 0;
     Ouint16 LocalPort = 0;
     std::vector<Descriptor> SocketList;
-    std::vector<std::string> vecIp;            // local addresses, loopback excluded
-    std::map<std::string, std::string> vecNet; // interface name by address
+    std::vector<std::string> vecIp;  // local addresses, loopback excluded
+    std::vector<std::string> vecNet; // the interface of each; two may have the same address
 };
 
 } // namespace qm

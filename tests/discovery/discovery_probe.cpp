@@ -106,7 +106,9 @@ void search(const char* address) {
     auto data = filled<Ping_data>();
     expect("cmd_searchController", cmd_searchController(&data), 0);
     expect_simulator(data);
-    expect("found at", text(data.ipAdder, sizeof data.ipAdder), address);
+    std::string whole(sizeof data.ipAdder, '\0');
+    whole.replace(0, std::strlen(address), address);
+    expect("found at", std::string(reinterpret_cast<const char*>(data.ipAdder), whole.size()), whole);
 }
 
 void search_in_vain(const char*) {

@@ -38,6 +38,14 @@ both_interfaces)
     saw 1 handshake
     saw 2 handshake
     ;;
+same_address)
+    network=1
+    controller 1 --udp --size 96x16
+    controller 2 --udp --size 96x16
+    run udp_ping
+    saw 1 handshake
+    saw 2 handshake
+    ;;
 search_by_module)
     controller 1 --wifi --size 96x16
     run search 10.77.1.2
@@ -52,6 +60,11 @@ search_by_fixed_address)
 search_by_broadcast)
     controller 1 --udp --port 6005 --size 96x16
     run search 10.77.1.2
+    ;;
+search_among_two) # the first answers the handshake only, from an address that is longer than the other's
+    controller 100 --udp --port 6005 --size 96x16 --fault silence --fault-after 1
+    controller 2 --udp --port 6005 --size 96x16 --fault delay --fault-delay 500
+    run search 10.77.2.2
     ;;
 search_in_vain)
     cable_to_nobody
