@@ -4,13 +4,13 @@
 
 #include <string>
 #include <string_view>
-#include <unistd.h>
+#include <thread>
 
 using namespace qm;
 
 namespace {
 
-constexpr useconds_t kPauseAfterCommand = 100000;
+constexpr std::chrono::milliseconds kPauseAfterCommand{100};
 constexpr std::size_t kAnswerBuffer = 512;
 constexpr Ouint16 kShortestAnswer = 38;
 
@@ -30,7 +30,7 @@ int configure(ON_command& module, const std::string& ssid, const std::string& pw
     };
     for (const std::string& setting : settings) {
         if (const int code = send_text(module, setting); code != QM_OK) return code;
-        ::usleep(kPauseAfterCommand);
+        std::this_thread::sleep_for(kPauseAfterCommand); // usleep would end at a signal
     }
     (void)send_text(module, "AT+RST"); // a module that restarts need not answer
     return QM_OK;

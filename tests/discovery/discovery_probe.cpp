@@ -2,11 +2,14 @@
 // made. Exit status 0 when all is as expected; else what was not stands on standard error.
 #include "qm_sdk_dual.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <sys/time.h>
 #include <vector>
 
 namespace {
@@ -117,8 +120,20 @@ void search_in_vain(const char*) {
     expect("the record is zeroed", untouched(data, 0), true);
 }
 
+// Every 10 ms, or no more.
+void interrupt_often(bool on) {
+    ::signal(SIGALRM, [](int) {});
+    const itimerval every{{0, on ? 10000 : 0}, {0, on ? 10000 : 0}};
+    ::setitimer(ITIMER_REAL, &every, nullptr);
+}
+
 void wifi_setup(const char* file) {
+    const auto begin = std::chrono::steady_clock::now();
+    interrupt_often(true);
     expect("cmd_AT_setWifiSsidPwd", cmd_AT_setWifiSsidPwd("lobby", "secret99"), 0);
+    interrupt_often(false);
+    const bool rested = std::chrono::steady_clock::now() - begin >= std::chrono::milliseconds(4 * 100);
+    expect("the module has its rests, whatever signals arrive", rested, true);
     const auto wifi = state_in(file).at("wifi");
     expect("ssid", wifi.at("ssid"), "lobby");
     expect("password", wifi.at("password"), "secret99");
