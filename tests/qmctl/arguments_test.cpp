@@ -76,7 +76,7 @@ const Misuse kMisuses[] = {
     {{"power"}, "verb", "required"},
     {{"power", "maybe"}, "maybe", ""},
     {{"power", "on", "off"}, "off", ""},
-    {{"power", "timer"}, "HH:MM-HH:MM", "required"},
+    {{"power", "timer"}, "PERIOD", "required"},
     {{"power", "timer", "7:30-12:00"}, "7:30-12:00", "such as 07:30-22:00"},
     {{"power", "timer", "07:30-24:00"}, "07:30-24:00", "such as 07:30-22:00"},
     {{"power", "timer", "07:30-12:60"}, "07:30-12:60", "such as 07:30-22:00"},

@@ -144,7 +144,7 @@ class Say : public Verb {
 class UpdateSounds : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_values(command, "N=TEXT", m_entries, 255, "Number of an entry, and the text to speak for it",
+        add_values(command, "ENTRY", m_entries, 255, "N=TEXT: its number, and the text to speak for it",
                    [](const std::string& text) {
                        const std::size_t equals = text.find('=');
                        if (equals == std::string::npos) expected("N=TEXT");

@@ -28,8 +28,8 @@ struct Period {
 class Timer : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_values(command, "HH:MM-HH:MM", m_periods, kMostPeriods,
-                   "When the screen is on; up to 255 of them", [](const std::string& text) {
+        add_values(command, "PERIOD", m_periods, kMostPeriods,
+                   "HH:MM-HH:MM: when the screen is on; up to 255 of them", [](const std::string& text) {
                        return Period{read_on_off_time(text), text};
                    });
     }
