@@ -744,8 +744,9 @@ QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
 /*
  * What all of these do: ask one question and copy the answer into the caller's memory, only as far as it was
  * received and as the memory reaches; what was not received stays as it was. That holds for the calls of the
- * following sections, too: a plain acknowledgement in the place of an answer is success and delivers nothing.
- * A failed call leaves the caller's memory alone, unless said otherwise.
+ * following sections, too: a plain acknowledgement in the place of an answer is success and delivers nothing
+ * (-1 from cmd_searchController and cmd_ofsReedDirBlock, which cannot do without). A failed call leaves the
+ * caller's memory alone, unless said otherwise.
  *
  * cmd_tcp calls ask the controller at ip:port, and print what connecting prints ("TCP connect failed",
  * "TCP connect to select failed" or "TCP connect to select to FD_ISSET failed").
@@ -758,8 +759,9 @@ QM_API int set_packetLen(Ouint16 len) QM_NOTHROW;
  *
  * They return 0; 1 when the answer was longer than could be taken, which prints
  * "return Data Length too long!!! Control Card Return:cmd_header->datalen = %d; but membuff len = %d;" and,
- * in all but cmd_tcpPing, delivers what fits; -1 to -5 as listed; a positive value is the controller's
- * refusal. Broadcasts of one process take turns. Two processes that broadcast at once may miss their answers.
+ * in all but cmd_tcpPing and cmd_searchController, delivers what fits; -1 to -5 as listed; a positive value
+ * is the controller's refusal. Broadcasts of one process take turns. Two processes that broadcast at once may
+ * miss their answers.
  */
 
 /* Looks for a controller by three paths, up to three times each: the Wi-Fi module of a controller (an "AT"
@@ -805,9 +807,10 @@ QM_API int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) QM_NOTHROW;
 
 /* Reads them back. The module's answer (at most 511 bytes) is taken apart at its commas; ssid and pwd receive
  * the pieces without a terminating zero, so both must be zeroed, and hold 512 bytes to be safe from any
- * answer. Returns 0, also when the answer holds no comma and nothing is delivered; 2 when the answer is
- * shorter than 38 bytes; -1 when there is none or it has 512 bytes or more, after printing
- * "cmd_AT_getWifiSsidPwd return data err". */
+ * answer. Returns 0, also when the answer holds no comma and nothing is delivered; 2 when the answer has 15
+ * to 37 bytes, or fewer with "OK" or "ok" among them; -1 when there is none, it is shorter than 15 bytes
+ * otherwise or has 512 bytes or more, after printing "cmd_AT_getWifiSsidPwd return data err"; -1 when there
+ * is no module. */
 QM_API int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) QM_NOTHROW;
 
 /* ---- Device control -------------------------------------------------------------------------------- */
@@ -990,10 +993,12 @@ QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 Controll
 
 /*
  * A program is one item of a controller's playlist: a header with play rules, play periods, a border, and
- * areas. One program is under construction at a time in a process. The first program_ call of a thread makes
- * an empty program that the thread owns until it is deleted; the calls of other threads wait for that,
- * without limit. Make it, fill it, integrate it into its file or files, write those with cmd_ofsWriteFile,
- * release the copies, delete it.
+ * areas. One program is under construction at a time in a process. The first call of a thread that changes or
+ * integrates a program of one generation makes an empty one that the thread owns until it is deleted; the
+ * calls of other threads wait for that, without limit. (A call that is refused for its arguments makes none,
+ * and program_setScreenParams_G56, the deleting and releasing calls and program_pictureArea neither wait nor
+ * own.) Make it, fill it, integrate it into its file or files, write those with cmd_ofsWriteFile, release the
+ * copies, delete it.
  *
  * Set the screen settings first: borders are converted when they are added, pages when the program is
  * integrated.
@@ -1034,7 +1039,8 @@ static inline bool qm_is_font_file(const char* fontName) {
  * the program file with "D" in the place of its first character. */
 QM_API int program_addProgram(const HVprogramHeader* header) QM_NOTHROW;
 QM_API int program_addProgram_G6(const HVprogramHeader_G6* header) QM_NOTHROW;
-/* Replaces the header. In generation 5 the file keeps the name that program_addProgram gave it. */
+/* Replaces the header. In generation 5 fileName keeps what program_addProgram made it, while the name inside
+ * the file is that of the new ProgramID. */
 QM_API int program_changeProgramParams(const HVprogramHeader* header) QM_NOTHROW;
 QM_API int program_changeProgramParams_G6(const HVprogramHeader_G6* header) QM_NOTHROW;
 /* Sets the play periods, and the program's priority to 1; no periods set it to 0. -1 for more than 8. */
@@ -1081,18 +1087,20 @@ QM_API int program_deleteProgram(void) QM_NOTHROW;
 QM_API int program_deleteProgram_G6(void) QM_NOTHROW;
 /* Writes an empty demonstration program "P000" to a generation-5 controller. It sets the screen settings to
  * double colour of wiring 2 and transfer mode 0, and leaves "dataFantx.bin" as program_IntegrateProgramFile
- * does. programID is not used. Returns and prints as cmd_ofsWriteFile. */
+ * does. The program under construction is not touched. programID is not used. Returns and prints as
+ * cmd_ofsWriteFile, but connects before it finds that the block size is unusable. */
 QM_API int program_pictureArea(Ouint32 programID, const char* ip, Ouint16 port) QM_NOTHROW;
 
 /* Text and pictures of an area: text pages first, then one page a picture, in the order added. The
  * Change calls keep the font.
  * They print "Error: no arrMode is specified.Use MULTILINE Mode", "Error:no string has been added." for an
  * empty text, which has no pages, and "Error %d opening font."; so do moving an area and changing its border,
- * which lay the text out again. -1 for a text of more than 65,535 pages. Fonts above 3,072 points are drawn
- * at 3,072; pictures above 64 million pixels are not read.
- * The valid width (ValidLen) of a page is the area's, less its border on both sides. Only the page with which
- * a running text ends has the width of the text on it, pictures behind it or not: in mode 4 the last text
- * page; in modes 38 and 40, where text pages are written last page first, the one with the beginning. */
+ * which lay the text out again. -1 for a text or a picture with which an area has more than 65,535 pages.
+ * Fonts above 3,072 points are drawn at 3,072. Fonts and pictures, those of borders and dials too, are read
+ * from ordinary files only, not from pipes or devices; pictures above 64 million pixels are not read. The
+ * valid width (ValidLen) of a page is the area's, less its border on both sides. Only the page with which a
+ * running text ends has the width of the text on it, pictures behind it or not: in mode 4 the last text page;
+ * in modes 38 and 40, where text pages are written last page first, the one with the beginning. */
 QM_API int program_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontName,
                                       const HVpageHeader* header) QM_NOTHROW;
 QM_API int program_fontPath_picturesAreaAddTxt(Ouint16 areaID, const char* str, const char* fontPathName,
@@ -1126,9 +1134,9 @@ QM_API int program_picturesAreaAddFrame(Ouint16 areaID, const HVareaframeHeader*
 QM_API int program_pictureAreaRemoveFrame(Ouint16 areaID) QM_NOTHROW;
 
 /* Renders page pageNum (from 0) of an area of either generation; a clock has one page, as it is at this
- * moment, without hands and without a dial picture that cannot be read. -1, with nothing in *page but the
- * number of pages, after printing "Error:pageNum out of range.", "Error:The picture is not exist.",
- * "Error:The last picture is not exist." or "Error:unable to generate pictures.". */
+ * moment, without hands and without a dial picture that cannot be read (which prints that it is not). -1,
+ * with nothing in *page but the number of pages, after printing "Error:pageNum out of range.", "Error:The
+ * picture is not exist.", "Error:The last picture is not exist." or "Error:unable to generate pictures.". */
 QM_API int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) QM_NOTHROW;
 
 /* Speech of an area, spoken from the text soundData. -1, after printing "Error:soundData is empty.", for an
@@ -1140,8 +1148,8 @@ QM_API int program_pictureAreaChangeSoundSettings_G6(Ouint16 areaID, HVPicAreaSo
 QM_API int program_pictureAreaDisableSound_G6(Ouint16 areaID) QM_NOTHROW;
 
 /* Background of a generation-6 program, on an area of type eGlobalBackGroundArea: one colour, which hides
- * pictures, or pictures. The colour page's effect is the area's, which is none; header is not used.
- * 0xEEFFEEFF is no colour. */
+ * pictures, or pictures. The colour page's effect is the area's, which is none; header must be there,
+ * but is not used. 0xEEFFEEFF is no colour. */
 QM_API int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* header,
                                       Ouint32 BGColor) QM_NOTHROW;
 QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
@@ -1178,9 +1186,9 @@ QM_API int program_timeAreaChangeAnalogClock_G6(Ouint16 areaID, const HVAnalogCl
                                                 E_ClockStyle cStyle, const ClockColor_G56* cColor) QM_NOTHROW;
 
 /* A picture over the hour marks, scaled to the area; it makes the area an analog clock. The file is read when
- * the program is integrated, which prints "Error:The picture is not exist." when it cannot be, and leaves it
- * out. The third call takes picLen bytes of a PNG file in memory, and copies them; -1 for a picLen of 0
- * and when the copy cannot be written. Removing it leaves the clock. */
+ * the program is integrated or the clock previewed, which prints "Error:The picture is not exist." when it
+ * cannot be, and leaves it out. The third call takes picLen bytes of a PNG file in memory, and copies them;
+ * -1 for a picLen of 0 and when the copy cannot be written. Removing it leaves the clock. */
 QM_API int program_timeAreaChangeDialPic(Ouint16 areaID, const char* picPath) QM_NOTHROW;
 QM_API int program_timeAreaChangeDialPic_G6(Ouint16 areaID, const char* picPath) QM_NOTHROW;
 QM_API int program_timeAreaChangeDialPicAdd_G56(Ouint16 areaID, const Ouint8* picAdd,
@@ -1213,16 +1221,18 @@ QM_API int program_timeAreaRemoveDialPic_G6(Ouint16 areaID) QM_NOTHROW;
  * anything is sent. They return 0 when the controller has acknowledged the area; -1 also for a picture that
  * cannot be read (nothing is sent), a controller that cannot be reached, and also when the controller gives
  * another good answer than a plain acknowledgement; -2 to -5 as listed; a positive value is the
- * controller's refusal.
+ * controller's refusal (or 1, when the ping's answer was cut). When the second connection fails, the call
+ * ends with its status and sends nothing.
  *
  * They print "retdata.ControllerType == 0x%x ", "ret =====cmd_tcpPing===== %d " and
  * "HV_Client init..., Client.m_DeviceType == 0x%x " (with Chinese words in GB2312) on the way;
  * "cmd_tcpPing run error..." when the ping fails; "oClient.m_DeviceType != retdata.ControllerType " when the
- * controller names another type the second time; the messages of cmd_tcpPing and
- * program_setScreenParams_G56; "Error: no arrMode is specified.Use MULTILINE Mode"; "Error:no string has been
- * added." for an empty text; "Error %d opening font." for a font file that cannot be opened; "Error:The
- * picture does not exist.ID:" and 0 for a picture that cannot be read; "Send failed...", "Recv failed..." and
- * "Unpack failed..." with byte counts when the exchange fails.
+ * controller names another type the second time, or none since it cannot be reached; the messages of
+ * cmd_tcpPing and program_setScreenParams_G56; "Error: no arrMode is specified.Use MULTILINE Mode"; "Error:no
+ * string has been added." for an empty text; "Error %d opening font." for a font file that cannot be opened;
+ * "Error:The picture does not exist.ID:" and 0 for a picture that cannot be read; "Send failed...", "Recv
+ * failed..." and "Unpack failed..." with byte counts when the exchange fails, and "nCmdDataLen <= 0 " before
+ * the last when the answer was a good one, but not a plain acknowledgement.
  */
 
 /* Text that runs through the rectangle from right to left: one line, red, centred while it stands.
@@ -1233,8 +1243,8 @@ QM_API int dynamicArea_AddAreaTxt_6G(const char* pIP, Ouint32 nPort, E_ScreenCol
                                      const char* strAreaTxtContent) QM_NOTHROW;
 
 /* Text with every setting: the rectangle and the speech from oAreaHeader_G6 (its other fields are not
- * read), the effect and the look from stPageHeader. Speech whose text is null or longer than 65,515 bytes
- * is refused with -1 before anything is sent. */
+ * read), the effect and the look from stPageHeader. Speech whose text is null, but for a length of 0, or
+ * longer than 65,515 bytes is refused with -1 before anything is sent. */
 QM_API int dynamicArea_AddAreaTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
                                             Ouint8 uAreaId, HVareaHeader_G6* oAreaHeader_G6,
                                             HVpageHeader_G6* stPageHeader, const char* fontName,
@@ -1319,7 +1329,7 @@ QM_API int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenC
  *               are -1, and nothing is sent.
  *   uAreaCount  number of ids; -1 deletes all areas, and no ids are read. Other negative numbers are sent as
  *               they are, without ids.
- *   pAreaID     the ids, of any value */
+ *   pAreaID     the ids, of any value; null only in generation 5, and only where none is read */
 QM_API int dynamicArea_DelArea_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaId) QM_NOTHROW;
 QM_API int dynamicArea_DelAreas_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount,
                                    Oint8* pAreaID) QM_NOTHROW;
@@ -1330,8 +1340,8 @@ QM_API int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCo
 /* Speech without an area, on generation 6: inserts a text, or replaces entries of the controller's list of
  * voices. They do not ping. StoreFlag, VoiceFlg and the fields of the records are the speech unit's; VoiceID
  * is sent with updates only, and a count above 255 is announced by its low byte, with all records. -1,
- * before anything is sent, for a text that is missing or longer than 65,515 bytes, for an empty one that is
- * to be inserted, and for a port that the calls of generation 6 refuse. */
+ * before anything is sent, for a text that is null, but for a length of 0, or longer than 65,515 bytes, for
+ * an empty one that is to be inserted, and for a port that the calls of generation 6 refuse. */
 QM_API int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
                                            Ouint8 VoiceFlg, Ouint8 StoreFlag) QM_NOTHROW;
 QM_API int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,
