@@ -31,7 +31,7 @@ class CData {
     explicit CData(Bytes bytes) : CData(length_of(bytes)) {
         std::copy(bytes.begin(), bytes.end(), m_pData.get());
     }
-    CData(const CData& other) : CData(other.bytes()) { m_nDataLen = other.m_nDataLen; }
+    CData(const CData& other) { *this = other.is_error() ? error() : CData(other.bytes()); }
     CData(CData&& other) noexcept
         : m_pData(std::move(other.m_pData)), m_nDataLen(std::exchange(other.m_nDataLen, 0)) {}
     CData& operator=(CData other) noexcept {
