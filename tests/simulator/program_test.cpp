@@ -131,6 +131,7 @@ TEST(Program, OnceShowsTheUpdateAndEnds) {
     Program program({"--port", "0", "--once", "--frames", folder / "frames", "--screenshot",
                      folder / "frames/panel.png", "--size", "8x1", "--color", "1", "--scale", "4"});
     const std::uint16_t port = program.port();
+    EXPECT_TRUE(std::filesystem::exists(folder / "frames/panel.png")) << "before the first change";
     EXPECT_FALSE(test::Client(port).ask(test::handshake()).empty()); // updates nothing
     EXPECT_FALSE(test::Client(port)
                      .ask(test::envelope_around(test::payload_of({{1, {0, 0, 8, 1}, {hex("FF*3 7F")}}})))

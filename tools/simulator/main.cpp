@@ -61,6 +61,9 @@ class Display {
         write_screenshot(screen);
     }
 
+    // The one before any change.
+    void begin(const Image& screen) { write_screenshot(screen); }
+
     // The last one.
     void finish(const Image& screen) {
         const std::lock_guard lock(m_mutex);
@@ -139,6 +142,7 @@ void run(const Settings& settings) {
         };
     auto held = display.hold(); // until it is said that the controller is there
     Simulator simulator(std::move(options));
+    display.begin(simulator.screen());
     if (!settings.state.empty()) display.keep(simulator.state(), simulator.files());
     announce(settings, simulator);
     held.unlock();

@@ -127,7 +127,7 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
     app.add_option("--frames", settings.frames, "Folder for a PNG at each change: frame-0001.png, ...")
         ->type_name("DIR");
     app.add_option("--screenshot", settings.screenshot,
-                   "PNG of the LED panel, written at each change and at the end")
+                   "PNG of the LED panel, written at the start and at each change")
         ->type_name("FILE");
     add(app, "--scale", typed.scale, "Pixels of the screenshot for each LED, each way", "N",
         expect_number(1, kLargestScale, "a number"));
