@@ -1,5 +1,6 @@
 // Control and network commands: what they change, what the controller then says of itself, what it refuses.
 #include "host.h"
+#include "simulator/picture.h"
 
 #include <atomic>
 
@@ -116,10 +117,13 @@ TEST(Control, BrightnessDimsTheScreenByTheHalfHour) {
     ASSERT_TRUE(c.host.control(7, "01 0F*25 07 0F*22").acknowledged()); // 12:30 to 13:00
     EXPECT_EQ(c.sim.screen().at(0, 0), full);
     c.now = at(2026, 3, 1, 12, 30);
-    EXPECT_EQ(c.sim.screen().at(0, 0), (Rgb{127, 0, 0}));
+    EXPECT_EQ(c.sim.screen().at(0, 0), (Rgb{153, 0, 0}));
     EXPECT_EQ(c.host.control(15, "").payload[3], 7);
     ASSERT_TRUE(c.host.control(7, "00 03 0F*47").acknowledged());
-    EXPECT_EQ(c.sim.screen().at(0, 0), (Rgb{63, 0, 0}));
+    EXPECT_EQ(c.sim.screen().at(0, 0), (Rgb{102, 0, 0}));
+    ASSERT_TRUE(c.host.control(7, "00 00 0F*47").acknowledged());
+    const Rgb least = led_panel(c.sim.screen(), 8).at(4, 4), unlit = led_panel(c.sim.screen(), 8).at(12, 4);
+    EXPECT_GT(least.r, 2 * unlit.r) << "the lowest level can be told from an LED that is not lit";
     EXPECT_THAT(c.host.control(25, "").payload, is_hex("0F 00 00 00"));
 }
 

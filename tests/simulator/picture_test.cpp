@@ -82,6 +82,8 @@ TEST(LedPanel, EnlargesEveryLedAsADotOnABlackBoard) {
     EXPECT_GT(panel.at(13, 4).r, panel.at(17, 8).r);
     EXPECT_LT(panel.at(0, 0).r, 60); // the board between them
     EXPECT_EQ(led_panel(screen, 1), screen);
+    screen.set(0, 0, {20, 0, 0});
+    EXPECT_GT(led_panel(screen, 9).at(4, 4).r, panel.at(13, 4).r); // the faintest light, beside a dark one
 }
 
 TEST(Png, HoldsTheScreenPixelByPixel) {

@@ -64,11 +64,12 @@ std::optional<std::string> locked_program(const State& state, Moment now) {
     return state.settings.program_lock.program;
 }
 
-// Level 0 can still be seen.
+// Level 0 can still be told from dark: it has a quarter of the light, and nothing lit is rounded to nothing.
 void dim(Image& image, unsigned level) {
+    constexpr unsigned kFloor = 5, kWhole = kFloor + kBrightest;
     if (level >= kBrightest) return;
     for (std::uint8_t& value : image.rgb)
-        value = static_cast<std::uint8_t>(value * (level + 1) / (kBrightest + 1));
+        value = static_cast<std::uint8_t>((value * (kFloor + level) + kWhole - 1) / kWhole);
 }
 
 } // namespace

@@ -45,7 +45,7 @@ std::uint8_t mix(double from, double to, double share) {
 std::uint8_t shaded(std::uint8_t light, std::uint8_t board, std::uint8_t dark, double brightness,
                     const Shade& shade) {
     const double lit = light + (255 - light) * shade.core * brightness;
-    const double led = std::max<double>(dark, lit);
+    const double led = dark + lit * (255 - dark) / 255; // the faintest light can be told from none
     const double around = std::max<double>(board, light * shade.glow);
     return mix(around, led, shade.lens);
 }
