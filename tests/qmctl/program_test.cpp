@@ -276,8 +276,11 @@ TEST_F(ProgramVerbs, WhatTheDescriptionLeavesOpenIsAskedOfTheController) {
 TEST_F(ProgramVerbs, SendWritesWhatBuildBuilds) {
     for (const int type : {0x0262, 0x0051}) {
         sim::Simulator controller({.type = static_cast<std::uint16_t>(type), .width = 64, .height = 16});
-        const Outcome sent = program("send", kWhole, {"-c", address(controller.port())});
+        const Outcome sent = program("send", kWhole, {"--json", "-c", address(controller.port())});
         ASSERT_EQ(sent.status, 0) << sent.err;
+        const auto listed = qmctl_json(controller.port(), {"fs", "ls"})["files"];
+        const auto said = nlohmann::json::parse(sent.out)["files"];
+        EXPECT_THAT(said, testing::Contains(listed.at(0))) << "name, type, size and CRC";
         ASSERT_EQ(program("build", kWhole, {"--type", std::to_string(type)}).status, 0);
         for (const sim::StoredFile& file : controller.files()) {
             EXPECT_EQ(file.data, content_of(file.name)) << file.name;

@@ -25,14 +25,14 @@ TEST(Files, BlocksInOrderMakeAFile) {
     ASSERT_TRUE(file);
     EXPECT_EQ(file->type, 7);
     EXPECT_THAT(file->data, is_hex("31 32 33 34 35 36 37 38 39"));
-    EXPECT_EQ(file->crc, 0xCBF43926U);
-    EXPECT_THAT(f.host.file(19, "").payload, is_hex("01 50 30 30 31 26 39 F4 CB 09 00 00 00"));
-    EXPECT_THAT(f.host.file(4, "50 30 30 31").payload, is_hex("50 30 30 31 09 00 00 00 26 39 F4 CB"));
+    EXPECT_EQ(file->crc, 0x39383736U) << "the last 4 bytes, as they were announced";
+    EXPECT_THAT(f.host.file(19, "").payload, is_hex("01 50 30 30 31 36 37 38 39 09 00 00 00"));
+    EXPECT_THAT(f.host.file(4, "50 30 30 31").payload, is_hex("50 30 30 31 09 00 00 00 36 37 38 39"));
     EXPECT_THAT(f.host.file(5, "50 30 30 31 00 00 00 00").payload,
                 is_hex("50 30 30 31 01 00 00 00 00 31 32 33 34 35 36 37 38 39"));
     EXPECT_THAT(f.host.file(5, "50 30 30 31 07 00 00 00").payload,
                 is_hex("50 30 30 31 01 07 00 00 00 38 39"));
-    EXPECT_THAT(f.host.file(19, "").payload, is_hex("00 50 30 30 31 26 39 F4 CB 09 00 00 00"));
+    EXPECT_THAT(f.host.file(19, "").payload, is_hex("00 50 30 30 31 36 37 38 39 09 00 00 00"));
 }
 
 TEST(Files, BlocksOutOfOrderAreRefusedAndTheWriteGoesOn) {
@@ -106,7 +106,7 @@ TEST(Files, DirectoryComesInBlocksOfOneType) {
     EXPECT_THAT(f.host.file(6, "01 FF").payload, is_hex("28 00"));
     const Frame first = f.host.file(7, "00 00").payload;
     ASSERT_EQ(first.size(), 5U + 32 * 13);
-    EXPECT_THAT(Bytes(first).first(18), is_hex("00 00 00 20 00 50 30 30 30 01 09 00 00 00 26 39 F4 CB"));
+    EXPECT_THAT(Bytes(first).first(18), is_hex("00 00 00 20 00 50 30 30 30 01 09 00 00 00 36 37 38 39"));
     const Frame second = f.host.file(7, "20 00").payload;
     ASSERT_EQ(second.size(), 5U + 8 * 13);
     EXPECT_THAT(Bytes(second).first(9), is_hex("01 20 00 08 00 50 30 33 32"));

@@ -63,8 +63,10 @@ FileSystem::Result FileSystem::finish() {
     if (pending.family == FileFamily::configuration && announced.name == kConfigurationFile &&
         !is_configuration(pending.data))
         return ErrorValue::bad_checksum;
-    m_transfer.crc = calc_crc32(pending.data);
-    restore({pending.family, announced.name, announced.type, std::move(pending.data), m_transfer.crc, 0});
+    m_transfer.crc = ByteReader(announced.tail).u32();
+    const std::uint32_t data_crc = calc_crc32(pending.data);
+    restore({pending.family, announced.name, announced.type, std::move(pending.data), m_transfer.crc,
+             data_crc, 0});
     return {};
 }
 

@@ -24,8 +24,9 @@ struct StoredFile {
     std::string name; // 4 characters, any bytes
     std::uint8_t type = 0;
     Frame data;
-    std::uint32_t crc = 0;     // CRC-32 of the data
-    std::uint64_t version = 0; // differs from write to write
+    std::uint32_t crc = 0;      // as it was announced: the last 4 bytes, which close a program with its CRC
+    std::uint32_t data_crc = 0; // CRC-32 of the data
+    std::uint64_t version = 0;  // differs from write to write
 };
 
 // The start of a write.

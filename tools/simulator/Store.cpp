@@ -37,6 +37,7 @@ StoredFile file_from(const nlohmann::json& entry) {
         throw std::runtime_error("a file name has not 4 characters");
     file.type = entry.at("type").get<std::uint8_t>();
     file.crc = entry.at("crc").get<std::uint32_t>();
+    file.data_crc = entry.value("data_crc", file.crc); // where none was kept beside it, that was of the data
     return file;
 }
 
@@ -98,7 +99,7 @@ bool Store::load_data(StoredFile& file) {
     m_kept[path] = 0;
     const bool there = fs::is_regular_file(path) && fs::file_size(path) <= FileSystem::kCapacity;
     if (there) file.data = read_whole(path);
-    if (there && calc_crc32(file.data) == file.crc) return true;
+    if (there && calc_crc32(file.data) == file.data_crc) return true;
     std::string words = path.string() + (fs::exists(path) ? ": its CRC is wrong" : ": it is missing");
     if (fs::exists(path)) words += "; it is now in " + set_aside({path}).string();
     m_complain(words);
@@ -129,6 +130,7 @@ void Store::write_changes(const ControllerState& settings, const FileSystem& fil
     for (const StoredFile* file : files.all()) {
         const fs::path path = path_of(file->family, file->name);
         index["files"].push_back(json_of(*file));
+        index["files"].back()["data_crc"] = file->data_crc;
         wanted.insert(path);
         const auto kept = m_kept.find(path);
         if (kept != m_kept.end() && kept->second == file->version) continue;
