@@ -25,10 +25,8 @@ class Control : public testing::TestWithParam<Ouint16> {
     [[nodiscard]] sim::Snapshot state() const { return m_sim.state(); }
     [[nodiscard]] Ouint16 port() const { return m_sim.port(); }
     void show_text(const char* text) {
-        auto area = rectangle(0, 0, 128, 32);
-        auto page = still_text(12, eRed);
-        ASSERT_EQ(dynamicArea_AddAreaTxtDetails_6G(kHost, port(), SCREEN_COLOR_DOUBLE, 0, &area, &page,
-                                                   "DejaVu Sans", text),
+        ASSERT_EQ(test::show_text(m_sim, GetParam(), SCREEN_COLOR_DOUBLE, rectangle(0, 0, 128, 32),
+                                  still_text(12, eRed), text),
                   0);
     }
 

@@ -1,11 +1,15 @@
 #include "drawing.h"
 
+#include "simulator/Series.h"
+
 #include <cairo.h>
 #include <cmath>
 
 namespace qm::test {
 namespace {
 
+constexpr char kHost[] = "127.0.0.1";
+constexpr char kFont[] = "DejaVu Sans";
 constexpr int kThreshold = 96;
 
 // The controllers' gamma of 2, then as many bits as the 16-bit pixel has for the channel.
@@ -121,6 +125,30 @@ HVareaHeader_G6 rectangle(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height) {
     area.AreaWidth = width;
     area.AreaHeight = height;
     return area;
+}
+
+int show_text(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
+              HVpageHeader_G6 page, const char* text) {
+    const auto leds = static_cast<E_ScreenColor_G56>(color);
+    if (sim::generation_of(type) != sim::Generation::five)
+        return dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), leds, 0, &area, &page, kFont, text);
+    const HVfontData font{page.arrMode,    page.fontSize, page.color,  page.fontBold, page.fontItalic,
+                          page.tdirection, page.txtSpace, page.Halign, page.Valign};
+    return dynamicArea_AddAreaWithTxt_5G(kHost, sim.port(), leds, 0, 0, 0, 1, 0, nullptr, 1, area.AreaX,
+                                         area.AreaY, area.AreaWidth, area.AreaHeight, {}, page.DisplayMode,
+                                         page.ClearMode, page.Speed, page.StayTime, page.RepeatTime, font,
+                                         kFont, text);
+}
+
+int show_picture(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
+                 HVpageHeader_G6 page, const char* path) {
+    const auto leds = static_cast<E_ScreenColor_G56>(color);
+    if (sim::generation_of(type) != sim::Generation::five)
+        return dynamicArea_AddAreaPic_6G(kHost, sim.port(), leds, 0, area.AreaX, area.AreaY, area.AreaWidth,
+                                         area.AreaHeight, &page, path);
+    return dynamicArea_AddAreaWithPic_5G(kHost, sim.port(), leds, 0, 0, 0, 1, 0, nullptr, 1, area.AreaX,
+                                         area.AreaY, area.AreaWidth, area.AreaHeight, {}, page.DisplayMode,
+                                         page.ClearMode, page.Speed, page.StayTime, page.RepeatTime, path);
 }
 
 } // namespace qm::test

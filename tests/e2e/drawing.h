@@ -2,7 +2,7 @@
 #pragma once
 
 #include "qm_sdk_dual.h"
-#include "simulator/Image.h"
+#include "simulator/Simulator.h"
 
 #include <string>
 
@@ -28,5 +28,11 @@ int lit_pixels(const sim::Image& image);
 // Settings of a page whose text stands still at the top left.
 HVpageHeader_G6 still_text(Ouint16 points, Ouint32 color);
 HVareaHeader_G6 rectangle(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height);
+
+// One area with a text or a picture, sent in the form of the controller's generation; the status.
+int show_text(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
+              HVpageHeader_G6 page, const char* text);
+int show_picture(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
+                 HVpageHeader_G6 page, const char* path);
 
 } // namespace qm::test

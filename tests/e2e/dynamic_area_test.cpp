@@ -145,7 +145,7 @@ TEST(DynamicArea, KeepsCallersOfDifferentScreensApart) {
         Ouint16 type;
         E_ScreenColor_G56 color;
         Leds leds;
-    } kinds[] = {{0x0051, SCREEN_COLOR_SINGLE, Leds::single},
+    } kinds[] = {{0x0058, SCREEN_COLOR_SINGLE, Leds::single},
                  {0x0262, SCREEN_COLOR_DOUBLE, Leds::dual},
                  {0x0063, SCREEN_COLOR_THREE, Leds::three},
                  {0x8166, SCREEN_COLOR_FULLCOLOR, Leds::full888}};

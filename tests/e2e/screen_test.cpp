@@ -60,12 +60,6 @@ sim::Options controller(Ouint16 type, Ouint32 color) {
     return options;
 }
 
-int send_text(const sim::Simulator& sim, Ouint32 color, HVareaHeader_G6 area, HVpageHeader_G6 page,
-              const char* text = kText) {
-    return dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), static_cast<E_ScreenColor_G56>(color), 0,
-                                            &area, &page, "DejaVu Sans", text);
-}
-
 class EveryController : public testing::TestWithParam<Series> {};
 
 TEST_P(EveryController, ShowsTheTextThatCairoDraws) {
@@ -75,8 +69,8 @@ TEST_P(EveryController, ShowsTheTextThatCairoDraws) {
         for (const Screen& screen : screens_of(GetParam().pixels)) {
             const auto type = static_cast<Ouint16>(variant << 8 | GetParam().series);
             const sim::Simulator sim(controller(type, screen.color));
-            ASSERT_EQ(send_text(sim, screen.color, rectangle(5, 2, kWidth - 5, kHeight - 2),
-                                still_text(12, eYellow)),
+            ASSERT_EQ(show_text(sim, type, screen.color, rectangle(5, 2, kWidth - 5, kHeight - 2),
+                                still_text(12, eYellow), kText),
                       0)
                 << std::hex << type;
             const sim::Image expected = on_screen(yellow, screen.leds, 5, 2, kWidth, kHeight);
@@ -104,10 +98,8 @@ TEST(Screen, ShowsARandomPictureAtEveryOffset) {
                                            {0x8166, Pixels::full888}}) {
             for (const Screen& screen : screens_of(pixels)) {
                 const sim::Simulator sim(controller(type, screen.color));
-                ASSERT_EQ(dynamicArea_AddAreaPic_6G(kHost, sim.port(),
-                                                    static_cast<E_ScreenColor_G56>(screen.color), 3,
-                                                    static_cast<Ouint16>(x), 5, 41, 13, &page, path.c_str()),
-                          0);
+                const auto area = rectangle(static_cast<Ouint16>(x), 5, 41, 13);
+                ASSERT_EQ(show_picture(sim, type, screen.color, area, page, path.c_str()), 0);
                 const sim::Image expected = on_screen(picture, screen.leds, x, 5, kWidth, kHeight);
                 EXPECT_EQ(differing_pixels(sim.screen(), expected), 0) << std::hex << type << " at " << x;
             }

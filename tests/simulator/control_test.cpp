@@ -79,6 +79,36 @@ TEST(Control, ImpossibleValuesAreRefusedAndChangeNothing) {
     }
 }
 
+TEST(Control, PayloadsOfTheOtherGenerationAreRefused) {
+    const Frame lock5 = test::hex("00 01 50 30 30 31 00*4"), lock6 = test::hex("00 01 50 30 30 31 00*5");
+    const Frame area5 =
+        test::hex("2A 00 00 00 09 01 03 02 01 00 00 01 00*4 10 00 00 00 00 08 00 01 00 00 01 00 "
+                  "0E 00 00 00 00 01 00 00 00 00 01 08 00 00*4 7F");
+    const Frame area6 = test::content_of({{1, {0, 0, 8, 1}, {test::hex("7F")}}});
+    const Frame configuration5 = test::hex("43 30 30 30 01 26 00 00 00 01 00*4");
+    const Frame configuration6 = test::hex("43 30 30 30 01 5E 00 00 00 01 00*4");
+    const Frame voice = test::hex("00 01 04 14 00 00 00 00*20");
+    const struct {
+        const char* what;
+        std::uint8_t group, cmd;
+        const Frame& payload;
+        unsigned five, six; // error value of each generation
+    } rows[] = {{"area of 5", 0xA7, 0, area5, 0, 112},
+                {"area of 6", 0xA7, 0, area6, 112, 0},
+                {"configuration of 5", 0xA1, 11, configuration5, 0, 112},
+                {"configuration of 6", 0xA1, 11, configuration6, 112, 0},
+                {"program lock of 5, which hosts send to both", 0xA2, 14, lock5, 0, 0},
+                {"program lock of 6", 0xA2, 14, lock6, 112, 0},
+                {"speech", 0xA7, 2, voice, 101, 0}};
+    const Simulator five({.type = 0x0154, .width = 8, .height = 1, .color = ScreenColor::single});
+    const Simulator six({.type = 0x0662, .width = 8, .height = 1, .color = ScreenColor::single});
+    for (const auto& row : rows) {
+        EXPECT_EQ(Host(five).ask(row.group, row.cmd, row.payload).error, row.five) << row.what;
+        EXPECT_EQ(Host(six).ask(row.group, row.cmd, row.payload).error, row.six) << row.what;
+    }
+    EXPECT_EQ(five.dynamic_areas().size() + six.dynamic_areas().size(), 2U);
+}
+
 TEST(Control, ScreenIsDarkWhileItIsOff) {
     Controlled c;
     c.draw();

@@ -137,17 +137,19 @@ Frame configuration(std::size_t size, std::string_view controller) {
 }
 
 TEST(Files, ConfigurationIsCheckedAndNamesTheController) {
-    Filed f;
     for (const std::size_t size : {38U, 94U}) {
+        Filed f{Simulator({.type = static_cast<std::uint16_t>(size == 38 ? 0x0051 : 0x0262)})};
         ASSERT_EQ(f.host.write("C000", configuration(size, "LOBBY"), 1, true, true), 0U) << size;
         EXPECT_EQ(f.sim.state().name, "LOBBY");
         Frame spoilt = configuration(size, "OTHER");
         spoilt[20] ^= 1;
         EXPECT_EQ(f.host.write("C000", spoilt, 1, true, true), 110U) << size;
+        EXPECT_EQ(f.host.write("C000", configuration(40, "OTHER"), 1, true, true), 110U);
         EXPECT_EQ(f.sim.state().name, "LOBBY");
+        EXPECT_EQ(f.sim.file("C000")->data.size(), size);
     }
-    EXPECT_EQ(f.host.write("C000", configuration(40, "OTHER"), 1, true, true), 110U);
-    EXPECT_EQ(f.sim.file("C000")->data.size(), 94U);
+    Filed f;
+    ASSERT_EQ(f.host.write("C000", configuration(94, ""), 1, true, true), 0U);
     EXPECT_EQ(f.host.file(4, "43 30 30 30").error, 108); // it is no ordinary file
     EXPECT_EQ(f.host.file(13, "43 30 30 30").payload.size(), 12U);
     EXPECT_EQ(f.host.file(14, "43 30 30 30 00 00 00 00").payload.size(), 9U + 94U);
@@ -158,7 +160,7 @@ TEST(Files, ConfigurationIsCheckedAndNamesTheController) {
 TEST(Files, ConfigurationIsDeletedByANameThatLacksItsLastByte) {
     Filed f;
     for (const char* name : {"A001", "C000", "C100", "C101"})
-        ASSERT_EQ(f.host.write(name, configuration(38, ""), 1, true, true), 0U);
+        ASSERT_EQ(f.host.write(name, configuration(94, ""), 1, true, true), 0U);
     EXPECT_EQ(f.host.file(10, "01 00 43 31 30").error, 108); // could be either
     EXPECT_TRUE(f.host.file(10, "02 00 41 30 30 31 43 30 30").acknowledged());
     ASSERT_EQ(f.sim.files().size(), 2U);

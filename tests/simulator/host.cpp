@@ -3,10 +3,11 @@
 namespace qm::sim::test {
 
 Answer answer_in(Bytes frame) {
-    constexpr std::size_t kLinkHeader = 28;
     const Frame body = unstuffed(frame);
     ByteReader reader(body);
-    reader.skip(kLinkHeader + 1);
+    reader.skip(4);
+    const std::size_t header = reader.u8() == 5 ? 27 : 28;
+    reader.skip(header - 5 + 1);
     Answer answer;
     answer.group = reader.u8();
     answer.cmd = reader.u8();

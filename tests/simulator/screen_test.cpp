@@ -47,7 +47,7 @@ TEST(Screen, ShowsEachColourAndMode) {
         const char *data, *picture;
     };
     const Row rows[] = {
-        {0x0151, ScreenColor::dual, "3F 5F", "YGR"}, // green 0 and 1, red 0 and 2
+        {0x0662, ScreenColor::dual, "3F 5F", "YGR"}, // green 0 and 1, red 0 and 2
         {0x0262, ScreenColor::dual, "FF FF FF 5F FF FF FF 3F", "YGR"},
         {0x0262, ScreenColor::three, "FF FF FF 5F FF FF FF 3F FF FF FF 5F", "WGM"},
         {0x0066, ScreenColor::full, "1F 00 00 F8 FF FF", "RBW"},
@@ -132,12 +132,6 @@ TEST(Payloads, AreKeptByteForByteWhetherTakenOrRefused) {
     for (int i = 0; i < 70; ++i) send(sim, good);
     EXPECT_EQ(sim.payloads().size(), 64U);
     EXPECT_EQ(sim.payloads().back(), good);
-}
-
-TEST(Payloads, OfBothGenerationsAreTaken) {
-    Simulator sim({.type = 0x0154, .width = 8, .height = 1, .color = ScreenColor::single});
-    EXPECT_EQ(send(sim, payload_of({{1, {0, 0, 8, 1}, {hex("7F")}}})), kTaken);
-    EXPECT_EQ(letters(sim.screen()), "R.......");
 }
 
 } // namespace

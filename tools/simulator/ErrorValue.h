@@ -18,6 +18,7 @@ namespace qm::sim {
     X(out_of_order, 109, "the command does not continue what came before it")                                \
     X(bad_checksum, 110, "the file does not end with what was announced, or its checksum is wrong")          \
     X(wrong_password, 111, "the password is not the one that is set")                                        \
+    X(other_generation, 112, "the payload is in the form of the other generation")                           \
     X(refused_by_fault, 199, "a fault asked for it")
 
 #define QM_SIM_ERROR_ENUMERATOR(name, value, words) name = (value),

@@ -7,7 +7,7 @@
 namespace qm::sim {
 namespace {
 
-constexpr std::size_t kConfiguration5 = 38, kConfiguration6 = 94, kCrc16 = 2;
+constexpr std::size_t kCrc16 = 2;
 
 bool ends_as_announced(Bytes data, const std::array<std::uint8_t, 4>& tail) {
     const std::size_t count = std::min(data.size(), tail.size());

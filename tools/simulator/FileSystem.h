@@ -16,8 +16,9 @@ namespace qm::sim {
 
 enum class FileFamily : std::uint8_t { ordinary, configuration };
 
-// The configuration proper; its checksum is looked at.
+// The configuration proper, of the one or the other generation; its checksum is looked at.
 constexpr const char* kConfigurationFile = "C000";
+constexpr std::size_t kConfiguration5 = 38, kConfiguration6 = 94;
 
 struct StoredFile {
     FileFamily family = FileFamily::ordinary;

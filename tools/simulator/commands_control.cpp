@@ -68,8 +68,11 @@ Outcome lock_screen(State& state, Bytes payload, Moment now) {
     return {Ack{}, lock ? "locked" : "unlocked", true};
 }
 
-// nonvolatile, lock, name 4, in the longer form a reserved byte, lockDuration u32.
+// nonvolatile, lock, name 4, in the form of generation 6 a reserved byte, lockDuration u32. Generation 6
+// takes the other form, too: hosts send no other over TCP.
 Outcome lock_program(State& state, Bytes payload, Moment now) {
+    if (payload.size() == kProgramLock6 && generation_of(state.model.type) == Generation::five)
+        return refuse(ErrorValue::other_generation);
     if (payload[0] > 1 || payload[1] > 1) return refuse(ErrorValue::bad_value);
     ByteReader reader(payload.subspan(2));
     ProgramLock lock;

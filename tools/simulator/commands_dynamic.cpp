@@ -52,15 +52,13 @@ std::string words_for(const std::vector<DynamicArea>& areas) {
     return words;
 }
 
-// A controller of generation 5 takes its own form, and that of generation 6 as well.
 ParsedAreas parse(Generation generation, Bytes payload) {
-    if (generation != Generation::five) return parse_dynamic_areas(payload);
-    ParsedAreas own = parse_dynamic_area_5(payload);
-    if (std::holds_alternative<ErrorValue>(own)) {
-        ParsedAreas other = parse_dynamic_areas(payload);
-        if (!std::holds_alternative<ErrorValue>(other)) return other;
-    }
-    return own;
+    const bool five = generation == Generation::five;
+    ParsedAreas areas = five ? parse_dynamic_area_5(payload) : parse_dynamic_areas(payload);
+    if (!std::holds_alternative<ErrorValue>(areas)) return areas;
+    const ParsedAreas foreign = five ? parse_dynamic_areas(payload) : parse_dynamic_area_5(payload);
+    if (!std::holds_alternative<ErrorValue>(foreign)) return ErrorValue::other_generation;
+    return areas;
 }
 
 Outcome update_areas(State& state, Bytes payload, Moment now) {

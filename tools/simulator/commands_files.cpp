@@ -53,6 +53,13 @@ Outcome remove_configurations(State& state, Bytes payload, Moment) {
     return outcome_of(state.files.remove(FileFamily::configuration, names), std::to_string(count) + " files");
 }
 
+// Whether it is the configuration proper of the other generation.
+bool is_foreign(Generation own, const Announcement& announcement) {
+    if (announcement.name != kConfigurationFile) return false;
+    return (own == Generation::five && announcement.length == kConfiguration6) ||
+           (own == Generation::six && announcement.length == kConfiguration5);
+}
+
 // name 4, type, length u32, overwrite, last bytes of the file 4.
 template <FileFamily family> Outcome start_write(State& state, Bytes payload, Moment) {
     ByteReader reader(payload);
@@ -63,18 +70,20 @@ template <FileFamily family> Outcome start_write(State& state, Bytes payload, Mo
     announcement.overwrite = reader.u8() != 0;
     const Bytes tail = reader.rest();
     std::copy(tail.begin(), tail.end(), announcement.tail.begin());
+    if (family == FileFamily::configuration && is_foreign(generation_of(state.model.type), announcement))
+        return refuse(ErrorValue::other_generation);
     return outcome_of(state.files.start_write(family, announcement),
                       std::to_string(announcement.length) + " bytes");
 }
 
 // ControllerName stands behind the file type, ScreenAddress, in generation 6 only, behind the name.
 void take_names(ControllerState& settings, Bytes configuration) {
-    constexpr std::size_t kSize6 = 94, kName5 = 8, kName6 = 16, kLocation = 48;
+    constexpr std::size_t kName5 = 8, kName6 = 16, kLocation = 48;
     const auto text = [&](std::size_t at, std::size_t size) {
         const std::string field = text_of(configuration.subspan(at, size));
         return field.substr(0, field.find('\0'));
     };
-    const bool six = configuration.size() == kSize6;
+    const bool six = configuration.size() == kConfiguration6;
     settings.name = text(1, six ? kName6 : kName5);
     settings.location = six ? text(1 + kName6, kLocation) : "";
 }
