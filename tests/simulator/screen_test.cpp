@@ -122,6 +122,25 @@ TEST(Screen, AreasTakeNoMoreThanTheMemory) {
     EXPECT_EQ(sim.dynamic_areas().size(), 2U);
 }
 
+TEST(Screen, TakesAPageOfItsOwnSizeAndNoLongerFrame) {
+    std::string log; // written by the simulator's thread before it answers
+    Simulator sim({.type = 0x0166,
+                   .width = 4096,
+                   .height = 2800,
+                   .color = ScreenColor::full,
+                   .on_request = [&](const std::string& words) { log += words + "\n"; }});
+    const Frame update = payload_of({{1, {0, 0, 4096, 2800}, {Frame(3 * 4096 * 2800, 0xFF)}}});
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(send(sim, update), kTaken) << "also in the place of the same";
+    EXPECT_EQ(sim.screen().at(4095, 2799), (Rgb{255, 255, 255}));
+    Client client(sim.port());
+    client.send(hex("A5"));
+    client.send(Frame(3 * 4096 * 2800 + (std::size_t{32} << 20U) + 1, 0x11));
+    client.send(hex("5A"));
+    EXPECT_FALSE(client.ask(test::handshake()).empty());
+    EXPECT_EQ(sim.bad_frames(), 1U);
+    EXPECT_NE(log.find("bad frame, it is too long for a screen of this size: not answered"), log.npos) << log;
+}
+
 TEST(Payloads, AreKeptByteForByteWhetherTakenOrRefused) {
     Simulator sim(small_screen());
     const Frame good = payload_of({{1, {0, 0, 8, 1}, {hex("5A")}}});

@@ -25,6 +25,9 @@ struct Model {
     int width = 0, height = 0;
     PixelFormat format;
     bool web = false; // has a web server
+
+    // Bytes of pixel data that fill the screen.
+    [[nodiscard]] std::size_t page() const { return pixel_data_length(format, {0, 0, width, height}); }
 };
 
 // The moment of a request.

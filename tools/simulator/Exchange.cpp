@@ -46,8 +46,12 @@ std::string Exchange::ask_wifi(std::string_view text) {
     return answer;
 }
 
-Exchange::Turn Exchange::take(Bytes body) {
-    const auto opened = open_request(body, m_generation);
+std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
+
+Exchange::Turn Exchange::take(const std::variant<Frame, BadFrame>& frame) {
+    const auto* body = std::get_if<Frame>(&frame);
+    const auto opened =
+        body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
     Report report;
     Turn turn;
     {

@@ -1,4 +1,4 @@
-// A controller's side of the wire without the wire: bodies of frames in, answers out. It counts, spoils
+// A controller's side of the wire without the wire: frames in, answers out. It counts, spoils
 // answers when a fault is set, and reports to the owner. Any thread may call it.
 #pragma once
 
@@ -22,7 +22,9 @@ class Exchange {
     // The options outlive the exchange.
     explicit Exchange(const Options& options);
 
-    Turn take(Bytes body);
+    Turn take(const std::variant<Frame, BadFrame>& frame);
+    // What fills the screen goes into one frame, and 32 MiB besides.
+    [[nodiscard]] std::size_t longest_frame() const;
     // One datagram for the Wi-Fi module, and the answer.
     std::string ask_wifi(std::string_view text);
 

@@ -5,33 +5,38 @@
 
 #include <cstddef>
 #include <optional>
+#include <variant>
 
 namespace qm::sim {
 
+// A frame that a controller does not answer, and why not.
+struct BadFrame {
+    const char* why;
+};
+
 class FrameSplitter {
   public:
-    // The longest body that is collected; what is longer is skipped to its end.
-    static constexpr std::size_t kMaxBody = std::size_t{32} << 20U;
+    // Bodies up to this length are collected; a longer one is skipped to its end.
+    explicit FrameSplitter(std::size_t longest) : m_longest(longest) {}
 
-    explicit FrameSplitter(std::size_t max_body = kMaxBody) : m_max_body(max_body) {}
-
-    // Takes bytes off the front of input until a frame ends. Gives the unstuffed body of that frame, or
-    // nothing when input ran out first. A frame that breaks the stuffing, is cut off by the start of another
-    // or is too long gives an empty body. Bytes between frames are skipped.
-    std::optional<Frame> next(Bytes& input);
+    // Takes bytes off the front of input until a frame ends. Gives the unstuffed body of that frame, which is
+    // never empty, or what is wrong with it; nothing when input ran out first. Bytes between frames are
+    // skipped.
+    std::optional<std::variant<Frame, BadFrame>> next(Bytes& input);
 
   private:
     enum class State { outside, started, inside, escaping, spoilt };
 
     void start();
-    Frame finish();
+    std::variant<Frame, BadFrame> finish();
     void collect(std::uint8_t byte);
-    void spoil();
+    void spoil(BadFrame bad);
 
-    std::size_t m_max_body;
+    std::size_t m_longest;
     State m_state = State::outside;
     std::uint8_t m_escape = 0; // first byte of the escape pair at hand
     Frame m_body;
+    BadFrame m_bad{}; // the one that is skipped
 };
 
 } // namespace qm::sim

@@ -1,7 +1,6 @@
 #include "simulator/Request.h"
 
 #include "global.h"
-#include "simulator/FrameSplitter.h"
 
 namespace qm::sim {
 namespace {
@@ -96,7 +95,8 @@ Opened open_bare_envelope(Bytes body, Generation generation) {
 // A whole stuffed frame inside an envelope.
 Opened open_inner(Bytes stuffed, Generation generation) {
     FrameSplitter splitter(stuffed.size());
-    const auto body = splitter.next(stuffed);
+    const auto inner = splitter.next(stuffed);
+    const auto* body = inner ? std::get_if<Frame>(&*inner) : nullptr;
     if (!body || body->size() <= kVersionAt || !stuffed.empty())
         return BadFrame{"the frame inside the envelope is broken"};
     if ((*body)[kVersionAt] == kEnvelope) return open_bare_envelope(*body, generation);
@@ -117,7 +117,6 @@ Opened open_envelope(Bytes body, Generation generation) {
 } // namespace
 
 Opened open_request(Bytes body, Generation generation) {
-    if (body.empty()) return BadFrame{"its stuffing is broken, or it is too long"};
     if (body.size() <= kVersionAt) return BadFrame{"it is shorter than its header"};
     Opened opened =
         body[kVersionAt] == kEnvelope ? open_envelope(body, generation) : open_plain(body, generation);

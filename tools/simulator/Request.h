@@ -1,6 +1,7 @@
 // Opens the frames that reach a controller.
 #pragma once
 
+#include "simulator/FrameSplitter.h"
 #include "simulator/Series.h"
 #include "support/bytes.h"
 
@@ -21,11 +22,6 @@ struct Request {
     std::size_t payload_at = 0;
 
     [[nodiscard]] Bytes payload() const { return Bytes(application).subspan(payload_at); }
-};
-
-// A frame that a controller does not answer, and why not.
-struct BadFrame {
-    const char* why;
 };
 
 // Checks the body of a frame and finds the command in it. Understood are the handshake, the frame of the

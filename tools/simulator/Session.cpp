@@ -4,7 +4,7 @@ namespace qm::sim {
 
 Session::Session(asio::ip::tcp::socket socket, Exchange& exchange, Connections& connections)
     : m_socket(std::move(socket)), m_timer(m_socket.get_executor()), m_exchange(exchange),
-      m_connections(connections) {
+      m_connections(connections), m_splitter(exchange.longest_frame()) {
     m_connections.opened();
     std::error_code ignored;
     m_socket.set_option(asio::ip::tcp::no_delay(true), ignored);
@@ -27,8 +27,8 @@ void Session::read() {
 
 // Takes one whole frame after the other; each answer is out before the next frame is looked at.
 void Session::work() {
-    while (const auto body = m_splitter.next(m_input)) {
-        Exchange::Turn turn = m_exchange.take(*body);
+    while (const auto frame = m_splitter.next(m_input)) {
+        Exchange::Turn turn = m_exchange.take(*frame);
         m_updated = m_updated || turn.updated;
         if (!turn.delivery) continue;
         m_delivery = std::move(*turn.delivery);

@@ -30,9 +30,9 @@ asio::ip::address_v4 address_of(const std::string& text) {
 // Answers every frame of a datagram.
 std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input) {
     std::vector<Datagram> answers;
-    FrameSplitter splitter;
-    while (const auto body = splitter.next(input)) {
-        Exchange::Turn turn = exchange.take(*body);
+    FrameSplitter splitter(input.size());
+    while (const auto frame = splitter.next(input)) {
+        Exchange::Turn turn = exchange.take(*frame);
         if (turn.delivery && !turn.delivery->bytes.empty())
             answers.push_back({std::move(turn.delivery->bytes), turn.delivery->late});
     }

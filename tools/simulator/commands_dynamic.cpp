@@ -7,7 +7,9 @@ namespace qm::sim {
 namespace {
 
 constexpr std::size_t kAnyLength = SIZE_MAX;
-constexpr std::size_t kPixelMemory = std::size_t{64} << 20U; // bytes for the pages of all areas
+
+// Bytes for the pages of all areas. One that fills the screen can take the place of another.
+std::size_t pixel_memory(const Model& model) { return (std::size_t{64} << 20U) + 2 * model.page(); }
 
 std::size_t pixel_bytes(const DynamicArea& area) {
     std::size_t bytes = 0;
@@ -74,7 +76,7 @@ Outcome update_areas(State& state, Bytes payload, Moment now) {
     }
     // The old pages are given up once the new ones are in: there must be room for both.
     for (const PlayedArea& played : state.areas) bytes += pixel_bytes(played.area);
-    if (bytes > kPixelMemory) return {ErrorValue::no_memory, words};
+    if (bytes > pixel_memory(state.model)) return {ErrorValue::no_memory, words};
 
     for (DynamicArea& area : areas) put(state, std::move(area), now);
     ++state.dynamic_version;

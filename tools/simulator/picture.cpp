@@ -80,6 +80,7 @@ Surface surface_of(const Image& image) {
 } // namespace
 
 Image led_panel(const Image& screen, int scale) {
+    if (scale == 1) return screen;
     const std::vector<Shade> cell = shades_of_cell(scale);
     Image panel(screen.width * scale, screen.height * scale);
     for (int y = 0; y < panel.height; ++y)

@@ -5,12 +5,14 @@
 #include <arpa/inet.h>
 #include <charconv>
 #include <climits>
+#include <cmath>
 
 namespace qm::sim {
 namespace {
 
 constexpr unsigned kLongestSide = 4096;
-constexpr int kLargestPicture = 16384; // pixels on the longer side
+constexpr int kLongestPicture = 16384;    // pixels on the longer side
+constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
 constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64;
 
 // The options as they are typed.
@@ -150,6 +152,11 @@ void add_fault_options(CLI::App& app, Typed& typed) {
         expect_number(0, kLongestDelay, "a number of milliseconds"));
 }
 
+int largest_scale(Size size) {
+    const double by_area = std::sqrt(double{kLargestPicture} / size.width / size.height);
+    return std::min(static_cast<int>(by_area), kLongestPicture / std::max(size.width, size.height));
+}
+
 // The texts have been checked.
 unsigned value_of(const std::string& text) { return number(text, UINT_MAX).value_or(0); }
 
@@ -166,8 +173,7 @@ void take(Settings& settings, const Typed& typed) {
     if (const auto kind = fault_named(typed.fault))
         options.fault =
             Fault{*kind, value_of(typed.fault_after), std::chrono::milliseconds(value_of(typed.fault_delay))};
-    const int largest = kLargestPicture / std::max(size.width, size.height);
-    settings.scale = std::min(static_cast<int>(value_of(typed.scale)), largest);
+    settings.scale = std::min(static_cast<int>(value_of(typed.scale)), largest_scale(size));
 }
 
 } // namespace
