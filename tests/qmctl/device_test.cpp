@@ -120,7 +120,7 @@ TEST_F(Device, StatusTellsWhatWasSet) {
                                   {"brightness", 3},
                                   {"brightness_mode", "manual"},
                                   {"programs", 0},
-                                  {"current_program", "P007"},
+                                  {"current_program", ""},
                                   {"screen_lock", "locked"},
                                   {"program_lock", "locked"},
                                   {"clock", "2024-02-29T23:59:58"},

@@ -220,10 +220,9 @@ TEST(Control, SettingsWithoutSightAreKept) {
 
 TEST(Control, StatusTellsEverythingByteForByte) {
     Controlled c;
-    ASSERT_EQ(c.host.write("P003", test::hex("01 02 03 04")), 0U);
     ASSERT_TRUE(c.host.control(14, "00 01 50 30 30 33 00 00 00 00").acknowledged());
     EXPECT_THAT(c.host.control(15, "").payload,
-                is_hex("01 00 00 0F 01 00 50 30 30 33 00 01 01 01 26 20 03 01 12 00 00 00 00*10 00 00*12 "
+                is_hex("01 00 00 0F 00 00 00 00 00 00 00 01 01 01 26 20 03 01 12 00 00 00 00*10 00 00*12 "
                        "51 4D 2D 53 49 4D 55 4C 41 54 4F 52 2D 30 30 31"));
 }
 

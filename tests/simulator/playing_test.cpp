@@ -19,9 +19,9 @@ using testing::HasSubstr;
 using namespace std::chrono_literals;
 
 // A program of one area of 8 x 1 with two pages: the first LED for 200 ms, the last one for 300 ms.
-Frame program_file(const std::string& digits = "30 30 31") {
-    return sealed("00 50 " + digits +
-                  " 00 00 01 00 00 00*10 FF 00*8  00 00 00 01"
+Frame program_file(const std::string& name = "50 30 30 31", const std::string& periods = "00") {
+    return sealed("00 " + name + " 00 00 01 00 00 00*10 FF 00*8 " + periods +
+                  " 00 00 01"
                   " 51 00 00 00  00 00 00 00 00 08 00 01 00  00  00 00 00  00  00*5  02 00"
                   " 1A 00 00 00  00 01 00 00 14 00 01 08 00  00*9  0E 00 00 00 01 00 00 00"
                   " 1A 00 00 00  00 01 00 00 1E 00 01 08 00  00*9  0F 00 00 00 01 00 00 00");
@@ -30,17 +30,21 @@ Frame data_file(const std::string& pixels = "7F FE", const std::string& digits =
     return sealed("09 44 " + digits + " 00*8 " + pixels);
 }
 
-// The screens that were shown, and a way to wait for one of them.
-class Shown {
+// What was told last, and a way to wait for it.
+class Told {
   public:
-    void add(const Image& screen) {
+    void tell(const std::string& what) {
         const std::lock_guard lock(m_mutex);
-        m_latest = test::letters(screen);
+        m_latest = what;
         m_changed.notify_all();
     }
-    bool wait_for(const std::string& screen) {
+    bool wait_for(const std::string& what) {
         std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, 10s, [&] { return m_latest == screen; });
+        return m_changed.wait_for(lock, 10s, [&] { return m_latest == what; });
+    }
+    std::string latest() {
+        const std::lock_guard lock(m_mutex);
+        return m_latest;
     }
 
   private:
@@ -62,21 +66,32 @@ class Playing : public testing::Test {
     }
     [[nodiscard]] std::string screen() const { return test::letters(m_sim.screen()); }
 
+    // What the status names and counts, and what the state and its reports name.
+    struct Named {
+        std::string status, state, reported;
+        unsigned count = 0;
+        bool operator==(const Named&) const = default;
+    };
+    Named named() {
+        const Frame status = m_host.control(15, "").payload;
+        const std::string name(status.begin() + 6, status.begin() + 10);
+        return {name.substr(0, name.find('\0')), m_sim.state().program, m_program.latest(),
+                unsigned{status[4]} | unsigned{status[5]} << 8U};
+    }
+
     std::atomic<Time> m_up{Time{0}};
-    Shown m_shown;
-    std::mutex m_mutex;
-    std::string m_log; // guarded by the mutex
+    std::atomic<LocalSeconds> m_clock{LocalSeconds{7h}};
+    Told m_shown, m_log, m_program;
     Simulator m_sim{{.type = kType,
                      .width = 8,
                      .height = 1,
                      .color = ScreenColor::single,
+                     .clock = [this] { return m_clock.load(); },
                      .uptime = [this] { return m_up.load(); },
-                     .on_screen = [this](const Image& image) { m_shown.add(image); },
-                     .on_request =
-                         [this](const std::string& words) {
-                             const std::lock_guard lock(m_mutex);
-                             m_log = words;
-                         }}};
+                     .on_screen = [this](const Image& image) { m_shown.tell(test::letters(image)); },
+                     .on_request = [this](const std::string& words) { m_log.tell(words); },
+                     .on_state = [this](const Snapshot& state,
+                                        const std::vector<StoredFile>&) { m_program.tell(state.program); }}};
     Host m_host{m_sim};
 };
 
@@ -107,10 +122,9 @@ TEST_F(Playing, SaysWhatIsWrongWithAProgram) {
     write("D001", data_file("7F"));
     EXPECT_EQ(screen(), "........");
     EXPECT_THAT(m_sim.program_errors()["P001"], HasSubstr("data length of a page"));
-    {
-        const std::lock_guard lock(m_mutex);
-        EXPECT_THAT(m_log, HasSubstr("program P001 cannot be played: program file, byte"));
-    }
+    EXPECT_THAT(m_log.latest(), HasSubstr("program P001 cannot be played: program file, byte"));
+    EXPECT_THAT(m_log.latest(), HasSubstr("; no program is played"));
+    EXPECT_EQ(named(), (Named{"", "", "", 1}));
     write("D001", data_file("BF FE"));
     EXPECT_EQ(screen(), ".R......");
     EXPECT_TRUE(m_sim.program_errors().empty());
@@ -118,7 +132,7 @@ TEST_F(Playing, SaysWhatIsWrongWithAProgram) {
 
 TEST_F(Playing, TakesTurnsUntilAProgramIsLocked) {
     write_program();
-    write("P002", program_file("30 30 32"));
+    write("P002", program_file("50 30 30 32"));
     write("D002", data_file("00 00", "30 30 32"));
     EXPECT_EQ(m_sim.state().program, "P001");
     m_up = 1s; // each is shown for a second at least
@@ -129,6 +143,31 @@ TEST_F(Playing, TakesTurnsUntilAProgramIsLocked) {
     EXPECT_EQ(screen(), "RRRRRRRR");
     EXPECT_TRUE(m_host.file(1, "01 00 50 30 30 32").acknowledged());
     EXPECT_EQ(screen(), "R.......") << "the one that is left";
+}
+
+TEST_F(Playing, StatusStateAndLogNameTheProgramOnTheScreen) {
+    write("P001", program_file("50 30 30 31", "01 08 00 00 09 00 00")); // from 8 to 9
+    EXPECT_EQ(named(), (Named{"", "", "", 0})) << "its data are not there yet";
+    write("D001", data_file());
+    EXPECT_THAT(m_log.latest(), testing::EndsWith("; program P001 is complete"));
+    EXPECT_EQ(named(), (Named{"", "", "", 1})) << "none is due at 7";
+    m_clock = LocalSeconds{8h};
+    m_up = 1h;
+    EXPECT_TRUE(m_log.wait_for("program P001 is played"));
+    EXPECT_EQ(named(), (Named{"P001", "P001", "P001", 1}));
+    write("1002", program_file("31 30 30 32"));
+    write("D002", data_file("00 00", "30 30 32"));
+    EXPECT_THAT(m_log.latest(), HasSubstr("; program 1002 is complete; program 1002 is played"));
+    EXPECT_EQ(named(), (Named{"1002", "1002", "1002", 2}));
+    m_up = 1h + 1s;
+    EXPECT_TRUE(m_log.wait_for("program P001 is played")) << "it takes its turn";
+    EXPECT_TRUE(m_host.control(13, "00 01").acknowledged());
+    m_up = 1h + 2s;
+    EXPECT_EQ(named(), (Named{"P001", "P001", "P001", 2})) << "on the locked screen";
+    EXPECT_TRUE(m_host.control(14, "00 01 50 30 30 39 00 00 00 00").acknowledged());
+    EXPECT_TRUE(m_host.control(13, "00 00").acknowledged());
+    EXPECT_THAT(m_log.latest(), HasSubstr("unlocked: acknowledged; no program is played"));
+    EXPECT_EQ(named(), (Named{"", "", "", 2})) << "the locked program is not there";
 }
 
 TEST_F(Playing, GoesOnBelowDynamicAreas) {
@@ -160,7 +199,7 @@ TEST(ProgramsOfGeneration5, NeedNoDataFile) {
     files.restore({FileFamily::ordinary, "P007", 0, test::file_g5()});
     files.restore({FileFamily::ordinary, "P008", 1, test::file_g5()}); // no program
     Programs programs(Generation::five, 16, 8, {TransferMode::planes8, ScreenColor::single});
-    EXPECT_EQ(programs.update(files, Time{0}), "; program P007 is played");
+    EXPECT_EQ(programs.update(files, Time{0}), "; program P007 is complete");
     EXPECT_EQ(programs.update(files, Time{0}), "") << "nothing has changed";
     const LocalSeconds nine(9h); // in its first play period
     EXPECT_EQ(programs.playing(Time{0}, nine, {}), "P007");

@@ -94,6 +94,8 @@ Outcome Controller::refuse(const Request& request, ErrorValue error) {
 State::State(const Model& what)
     : model(what), programs(generation_of(what.type), what.width, what.height, what.format) {}
 
+HeldScreen dark_screen(const Model& model) { return {Image(model.width, model.height), {}}; }
+
 LocalSeconds clock_of(const State& state, Moment now) { return now.host + state.settings.clock_offset; }
 
 bool program_locked(const State& state, Moment now) {
@@ -104,6 +106,10 @@ bool program_locked(const State& state, Moment now) {
 
 std::string playing_program(const State& state, Moment now) {
     return state.programs.playing(now.up, clock_of(state, now), locked_program(state, now));
+}
+
+std::string shown_program(const State& state, Moment now) {
+    return state.held ? state.held->program : playing_program(state, now);
 }
 
 std::optional<Time> end_of_turn(const State& state, Moment now) {
@@ -120,7 +126,7 @@ void Controller::restore(ControllerState settings, std::vector<StoredFile> files
     m_state.settings = std::move(settings);
     for (StoredFile& file : files) m_state.files.restore(std::move(file));
     (void)m_state.programs.update(m_state.files, Time{0});
-    if (m_state.settings.screen_lock.locked) m_state.held = Image(m_state.model.width, m_state.model.height);
+    if (m_state.settings.screen_lock.locked) m_state.held = dark_screen(m_state.model);
 }
 
 std::string Controller::ask_wifi(std::string_view text) { return answer_of(m_state.settings.wifi, text); }
@@ -128,7 +134,7 @@ std::string Controller::ask_wifi(std::string_view text) { return answer_of(m_sta
 Image Controller::screen(Moment now) const {
     const LocalSeconds clock = clock_of(m_state, now);
     if (!power_at(m_state.settings, clock)) return {m_state.model.width, m_state.model.height};
-    Image image = m_state.held ? *m_state.held : played(m_state, now);
+    Image image = m_state.held ? m_state.held->image : played(m_state, now);
     dim(image, brightness_at(m_state.settings, clock));
     return image;
 }
@@ -146,9 +152,10 @@ Snapshot Controller::snapshot(Moment now) const {
     snapshot.power = power_at(m_state.settings, snapshot.clock);
     snapshot.brightness_level = brightness_at(m_state.settings, snapshot.clock);
     snapshot.program_lock.locked = program_locked(m_state, now);
-    snapshot.program = playing_program(m_state, now);
+    snapshot.program = shown_program(m_state, now);
+    const std::string playing = playing_program(m_state, now);
     for (const PlayedArea& played : m_state.areas)
-        snapshot.areas.push_back({played.area, played.shown(now.up, snapshot.program)});
+        snapshot.areas.push_back({played.area, played.shown(now.up, playing)});
     snapshot.voices = m_state.voices.all();
     snapshot.program_errors = m_state.programs.errors();
     snapshot.total_memory = FileSystem::kCapacity;

@@ -49,6 +49,14 @@ struct Listing {
     std::size_t block_size = 0; // entries; 0: none is being listed
 };
 
+// What a locked screen goes on showing.
+struct HeldScreen {
+    Image image;
+    std::string program; // that is on it
+};
+
+[[nodiscard]] HeldScreen dark_screen(const Model& model);
+
 // What the commands work on.
 struct State {
     explicit State(const Model& what);
@@ -63,15 +71,17 @@ struct State {
     std::vector<PlayedArea> areas; // in the order in which they are drawn
     Voices voices;
     std::uint64_t dynamic_version = 0; // counts the changes of areas and voices
-    std::optional<Image> held;         // what a locked screen goes on showing
-    std::deque<Frame> payloads;        // dynamic-area commands received, most recent last
+    std::optional<HeldScreen> held;
+    std::deque<Frame> payloads; // dynamic-area commands received, most recent last
 };
 
 // The controller's own clock.
 [[nodiscard]] LocalSeconds clock_of(const State& state, Moment now);
 [[nodiscard]] bool program_locked(const State& state, Moment now);
-// The program that plays; empty: none.
+// The program whose turn it is; empty: none is due.
 [[nodiscard]] std::string playing_program(const State& state, Moment now);
+// The program on the screen, lit or not: the one that plays, or the one that a locked screen holds.
+[[nodiscard]] std::string shown_program(const State& state, Moment now);
 // When the next program takes over.
 [[nodiscard]] std::optional<Time> end_of_turn(const State& state, Moment now);
 // What it plays, in full brightness and whether or not its screen is on: programs, and dynamic areas over

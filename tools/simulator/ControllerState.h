@@ -107,7 +107,7 @@ struct Snapshot : ControllerState {
     bool power = true; // whether the screen is lit
     unsigned brightness_level = kBrightest;
     std::uint32_t total_memory = 0, available_memory = 0; // bytes, of files
-    std::string program{};                                // that plays; empty: none
+    std::string program{};                                // on the screen; empty: none
     std::map<std::string, std::string> program_errors{};  // why programs cannot be played, by their names
     std::vector<KeptArea> areas{};                        // in the order in which they are drawn
     std::vector<Voice> voices{};

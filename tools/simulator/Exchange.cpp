@@ -28,8 +28,8 @@ void Exchange::restore() {
     m_store.emplace(m_options.store, [this](const std::string& words) { complain(words); });
     Store::Contents contents = m_store->load();
     m_controller.restore(std::move(contents.settings), std::move(contents.files));
-    m_known_settings = m_controller.state().settings;
-    m_known_files = m_controller.state().files.version();
+    m_known.settings = m_controller.state().settings;
+    m_known.files = m_controller.state().files.version();
 }
 
 std::string Exchange::ask_wifi(std::string_view text) {
@@ -91,6 +91,7 @@ std::optional<Fault> Exchange::fault_for_this_one() {
 }
 
 void Exchange::note_screen(Report& report) {
+    if (!m_options.on_screen) return;
     Image image = m_controller.screen(now());
     if (image == m_shown) return;
     m_shown = image;
@@ -100,7 +101,7 @@ void Exchange::note_screen(Report& report) {
 // Requests, and settings that go by the clock, are noticed within these times.
 Time Exchange::tick() {
     constexpr Time kSoonest{10}, kLatest{50}, kLookAgain{1000};
-    if (!m_options.on_screen) return kLookAgain;
+    if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLookAgain;
     Report report;
     Time wait{0};
     {
@@ -108,22 +109,39 @@ Time Exchange::tick() {
         const Moment moment = now();
         if (moment.up >= m_look_again) {
             note_screen(report);
+            note_state(report);
             const auto next = m_controller.next_change(moment);
             m_look_again = std::min(moment.up + kLookAgain, next.value_or(Time::max()));
         }
         wait = std::clamp(m_look_again - moment.up, kSoonest, kLatest);
     }
-    if (report.screen) m_options.on_screen(*report.screen);
+    tell(report);
     return wait;
 }
 
-void Exchange::note_state(Report& report) {
+Exchange::Known Exchange::known() const {
     const State& state = m_controller.state();
-    const bool kept = state.settings != m_known_settings || state.files.version() != m_known_files;
-    if (!kept && state.dynamic_version == m_known_dynamic) return;
-    m_known_settings = state.settings;
-    m_known_files = state.files.version();
-    m_known_dynamic = state.dynamic_version;
+    const Moment moment = now();
+    const LocalSeconds clock = clock_of(state, moment);
+    return {state.settings,
+            state.files.version(),
+            state.dynamic_version,
+            shown_program(state, moment),
+            power_at(state.settings, clock),
+            brightness_at(state.settings, clock)};
+}
+
+void Exchange::note_state(Report& report) {
+    Known latest = known();
+    if (latest == m_known) return;
+    if (latest.program != m_known.program) {
+        if (!report.words.empty()) report.words += "; ";
+        report.words += latest.program.empty() ? "no program" : "program " + latest.program;
+        report.words += " is played";
+    }
+    const bool kept = latest.settings != m_known.settings || latest.files != m_known.files;
+    m_known = std::move(latest);
+    const State& state = m_controller.state();
     if (m_store && kept) m_store->save(state.settings, state.files);
     if (!m_options.on_state) return;
     report.state = m_controller.snapshot(now());
@@ -135,8 +153,8 @@ void Exchange::complain(const std::string& words) const {
 }
 
 void Exchange::tell(const Report& report) const {
-    if (m_options.on_request) m_options.on_request(report.words);
-    if (report.screen && m_options.on_screen) m_options.on_screen(*report.screen);
+    if (m_options.on_request && !report.words.empty()) m_options.on_request(report.words);
+    if (report.screen) m_options.on_screen(*report.screen);
     if (report.state) m_options.on_state(*report.state, report.files);
 }
 

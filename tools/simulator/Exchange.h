@@ -28,7 +28,7 @@ class Exchange {
     // One datagram for the Wi-Fi module, and the answer.
     std::string ask_wifi(std::string_view text);
 
-    // Shows what has changed by itself; gives how long to wait until the next call.
+    // Reports what has changed by itself; gives how long to wait until the next call.
     Time tick();
 
     void set_fault(std::optional<Fault> fault);
@@ -49,10 +49,21 @@ class Exchange {
         std::vector<StoredFile> files{};
     };
 
+    // What a report on the state tells; when it differs, there is one.
+    struct Known {
+        ControllerState settings;
+        std::uint64_t files = 0, dynamic = 0;
+        std::string program;
+        bool power = true;
+        unsigned brightness_level = kBrightest;
+        bool operator==(const Known&) const = default;
+    };
+
     [[nodiscard]] Moment now() const;
     void restore();
     Turn carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
     std::optional<Fault> fault_for_this_one();
+    [[nodiscard]] Known known() const;
     void note_screen(Report& report);
     void note_state(Report& report);
     void complain(const std::string& words) const;
@@ -69,9 +80,8 @@ class Exchange {
     std::size_t m_requests = 0;
     std::size_t m_bad_frames = 0;
     Image m_shown;
-    Time m_look_again{0};             // when the screen may have changed by itself
-    ControllerState m_known_settings; // as they were reported last
-    std::uint64_t m_known_files = 0, m_known_dynamic = 0;
+    Time m_look_again{0}; // when something may have changed by itself
+    Known m_known;        // as it was reported last
     std::optional<Store> m_store;
 };
 

@@ -72,7 +72,7 @@ std::string Programs::take(const FileSystem& files, const std::string& name) {
     }
     m_errors.erase(name);
     m_list.put(name, std::get<Program>(std::move(parsed)));
-    return "; program " + name + " is played";
+    return "; program " + name + " is complete";
 }
 
 std::optional<Time> Programs::end_of_turn(Time now, LocalSeconds clock,

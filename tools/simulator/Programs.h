@@ -25,7 +25,8 @@ class Programs {
     std::string update(const FileSystem& files, Time now);
     void restart(Time now) { m_since = now; }
 
-    [[nodiscard]] bool empty() const { return m_list.empty(); }
+    // Those that cannot be played, too.
+    [[nodiscard]] std::size_t count() const { return m_known.size(); }
     [[nodiscard]] const Errors& errors() const { return m_errors; }
     [[nodiscard]] Image screen(Time now, LocalSeconds clock, const std::optional<std::string>& locked) const {
         return m_list.screen(now - m_since, clock, locked);

@@ -51,10 +51,11 @@ struct Options {
 
     // Called from the simulator's thread; they must not throw. The first two are called before the answer
     // goes out.
-    std::function<void(const Image&)> on_screen{};        // the screen has changed
-    std::function<void(const std::string&)> on_request{}; // one line in words for every request and bad frame
+    std::function<void(const Image&)> on_screen{}; // the screen has changed
+    // One line in words for every request, bad frame, and program that takes its turn.
+    std::function<void(const std::string&)> on_request{};
     std::function<void(const Snapshot&, const std::vector<StoredFile>&)>
-        on_state{};                                       // settings or files changed
+        on_state{};                                       // settings, files or the program changed
     std::function<void(const std::string&)> on_trouble{}; // the store failed; the simulator goes on
     std::function<void(bool updated)> on_closed{}; // a connection has ended; whether it updated the screen
 };

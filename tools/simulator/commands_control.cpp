@@ -36,7 +36,7 @@ Outcome reset(State& state, Bytes, Moment now) {
     ++state.dynamic_version;
     state.programs.restart(now.up);
     if (state.settings.screen_lock.locked)
-        state.held = Image(state.model.width, state.model.height);
+        state.held = dark_screen(state.model);
     else
         state.held.reset();
     return {Ack{}, {}, true};
@@ -63,7 +63,7 @@ Outcome lock_screen(State& state, Bytes payload, Moment now) {
     if (!lock)
         state.held.reset();
     else if (!state.held)
-        state.held = played(state, now);
+        state.held = HeldScreen{played(state, now), playing_program(state, now)};
     state.settings.screen_lock = lock ? Lock{true, payload[0] == 1} : Lock{};
     return {Ack{}, lock ? "locked" : "unlocked", true};
 }

@@ -18,25 +18,6 @@ void field(ByteWriter& out, const std::string& text, std::size_t size) {
     out.text(text.data(), length).zeros(size - length);
 }
 
-bool is_program(const StoredFile& file) {
-    return file.family == FileFamily::ordinary && file.name.size() == FileSystem::kNameSize &&
-           file.name[0] == 'P' &&
-           std::all_of(file.name.begin() + 1, file.name.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-std::vector<std::string> programs(const State& state) {
-    std::vector<std::string> names;
-    for (const StoredFile* file : state.files.all())
-        if (is_program(*file)) names.push_back(file->name);
-    return names;
-}
-
-std::string current_program(const State& state, Moment now) {
-    if (program_locked(state, now)) return state.settings.program_lock.program;
-    const auto names = programs(state);
-    return names.empty() ? std::string() : names.front();
-}
-
 void identity(ByteWriter& out, const State& state) {
     out.u16(state.model.type).text(kFirmware, 8).u8(kParametersSet).u16(state.settings.address).u8(0);
     out.u16(static_cast<unsigned>(state.model.width)).u16(static_cast<unsigned>(state.model.height));
@@ -51,8 +32,8 @@ bool power(const State& state, Moment now) { return power_at(state.settings, clo
 
 // From the count of programs to the noise, 28 bytes that the status and the network search share.
 void activity(ByteWriter& out, const State& state, Moment now) {
-    out.u16(static_cast<unsigned>(programs(state).size()));
-    field(out, current_program(state, now), FileSystem::kNameSize);
+    out.u16(static_cast<unsigned>(state.programs.count()));
+    field(out, shown_program(state, now), FileSystem::kNameSize);
     out.u8(state.settings.screen_lock.locked).u8(program_locked(state, now)).u8(kFirmwareRuns);
     out.u8(kClockWorks);
     write_clock(out, clock_of(state, now));
