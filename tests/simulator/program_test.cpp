@@ -6,10 +6,12 @@
 #include "hex.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,14 +21,25 @@ namespace {
 using qm::test::hex;
 using testing::HasSubstr;
 
-// A child with its standard output and error in one pipe. It is killed when it outlives the test.
+// Both ends of a pipe, or of a terminal.
+std::pair<Descriptor, Descriptor> output_ends(bool terminal) {
+    if (terminal) {
+        Descriptor master(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+        ::unlockpt(master.get());
+        return {std::move(master),
+                Descriptor(::open(::ptsname(master.get()), O_RDWR | O_NOCTTY | O_CLOEXEC))};
+    }
+    int ends[2];
+    if (::pipe(ends) != 0) throw std::runtime_error("pipe");
+    return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+// A child with its standard output and error in one pipe or terminal. It is killed when it outlives the test.
 class Program {
   public:
-    explicit Program(std::vector<std::string> arguments) {
-        int ends[2];
-        if (::pipe(ends) != 0) throw std::runtime_error("pipe");
-        m_output = Descriptor(ends[0]);
-        const Descriptor input(ends[1]);
+    explicit Program(std::vector<std::string> arguments, bool terminal = false) {
+        auto [output, input] = output_ends(terminal);
+        m_output = std::move(output);
         arguments.insert(arguments.begin(), QM_SIMULATOR_BINARY);
         std::vector<char*> argv;
         for (std::string& argument : arguments) argv.push_back(argument.data());
@@ -66,6 +79,12 @@ class Program {
     int status() {
         while (!line().empty()) {
         }
+        return status_unread();
+    }
+    // The same, without a look at its output.
+    int status_unread() {
+        const Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, m_pid, 0)));
+        if (wait_ready(process.get(), POLLIN, Clock::now() + std::chrono::seconds(20)) <= 0) return -1;
         int status = 0;
         ::waitpid(m_pid, &status, 0);
         m_pid = -1;
@@ -122,6 +141,20 @@ TEST(Program, EndsCleanlyOnSignals) {
         EXPECT_NE(program.port(), 0);
         program.signal(number);
         EXPECT_EQ(program.status(), 0);
+    }
+}
+
+TEST(Program, AnswersAndEndsThoughNobodyReadsItsTerminal) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        Program program({"--port", "0", "--show", "--size", "128x64", "--color", "1"}, true);
+        test::Client client(program.port());
+        for (int i = 0; i < 40; ++i) {
+            const Frame stripes(128 * 64 / 8, i % 2 ? 0x55 : 0xAA);
+            const Frame update = test::payload_of({{1, {0, 0, 128, 64}, {stripes}}});
+            ASSERT_FALSE(client.ask(test::envelope_around(update)).empty()) << i;
+        }
+        program.signal(number);
+        EXPECT_EQ(program.status_unread(), 0);
     }
 }
 

@@ -43,49 +43,62 @@ const char* name_of(ScreenColor color) {
     return "";
 }
 
-// Shows the screen, and keeps the state, in the ways that were asked for. What cannot be written is
-// complained about and does not end the simulator. Any thread may call it.
+// Shows the screen, keeps the state and prints the log, in the ways that were asked for. What cannot be
+// written is complained about and does not end the simulator. Any thread may call it.
 class Display {
   public:
     explicit Display(const Settings& settings)
         : m_settings(settings), m_printer(STDOUT_FILENO, isatty(STDOUT_FILENO) == 1 && !settings.verbose) {}
 
-    // Nothing is shown while this is held.
+    // While this is held, nothing is shown, kept or logged but by begin.
     [[nodiscard]] std::unique_lock<std::mutex> hold() { return std::unique_lock(m_mutex); }
 
     void show(const Image& screen) {
         const std::lock_guard lock(m_mutex);
         if (m_settings.show) m_printer.print(screen);
         if (!m_settings.frames.empty())
-            write(screen, std::filesystem::path(m_settings.frames) / next_frame());
+            write(screen, 1, std::filesystem::path(m_settings.frames) / next_frame());
         write_screenshot(screen);
     }
-
-    // The one before any change.
-    void begin(const Image& screen) { write_screenshot(screen); }
 
     // The last one.
     void finish(const Image& screen) {
         const std::lock_guard lock(m_mutex);
-        if (m_printer.missed()) m_printer.print(screen);
         write_screenshot(screen);
     }
 
-    void keep(const Snapshot& snapshot, const std::vector<StoredFile>& files) try {
+    void keep(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+        const std::lock_guard lock(m_mutex);
+        write_state(snapshot, files);
+    }
+
+    void log(const std::string& words) {
+        const std::lock_guard lock(m_mutex);
+        m_printer.say(STDERR_FILENO, words);
+    }
+
+    // What there is before any change, and the words that the controller is there. The caller holds the
+    // display.
+    void begin(const Simulator& simulator, const std::string& words) {
+        write_screenshot(simulator.screen());
+        if (!m_settings.state.empty()) write_state(simulator.state(), simulator.files());
+        m_printer.say(STDOUT_FILENO, words);
+    }
+
+    void complain(const std::string& words) { m_printer.say(STDERR_FILENO, "qm_simulator: " + words); }
+
+  private:
+    void write_state(const Snapshot& snapshot, const std::vector<StoredFile>& files) try {
         const std::string text = state_text(snapshot, files);
         write_whole(m_settings.state, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     } catch (const std::exception& error) {
         complain(error.what());
     }
 
-    void complain(const std::string& words) {
-        ::complain(words);
-        m_printer.interrupt();
-    }
-
-  private:
     void write_screenshot(const Image& screen) {
-        if (!m_settings.screenshot.empty()) write(led_panel(screen, m_settings.scale), m_settings.screenshot);
+        if (m_settings.screenshot.empty() || screen == m_in_screenshot) return;
+        write(screen, m_settings.scale, m_settings.screenshot);
+        m_in_screenshot = screen;
     }
 
     std::string next_frame() {
@@ -94,30 +107,30 @@ class Display {
         return name;
     }
 
-    void write(const Image& image, const std::filesystem::path& path) try {
-        write_png(image, path);
+    void write(const Image& screen, int scale, const std::filesystem::path& path) try {
+        write_png(led_panel(screen, scale), path);
     } catch (const std::exception& error) {
         complain(error.what());
     }
 
     const Settings& m_settings;
-    ScreenPrinter m_printer;
+    Printer m_printer;
     std::mutex m_mutex;
     unsigned m_frame = 0;
+    Image m_in_screenshot;
 };
 
-void announce(const Settings& settings, const Simulator& simulator) {
-    const Options& options = settings.options;
-    std::printf("qm_simulator ready: %s:%u, type %s, %dx%d, %s\n", options.listen.c_str(),
-                unsigned{simulator.port()}, hex(options.type).c_str(), options.width, options.height,
-                name_of(options.color));
-    if (options.udp) std::printf("UDP: %s:%u\n", options.udp_listen.c_str(), unsigned{simulator.udp_port()});
-    if (options.wifi)
-        std::printf("Wi-Fi module: %s:%u\n", options.udp_listen.c_str(), unsigned{simulator.wifi_port()});
-    std::fflush(stdout);
-    if (!goes_together({transfer_mode_of(options.type), options.color}))
-        complain("a controller of type " + hex(options.type) + " has no pixel data for " +
-                 name_of(options.color) + ": areas will stay black");
+std::string place(const std::string& address, std::uint16_t port) {
+    return address + ":" + std::to_string(port);
+}
+
+std::string announcement(const Options& options, const Simulator& simulator) {
+    std::string words = "qm_simulator ready: " + place(options.listen, simulator.port()) + ", type " +
+                        hex(options.type) + ", " + std::to_string(options.width) + "x" +
+                        std::to_string(options.height) + ", " + name_of(options.color);
+    if (options.udp) words += "\nUDP: " + place(options.udp_listen, simulator.udp_port());
+    if (options.wifi) words += "\nWi-Fi module: " + place(options.udp_listen, simulator.wifi_port());
+    return words;
 }
 
 // Runs until a signal or, when asked for, until the first connection that updated the screen has closed.
@@ -129,8 +142,7 @@ void run(const Settings& settings) {
 
     Options options = settings.options;
     options.on_screen = [&](const Image& screen) { display.show(screen); };
-    if (settings.verbose)
-        options.on_request = [](const std::string& words) { std::fprintf(stderr, "%s\n", words.c_str()); };
+    if (settings.verbose) options.on_request = [&](const std::string& words) { display.log(words); };
     if (!settings.state.empty())
         options.on_state = [&](const Snapshot& snapshot, const std::vector<StoredFile>& files) {
             display.keep(snapshot, files);
@@ -142,20 +154,21 @@ void run(const Settings& settings) {
         };
     auto held = display.hold(); // until it is said that the controller is there
     Simulator simulator(std::move(options));
-    display.begin(simulator.screen());
-    if (!settings.state.empty()) display.keep(simulator.state(), simulator.files());
-    announce(settings, simulator);
+    display.begin(simulator, announcement(settings.options, simulator));
+    if (!goes_together({transfer_mode_of(settings.options.type), settings.options.color}))
+        display.complain("a controller of type " + hex(settings.options.type) + " has no pixel data for " +
+                         name_of(settings.options.color) + ": areas will stay black");
     held.unlock();
     context.run();
     display.finish(simulator.screen());
 }
 
 int fail(const Settings& settings, const std::system_error& error) {
-    const std::string place = settings.options.listen + ":" + std::to_string(settings.options.port);
+    const std::string address = place(settings.options.listen, settings.options.port);
     if (error.code() == asio::error::address_in_use)
-        complain(place + " is in use; choose another port with --port, or any free one with --port 0");
+        complain(address + " is in use; choose another port with --port, or any free one with --port 0");
     else
-        complain("cannot listen on " + place + ": " + error.code().message());
+        complain("cannot listen on " + address + ": " + error.code().message());
     return kFailed;
 }
 

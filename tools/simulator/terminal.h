@@ -1,11 +1,10 @@
-// The screen as text for a terminal.
+// Screens and lines of text on a terminal.
 #pragma once
 
 #include "simulator/Image.h"
 
-#include <atomic>
+#include <memory>
 #include <string>
-#include <string_view>
 
 namespace qm::sim {
 
@@ -13,27 +12,24 @@ namespace qm::sim {
 // cut at its edge rather than wrapped.
 [[nodiscard]] std::string half_blocks(const Image& screen);
 
-// Prints screens to a descriptor, one below the other, or each in the place of the one before. A reader who
-// does not keep up misses screens: printing never waits for one for longer than an instant. One thread at a
-// time may print.
-class ScreenPrinter {
+// Prints from a thread of its own, in the order in which things come, so that nobody waits for a reader who
+// does not keep up. Such a reader misses screens, but for the latest, and lines beyond some megabytes. Any
+// thread may call it.
+class Printer {
   public:
-    ScreenPrinter(int fd, bool in_place) : m_fd(fd), m_in_place(in_place) {}
+    // Screens go to the descriptor: one below the other, or each in the place of the one right above it.
+    Printer(int fd, bool in_place);
+    Printer(const Printer&) = delete;
+    Printer& operator=(const Printer&) = delete;
+    // Waits until all is printed, but for no longer than an instant.
+    ~Printer();
 
-    void print(const Image& screen);
-    // Something else was printed: the next screen comes below it. Any thread may say so.
-    void interrupt() { m_follows = false; }
-    // The latest screen was not printed, or not all of it.
-    [[nodiscard]] bool missed() const { return m_missed; }
+    void print(Image screen);
+    void say(int fd, std::string line);
 
   private:
-    bool write(std::string_view text);
-
-    int m_fd;
-    bool m_in_place;
-    std::atomic<bool> m_follows = false; // the cursor stands right below a screen
-    bool m_missed = false;
-    bool m_cut = false; // a screen ends somewhere in the middle
+    struct Work;
+    std::shared_ptr<Work> m_work; // the thread's as well, which a reader may hold up for good
 };
 
 } // namespace qm::sim
