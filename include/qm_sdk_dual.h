@@ -3,10 +3,11 @@
  *
  * Conventions that hold for every call:
  *
- *  1. Every call returns an int status, 0 for success; the codes stand in QM_STATUS_MAP below. Any other
- *     positive status, 2 to 65,535, is the error value with which the controller refused (NACK), unless the
- *     call says otherwise; a controller that refuses with the value 0 or 1 cannot be told from success or a
- *     cut answer. A null pointer where a pointer is needed gives -1; nothing is sent and nothing is changed.
+ *  1. Every call but those of the last section returns an int status, 0 for success; the codes stand in
+ *     QM_STATUS_MAP below. Any other positive status, 2 to 65,535, is the error value with which the
+ *     controller refused (NACK), unless the call says otherwise; a controller that refuses with the value 0 or
+ *     1 cannot be told from success or a cut answer. A null pointer where a pointer is needed gives -1;
+ *     nothing is sent and nothing is changed. qm_last_error says in words why a call did not succeed.
  *  2. Every call that talks to a controller opens its own connection, blocks the calling thread until the
  *     controller has answered or a time-out has passed, and closes the connection. Connecting waits at most
  *     3 s, and so do each sending and each receiving. A connection rests 5 ms after it was made and 10 ms
@@ -28,6 +29,11 @@
 #include <stdbool.h>
 #include <stddef.h>
 #include <stdint.h>
+
+/* Version of this header; qm_version tells the library's. */
+#define QM_VERSION_MAJOR 1
+#define QM_VERSION_MINOR 0
+#define QM_VERSION_PATCH 0
 
 #if defined(__GNUC__)
 #define QM_API __attribute__((visibility("default")))
@@ -1360,6 +1366,29 @@ QM_API int dynamicArea_addFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_changeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_removeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
+
+/* ---- Reasons, messages and version ----------------------------------------------------------------- */
+
+/* Why the calling thread's last call of the library did not return 0: one English sentence, in UTF-8, with
+ * the facts, such as "Connecting to 192.168.0.199:5005 was refused." Empty, never null, when it returned 0
+ * and before the first. The text is the library's, and lasts until the thread's next call or its end. The
+ * calls of this section leave it alone. */
+QM_API const char* qm_last_error(void) QM_NOTHROW;
+
+/* Hands every message that is otherwise printed on standard output to handler, one a call, byte for byte,
+ * with its line end where it has one; for the whole process. Null restores standard output.
+ *   message  the handler's to read until it returns
+ *   context  handed on as it is
+ * The handler is called by the thread whose call prints, in the middle of that call, and by several threads
+ * at once when several print. It must return normally (no longjmp, no exception), and may call nothing of the
+ * library but this section; whatever else it calls does nothing and returns -1. It must not wait for another
+ * thread that calls the library. When this returns, the handler before may still be running in other threads:
+ * its context must live until the calls that had begun by then have ended. */
+QM_API void qm_set_message_handler(void (*handler)(const char* message, void* context),
+                                   void* context) QM_NOTHROW;
+
+/* Version of the library at hand, such as "1.0.0". */
+QM_API const char* qm_version(void) QM_NOTHROW;
 
 #ifdef __cplusplus
 }

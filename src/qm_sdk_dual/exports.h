@@ -4,6 +4,8 @@
 #include "broadcast/HV_Broadcast.h"
 #include "qm_sdk_dual.h"
 #include "serialPort/SerialPortPeer.h"
+#include "support/message.h"
+#include "support/reason.h"
 #include "tcpClient/HV_Client.h"
 
 #include <pthread.h>
@@ -26,10 +28,12 @@ class NoCancellation {
 // Runs the body of an export; nothing may be thrown across the C boundary.
 template <class Body> int guarded(Body&& body) noexcept {
     const NoCancellation whole;
+    clear_reason();
+    if (in_message_handler()) return fail(QM_FAILED, "A message handler may not call the library.");
     try {
-        return std::forward<Body>(body)();
+        return conclude(std::forward<Body>(body)());
     } catch (...) {
-        return QM_FAILED;
+        return fail_by_exception();
     }
 }
 

@@ -1,0 +1,68 @@
+#include "support/reason.h"
+
+#include "qm_sdk_dual.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <new>
+
+namespace qm {
+namespace {
+
+// Room for every sentence; a plain array needs no memory when memory has run out.
+thread_local char t_reason[kReasonSize];
+
+const char* meaning(int status) {
+    switch (status) {
+#define QM_STATUS_CASE(name, value, meaning)                                                                 \
+    case name:                                                                                               \
+        return meaning;
+        QM_STATUS_MAP(QM_STATUS_CASE)
+#undef QM_STATUS_CASE
+    default:
+        return "the call did not succeed";
+    }
+}
+
+} // namespace
+
+void clear_reason() noexcept { t_reason[0] = 0; }
+const char* reason() noexcept { return t_reason; }
+
+int fail(int status, const char* format, ...) noexcept {
+    if (t_reason[0] != 0) return status;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(t_reason, sizeof t_reason, format, arguments);
+    va_end(arguments);
+    return status;
+}
+
+int fail_by_exception() noexcept {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return fail(QM_FAILED, "Out of memory.");
+    } catch (const std::exception& error) {
+        return fail(QM_FAILED, "The call was broken off: %s.", error.what());
+    } catch (...) {
+        return fail(QM_FAILED, "The call was broken off.");
+    }
+}
+
+int conclude(int status) noexcept {
+    if (status != QM_OK) return fail(status, "Status %d: %s.", status, meaning(status));
+    clear_reason();
+    return status;
+}
+
+ReasonSetAside::ReasonSetAside() noexcept {
+    std::memcpy(m_reason, t_reason, sizeof m_reason);
+    clear_reason();
+}
+
+ReasonSetAside::~ReasonSetAside() { std::memcpy(t_reason, m_reason, sizeof m_reason); }
+
+} // namespace qm
