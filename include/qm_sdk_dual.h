@@ -5,8 +5,8 @@
  *
  *  1. Every call but those of the last section returns an int status, 0 for success; the codes stand in
  *     QM_STATUS_MAP below. Any other positive status, 2 to 65,535, is the error value with which the
- *     controller refused (NACK), unless the call says otherwise; a controller that refuses with the value 0 or
- *     1 cannot be told from success or a cut answer. A null pointer where a pointer is needed gives -1;
+ *     controller refused (NACK), unless the call says otherwise; a controller that refuses with the value 0
+ * or 1 cannot be told from success or a cut answer. A null pointer where a pointer is needed gives -1;
  *     nothing is sent and nothing is changed. qm_last_error says in words why a call did not succeed.
  *  2. Every call that talks to a controller opens its own connection, blocks the calling thread until the
  *     controller has answered or a time-out has passed, and closes the connection. Connecting waits at most
@@ -19,7 +19,8 @@
  *  5. Any number of threads may call at once. Calls on different controllers run in parallel on the network;
  *     rendering is serialised. The screen settings (program_setScreenParams_G56) and the block size
  *     (set_packetLen) are shared by the whole process.
- *  6. Diagnostics are printed on standard output; what a call prints is said with it.
+ *  6. Diagnostics are printed on standard output; what a call prints is said with it. A host may take them
+ *     with qm_set_message_handler.
  *  7. A colour is a palette index (0 black, 1 red, 2 green, 3 yellow, 4 blue, 5 magenta, 6 cyan, 7 white)
  *     when below 8, and 0xRRGGBB otherwise.
  */
@@ -1369,10 +1370,14 @@ QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
 
 /* ---- Reasons, messages and version ----------------------------------------------------------------- */
 
-/* Why the calling thread's last call of the library did not return 0: one English sentence, in UTF-8, with
- * the facts, such as "Connecting to 192.168.0.199:5005 was refused." Empty, never null, when it returned 0
- * and before the first. The text is the library's, and lasts until the thread's next call or its end. The
- * calls of this section leave it alone. */
+/* Why the calling thread's last call did not return 0: one English sentence with the facts, such as
+ * "Connecting to 192.168.0.199:5005 was refused." or "Argument nPort is 80, and may be 1024 to 65535.", which
+ * names the argument, or the field of a record, as this header does. Empty, never null, when the call
+ * returned 0, and before the first. The words are for people, and may change; programs go by the status.
+ * Bytes are counted as they came in, before they were unstuffed. The names of files stand in it as the caller
+ * gave them, of a long one the end.
+ * The text is the library's, and stays until the thread's next call or its end. The calls of this section
+ * leave it alone. */
 QM_API const char* qm_last_error(void) QM_NOTHROW;
 
 /* Hands every message that is otherwise printed on standard output to handler, one a call, byte for byte,

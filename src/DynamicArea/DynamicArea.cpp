@@ -2,6 +2,7 @@
 
 #include "DynamicArea/DynamicArea_6G_records.h"
 #include "support/message.h"
+#include "support/reason.h"
 #include "tcpClient/HV_Client.h"
 
 namespace qm {
@@ -77,7 +78,9 @@ CData CVemarProtocol_DelDynamicArea::GetData() const {
 
 int CDynamicAreaOperator::dynamicArea_DelArea(const char* pIP, Ouint16 nPort, Oint8 uAreaId) {
     constexpr Oint8 kHighestId = 64;
-    if (uAreaId > kHighestId) return QM_FAILED;
+    if (uAreaId > kHighestId)
+        return fail(QM_FAILED, "Argument uAreaId is %d, and may be 0 to %d, or -1 for all areas.", uAreaId,
+                    kHighestId);
     const bool all = uAreaId == CVemarProtocol_DelDynamicArea::kAll;
     return dynamicArea_DelAreas(pIP, nPort, all ? CVemarProtocol_DelDynamicArea::kAll : Oint8{1}, &uAreaId);
 }

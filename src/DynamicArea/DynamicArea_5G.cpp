@@ -1,5 +1,7 @@
 #include "DynamicArea/DynamicArea_5G.h"
 
+#include "support/reason.h"
+
 #include <numeric>
 #include <optional>
 
@@ -17,7 +19,7 @@ qm_G5_area_header area_header(const AreaRequest_5G& area) {
 
 // The area without pages; nothing when numbers of programs are promised that are not there.
 std::optional<CVemarProtocol_DynamicArea_5G> area_record(const AreaRequest_5G& area) {
-    if (area.RelateProNum != 0 && !area.RelateProSerial) return std::nullopt;
+    if (!given({{"RelateProSerial", area.RelateProSerial, area.RelateProNum != 0}})) return std::nullopt;
     CVemarProtocol_DynamicArea_5G record;
     record.AreaId = area.uAreaId;
     record.RunMode = area.RunMode;
@@ -116,8 +118,11 @@ Ouint32 CVemarProtocol_DynamicArea_5G::GetSize() {
 CData CVemarProtocol_DynamicArea_5G::GetData() {
     const auto longer = [](std::size_t sum, const CData& page) { return sum + page.m_nDataLen; };
     if (std::accumulate(vctPicPageData.begin(), vctPicPageData.end(), std::size_t{0}, longer) > kLongest ||
-        GetSize() > kLongest)
+        GetSize() > kLongest) {
+        (void)fail(QM_FAILED, "The area takes more than the %u bytes that generation 5 has room for.",
+                   kLongest);
         return {};
+    }
     Frame payload;
     ByteWriter out(payload);
     m_oCmdHeader.append(out);

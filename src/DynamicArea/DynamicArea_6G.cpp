@@ -39,7 +39,7 @@ Oint32 CDynamicArea_ALL_6G::AddArea(Ouint8 areaId, const qm_G5_area_header& head
                                     bool soundFlag, Ouint8 transparency, Ouint8 areaEqual) {
     if (find(areaId)) {
         say(kAreaExists, areaId);
-        return QM_FAILED;
+        return fail(QM_FAILED, "Two areas have the number %d.", areaId);
     }
     auto area = std::make_unique<CVemarProtocol_DynamicArea_6G>();
     area->AreaId = areaId;
@@ -83,7 +83,7 @@ Oint32 CDynamicArea_ALL_6G::AddAreaRelateProgSound(Ouint8 areaId, const qm_G5_ar
 Oint32 CDynamicArea_ALL_6G::AddPage(Ouint8 areaId, const qm_G6_page_header& page, Bytes data) {
     if (m_vctDynamicArea.empty()) {
         say(kNoSuchArea, areaId);
-        return QM_FAILED;
+        return fail(QM_FAILED, "There is no area %d.", areaId);
     }
     // The page-data block holds the areas in list order, so everything up to here lies before this page.
     Ouint32 offset = 0;
@@ -171,7 +171,8 @@ int CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(const char* pIP, Ouin
                                                            const HVSoundDepend_6G& sound, Ouint8 VoiceFlg,
                                                            Ouint8 StoreFlag) {
     const HVSound_6G text = sound.stSound;
-    if (!is_sendable(text) || text.SoundDataLen == 0) return QM_FAILED;
+    if (!in_range("SoundDataLen", text.SoundDataLen, 1, CProtocol_SoundData::kMaxText) || !is_sendable(text))
+        return QM_FAILED;
     CProtocol_InsertSoundIndepend_All_6G insertion;
     insertion.m_oSound.StoreFlag = StoreFlag;
     insertion.m_oSound.VoiceFlg = VoiceFlg;
@@ -182,7 +183,7 @@ int CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(const char* pIP, Ouin
 int CBuild_DynamicArea_6G::dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint16 nPort,
                                                            std::span<const HVSoundDepend_6G> sounds,
                                                            Ouint8 StoreFlag) {
-    if (sounds.empty()) return QM_FAILED;
+    if (!in_range("nSoundDataCount", static_cast<long>(sounds.size()), 1, 0xFFFF)) return QM_FAILED;
     CProtocol_UpdateSoundIndepend_All_6G update;
     update.StoreFlag = StoreFlag;
     update.VoiceNum = static_cast<Ouint8>(sounds.size());

@@ -4,6 +4,7 @@
 #include "DynamicArea/DynamicArea.h"
 #include "DynamicArea/DynamicArea_6G_records.h"
 #include "program/PicturesArea_g6.h"
+#include "support/reason.h"
 
 #include <memory>
 #include <optional>
@@ -51,7 +52,7 @@ struct RelatedPrograms {
     const Ouint16* serials;
 
     // Numbers that are promised but not there.
-    [[nodiscard]] bool missing() const { return count != 0 && !serials; }
+    [[nodiscard]] bool missing() const { return !given({{"RelateProSerial", serials, count != 0}}); }
     [[nodiscard]] std::span<const Ouint16> list() const { return {serials, count}; }
 };
 

@@ -1,5 +1,7 @@
 #include "DynamicArea/DynamicArea_6G_records.h"
 
+#include "support/reason.h"
+
 namespace qm {
 namespace {
 
@@ -62,8 +64,8 @@ CData CProtocol_SoundData::GetData() const {
 }
 
 bool is_sendable(const HVSound_6G& sound) {
-    return sound.SoundDataLen <= CProtocol_SoundData::kMaxText &&
-           (sound.SoundData || sound.SoundDataLen == 0);
+    return in_range("SoundDataLen", sound.SoundDataLen, 0, CProtocol_SoundData::kMaxText) &&
+           given({{"SoundData", sound.SoundData, sound.SoundDataLen != 0}});
 }
 
 void CProtocol_SoundIndepend_Insert_6G::append(ByteWriter& out) const {

@@ -1,5 +1,7 @@
 #include "broadcast/BroadcastPeer.h"
 
+#include "support/reason.h"
+
 #include <arpa/inet.h>
 #include <cerrno>
 #include <ifaddrs.h>
@@ -87,7 +89,7 @@ int BroadcastPeer::InitUdp(const char* address, Ouint16 remotePort, Ouint16 loca
 
 int BroadcastPeer::open_socket(unsigned interface) {
     Descriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-    if (!socket) return QM_FAILED;
+    if (!socket) return fail(QM_FAILED, "No socket can be had: %s.", error_text(errno));
     set_option(socket.get(), SOL_SOCKET, SO_BROADCAST, 1);
     set_option(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
     // The limited broadcast leaves by one interface only; each socket has its own.
@@ -108,6 +110,7 @@ void BroadcastPeer::discard_pending() {
 
 int BroadcastPeer::Send(const Ouint8* data, int len) {
     discard_pending();
+    if (SocketList.empty()) (void)fail(QM_FAILED, "The host has no network interface to broadcast on.");
     const sockaddr_in to = address_of(::inet_addr(BroadIp.c_str()), BroadPort);
     for (const Descriptor& socket : SocketList)
         ::sendto(socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL,
@@ -135,8 +138,9 @@ std::optional<int> BroadcastPeer::receive_from(int socket, Ouint8* buff, int& da
                                      reinterpret_cast<sockaddr*>(&from), &size);
     if (received < 0 && (errno == EAGAIN || errno == EINTR)) return std::nullopt;
     dataLen = 0;
-    if (received < 0) return QM_FAILED;
-    if (received < kShortestFrame && !says_ok({buff, static_cast<std::size_t>(received)})) return QM_FAILED;
+    if (received < 0) return fail(QM_FAILED, "The answer cannot be received: %s.", error_text(errno));
+    if (received < kShortestFrame && !says_ok({buff, static_cast<std::size_t>(received)}))
+        return fail(QM_FAILED, "The answer of %zd bytes is too short.", received);
     ::inet_ntop(AF_INET, &from.sin_addr, remoteIP, sizeof remoteIP);
     dataLen = static_cast<int>(received);
     return QM_OK;

@@ -2,6 +2,9 @@
 
 #include "global.h"
 #include "support/message.h"
+#include "support/reason.h"
+
+#include <cstdio>
 
 namespace qm {
 namespace {
@@ -26,6 +29,28 @@ Ouint16 u16_at(Bytes bytes, std::size_t offset) {
 
 void application_header(ByteWriter& out, Ouint8 group, Ouint8 cmd, Bytes payload) {
     out.u8(1).u8(group).u8(cmd).u16(static_cast<Ouint16>(payload.size())).bytes(payload);
+}
+
+Bytes too_long(std::size_t size) {
+    (void)fail(QM_FAILED, "A frame cannot carry %zu bytes.", size);
+    return {};
+}
+
+constexpr char kNoEnd[] = "its end is missing", kShort[] = "its header is longer",
+               kAnnouncesMore[] = "its lengths announce more";
+
+// An answer that ends too soon.
+int cut_at(std::size_t received, int status, const char* sign) {
+    return fail(status, "The answer was cut at %zu bytes: %s.", received, sign);
+}
+
+int unknown_version(Ouint8 version) {
+    return fail(QM_BAD_VERSION, "The answer is of version %d of the link protocol, which is not known.",
+                version);
+}
+
+int other_command(Ouint8 group, Ouint8 cmd) {
+    return fail(QM_WRONG_ANSWER, "The answer is to another command: group 0x%02X, code 0x%02X.", group, cmd);
 }
 
 // Writes the XOR of everything up to its own, last, byte.
@@ -102,7 +127,7 @@ void LedHVPacket::envelope_header(Ouint32 length) {
 }
 
 Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
-    if (payload.size() > kMaxPayload) return {};
+    if (payload.size() > kMaxPayload) return too_long(payload.size());
     switch (framing_of(m_DeviceType)) {
     case Framing::generation5:
         return Pack5(group, cmd, payload);
@@ -111,6 +136,8 @@ Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
     case Framing::none:
         break;
     }
+    (void)fail(QM_FAILED, "The controller says that it is of type 0x%04X, which is of neither generation.",
+               m_DeviceType);
     return {};
 }
 
@@ -118,7 +145,7 @@ Bytes LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload) {
     m_application.clear();
     ByteWriter writer(m_application);
     application_header(writer, group, cmd, payload);
-    if (m_application.size() > kMaxApplication) return {};
+    if (m_application.size() > kMaxApplication) return too_long(m_application.size());
     link_header5(m_application);
     return stuffed();
 }
@@ -131,7 +158,7 @@ Bytes LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload) {
 }
 
 Bytes LedHVPacket::Pack6_OnlyHeader(Bytes application) {
-    if (application.size() > kMaxApplication) return {};
+    if (application.size() > kMaxApplication) return too_long(application.size());
     link_header6(application);
     return stuffed();
 }
@@ -174,7 +201,7 @@ CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
         return CData::error();
     }
     const std::size_t size = stuffed_length(m_body);
-    if (size > kMaxStuffed) return CData::error();
+    if (size > kMaxStuffed) return too_long(size), CData::error();
     CData frame(static_cast<Ouint32>(size));
     const std::size_t length = Transfer_Packet(m_body, frame.m_pData.get());
     if (length != frame.m_nDataLen) {
@@ -189,24 +216,35 @@ bool LedHVPacket::is_frame(Bytes frame) const {
     return !frame.empty() && frame.front() == begin_flag && frame.back() == end_flag;
 }
 
+int LedHVPacket::refuse(Bytes frame) const {
+    if (frame.empty()) return fail(QM_FAILED, "Nobody answered within 3 s.");
+    if (frame.front() == begin_flag) return cut_at(frame.size(), QM_FAILED, kNoEnd);
+    char first[3 * 8 + 1] = {};
+    for (std::size_t i = 0; i < std::min<std::size_t>(frame.size(), 8); ++i)
+        std::snprintf(first + 3 * i, 4, " %02X", frame[i]);
+    return fail(QM_FAILED, "The answer is not a frame: its %zu bytes begin with%s.", frame.size(), first);
+}
+
 // Checks the link header of an answer body and finds the application layer behind it.
-int LedHVPacket::open_link(Bytes body, Bytes& application) {
-    if (body.size() < 5) return QM_FAILED;
+int LedHVPacket::open_link(Bytes body, std::size_t received, Bytes& application) {
+    if (body.size() < 5) return cut_at(received, QM_FAILED, kShort);
     const Ouint8 version = body[4];
     if (version == kVersionEnvelope) {
-        if (body.size() < kEnvelopeSize) return QM_FAILED;
+        if (body.size() < kEnvelopeSize) return cut_at(received, QM_FAILED, kShort);
         application = body.subspan(kEnvelopeSize);
         return QM_OK;
     }
-    if (version != kVersion5 && version != kVersion6) return QM_BAD_VERSION;
+    if (version != kVersion5 && version != kVersion6) return unknown_version(version);
 
     const LinkLayout& link = version == kVersion5 ? kLink5 : kLink6;
-    if (body.size() < link.size || calc_xor(body.first(link.checksum)) != body[link.checksum])
-        return QM_BAD_HEADER;
+    if (body.size() < link.size) return cut_at(received, QM_BAD_HEADER, kShort);
+    if (calc_xor(body.first(link.checksum)) != body[link.checksum])
+        return fail(QM_BAD_HEADER, "The header checksum of the answer is wrong.");
     const std::size_t length = u16_at(body, kDataLenOffset);
-    if (length > body.size() - link.size) return QM_BAD_CRC;
+    if (length > body.size() - link.size) return cut_at(received, QM_BAD_CRC, kAnnouncesMore);
     application = body.subspan(link.size, length);
-    if (calc_crc(application) != u16_at(body, kCrcOffset)) return QM_BAD_CRC;
+    if (calc_crc(application) != u16_at(body, kCrcOffset))
+        return fail(QM_BAD_CRC, "The CRC of the answer is wrong.");
 
     m_protocoltype = body[5];
     if (version == kVersion6) m_Option = body[9];
@@ -216,10 +254,10 @@ int LedHVPacket::open_link(Bytes body, Bytes& application) {
 // Answer header, 9 bytes: reserved, cmdgroup, cmd, status u16, Error u16, datalen u16.
 int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
     answer.length = 0;
-    if (!is_frame(frame)) return QM_FAILED;
+    if (!is_frame(frame)) return refuse(frame);
     Restore_Packet(frame, m_body);
     Bytes application;
-    if (const int code = open_link(m_body, application); code != QM_OK) return code;
+    if (const int code = open_link(m_body, frame.size(), application); code != QM_OK) return code;
     // Lengths that claim more than came: as a wrong CRC where there is one.
     const int cut = m_body[4] == kVersionEnvelope ? QM_FAILED : QM_BAD_CRC;
 
@@ -230,19 +268,21 @@ int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
     reader.skip(2);
     const Ouint16 error = reader.u16();
     const std::size_t length = reader.u16();
-    if (!reader.ok()) return cut;
+    if (!reader.ok()) return cut_at(frame.size(), cut, kShort);
 
     if (answerGroup != group) {
-        if (answerGroup != hv_GRP_Global) return QM_WRONG_ANSWER;
+        if (answerGroup != hv_GRP_Global) return other_command(answerGroup, answerCmd);
         if (answerCmd == hv_ACK) return QM_OK;
-        if (answerCmd == hv_NACK) return error;
-        return QM_WRONG_ANSWER;
+        if (answerCmd == hv_NACK) return fail(error, "The controller refused with error %d.", error);
+        return other_command(answerGroup, answerCmd);
     }
-    if (answerCmd != cmd + 0x80) return QM_WRONG_ANSWER;
-    if (length > reader.left()) return cut;
+    if (answerCmd != cmd + 0x80) return other_command(answerGroup, answerCmd);
+    if (length > reader.left()) return cut_at(frame.size(), cut, kAnnouncesMore);
     if (answer.buffer.empty()) {
         say("nCmdDataLen <= %d \n ", 0);
-        return QM_FAILED;
+        return fail(QM_FAILED,
+                    "The controller answered with %zu bytes where the call takes an acknowledgement only.",
+                    length);
     }
     const std::size_t copied = std::min(length, answer.buffer.size());
     std::copy_n(reader.rest().begin(), copied, answer.buffer.begin());
@@ -251,15 +291,15 @@ int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
     say("return Data Length too long!!! Control Card Return:cmd_header->datalen = %d; but membuff len = "
         "%d;\n ",
         static_cast<int>(length), static_cast<int>(copied));
-    return QM_TRUNCATED;
+    return fail(QM_TRUNCATED, "The answer has %zu bytes, and there is room for %zu.", length, copied);
 }
 
 int LedHVPacket::UnpackPing3(Bytes frame, Frame& body) {
-    if (!is_frame(frame)) return QM_FAILED;
+    if (!is_frame(frame)) return refuse(frame);
     Restore_Packet(frame, body);
-    if (body.size() < 5) return QM_FAILED;
-    if (body[4] != kVersion5 && body[4] != kVersion6) return QM_BAD_VERSION;
-    if (body.size() < 8) return QM_FAILED;
+    if (body.size() < 5) return cut_at(frame.size(), QM_FAILED, kShort);
+    if (body[4] != kVersion5 && body[4] != kVersion6) return unknown_version(body[4]);
+    if (body.size() < 8) return cut_at(frame.size(), QM_FAILED, kShort);
     m_protocoltype = body[5];
     return QM_OK;
 }

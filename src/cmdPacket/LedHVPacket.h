@@ -40,6 +40,9 @@ class LedHVPacket : public LedPacket {
     Bytes Pack6HnX_DynamicArea(Ouint8 group, Ouint8 cmd, Bytes payload);
     CData Pack6HnX_DynamicArea2(Ouint8 group, Ouint8 cmd, Bytes payload);
 
+    // Notes why bytes that do not begin and end as a frame are none; -1.
+    [[nodiscard]] int refuse(Bytes frame) const;
+
     // Opens the handshake's answer: 0, -1 (no frame) or -4 (unknown version). The controller type stands at
     // bytes 6 and 7 of body, which holds at least 8 bytes on success.
     int UnpackPing3(Bytes frame, Frame& body);
@@ -57,7 +60,8 @@ class LedHVPacket : public LedPacket {
     void link_header6(Bytes application);
     void envelope_header(Ouint32 length);
     Bytes stuffed() { return Transfer_Packet(m_body, m_room); }
-    int open_link(Bytes body, Bytes& application);
+    // received: the bytes of the frame before they were unstuffed
+    int open_link(Bytes body, std::size_t received, Bytes& application);
 
     Frame m_application; // work buffers, kept from frame to frame
     Frame m_body;

@@ -1,6 +1,7 @@
 #include "cmdPacket/command.h"
 
 #include "support/message.h"
+#include "support/reason.h"
 
 #include <atomic>
 #include <string_view>
@@ -106,15 +107,18 @@ int ON_command::send_AT_cmd(const char* cmdData, Ouint16 dataLen) {
     Bytes received;
     if (receive_frame(kTimeout, received) != 0) return QM_FAILED;
     const std::string_view text(reinterpret_cast<const char*>(received.data()), received.size());
-    const bool accepted = text.find("OK") != text.npos || text.find("ok") != text.npos;
-    return accepted ? QM_OK : QM_FAILED;
+    if (text.find("OK") != text.npos || text.find("ok") != text.npos) return QM_OK;
+    return received.empty() ? refuse(received) : fail(QM_FAILED, "The Wi-Fi module did not answer OK.");
 }
 
 int ON_command::send_AT_cmdRetData(const char* cmdData, Ouint16& dataLen, Ouint8* packet) {
     constexpr int kOverflow = 512;
     if (Send(reinterpret_cast<const Ouint8*>(cmdData), dataLen) != 0) return QM_FAILED;
     int length = kOverflow;
-    if (Recv(packet, length, kTimeout) != 0 || length == 0 || length == kOverflow) return QM_FAILED;
+    if (Recv(packet, length, kTimeout) != 0) return QM_FAILED;
+    if (length == 0) return refuse({});
+    if (length == kOverflow)
+        return fail(QM_FAILED, "The Wi-Fi module's answer is longer than %d bytes.", kOverflow - 1);
     dataLen = static_cast<Ouint16>(length);
     return QM_OK;
 }

@@ -2,6 +2,7 @@
 #include "cmdPacket/command.h"
 
 #include "support/message.h"
+#include "support/reason.h"
 
 #include <array>
 #include <cstdlib>
@@ -26,7 +27,8 @@ std::array<Ouint8, 4> tail_of(Bytes data) {
 }
 
 bool fits_a_frame(std::size_t blockSize) {
-    return blockSize > 0 && blockSize + kBlockHeader <= LedHVPacket::kMaxPayload;
+    return in_range("len of set_packetLen", static_cast<long>(blockSize), 1,
+                    LedHVPacket::kMaxPayload - kBlockHeader);
 }
 
 } // namespace
@@ -34,7 +36,7 @@ bool fits_a_frame(std::size_t blockSize) {
 bool ON_command::can_send_blocks() { return fits_a_frame(packet_len()); }
 
 bool ON_command::can_name_files(std::int16_t fileNub) {
-    return fileNub >= 0 && 2 + kFileNameSize * static_cast<std::size_t>(fileNub) <= kMaxPayload;
+    return in_range("fileNub", fileNub, 0, (kMaxPayload - 2) / kFileNameSize);
 }
 
 int ON_command::hv_cmd_freeDirBlock(Ouint8* dataAddre) {
@@ -160,14 +162,14 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
         return code;
     ByteReader reader(answer.received());
     const Ouint16 announced = reader.u16();
-    if (!reader.ok()) return QM_FAILED;
+    if (!reader.ok()) return fail(QM_FAILED, "The answer does not say how many files there are.");
 
     Frame entries;
     Ouint16 count = 0;
     const int code = read_directory(announced, entries, count);
     // What came before a failure is the caller's, too.
     auto* data = static_cast<Ouint8*>(std::malloc(std::max<std::size_t>(entries.size(), 1)));
-    if (!data) return QM_FAILED;
+    if (!data) return fail_by_memory();
     std::copy(entries.begin(), entries.end(), data);
     dirBlock.dataAddre = data;
     dirBlock.fileNumber = count;
@@ -185,10 +187,11 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
         if (const int code = send_recv_cmd(hv_GRP_OFSConf, hv_ofs_ReadDirBlock, next, answer); code != QM_OK)
             return code;
         const Bytes block = answer.received();
-        if (block.size() < kDirBlockHeader) return QM_FAILED;
+        if (block.size() < kDirBlockHeader)
+            return fail(QM_FAILED, "A block of the directory was cut at %zu bytes.", block.size());
         const std::size_t held = block[3];
         if (held == 0) ++empty;
-        if (count + held > 0xFFFF) return QM_FAILED;
+        if (count + held > 0xFFFF) return fail(QM_FAILED, "The directory has more than 65535 entries.");
         const Bytes data = block.subspan(kDirBlockHeader);
         entries.insert(entries.end(), data.begin(),
                        data.begin() + static_cast<std::ptrdiff_t>(std::min(data.size(), held * kEntry)));
@@ -196,7 +199,7 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
         entries.resize(count * kEntry); // entries that did not come are zero
         if (block[0] != 0) return QM_OK;
     }
-    return QM_FAILED;
+    return fail(QM_FAILED, "The controller sent %zu blocks of the directory without entries.", kEmptyBlocks);
 }
 
 int ON_command::hv_cmd_ofs_getTransStatus(Ouint8& rw, char* fileName, Ouint32& fileCrc, Ouint32& fileOffset) {

@@ -1,6 +1,8 @@
 #include "program/HVarea.h"
 
 #include "program/CairoFreeType.h"
+#include "support/message.h"
+#include "support/reason.h"
 
 #include <cmath>
 
@@ -8,6 +10,19 @@ namespace qm {
 
 void qm_G5_area_header::append(ByteWriter& out) const {
     out.u8(AreaType).u16(AreaX).u16(AreaY).u16(AreaWidth).u16(AreaHeight);
+}
+
+bool HVarea::no_such_page(int pageNum, std::size_t count) {
+    say("Error:pageNum out of range.\n");
+    (void)fail(QM_FAILED, "Argument pageNum is %d, and the area has %zu pages, counted from 0.", pageNum,
+               count);
+    return false;
+}
+
+bool HVarea::no_room_for_pages() {
+    say("Error:unable to generate pictures.\n");
+    (void)fail(QM_FAILED, "The area has no room for pages.");
+    return false;
 }
 
 HVarea::HVarea() { CairoFreeType::InitFt(); }

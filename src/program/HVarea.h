@@ -84,6 +84,10 @@ class HVarea {
 
     static constexpr GammaTable r_gam = gamma_table(), g_gam = gamma_table(), b_gam = gamma_table();
 
+    // Why there is no preview of a page; both say so, and give false.
+    static bool no_such_page(int pageNum, std::size_t count);
+    static bool no_room_for_pages();
+
     Ouint16 _areaID = 0;
     Ouint8 _areaType = 0;
     Ouint16 _areaX = 0, _areaY = 0, _areaWidth = 0, _areaHeight = 0;

@@ -3,9 +3,13 @@
 #include "program/ScreenSettings.h"
 #include "support/files.h"
 #include "support/message.h"
+#include "support/reason.h"
 
 #include <array>
+#include <cerrno>
 #include <fstream>
+#include <string_view>
+#include <unistd.h>
 
 namespace qm {
 namespace {
@@ -14,25 +18,44 @@ constexpr std::uint64_t kMostPixels = 64'000'000;
 
 // A small file can unpack to more than the memory holds: the size stands in its first 24 bytes, behind
 // signature and chunk header, as two big-endian numbers.
-bool has_bearable_size(const std::string& path) {
-    if (!is_ordinary_file(path)) return false;
-    std::array<char, 24> head{};
-    if (!std::ifstream(path, std::ios::binary).read(head.data(), head.size())) return false;
+using Head = std::array<char, 24>;
+
+bool is_png(const Head& head) { return std::string_view(head.data(), 8) == "\x89PNG\r\n\x1A\n"; }
+
+std::uint64_t pixels(const Head& head) {
     const auto number = [&head](std::size_t at) {
         std::uint64_t value = 0;
         for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<Ouint8>(head[at + i]);
         return value;
     };
-    return number(16) * number(20) <= kMostPixels;
+    return number(16) * number(20);
+}
+
+// Why a file cannot be a picture, in words; null when nothing speaks against it.
+const char* obstacle(const std::string& path) {
+    if (!is_ordinary_file(path))
+        return ::access(path.c_str(), F_OK) == 0 ? "it is no ordinary file" : error_text(errno);
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return error_text(errno);
+    Head head{};
+    if (!file.read(head.data(), head.size()) || !is_png(head)) return "it is no PNG file";
+    return pixels(head) > kMostPixels ? "it has more than 64 million pixels" : nullptr;
+}
+
+SurfacePtr no_picture(const std::string& path, const char* why) {
+    const char* const end = last_part(path.c_str());
+    (void)fail(QM_FAILED, "Picture %s%s: %s.", end == path.c_str() ? "" : "...", end, why);
+    return nullptr;
 }
 
 } // namespace
 
 SurfacePtr load_picture(const std::string& picPath) {
-    if (!has_bearable_size(picPath)) return nullptr;
+    if (const char* why = obstacle(picPath)) return no_picture(picPath, why);
     SurfacePtr picture(cairo_image_surface_create_from_png(picPath.c_str()));
-    if (cairo_surface_status(picture.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-    return picture;
+    const cairo_status_t status = cairo_surface_status(picture.get());
+    return status == CAIRO_STATUS_SUCCESS ? std::move(picture)
+                                          : no_picture(picPath, cairo_status_to_string(status));
 }
 
 std::optional<HVframe> HVframe::load(const std::string& picPath) {

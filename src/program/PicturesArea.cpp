@@ -207,15 +207,9 @@ void PicturesArea::AssembleData(Frame& program) const {
 bool PicturesArea::LoadAreaPage(int pageNum) {
     pngData.clear();
     const auto page = static_cast<std::size_t>(pageNum);
-    if (pageNum < 0 || page >= page_count()) {
-        say("Error:pageNum out of range.\n");
-        return false;
-    }
+    if (pageNum < 0 || page >= page_count()) return no_such_page(pageNum, page_count());
     set_drawing_rectangle();
-    if (!has_room()) {
-        say("Error:unable to generate pictures.\n");
-        return false;
-    }
+    if (!has_room()) return no_room_for_pages();
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
     if (page < GetTextPageNumber()) {
         draw_own_page(canvas, page);

@@ -4,6 +4,7 @@
 #include "program/PicturesArea.h"
 #include "program/TimeArea.h"
 #include "support/descriptor.h"
+#include "support/reason.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -48,7 +49,7 @@ void append_header(ByteWriter& out, const HVprogramHeader& h, const ProgramName&
 } // namespace
 
 std::optional<ProgramName> program_name(Ouint32 programID) {
-    if (programID > 9999) return std::nullopt;
+    if (!in_range("ProgramID", programID, 0, 9999)) return std::nullopt;
     char text[8];
     std::snprintf(text, sizeof text, programID <= 999 ? "P%03u" : "%u", programID);
     ProgramName name;
@@ -85,10 +86,15 @@ void ProgramObj::ProgramChangeFrame(const HVscreenframeHeader& header, const cha
 
 bool ProgramObj::ProgramAddArea(Ouint16 areaID, const qm_G5_area_header& header) {
     std::unique_ptr<HVarea> area = make_area(header.AreaType);
-    if (!area) return false;
+    if (!area) return no_such_kind(header.AreaType);
     remove_areas(areaID, false);
     add_area(areaID, header, std::move(area));
     return true;
+}
+
+bool ProgramObj::no_such_kind(Ouint8 type) {
+    (void)fail(QM_FAILED, "Argument AreaType is %d, which is no kind of area of this generation.", type);
+    return false;
 }
 
 void ProgramObj::add_area(Ouint16 areaID, const qm_G5_area_header& header, std::unique_ptr<HVarea> area) {

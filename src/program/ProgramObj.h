@@ -3,6 +3,7 @@
 
 #include "program/HVarea.h"
 #include "program/HVframe.h"
+#include "support/reason.h"
 
 #include <array>
 #include <memory>
@@ -53,6 +54,7 @@ class ProgramObj {
     // Puts an area at the end of the list.
     void add_area(Ouint16 areaID, const qm_G5_area_header& header, std::unique_ptr<HVarea> area);
     void remove_areas(Ouint16 areaID, bool all);
+    static bool no_such_kind(Ouint8 type); // false
     void append_play_periods(ByteWriter& out) const;
     // Appends every area's record behind its length, made by assemble.
     template <class Assemble> void append_areas(Frame& program, Assemble&& assemble);
@@ -75,6 +77,7 @@ template <class Assemble> void ProgramObj::append_areas(Frame& program, Assemble
     Ouint32 length = 0;
     for (const auto& area : _areaList) {
         area->PreparePageData();
+        clear_reason(); // a picture that cannot be read is left out
         const std::size_t start = program.size();
         ByteWriter(program).u32(0);
         assemble(*area);

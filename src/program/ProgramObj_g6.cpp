@@ -3,6 +3,7 @@
 #include "program/BackGround.h"
 #include "program/TimeArea_g6.h"
 #include "support/message.h"
+#include "support/reason.h"
 
 namespace qm {
 namespace {
@@ -65,7 +66,7 @@ void ProgramObj_g6::addPlayPeriodGrp(const HVprogramppGrp_G56& periods) {
 }
 
 int ProgramObj_g6::ProgramAddFrame(const HVscreenframeHeader_G6& header, const char* picPath) {
-    if (screenFrame) return QM_FAILED;
+    if (screenFrame) return fail(QM_FAILED, "The program has a border.");
     m_fHeader = header;
     screenFrame = HVframe::load(picPath);
     return screenFrame ? QM_OK : QM_FAILED;
@@ -74,7 +75,7 @@ int ProgramObj_g6::ProgramAddFrame(const HVscreenframeHeader_G6& header, const c
 int ProgramObj_g6::ProgramChangeFrame(const HVscreenframeHeader_G6& header, const char* picPath) {
     if (!screenFrame) {
         say("Error:No frame have been added.\n");
-        return QM_FAILED;
+        return fail(QM_FAILED, "The program has no border.");
     }
     m_fHeader = header;
     std::optional<HVframe> changed = HVframe::load(picPath);
@@ -86,7 +87,7 @@ int ProgramObj_g6::ProgramChangeFrame(const HVscreenframeHeader_G6& header, cons
 bool ProgramObj_g6::ProgramAddArea_g6(Ouint16 areaID, const qm_G5_area_header& header,
                                       const qm_G6_area_header_p2& header2) {
     std::unique_ptr<HVarea> area = make_area(header.AreaType, header2);
-    if (!area) return false;
+    if (!area) return no_such_kind(header.AreaType);
     remove_areas(areaID, true);
     add_area(areaID, header, std::move(area));
     if (header.AreaType == eGlobalBackGroundArea) m_bIfHaveBK = true;

@@ -1,5 +1,8 @@
 #include "program/Surface.h"
 
+#include "qm_sdk_dual.h"
+#include "support/reason.h"
+
 #include <cstring>
 #include <stdexcept>
 
@@ -36,8 +39,10 @@ std::vector<unsigned char> Canvas32::png() const {
         bytes.insert(bytes.end(), data, data + length);
         return CAIRO_STATUS_SUCCESS;
     };
-    if (cairo_surface_write_to_png_stream(m_surface.get(), append, &png) != CAIRO_STATUS_SUCCESS) png.clear();
-    return png;
+    const cairo_status_t status = cairo_surface_write_to_png_stream(m_surface.get(), append, &png);
+    if (status == CAIRO_STATUS_SUCCESS) return png;
+    (void)fail(QM_FAILED, "The page cannot be encoded as PNG: %s.", cairo_status_to_string(status));
+    return {};
 }
 
 void disable_antialias(cairo_t* context) {

@@ -218,15 +218,9 @@ bool TimeArea::draw_analog(Canvas32& canvas) const {
 
 bool TimeArea::LoadAreaPage(int pageNum) {
     m_preview.clear();
-    if (pageNum != 0) {
-        say("Error:pageNum out of range.\n");
-        return false;
-    }
+    if (pageNum != 0) return no_such_page(pageNum, page_count());
     Reload();
-    if (!has_room()) {
-        say("Error:unable to generate pictures.\n");
-        return false;
-    }
+    if (!has_room()) return no_room_for_pages();
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
     if (m_analogClock)
         (void)draw_analog(canvas);

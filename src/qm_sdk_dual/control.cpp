@@ -16,8 +16,8 @@ int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) noexcept {
 }
 
 int cmd_timingOnOff(const char* ip, Ouint16 port, Ouint8 groupNum, const Ouint8* data) noexcept {
-    if (!data && groupNum > 0) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_timing_onOff(groupNum, data); });
+    return run(Tcp{ip, port}, {{"data", data, groupNum > 0}},
+               [&](ON_command& c) { return c.hv_cmd_timing_onOff(groupNum, data); });
 }
 
 int cmd_cancelTimingOnOff(const char* ip, Ouint16 port) noexcept {
@@ -25,13 +25,13 @@ int cmd_cancelTimingOnOff(const char* ip, Ouint16 port) noexcept {
 }
 
 int cmd_setBrightness(const char* ip, Ouint16 port, const Brightness* brightness) noexcept {
-    if (!brightness) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_brightness(*brightness); });
+    return run(Tcp{ip, port}, {{"brightness", brightness}},
+               [&](ON_command& c) { return c.hv_cmd_set_brightness(*brightness); });
 }
 
 int cmd_readControllerID(const char* ip, Ouint16 port, Ouint8* ControllerID) noexcept {
-    if (!ControllerID) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_read_controllerID(ControllerID); });
+    return run(Tcp{ip, port}, {{"ControllerID", ControllerID}},
+               [&](ON_command& c) { return c.hv_cmd_read_controllerID(ControllerID); });
 }
 
 int cmd_screenLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock) noexcept {
@@ -40,43 +40,39 @@ int cmd_screenLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock
 
 int cmd_programLock(const char* ip, Ouint16 port, Ouint8 nonvolatile, Ouint8 lock, const char* name,
                     Ouint32 lockDuration) noexcept {
-    if (!name) return QM_FAILED;
-    return run(Tcp{ip, port},
+    return run(Tcp{ip, port}, {{"name", name}},
                [&](ON_command& c) { return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration); });
 }
 
 int cmd_uart_programLock(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
                          const char* name, Ouint32 lockDuration) noexcept {
-    if (!name) return QM_FAILED;
-    return run(Serial{uartPort, baudRate},
+    return run(Serial{uartPort, baudRate}, {{"name", name}},
                [&](ON_command& c) { return c.hv_cmd_program_lock(nonvolatile, lock, name, lockDuration); });
 }
 
 int cmd_uart_programLock_6G(const char* uartPort, Ouint8 baudRate, Ouint8 nonvolatile, Ouint8 lock,
                             const char* name, Ouint32 lockDuration) noexcept {
-    if (!name) return QM_FAILED;
-    return run(Serial{uartPort, baudRate}, [&](ON_command& c) {
+    return run(Serial{uartPort, baudRate}, {{"name", name}}, [&](ON_command& c) {
         return c.hv_cmd_program_lock_6G(nonvolatile, lock, name, lockDuration);
     });
 }
 
 int cmd_check_controllerStatus(const char* ip, Ouint16 port,
                                ControllerStatus_G56* controllerStatus) noexcept {
-    if (!controllerStatus) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) {
+    return run(Tcp{ip, port}, {{"controllerStatus", controllerStatus}}, [&](ON_command& c) {
         return into_record<sizeof *controllerStatus>(
             *controllerStatus, [&](Answer& answer) { return c.hv_cmd_check_controllerStatus(answer); });
     });
 }
 
 int cmd_setPassword(const char* ip, Ouint16 port, const char* oldPassword, const char* newPassword) noexcept {
-    if (!given(oldPassword, newPassword)) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_password(oldPassword, newPassword); });
+    return run(Tcp{ip, port}, {{"oldPassword", oldPassword}, {"newPassword", newPassword}},
+               [&](ON_command& c) { return c.hv_cmd_set_password(oldPassword, newPassword); });
 }
 
 int cmd_deletePassword(const char* ip, Ouint16 port, const char* password) noexcept {
-    if (!password) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_delete_password(password); });
+    return run(Tcp{ip, port}, {{"password", password}},
+               [&](ON_command& c) { return c.hv_cmd_delete_password(password); });
 }
 
 int cmd_setDelayTime(const char* ip, Ouint16 port, int16_t delayTime) noexcept {
@@ -88,8 +84,8 @@ int cmd_setBtnFunc(const char* ip, Ouint16 port, Ouint8 btnMode) noexcept {
 }
 
 int cmd_setTimingReset(const char* ip, Ouint16 port, const TimingReset* cmdData) noexcept {
-    if (!cmdData) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_set_timingReset(*cmdData); });
+    return run(Tcp{ip, port}, {{"cmdData", cmdData}},
+               [&](ON_command& c) { return c.hv_cmd_set_timingReset(*cmdData); });
 }
 
 int cmd_setDispMode(const char* ip, Ouint16 port, Ouint8 dispMode) noexcept {
@@ -97,18 +93,18 @@ int cmd_setDispMode(const char* ip, Ouint16 port, Ouint8 dispMode) noexcept {
 }
 
 int cmd_battieTime(const char* ip, Ouint16 port, Ouint8 mode, BattleTime* battieData) noexcept {
-    if (!battieData) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_battie_time(mode, *battieData); });
+    return run(Tcp{ip, port}, {{"battieData", battieData}},
+               [&](ON_command& c) { return c.hv_cmd_battie_time(mode, *battieData); });
 }
 
 int cmd_getStopwatch(const char* ip, Ouint16 port, Ouint8 mode, Ouint32* timeValue) noexcept {
-    if (!timeValue) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_get_stopwatch(mode); });
+    return run(Tcp{ip, port}, {{"timeValue", timeValue}},
+               [&](ON_command& c) { return c.hv_cmd_get_stopwatch(mode); });
 }
 
 int cmd_getSensorBrightnessValue(const char* ip, Ouint16 port, Ouint32* brightnessValue) noexcept {
-    if (!brightnessValue) return QM_FAILED;
-    return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_get_sensorBrightnessValue(); });
+    return run(Tcp{ip, port}, {{"brightnessValue", brightnessValue}},
+               [](ON_command& c) { return c.hv_cmd_get_sensorBrightnessValue(); });
 }
 
 int cmd_setSpeedAdjust(const char* ip, Ouint16 port, int16_t speed) noexcept {
@@ -120,8 +116,8 @@ int cmd_setScreenAddress(const char* ip, Ouint16 port, int16_t address) noexcept
 }
 
 int cmd_firmwareActivate(const char* ip, Ouint16 port, const char* firmwareFileName) noexcept {
-    if (!firmwareFileName) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& c) { return c.hv_cmd_firmwareActivate(firmwareFileName); });
+    return run(Tcp{ip, port}, {{"firmwareFileName", firmwareFileName}},
+               [&](ON_command& c) { return c.hv_cmd_firmwareActivate(firmwareFileName); });
 }
 
-int update_firmware(const char*, Ouint16, const char*) noexcept { return QM_OK; }
+int update_firmware(const char*, Ouint16, const char*) noexcept { return nothing_to_do(); }

@@ -18,67 +18,69 @@ template <class Record> int search_6g_into(ON_command& connection, Record& recor
 } // namespace
 
 int cmd_tcpPing(const char* ip, Ouint16 port, Ping_data* retData) noexcept {
-    if (!given(ip, retData)) return QM_FAILED;
-    return guarded([&] { return tcp_ping(ip, port, *retData); });
+    return guarded({{"ip", ip}, {"retData", retData}}, [&] { return tcp_ping(ip, port, *retData); });
 }
 
 int cmd_udpPing(Ping_data* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) { return ping_into(broadcast, *retData); });
+    return run(Broadcast{}, {{"retData", retData}},
+               [&](ON_command& broadcast) { return ping_into(broadcast, *retData); });
 }
 
 int cmd_udpNetworkSearch(heartbeatData* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) {
+    return run(Broadcast{}, {{"retData", retData}}, [&](ON_command& broadcast) {
         return into_record<64>(*retData,
                                [&](Answer& answer) { return broadcast.hv_cmd_networkSearch(answer); });
     });
 }
 
 int cmd_udpNetworkSearch_6G(NetSearchCmdRet* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
+    return run(Broadcast{}, {{"retData", retData}},
+               [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
 }
 
 int cmd_udpNetworkSearch_6G_Web(NetSearchCmdRet_Web* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
+    return run(Broadcast{}, {{"retData", retData}},
+               [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
 }
 
 int cmd_tcpNetworkSearch_6G(const char* ip, Ouint16 port, NetSearchCmdRet* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return run(Tcp{ip, port}, {{"retData", retData}},
+               [&](ON_command& client) { return search_6g_into(client, *retData); });
 }
 
 int cmd_tcpNetworkSearch_6G_Web(const char* ip, Ouint16 port, NetSearchCmdRet_Web* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Tcp{ip, port}, [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return run(Tcp{ip, port}, {{"retData", retData}},
+               [&](ON_command& client) { return search_6g_into(client, *retData); });
 }
 
 int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort, Ouint8 nBaudRateType) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Serial{uartPort, nBaudRateType},
+    return run(Serial{uartPort, nBaudRateType}, {{"retData", retData}},
                [&](ON_command& line) { return search_6g_into(line, *retData); });
 }
 
 int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                Ouint8 nBaudRateType) noexcept {
-    if (!retData) return QM_FAILED;
-    return run(Serial{uartPort, nBaudRateType},
+    return run(Serial{uartPort, nBaudRateType}, {{"retData", retData}},
                [&](ON_command& line) { return search_6g_into(line, *retData); });
 }
 
 int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway, int16_t port,
                  Ouint8 serverMode, const char* serverIP, int16_t serverPort, const char* password,
                  int16_t heartbeat, const char* netID) noexcept {
-    if (!given(ip, subnetMask, gateway, serverIP, password, netID)) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) {
-        return broadcast.hv_cmd_setIP({mode, ip, subnetMask, gateway, port, serverMode, serverIP, serverPort,
-                                       password, heartbeat, netID});
-    });
+    return run(Broadcast{},
+               {{"ip", ip},
+                {"subnetMask", subnetMask},
+                {"gateway", gateway},
+                {"serverIP", serverIP},
+                {"password", password},
+                {"netID", netID}},
+               [&](ON_command& broadcast) {
+                   return broadcast.hv_cmd_setIP({mode, ip, subnetMask, gateway, port, serverMode, serverIP,
+                                                  serverPort, password, heartbeat, netID});
+               });
 }
 
 int cmd_udpSetMac(const char* mac) noexcept {
-    if (!mac) return QM_FAILED;
-    return run(Broadcast{}, [&](ON_command& broadcast) { return broadcast.hv_cmd_setMac(mac); });
+    return run(Broadcast{}, {{"mac", mac}},
+               [&](ON_command& broadcast) { return broadcast.hv_cmd_setMac(mac); });
 }

@@ -9,11 +9,6 @@ namespace {
 constexpr Ouint8 kDynamicAreaType = 0x10;
 constexpr Ouint16 kMostPrograms = 512; // of one area alone
 
-bool valid_address_given(const char* ip, Ouint32 port, std::initializer_list<const void*> needed) {
-    return valid_address(ip, port) &&
-           std::all_of(needed.begin(), needed.end(), [](const void* pointer) { return pointer != nullptr; });
-}
-
 qm_G5_area_header place(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height) {
     return {kDynamicAreaType, x, y, width, height};
 }
@@ -56,20 +51,50 @@ AreaRequest text_request(Ouint8 id, const HVareaHeader_G6& header, const HVpageH
 }
 
 bool can_be_built(const AreaRequest& area) {
-    return has_pixels(area.header.AreaWidth, area.header.AreaHeight) &&
+    return has_pixels("AreaWidth", area.header.AreaWidth, "AreaHeight", area.header.AreaHeight) &&
            (!area.sound || is_sendable(*area.sound));
 }
 
 int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, std::span<const AreaRequest> areas) {
-    if (!std::all_of(areas.begin(), areas.end(), can_be_built)) return QM_FAILED;
+    if (!valid_address(ip, port) || !std::all_of(areas.begin(), areas.end(), can_be_built)) return QM_FAILED;
     return CBuild_DynamicArea_6G().UpdateOrAdd(address_of(ip, port, color), areas);
+}
+
+// A missing list of programs is noticed only when the area is put together.
+int update_one(const char* ip, Ouint32 port, E_ScreenColor_G56 color, AreaRequest area,
+               std::optional<RelatedPrograms> programs) {
+    if (programs && !in_range("RelateProNum", programs->count, 0, kMostPrograms)) return QM_FAILED;
+    area.programs = programs;
+    return update(ip, port, color, {&area, 1});
+}
+
+int update_text(const char* ip, Ouint32 port, E_ScreenColor_G56 color, Ouint8 id,
+                const HVareaHeader_G6* header, const HVpageHeader_G6* page, const char* fontName,
+                const char* text, std::optional<RelatedPrograms> programs = {}) noexcept {
+    return guarded({{"oAreaHeader_G6", header},
+                    {"stPageHeader", page},
+                    {"fontName", fontName},
+                    {"strAreaTxtContent", text}},
+                   [&] {
+                       return update_one(ip, port, color, text_request(id, *header, *page, fontName, text),
+                                         programs);
+                   });
+}
+
+int update_picture(const char* ip, Ouint32 port, E_ScreenColor_G56 color, Ouint8 id,
+                   const qm_G5_area_header& where, const HVpageHeader_G6* page, const char* path,
+                   std::optional<RelatedPrograms> programs = {}) noexcept {
+    return guarded({{"pheader", page}, {"picPath", path}}, [&] {
+        return update_one(ip, port, color, picture_request(id, where, *page, path), programs);
+    });
 }
 
 // What one record of several areas holds: a text in a font, or the path of a picture.
 enum class Content { text, picture };
 
 bool has_content(const DynamicAreaParams& params, Content content) {
-    return params.strAreaTxtContent && (content == Content::picture || params.fontName);
+    return given({{"strAreaTxtContent", params.strAreaTxtContent},
+                  {"fontName", params.fontName, content == Content::text}});
 }
 
 AreaRequest request_of(const DynamicAreaParams& params, Content content) {
@@ -84,14 +109,11 @@ AreaRequest request_of(const DynamicAreaParams& params, Content content) {
 int update_several(const char* ip, Ouint32 port, E_ScreenColor_G56 color, Ouint8 count,
                    const DynamicAreaParams* params, Content content,
                    std::optional<RelatedPrograms> programs = {}) noexcept {
-    if (!valid_address(ip, port) || count == 0 || !params) return QM_FAILED;
-    const std::span all(params, count);
-    if (!std::all_of(all.begin(), all.end(), [&](const auto& one) { return has_content(one, content); }))
-        return QM_FAILED;
-    if (programs && programs->missing()) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"pParams", params}}, [&] {
+        if (!in_range("uAreaCount", count, 1, 255) || (programs && programs->missing())) return QM_FAILED + 0;
         std::vector<AreaRequest> areas;
-        for (const DynamicAreaParams& one : all) {
+        for (const DynamicAreaParams& one : std::span(params, count)) {
+            if (!has_content(one, content)) return QM_FAILED + 0;
             AreaRequest& area = areas.emplace_back(request_of(one, content));
             area.programs = programs;
             if (programs) area.sound.reset(); // an area with programs has no speech here
@@ -106,8 +128,8 @@ int dynamicArea_AddAreaTxt_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 
                               Ouint16 uAreaX, Ouint16 uAreaY, Ouint16 uWidth, Ouint16 uHeight,
                               const char* fontName, Ouint8 nFontSize,
                               const char* strAreaTxtContent) noexcept {
-    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent})) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"fontName", fontName}, {"strAreaTxtContent", strAreaTxtContent}}, [&] {
+        if (!has_pixels("uWidth", uWidth, "uHeight", uHeight)) return QM_FAILED + 0;
         const AreaRequest area{uAreaId,
                                place(uAreaX, uAreaY, uWidth, uHeight),
                                default_page(uWidth),
@@ -121,54 +143,31 @@ int dynamicArea_AddAreaTxt_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 
 int dynamicArea_AddAreaTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                      HVareaHeader_G6* oAreaHeader_G6, HVpageHeader_G6* stPageHeader,
                                      const char* fontName, const char* strAreaTxtContent) noexcept {
-    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent, oAreaHeader_G6, stPageHeader}))
-        return QM_FAILED;
-    return guarded([&] {
-        const AreaRequest area =
-            text_request(uAreaId, *oAreaHeader_G6, *stPageHeader, fontName, strAreaTxtContent);
-        return update(pIP, nPort, color, {&area, 1});
-    });
+    return update_text(pIP, nPort, color, uAreaId, oAreaHeader_G6, stPageHeader, fontName, strAreaTxtContent);
 }
 
-// A missing list of programs is noticed only when the area is put together.
 int dynamicArea_AddAreaTxtDetails_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
                                                  Ouint8 uAreaId, HVareaHeader_G6* oAreaHeader_G6,
                                                  HVpageHeader_G6* stPageHeader, const char* fontName,
                                                  const char* strAreaTxtContent, Ouint16 RelateProNum,
                                                  Ouint16* RelateProSerial) noexcept {
-    if (!valid_address_given(pIP, nPort, {fontName, strAreaTxtContent, oAreaHeader_G6, stPageHeader}) ||
-        RelateProNum > kMostPrograms)
-        return QM_FAILED;
-    return guarded([&] {
-        AreaRequest area = text_request(uAreaId, *oAreaHeader_G6, *stPageHeader, fontName, strAreaTxtContent);
-        area.programs = {RelateProNum, RelateProSerial};
-        return update(pIP, nPort, color, {&area, 1});
-    });
+    return update_text(pIP, nPort, color, uAreaId, oAreaHeader_G6, stPageHeader, fontName, strAreaTxtContent,
+                       RelatedPrograms{RelateProNum, RelateProSerial});
 }
 
 int dynamicArea_AddAreaPic_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                               Ouint16 AreaX, Ouint16 AreaY, Ouint16 AreaWidth, Ouint16 AreaHeight,
                               HVpageHeader_G6* pheader, const char* picPath) noexcept {
-    if (!valid_address_given(pIP, nPort, {pheader, picPath})) return QM_FAILED;
-    return guarded([&] {
-        const AreaRequest area =
-            picture_request(uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), *pheader, picPath);
-        return update(pIP, nPort, color, {&area, 1});
-    });
+    return update_picture(pIP, nPort, color, uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), pheader,
+                          picPath);
 }
 
 int dynamicArea_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color,
                                           Ouint8 uAreaId, Ouint16 AreaX, Ouint16 AreaY, Ouint16 AreaWidth,
                                           Ouint16 AreaHeight, HVpageHeader_G6* pheader, const char* picPath,
                                           Ouint16 RelateProNum, Ouint16* RelateProSerial) noexcept {
-    if (!valid_address_given(pIP, nPort, {pheader, picPath}) || RelateProNum > kMostPrograms)
-        return QM_FAILED;
-    return guarded([&] {
-        AreaRequest area =
-            picture_request(uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), *pheader, picPath);
-        area.programs = {RelateProNum, RelateProSerial};
-        return update(pIP, nPort, color, {&area, 1});
-    });
+    return update_picture(pIP, nPort, color, uAreaId, place(AreaX, AreaY, AreaWidth, AreaHeight), pheader,
+                          picPath, RelatedPrograms{RelateProNum, RelateProSerial});
 }
 
 int dynamicAreaS_AddTxtDetails_6G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaCount,
@@ -197,8 +196,8 @@ int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_Scr
 
 int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
                                     Ouint8 VoiceFlg, Ouint8 StoreFlag) noexcept {
-    if (!valid_address(pIP, nPort)) return QM_FAILED;
     return guarded([&] {
+        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(pIP, static_cast<Ouint16>(nPort),
                                                                       stSoundData, VoiceFlg, StoreFlag);
     });
@@ -206,23 +205,23 @@ int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepen
 
 int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,
                                     Ouint16 nSoundDataCount, Ouint8 StoreFlag) noexcept {
-    if (!valid_address(pIP, nPort) || !stSoundData) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"stSoundData", stSoundData}}, [&] {
+        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_UpdateSoundIndepend(
             pIP, static_cast<Ouint16>(nPort), {stSoundData, nSoundDataCount}, StoreFlag);
     });
 }
 
 int dynamicArea_DelArea_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaId) noexcept {
-    if (!valid_address(pIP, nPort)) return QM_FAILED;
     return guarded([&] {
+        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort), uAreaId);
     });
 }
 
 int dynamicArea_DelAreas_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
-    if (!valid_address(pIP, nPort) || !pAreaID) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"pAreaID", pAreaID}}, [&] {
+        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
                                                            pAreaID);
     });

@@ -13,22 +13,26 @@ const char* text_of(const Ouint8* bytes) { return reinterpret_cast<const char*>(
 std::optional<ContentItem_5G> item_of(const DynamicAreaBaseInfo_5G& info) {
     ContentItem_5G item{{info.DisplayMode, info.ClearMode, info.Speed, info.StayTime, info.RepeatTime}, {}};
     if (info.nType == 1) {
-        if (!info.fontName || !info.strAreaTxtContent) return std::nullopt;
+        if (!given({{"fontName", info.fontName}, {"strAreaTxtContent", info.strAreaTxtContent}}))
+            return std::nullopt;
         const HVfontData font = info.oFont;
         item.content =
             TextContent_5G{font_data_of(font), text_of(info.fontName), text_of(info.strAreaTxtContent)};
     } else if (info.nType == 2) {
-        if (!info.filePath) return std::nullopt;
+        if (!given({{"filePath", info.filePath}})) return std::nullopt;
         item.content = text_of(info.filePath);
     }
     return item;
 }
 
+bool can_be_sent(const char* ip, Ouint32 port, const AreaRequest_5G& area) {
+    return valid_address(ip, port, 0) && has_pixels("uWidth", area.uWidth, "uHeight", area.uHeight);
+}
+
 int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, const AreaRequest_5G& area,
-           const ContentItem_5G& item) noexcept {
-    if (!has_pixels(area.uWidth, area.uHeight)) return QM_FAILED;
-    return guarded(
-        [&] { return CBuild_DynamicArea_5H::UpdateOrAdd(address_of(ip, port, color), area, item); });
+           const ContentItem_5G& item) {
+    if (!can_be_sent(ip, port, area)) return QM_FAILED;
+    return CBuild_DynamicArea_5H::UpdateOrAdd(address_of(ip, port, color), area, item);
 }
 
 } // namespace
@@ -40,12 +44,13 @@ int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_
                                   Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
                                   Ouint8 RepeatTime, HVfontData oFont, const char* fontName,
                                   const char* strAreaTxtContent) noexcept {
-    if (!reachable(pIP, nPort) || !given(fontName, strAreaTxtContent)) return QM_FAILED;
-    return update(pIP, nPort, color,
-                  {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX,
-                   uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
-                  {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime},
-                   TextContent_5G{font_data_of(oFont), fontName, strAreaTxtContent}});
+    return guarded({{"fontName", fontName}, {"strAreaTxtContent", strAreaTxtContent}}, [&] {
+        return update(pIP, nPort, color,
+                      {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay,
+                       uAreaX, uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
+                      {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime},
+                       TextContent_5G{font_data_of(oFont), fontName, strAreaTxtContent}});
+    });
 }
 
 int dynamicArea_AddAreaWithPic_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
@@ -54,11 +59,12 @@ int dynamicArea_AddAreaWithPic_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_
                                   Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame,
                                   Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
                                   Ouint8 RepeatTime, const char* filePath) noexcept {
-    if (!reachable(pIP, nPort) || !filePath) return QM_FAILED;
-    return update(pIP, nPort, color,
-                  {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX,
-                   uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
-                  {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime}, filePath});
+    return guarded({{"filePath", filePath}}, [&] {
+        return update(pIP, nPort, color,
+                      {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay,
+                       uAreaX, uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
+                      {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime}, filePath});
+    });
 }
 
 int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
@@ -66,47 +72,46 @@ int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G5
                                 Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
                                 Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame, Ouint8 nInfoCount,
                                 DynamicAreaBaseInfo_5G** pInfo) noexcept {
-    if (!reachable(pIP, nPort) || nInfoCount == 0 || !pInfo || !has_pixels(uWidth, uHeight)) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"pInfo", pInfo}}, [&] {
+        const AreaRequest_5G area{uAreaId,  RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial,
+                                  ImmePlay, uAreaX,  uAreaY,  uWidth,       uHeight,      oFrame.AreaFFlag};
+        if (!can_be_sent(pIP, nPort, area) || !in_range("nInfoCount", nInfoCount, 1, 255))
+            return QM_FAILED + 0;
         std::vector<ContentItem_5G> items;
         for (const DynamicAreaBaseInfo_5G* info : std::span(pInfo, nInfoCount)) {
-            const auto item = info ? item_of(*info) : std::nullopt;
+            const auto item = given({{"pInfo", info}}) ? item_of(*info) : std::nullopt;
             if (!item) return QM_FAILED + 0;
             items.push_back(*item);
         }
-        return CBuild_DynamicArea_5H::dynamicArea_AddAreaInfos_5G(
-            address_of(pIP, nPort, color),
-            {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay, uAreaX, uAreaY,
-             uWidth, uHeight, oFrame.AreaFFlag},
-            items);
+        return CBuild_DynamicArea_5H::dynamicArea_AddAreaInfos_5G(address_of(pIP, nPort, color), area, items);
     });
 }
 
 int dynamicArea_DelArea_5G(const char* pIP, Ouint32 nPort, Ouint8 uAreaId) noexcept {
-    if (!reachable(pIP, nPort)) return QM_FAILED;
     return guarded([&] {
+        if (!valid_address(pIP, nPort, 0)) return QM_FAILED + 0;
         return CBuild_DynamicArea_5H::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort),
                                                           static_cast<Oint8>(uAreaId));
     });
 }
 
 int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
-    if (!reachable(pIP, nPort) || (uAreaCount > 0 && !pAreaID)) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"pAreaID", pAreaID, uAreaCount > 0}}, [&] {
+        if (!valid_address(pIP, nPort, 0)) return QM_FAILED + 0;
         return CBuild_DynamicArea_5H::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
                                                            pAreaID);
     });
 }
 
-int dynamicArea_addDynamicArea(Ouint16, HVdynamicHeader*) noexcept { return QM_OK; }
-int dynamicArea_deleteDynamicArea(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_addTxt(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_fontPath_addTxt(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_changeTxt(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_fontPath_changeTxt(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_addPic(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_changePic(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_addFrame(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_changeFrame(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_removeFrame(Ouint16) noexcept { return QM_OK; }
-int dynamicArea_integrateDAreaFile(void) noexcept { return QM_OK; }
+int dynamicArea_addDynamicArea(Ouint16, HVdynamicHeader*) noexcept { return nothing_to_do(); }
+int dynamicArea_deleteDynamicArea(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_addTxt(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_fontPath_addTxt(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_changeTxt(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_fontPath_changeTxt(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_addPic(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_changePic(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_addFrame(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_changeFrame(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_removeFrame(Ouint16) noexcept { return nothing_to_do(); }
+int dynamicArea_integrateDAreaFile(void) noexcept { return nothing_to_do(); }

@@ -25,11 +25,13 @@ class NoCancellation {
     int m_before = 0;
 };
 
-// Runs the body of an export; nothing may be thrown across the C boundary.
-template <class Body> int guarded(Body&& body) noexcept {
+// Runs the body of an export, when the arguments that it needs are there; nothing may be thrown across the C
+// boundary. Every export goes through here, so that none leaves another one's reason behind.
+template <class Body> int guarded(std::initializer_list<Needed> needed, Body&& body) noexcept {
     const NoCancellation whole;
     clear_reason();
     if (in_message_handler()) return fail(QM_FAILED, "A message handler may not call the library.");
+    if (!given(needed)) return QM_FAILED;
     try {
         return conclude(std::forward<Body>(body)());
     } catch (...) {
@@ -37,15 +39,19 @@ template <class Body> int guarded(Body&& body) noexcept {
     }
 }
 
-// Whether all pointers that a call needs are there.
-template <class... Pointers> bool given(const Pointers*... pointers) { return (... && pointers); }
+template <class Body> int guarded(Body&& body) noexcept { return guarded({}, std::forward<Body>(body)); }
+
+// For calls that do nothing.
+inline int nothing_to_do() noexcept {
+    return guarded([] { return QM_OK; });
+}
 
 // Where a controller is reached.
 struct Tcp {
     const char* ip;
     Ouint16 port;
     using Connection = HV_Client;
-    [[nodiscard]] bool named() const { return ip; }
+    [[nodiscard]] bool named() const { return given({{"ip", ip}}); }
     [[nodiscard]] int open(Connection& connection) const { return connection.init(ip, port); }
 };
 
@@ -53,7 +59,7 @@ struct Serial {
     const char* uartPort;
     Ouint8 baudRate;
     using Connection = HV_serialPort;
-    [[nodiscard]] bool named() const { return uartPort; }
+    [[nodiscard]] bool named() const { return given({{"uartPort", uartPort}}); }
     [[nodiscard]] int open(Connection& connection) const { return connection.init(uartPort, baudRate); }
 };
 
@@ -64,14 +70,25 @@ struct Broadcast {
 };
 
 // One command on a connection of its own.
-template <class Route, class Command> int run(const Route& route, Command&& command) noexcept {
+template <class Route, class Command> int on_connection(const Route& route, Command&& command) {
     if (!route.named()) return QM_FAILED;
-    return guarded([&] {
-        typename Route::Connection connection;
-        const int code = route.open(connection);
-        return code == QM_OK ? command(connection) : code;
-    });
+    typename Route::Connection connection;
+    const int code = route.open(connection);
+    return code == QM_OK ? command(connection) : code;
 }
+
+// The same as the whole of an export that needs these arguments.
+template <class Route, class Command>
+int run(const Route& route, std::initializer_list<Needed> needed, Command&& command) noexcept {
+    return guarded(needed, [&] { return on_connection(route, std::forward<Command>(command)); });
+}
+
+template <class Route, class Command> int run(const Route& route, Command&& command) noexcept {
+    return run(route, {}, std::forward<Command>(command));
+}
+
+// Pixels that a rectangle drawn by cairo may have in one direction.
+constexpr long kLongestSide = 32767;
 
 // Runs a query with room for the given number of answer bytes, and copies what came into the record, as far
 // as it reaches.

@@ -12,57 +12,60 @@ namespace {
 template <class Route>
 int delete_files(const Route& route, int (ON_command::*command)(std::int16_t, const char*),
                  std::int16_t count, const char* names) {
-    if (!names || !ON_command::can_name_files(count)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return (c.*command)(count, names); });
+    return guarded({{"fileName", names}}, [&] {
+        if (!ON_command::can_name_files(count)) return QM_FAILED + 0;
+        return on_connection(route, [=](ON_command& c) { return (c.*command)(count, names); });
+    });
 }
 
 template <class Route> int memory_volume(const Route& route, Ouint32* total, Ouint32* available) {
-    if (!given(total, available)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_getMemoryVolume(*total, *available); });
+    return run(route, {{"totalMemVolume", total}, {"availableMemVolume", available}},
+               [=](ON_command& c) { return c.hv_cmd_ofs_getMemoryVolume(*total, *available); });
 }
 
 template <class Route>
 int write_file(const Route& route, int (ON_command::*command)(const FileToWrite&), const char* name,
                Ouint8 type, Ouint32 length, Ouint8 overwrite, const Ouint8* data) {
-    const bool sized = command != &ON_command::hv_cmd_ofs_writeFile || ON_command::can_send_blocks();
-    if (!name || (!data && length != 0) || !sized) return QM_FAILED;
-    const FileToWrite file{name, type, overwrite, {data, length}};
-    return run(route, [&](ON_command& c) { return (c.*command)(file); });
+    return guarded({{"fileName", name}, {"fileAddre", data, length != 0}}, [&] {
+        if (command == &ON_command::hv_cmd_ofs_writeFile && !ON_command::can_send_blocks())
+            return QM_FAILED + 0;
+        const FileToWrite file{name, type, overwrite, {data, length}};
+        return on_connection(route, [&](ON_command& c) { return (c.*command)(file); });
+    });
 }
 
 template <class Route>
 int start_read(const Route& route, char* name, const Ouint32* size, const Ouint32* crc) {
-    if (!given(name, size, crc)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_startReedFile(name); });
+    return run(route, {{"fileName", name}, {"fileSize", size}, {"fileCrc", crc}},
+               [=](ON_command& c) { return c.hv_cmd_ofs_startReedFile(name); });
 }
 
 template <class Route> int start_read_conf(const Route& route, char* name, Ouint32* size, Ouint32* crc) {
-    if (!given(name, size, crc)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_conf_startReedFile(name, *size, *crc); });
+    return run(route, {{"fileName", name}, {"fileSize", size}, {"fileCrc", crc}},
+               [=](ON_command& c) { return c.hv_cmd_conf_startReedFile(name, *size, *crc); });
 }
 
 template <class Route>
 int read_block(const Route& route, int (ON_command::*command)(const char*), const char* name,
                const Ouint8* data) {
-    if (!given(name, data)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return (c.*command)(name); });
+    return run(route, {{"fileName", name}, {"fileAddre", data}},
+               [=](ON_command& c) { return (c.*command)(name); });
 }
 
 template <class Route> int read_directory(const Route& route, GetDirBlock_G56* listing) {
-    if (!route.named() || !listing) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(*listing); });
+    return run(route, {{"dirBlock", listing}},
+               [=](ON_command& c) { return c.hv_cmd_ofs_reedDirBlock(*listing); });
 }
 
 template <class Route>
 int transfer_status(const Route& route, Ouint8* r_w, char* name, Ouint32* crc, Ouint32* offset) {
-    if (!given(r_w, name, crc, offset)) return QM_FAILED;
-    return run(route, [=](ON_command& c) { return c.hv_cmd_ofs_getTransStatus(*r_w, name, *crc, *offset); });
+    return run(route, {{"r_w", r_w}, {"fileName", name}, {"fileCrc", crc}, {"fileOffset", offset}},
+               [=](ON_command& c) { return c.hv_cmd_ofs_getTransStatus(*r_w, name, *crc, *offset); });
 }
 
 // Stores the CRC of the record in it, once the controller is there, and writes it as the configuration file.
 template <class Route, class Record> int send_config(const Route& route, Record* config) {
-    if (!config) return QM_FAILED;
-    return run(route, [=](ON_command& c) {
+    return run(route, {{"configData", config}}, [=](ON_command& c) {
         const Bytes bytes(reinterpret_cast<const Ouint8*>(config), sizeof *config);
         config->CRC16 = calc_crc(bytes.first(offsetof(Record, CRC16)));
         return c.hv_cmd_conf_writeFile({"C000", 1, 1, bytes});
@@ -217,15 +220,21 @@ int cmd_sendConfigFile_G6(const char* ip, Ouint16 port, ConfigFile_G6* configDat
 }
 
 int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number, FileAttribute_G56* fileAttr) noexcept {
-    if (!given(dirBlock, fileAttr) || number >= dirBlock->fileNumber || !dirBlock->dataAddre)
-        return QM_FAILED;
-    std::memcpy(fileAttr, dirBlock->dataAddre + number * sizeof *fileAttr, sizeof *fileAttr);
-    return QM_OK;
+    return guarded({{"dirBlock", dirBlock}, {"fileAttr", fileAttr}}, [&] {
+        if (number >= dirBlock->fileNumber)
+            return fail(QM_FAILED, "Argument number is %d, and the listing has %d entries, counted from 0.",
+                        number, dirBlock->fileNumber);
+        if (!given({{"dataAddre", dirBlock->dataAddre}})) return QM_FAILED + 0;
+        std::memcpy(fileAttr, dirBlock->dataAddre + number * sizeof *fileAttr, sizeof *fileAttr);
+        return QM_OK + 0;
+    });
 }
 
 int cmd_ofs_freeDirBlock(GetDirBlock_G56* dirBlock) noexcept {
-    if (!dirBlock) return QM_FAILED;
-    return ON_command::hv_cmd_freeDirBlock(dirBlock->dataAddre);
+    return guarded({{"dirBlock", dirBlock}},
+                   [&] { return ON_command::hv_cmd_freeDirBlock(dirBlock->dataAddre); });
 }
 
-int cmd_uart_ofsFreeDirBlock(const char*, Ouint8, GetDirBlock_G56*) noexcept { return QM_FAILED; }
+int cmd_uart_ofsFreeDirBlock(const char*, Ouint8, GetDirBlock_G56*) noexcept {
+    return guarded([] { return SerialPortPeer::not_implemented(); });
+}

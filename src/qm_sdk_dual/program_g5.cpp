@@ -11,9 +11,20 @@ qm_G5_area_header area_header(const HVareaHeader& h) {
     return {h.AreaType, h.AreaX, h.AreaY, h.AreaWidth, h.AreaHeight};
 }
 
+int set_header(const HVprogramHeader* header,
+               void (ProgramObj::*set)(const HVprogramHeader&, const ProgramName&)) {
+    return guarded({{"header", header}}, [&] {
+        const auto name = program_name(header->ProgramID);
+        if (!name) return QM_FAILED + 0;
+        return on_program_g5([&](ProgramObj& program) {
+            (program.*set)(*header, *name);
+            return QM_OK;
+        });
+    });
+}
+
 int set_frame(const HVscreenframeHeader* header, const char* picPath) {
-    if (!given(header, picPath)) return QM_FAILED;
-    return with_program_g5([&](ProgramObj& program) {
+    return with_program_g5({{"header", header}, {"picPath", picPath}}, [&](ProgramObj& program) {
         program.ProgramChangeFrame(*header, picPath);
         return QM_OK;
     });
@@ -40,28 +51,20 @@ void assemble_demonstration(ProgramObj& program) {
 } // namespace
 
 int program_addProgram(const HVprogramHeader* header) noexcept {
-    const auto name = program_name(header);
-    if (!name) return QM_FAILED;
-    return with_program_g5([&](ProgramObj& program) {
-        program.AddProgram(*header, *name);
-        return QM_OK;
-    });
+    return set_header(header, &ProgramObj::AddProgram);
 }
 
 int program_changeProgramParams(const HVprogramHeader* header) noexcept {
-    const auto name = program_name(header);
-    if (!name) return QM_FAILED;
-    return with_program_g5([&](ProgramObj& program) {
-        program.ProgramChangeParams(*header, *name);
-        return QM_OK;
-    });
+    return set_header(header, &ProgramObj::ProgramChangeParams);
 }
 
 int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) noexcept {
-    if (!periods || periods->playTimeGrpNum > 8) return QM_FAILED;
-    return with_program_g5([&](ProgramObj& program) {
-        program.addPlayPeriodGrp(*periods);
-        return QM_OK;
+    return guarded({{"periods", periods}}, [&] {
+        if (!is_valid(*periods)) return QM_FAILED + 0;
+        return on_program_g5([&](ProgramObj& program) {
+            program.addPlayPeriodGrp(*periods);
+            return QM_OK;
+        });
     });
 }
 
@@ -74,21 +77,23 @@ int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) 
 }
 
 int program_removeFrame(void) noexcept {
-    return with_program_g5([](ProgramObj& program) {
+    return with_program_g5({}, [](ProgramObj& program) {
         program.ProgramRemoveFrame();
         return QM_OK;
     });
 }
 
 int program_AddArea(Ouint16 areaID, const HVareaHeader* header) noexcept {
-    if (!header || !is_drawable(header->AreaWidth, header->AreaHeight)) return QM_FAILED;
-    return with_program_g5([&](ProgramObj& program) {
-        return program.ProgramAddArea(areaID, area_header(*header)) ? QM_OK : QM_FAILED;
+    return guarded({{"header", header}}, [&] {
+        if (!is_drawable(*header)) return QM_FAILED + 0;
+        return on_program_g5([&](ProgramObj& program) {
+            return program.ProgramAddArea(areaID, area_header(*header)) ? QM_OK : QM_FAILED;
+        });
     });
 }
 
 int program_deleteArea(Ouint16 areaID) noexcept {
-    return with_program_g5([&](ProgramObj& program) {
+    return with_program_g5({}, [&](ProgramObj& program) {
         program.deleteArea(areaID);
         return QM_OK;
     });
@@ -96,30 +101,32 @@ int program_deleteArea(Ouint16 areaID) noexcept {
 
 int program_MoveArea(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) noexcept {
     return with_program_g5(
-        [&](ProgramObj& program) { return move_area(program, areaID, x, y, width, height); });
+        {}, [&](ProgramObj& program) { return move_area(program, areaID, x, y, width, height); });
 }
 
 int program_IntegrateProgramFile(HVprogram* program) noexcept {
-    if (!program) return QM_FAILED;
-    *program = {};
-    return with_program_g5([&](ProgramObj& source) {
-        source.SendProgram();
-        Ouint8* copy = copy_for_caller(source.p_src);
-        if (!copy) return QM_FAILED;
-        std::copy(source.pFileName.begin(), source.pFileName.end(), program->fileName);
-        program->fileType = source.pFileType;
-        program->fileLen = static_cast<Ouint32>(source.p_src.size());
-        program->fileAddre = copy;
-        program->fileCRC32 = source.pCRC32;
-        return QM_OK;
+    return guarded({{"program", program}}, [&] {
+        *program = {};
+        return on_program_g5([&](ProgramObj& source) {
+            source.SendProgram();
+            Ouint8* copy = copy_for_caller(source.p_src);
+            if (!copy) return QM_FAILED;
+            std::copy(source.pFileName.begin(), source.pFileName.end(), program->fileName);
+            program->fileType = source.pFileType;
+            program->fileLen = static_cast<Ouint32>(source.p_src.size());
+            program->fileAddre = copy;
+            program->fileCRC32 = source.pCRC32;
+            return QM_OK;
+        });
     });
 }
 
 int program_freeBuffer(HVprogram* program) noexcept {
-    if (!program) return QM_FAILED;
-    std::free(program->fileAddre);
-    program->fileAddre = nullptr;
-    return QM_OK;
+    return guarded({{"program", program}}, [&] {
+        std::free(program->fileAddre);
+        program->fileAddre = nullptr;
+        return QM_OK;
+    });
 }
 
 int program_deleteProgram(void) noexcept {
@@ -130,11 +137,10 @@ int program_deleteProgram(void) noexcept {
 }
 
 int program_pictureArea(Ouint32, const char* ip, Ouint16 port) noexcept {
-    if (!ip) return QM_FAILED;
-    return guarded([&] {
+    return guarded({{"ip", ip}}, [&] {
         ProgramObj program;
         assemble_demonstration(program);
-        return run(Tcp{ip, port}, [&](ON_command& c) {
+        return on_connection(Tcp{ip, port}, [&](ON_command& c) {
             return c.hv_cmd_ofs_writeFile({program.pFileName.data(), program.pFileType, 1, program.p_src});
         });
     });

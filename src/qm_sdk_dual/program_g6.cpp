@@ -13,11 +13,13 @@ qm_G5_area_header area_header(const HVareaHeader_G6& h) {
 }
 
 int set_header(const HVprogramHeader_G6* header) {
-    const auto name = program_name(header);
-    if (!name) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) {
-        program.AddProgram(*header, *name);
-        return QM_OK;
+    return guarded({{"header", header}}, [&] {
+        const auto name = program_name(header->ProgramID);
+        if (!name) return QM_FAILED + 0;
+        return on_program_g6([&](ProgramObj_g6& program) {
+            program.AddProgram(*header, *name);
+            return QM_OK;
+        });
     });
 }
 
@@ -57,41 +59,46 @@ int program_addProgram_G6(const HVprogramHeader_G6* header) noexcept { return se
 int program_changeProgramParams_G6(const HVprogramHeader_G6* header) noexcept { return set_header(header); }
 
 int program_addPlayPeriodGrp_G6(const HVprogramppGrp_G56* periods) noexcept {
-    if (!periods || periods->playTimeGrpNum > 8) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) {
-        program.addPlayPeriodGrp(*periods);
-        return QM_OK;
+    return guarded({{"periods", periods}}, [&] {
+        if (!is_valid(*periods)) return QM_FAILED + 0;
+        return on_program_g6([&](ProgramObj_g6& program) {
+            program.addPlayPeriodGrp(*periods);
+            return QM_OK;
+        });
     });
 }
 
 int program_addFrame_G6(const HVscreenframeHeader_G6* header, const char* picPath) noexcept {
-    if (!given(header, picPath)) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) { return program.ProgramAddFrame(*header, picPath); });
+    return with_program_g6({{"header", header}, {"picPath", picPath}},
+                           [&](ProgramObj_g6& program) { return program.ProgramAddFrame(*header, picPath); });
 }
 
 int program_changeFrame_G6(const HVscreenframeHeader_G6* header, const char* picPath) noexcept {
-    if (!given(header, picPath)) return QM_FAILED;
-    return with_program_g6(
-        [&](ProgramObj_g6& program) { return program.ProgramChangeFrame(*header, picPath); });
+    return with_program_g6({{"header", header}, {"picPath", picPath}}, [&](ProgramObj_g6& program) {
+        return program.ProgramChangeFrame(*header, picPath);
+    });
 }
 
 int program_removeFrame_G6(void) noexcept {
-    return with_program_g6([](ProgramObj_g6& program) {
+    return with_program_g6({}, [](ProgramObj_g6& program) {
         program.ProgramRemoveFrame();
         return QM_OK;
     });
 }
 
 int program_addArea_G6(Ouint16 areaID, const HVareaHeader_G6* header) noexcept {
-    if (!header || !is_drawable(header->AreaWidth, header->AreaHeight)) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) {
-        const qm_G6_area_header_p2 header2{header->BackGroundFlag, header->Transparency, header->AreaEqual};
-        return program.ProgramAddArea_g6(areaID, area_header(*header), header2) ? QM_OK : QM_FAILED;
+    return guarded({{"header", header}}, [&] {
+        if (!is_drawable(*header)) return QM_FAILED + 0;
+        return on_program_g6([&](ProgramObj_g6& program) {
+            const qm_G6_area_header_p2 header2{header->BackGroundFlag, header->Transparency,
+                                               header->AreaEqual};
+            return program.ProgramAddArea_g6(areaID, area_header(*header), header2) ? QM_OK : QM_FAILED;
+        });
     });
 }
 
 int program_deleteArea_G6(Ouint16 areaID) noexcept {
-    return with_program_g6([&](ProgramObj_g6& program) {
+    return with_program_g6({}, [&](ProgramObj_g6& program) {
         program.deleteArea(areaID);
         return QM_OK;
     });
@@ -99,32 +106,33 @@ int program_deleteArea_G6(Ouint16 areaID) noexcept {
 
 int program_MoveArea_G6(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) noexcept {
     return with_program_g6(
-        [&](ProgramObj_g6& program) { return move_area(program, areaID, x, y, width, height); });
+        {}, [&](ProgramObj_g6& program) { return move_area(program, areaID, x, y, width, height); });
 }
 
 int program_IntegrateProgramFile_G6(HVprogram_G6* program) noexcept {
-    if (!program) return QM_FAILED;
-    *program = {};
-    return with_program_g6([&](ProgramObj_g6& source) {
-        source.SendProgram();
-        return hand_out(source, *program);
+    return guarded({{"program", program}}, [&] {
+        *program = {};
+        return on_program_g6([&](ProgramObj_g6& source) {
+            source.SendProgram();
+            return hand_out(source, *program);
+        });
     });
 }
 
 int program_freeBuffer_G6(HVprogram_G6* program) noexcept {
-    if (!program) return QM_FAILED;
-    std::free(program->dfileAddre);
-    std::free(program->fileAddre);
-    program->dfileAddre = program->fileAddre = nullptr;
-    return QM_OK;
+    return guarded({{"program", program}}, [&] {
+        std::free(program->dfileAddre);
+        std::free(program->fileAddre);
+        program->dfileAddre = program->fileAddre = nullptr;
+        return QM_OK;
+    });
 }
 
 int program_deleteProgram_G6(void) noexcept { return program_deleteProgram(); }
 
 int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* header, Ouint32 BGColor) noexcept {
     const char* const name = __func__;
-    if (!header) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) {
+    return with_program_g6({{"header", header}}, [&](ProgramObj_g6& program) {
         return with_area<BackGround>(program, areaID, {name, "background"}, [&](BackGround& area) {
             area.backGroundClolor(BGColor);
             return QM_OK;
@@ -135,8 +143,7 @@ int program_backGroundColor_G6(Ouint16 areaID, const HVpageHeader_G6* header, Ou
 int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageHeader_G6* header,
                              const char* picPath) noexcept {
     const char* const name = __func__;
-    if (!given(header, picPath)) return QM_FAILED;
-    return with_program_g6([&](ProgramObj_g6& program) {
+    return with_program_g6({{"header", header}, {"picPath", picPath}}, [&](ProgramObj_g6& program) {
         return with_area<BackGround>(program, areaID, {name, "background"}, [&](BackGround& area) {
             area.AreaAddPic(picID, picPath, page_header_of(*header));
             return QM_OK;

@@ -17,7 +17,8 @@ void set_address(Ping_data& record, const char* ip) {
 
 // A ping that was acknowledged without a record tells nothing.
 int checked(int code, const Ping_data& found) {
-    return code == QM_OK && found.ControllerType == 0 ? QM_FAILED : code;
+    if (code != QM_OK || found.ControllerType != 0) return code;
+    return fail(QM_FAILED, "The answer to the ping does not say what the controller is.");
 }
 
 int ping_at(const char* ip, Ping_data& found) {
@@ -32,7 +33,7 @@ int by_module(Ping_data& found) {
     {
         HV_Broadcast probe;
         if (const int code = probe.AT_init(); code != QM_OK) return code;
-        if (!probe.answered()) return QM_FAILED;
+        if (!probe.answered()) return fail(QM_FAILED, "No Wi-Fi module answered within 3 s.");
         probe.get_ipAdder(ip);
     }
     return ping_at(reinterpret_cast<const char*>(ip), found);
@@ -52,12 +53,12 @@ int by_broadcast(Ping_data& found) {
 } // namespace
 
 int cmd_searchController(Ping_data* retData) noexcept {
-    if (!retData) return QM_FAILED;
-    std::memset(retData, 0, sizeof *retData);
-    return guarded([&]() -> int {
+    return guarded({{"retData", retData}}, [&]() -> int {
+        std::memset(retData, 0, sizeof *retData);
         int code = QM_FAILED;
         for (int attempt = 0; attempt < kAttempts; ++attempt) {
             for (const auto path : {by_module, by_fixed_address, by_broadcast}) {
+                clear_reason();
                 Ping_data found{};
                 code = path(found);
                 if (code != QM_OK) continue;
@@ -70,16 +71,19 @@ int cmd_searchController(Ping_data* retData) noexcept {
 }
 
 int cmd_uart_searchController(Ping_data* retData, const char* uartPort) noexcept {
-    if (!given(retData, uartPort)) return QM_FAILED;
-    std::memset(retData, 0, sizeof *retData);
-    int code = QM_FAILED;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        for (const Ouint8 baudRate : {Ouint8{1}, Ouint8{2}}) {
-            code = run(Serial{uartPort, baudRate}, [&](ON_command& line) {
-                return into_record<1024>(*retData, [&](Answer& answer) { return line.hv_cmd_ping(answer); });
-            });
-            if (code == QM_OK) return code;
+    return guarded({{"retData", retData}, {"uartPort", uartPort}}, [&] {
+        std::memset(retData, 0, sizeof *retData);
+        int code = QM_FAILED;
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            for (const Ouint8 baudRate : {Ouint8{1}, Ouint8{2}}) {
+                clear_reason();
+                code = on_connection(Serial{uartPort, baudRate}, [&](ON_command& line) {
+                    return into_record<1024>(*retData,
+                                             [&](Answer& answer) { return line.hv_cmd_ping(answer); });
+                });
+                if (code == QM_OK) return code;
+            }
         }
-    }
-    return code;
+        return code;
+    });
 }

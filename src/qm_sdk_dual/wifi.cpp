@@ -1,6 +1,5 @@
 // The Wi-Fi module of a controller, set up with AT commands.
 #include "qm_sdk_dual/exports.h"
-#include "support/message.h"
 
 #include <string>
 #include <string_view>
@@ -15,7 +14,7 @@ constexpr std::size_t kAnswerBuffer = 512;
 constexpr Ouint16 kShortestAnswer = 38;
 
 int send_text(ON_command& module, const std::string& text) {
-    if (text.size() > 0xFFFF) return QM_FAILED;
+    if (text.size() > 0xFFFF) return fail(QM_FAILED, "Arguments ssid and pwd are too long.");
     return module.send_AT_cmd(text.c_str(), static_cast<Ouint16>(text.size()));
 }
 
@@ -44,7 +43,8 @@ int query(ON_command& module, char* ssid, char* pwd) {
         say("cmd_AT_getWifiSsidPwd return data err\n");
         return code;
     }
-    if (length < kShortestAnswer) return 2;
+    if (length < kShortestAnswer)
+        return fail(2, "The Wi-Fi module's answer of %d bytes is too short for its settings.", length);
     const std::string_view answer(reinterpret_cast<const char*>(buffer), length);
     const std::size_t first = answer.find(',');
     if (first == answer.npos) return QM_OK;
@@ -54,8 +54,8 @@ int query(ON_command& module, char* ssid, char* pwd) {
     return QM_OK;
 }
 
-template <class Task> int with_module(Task&& task) {
-    return guarded([&] {
+template <class Task> int with_module(const char* ssid, const char* pwd, Task&& task) {
+    return guarded({{"ssid", ssid}, {"pwd", pwd}}, [&] {
         HV_Broadcast module;
         const int code = module.AT_init();
         return code == QM_OK ? task(module) : code;
@@ -65,11 +65,9 @@ template <class Task> int with_module(Task&& task) {
 } // namespace
 
 int cmd_AT_setWifiSsidPwd(const char* ssid, const char* pwd) noexcept {
-    if (!given(ssid, pwd)) return QM_FAILED;
-    return with_module([&](ON_command& module) { return configure(module, ssid, pwd); });
+    return with_module(ssid, pwd, [&](ON_command& module) { return configure(module, ssid, pwd); });
 }
 
 int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) noexcept {
-    if (!given(ssid, pwd)) return QM_FAILED;
-    return with_module([&](ON_command& module) { return query(module, ssid, pwd); });
+    return with_module(ssid, pwd, [&](ON_command& module) { return query(module, ssid, pwd); });
 }

@@ -14,6 +14,7 @@ class SerialPortPeer : public ON_command {
     int Send(const Ouint8* data, int len) override;
     int Recv(Ouint8* buff, int& dataLen, int iTimeout) override;
     void Close() {}
+    static int not_implemented(); // -1
 
   private:
     Ouint16 m_dwTimeout = 1000;

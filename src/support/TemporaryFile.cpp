@@ -1,6 +1,7 @@
 #include "support/TemporaryFile.h"
 
 #include "support/descriptor.h"
+#include "support/reason.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -11,11 +12,16 @@
 namespace qm {
 namespace {
 
+[[noreturn]] void give_up(int error) {
+    (void)fail(QM_FAILED, "A temporary file cannot be written: %s.", error_text(error));
+    throw std::system_error(error, std::generic_category(), "temporary file");
+}
+
 void write_all(int fd, Bytes content) {
     while (!content.empty()) {
         const auto n = ::write(fd, content.data(), content.size());
         if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) throw std::system_error(errno, std::generic_category(), "temporary file");
+        if (n <= 0) give_up(errno);
         content = content.subspan(static_cast<std::size_t>(n));
     }
 }
@@ -26,7 +32,7 @@ TemporaryFile::TemporaryFile(Bytes content)
     : m_path(std::filesystem::absolute(std::filesystem::temp_directory_path() / "qm_XXXXXX").string()),
       m_owner(::getpid()) {
     const Descriptor file(::mkostemp(m_path.data(), O_CLOEXEC));
-    if (!file) throw std::system_error(errno, std::generic_category(), "temporary file");
+    if (!file) give_up(errno);
     try {
         write_all(file.get(), content);
     } catch (...) {

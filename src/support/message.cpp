@@ -21,6 +21,18 @@ Handler g_handler; // guarded by g_guard
 
 thread_local bool t_inHandler = false;
 
+// The time that a thread spends in the handler.
+class InHandler {
+  public:
+    InHandler() { t_inHandler = true; }
+    InHandler(const InHandler&) = delete;
+    InHandler& operator=(const InHandler&) = delete;
+    ~InHandler() { t_inHandler = false; }
+
+  private:
+    ReasonSetAside m_ofTheCall;
+};
+
 // A handler runs without a lock, so that it may set another, and threads do not wait for one another's.
 Handler handler_now() {
     const std::lock_guard lock(g_guard);
@@ -47,10 +59,8 @@ void say(const char* format, ...) {
         std::fputs(message, stdout);
         return;
     }
-    const ReasonSetAside ofTheCall;
-    t_inHandler = true;
+    const InHandler now;
     handler.function(message, handler.context);
-    t_inHandler = false;
 }
 
 } // namespace qm

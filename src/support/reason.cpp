@@ -40,15 +40,17 @@ int fail(int status, const char* format, ...) noexcept {
     return status;
 }
 
+int fail_by_memory() noexcept { return fail(QM_FAILED, "Out of memory."); }
+
 int fail_by_exception() noexcept {
     try {
         throw;
     } catch (const std::bad_alloc&) {
-        return fail(QM_FAILED, "Out of memory.");
+        return fail_by_memory();
     } catch (const std::exception& error) {
-        return fail(QM_FAILED, "The call was broken off: %s.", error.what());
+        return fail(QM_FAILED, "The call was given up: %s.", error.what());
     } catch (...) {
-        return fail(QM_FAILED, "The call was broken off.");
+        return fail(QM_FAILED, "The call was given up.");
     }
 }
 
@@ -56,6 +58,35 @@ int conclude(int status) noexcept {
     if (status != QM_OK) return fail(status, "Status %d: %s.", status, meaning(status));
     clear_reason();
     return status;
+}
+
+bool given(std::initializer_list<Needed> arguments) noexcept {
+    for (const Needed& argument : arguments) {
+        if (argument.pointer || !argument.needed) continue;
+        (void)fail(QM_FAILED, "Argument %s is missing.", argument.name);
+        return false;
+    }
+    return true;
+}
+
+bool in_range(const char* name, long value, long least, long most) noexcept {
+    if (least <= value && value <= most) return true;
+    (void)fail(QM_FAILED, "Argument %s is %ld, and may be %ld to %ld.", name, value, least, most);
+    return false;
+}
+
+const char* error_text(int error) noexcept {
+    const char* text = ::strerrordesc_np(error);
+    return text ? text : "unknown error";
+}
+
+const char* last_part(const char* text) noexcept {
+    constexpr std::size_t kLongest = 200;
+    const std::size_t length = std::strlen(text);
+    if (length <= kLongest) return text;
+    text += length - kLongest;
+    while ((*text & 0xC0) == 0x80) ++text;
+    return text;
 }
 
 ReasonSetAside::ReasonSetAside() noexcept {

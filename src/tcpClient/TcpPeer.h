@@ -4,6 +4,8 @@
 #include "cmdPacket/command.h"
 #include "support/descriptor.h"
 
+#include <netinet/in.h>
+
 namespace qm {
 
 class TcpPeer : public ON_command {
@@ -26,7 +28,11 @@ class TcpPeer : public ON_command {
     int start_connect(const char* ip, Ouint16 port);
     int finish_connect(int iTimeout);
 
+    int cannot_connect(int error, int seconds);
+    int refuse_answer(Bytes answer, bool full);
+
     Descriptor m_Socket;
+    sockaddr_in m_To{};
 };
 
 } // namespace qm

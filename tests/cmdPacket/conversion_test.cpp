@@ -1,6 +1,7 @@
 // The small conversions of the command builders: addresses, BCD, the clock.
 #include "cmdPacket/LedPacket.h"
 #include "hex.h"
+#include "support/reason.h"
 
 #include <cstdlib>
 #include <ctime>
@@ -60,6 +61,32 @@ TEST(Clock, RecordHoldsTheLocalTimeInBcdAndFollowsTheTimeZone) {
     }
     ::unsetenv("TZ");
     ::tzset();
+}
+
+TEST(Reason, IsTheFirstThatACallFinds) {
+    clear_reason();
+    EXPECT_EQ(fail(QM_BAD_CRC, "At %d bytes.", 7), QM_BAD_CRC);
+    EXPECT_FALSE(in_range("later", 1, 2, 3));
+    EXPECT_EQ(conclude(QM_BAD_CRC), QM_BAD_CRC);
+    EXPECT_STREQ(reason(), "At 7 bytes.");
+    clear_reason();
+    try {
+        throw std::bad_alloc();
+    } catch (...) {
+        EXPECT_EQ(fail_by_exception(), QM_FAILED);
+    }
+    EXPECT_STREQ(reason(), "Out of memory.");
+    clear_reason();
+}
+
+TEST(Reason, CutsALongTextBetweenCharacters) {
+    std::string text(300, 'x');
+    for (std::size_t i = 90; i < 120; i += 3) text.replace(i, 3, "\u4F60");
+    const std::string end = last_part(text.c_str());
+    EXPECT_LE(end.size(), 200U);
+    EXPECT_GT(end.size(), 197U);
+    EXPECT_EQ(end.compare(0, 3, "\u4F60"), 0);
+    EXPECT_TRUE(text.ends_with(end));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // buffers are of exact length on the heap, so that a sanitizer sees the first byte beyond.
 #include "cmdPacket/LedHVPacket.h"
 #include "hex.h"
+#include "support/reason.h"
 #include "wire.h"
 
 #include <random>
@@ -20,6 +21,7 @@ int unpack(Bytes frame, std::size_t capacity = 64) {
     Frame buffer(capacity), body;
     Answer answer{buffer};
     (void)LedHVPacket().UnpackPing3(exact, body);
+    clear_reason();
     return LedHVPacket().Unpack(exact, 0xA2, 0x00, answer);
 }
 
@@ -31,8 +33,12 @@ TEST(HostileAnswer, CutAfterAnyByteIsRefused) {
             SCOPED_TRACE(testing::Message() << "version " << int{version} << ", " << length << " bytes");
             Frame cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
             EXPECT_EQ(unpack(cut), QM_FAILED);
+            const std::string at =
+                "The answer was cut at " + std::to_string(length) + " bytes: its end is missing.";
+            EXPECT_EQ(reason(), length == 0 ? "Nobody answered within 3 s." : at);
             cut.push_back(0x5A);
             EXPECT_LT(unpack(cut), 0);
+            EXPECT_STRNE(reason(), "");
         }
     }
 }

@@ -1,6 +1,7 @@
 // What a caller learns from an answer, and what an answer may change in the connection.
 #include "cmdPacket/LedHVPacket.h"
 #include "hex.h"
+#include "support/reason.h"
 #include "wire.h"
 
 namespace qm::test {
@@ -10,13 +11,15 @@ namespace {
 struct Unpacked {
     Unpacked(Bytes frame, std::size_t capacity, Ouint8 cmd = 0) : buffer(capacity + 4, 0xEE) {
         answer.buffer = std::span(buffer).first(capacity);
+        clear_reason();
         printed = printed_by([&] { code = packet.Unpack(frame, 0xA2, cmd, answer); });
+        why = reason();
     }
     LedHVPacket packet;
     Frame buffer;
     Answer answer;
     int code = 0;
-    std::string printed;
+    std::string printed, why;
 };
 
 // CRC ABEB over the 12 application bytes.
@@ -38,32 +41,63 @@ TEST(Unpack, GivesThePayloadOfEveryGeneration) {
 }
 
 TEST(Unpack, TheStatusTellsWhatWasWrong) {
+    constexpr char kWrongCrc[] = "The CRC of the answer is wrong.";
+    constexpr char kWrongHeader[] = "The header checksum of the answer is wrong.";
     struct {
         const char* symptom;
         AnswerFrame answer;
         int code;
+        const char* reason = "";
     } const cases[] = {
         {"answer without payload", {}, QM_OK},
-        {"wrong CRC, right header", {.payload = hex("01"), .crc_fault = 0x0100}, QM_BAD_CRC},
-        {"wrong CRC of generation 5", {.version = 5, .payload = hex("01"), .crc_fault = 1}, QM_BAD_CRC},
-        {"wrong header", {.header_fault = 0x80}, QM_BAD_HEADER},
-        {"wrong header of generation 5", {.version = 5, .header_fault = 1}, QM_BAD_HEADER},
-        {"wrong CRC and header", {.crc_fault = 1, .header_fault = 1}, QM_BAD_HEADER},
-        {"unknown version", {.version = 6}, QM_BAD_VERSION},
-        {"version of the ping request", {.version = 0}, QM_BAD_VERSION},
-        {"another command", {.cmd = 0x81}, QM_WRONG_ANSWER},
-        {"request instead of answer", {.cmd = 0x00}, QM_WRONG_ANSWER},
-        {"another group", {.group = 0xA1}, QM_WRONG_ANSWER},
+        {"wrong CRC, right header", {.payload = hex("01"), .crc_fault = 0x0100}, QM_BAD_CRC, kWrongCrc},
+        {"wrong CRC of generation 5",
+         {.version = 5, .payload = hex("01"), .crc_fault = 1},
+         QM_BAD_CRC,
+         kWrongCrc},
+        {"wrong header", {.header_fault = 0x80}, QM_BAD_HEADER, kWrongHeader},
+        {"wrong header of generation 5", {.version = 5, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
+        {"wrong CRC and header", {.crc_fault = 1, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
+        {"unknown version",
+         {.version = 6},
+         QM_BAD_VERSION,
+         "The answer is of version 6 of the link protocol, which is not known."},
+        {"version of the ping request",
+         {.version = 0},
+         QM_BAD_VERSION,
+         "The answer is of version 0 of the link protocol, which is not known."},
+        {"another command",
+         {.cmd = 0x81},
+         QM_WRONG_ANSWER,
+         "The answer is to another command: group 0xA2, code 0x81."},
+        {"request instead of answer",
+         {.cmd = 0x00},
+         QM_WRONG_ANSWER,
+         "The answer is to another command: group 0xA2, code 0x00."},
+        {"another group",
+         {.group = 0xA1},
+         QM_WRONG_ANSWER,
+         "The answer is to another command: group 0xA1, code 0x80."},
         {"ACK", {.group = 0xA0, .cmd = 0}, QM_OK},
-        {"NACK", {.group = 0xA0, .cmd = 1, .error = 0x0004}, 4},
-        {"NACK with a large error", {.group = 0xA0, .cmd = 1, .error = 0xFFFE}, 0xFFFE},
-        {"NACK in an envelope", {.version = 0xF0, .group = 0xA0, .cmd = 1, .error = 9}, 9},
-        {"unknown code of the global group", {.group = 0xA0, .cmd = 2}, QM_WRONG_ANSWER},
+        {"NACK", {.group = 0xA0, .cmd = 1, .error = 0x0004}, 4, "The controller refused with error 4."},
+        {"NACK with a large error",
+         {.group = 0xA0, .cmd = 1, .error = 0xFFFE},
+         0xFFFE,
+         "The controller refused with error 65534."},
+        {"NACK in an envelope",
+         {.version = 0xF0, .group = 0xA0, .cmd = 1, .error = 9},
+         9,
+         "The controller refused with error 9."},
+        {"unknown code of the global group",
+         {.group = 0xA0, .cmd = 2},
+         QM_WRONG_ANSWER,
+         "The answer is to another command: group 0xA0, code 0x02."},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.symptom);
         const Unpacked result(c.answer.bytes(), 8);
         EXPECT_EQ(result.code, c.code);
+        EXPECT_EQ(result.why, c.reason);
         EXPECT_THAT(result.buffer, is_hex("EE*12"));
         EXPECT_EQ(result.printed, "");
     }
@@ -90,6 +124,7 @@ TEST(Unpack, AnswerLongerThanTheBufferIsCutAndSaysSo) {
     EXPECT_EQ(result.code, QM_TRUNCATED);
     EXPECT_EQ(result.answer.length, 2);
     EXPECT_THAT(result.buffer, is_hex("5A 01 EE*4"));
+    EXPECT_EQ(result.why, "The answer has 3 bytes, and there is room for 2.");
     EXPECT_EQ(result.printed, "return Data Length too long!!! Control Card Return:cmd_header->datalen = 3; "
                               "but membuff len = 2;\n ");
 }
@@ -97,6 +132,8 @@ TEST(Unpack, AnswerLongerThanTheBufferIsCutAndSaysSo) {
 TEST(Unpack, AnswerWithNowhereToGoIsAnError) {
     const Unpacked result(hex(kAnswer6), 0);
     EXPECT_EQ(result.code, QM_FAILED);
+    EXPECT_EQ(result.why,
+              "The controller answered with 3 bytes where the call takes an acknowledgement only.");
     EXPECT_EQ(result.printed, "nCmdDataLen <= 0 \n ");
     EXPECT_EQ(Unpacked(AnswerFrame{.group = 0xA0, .cmd = 0}.bytes(), 0).code, QM_OK); // an ACK needs no room
 }

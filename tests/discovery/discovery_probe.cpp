@@ -118,6 +118,7 @@ void search_in_vain(const char*) {
     auto data = filled<Ping_data>();
     expect("cmd_searchController", cmd_searchController(&data), -1);
     expect("the record is zeroed", untouched(data, 0), true);
+    expect("reason", std::string(qm_last_error()), "Nobody answered within 3 s.");
 }
 
 // Every 10 ms, or no more.
@@ -154,6 +155,7 @@ void wifi_absent(const char*) {
     expect("cmd_AT_setWifiSsidPwd", cmd_AT_setWifiSsidPwd("lobby", "secret99"), -1);
     expect("cmd_AT_getWifiSsidPwd", cmd_AT_getWifiSsidPwd(ssid, password), -1);
     expect("ssid", std::string(ssid), "");
+    expect("reason", std::string(qm_last_error()), "Nobody answered within 3 s.");
 }
 
 void loopback_only(const char*) {
@@ -161,6 +163,10 @@ void loopback_only(const char*) {
     expect("cmd_udpPing", cmd_udpPing(&data), -1);
     expect("the record is left alone", untouched(data, 0x77), true);
     expect("cmd_udpSetMac", cmd_udpSetMac("0-26-43-60-77-94"), -1);
+    expect("reason", std::string(qm_last_error()), "The host has no network interface to broadcast on.");
+    expect("cmd_tcpPing", cmd_tcpPing("10.77.1.2", 5005, &data), -1);
+    expect("reason", std::string(qm_last_error()),
+           "There is no route to 10.77.1.2:5005 (Network is unreachable).");
 }
 
 constexpr struct {

@@ -2,6 +2,7 @@
 #include "drawing.h"
 #include "hex.h"
 #include "open_descriptors.h"
+#include "outcome.h"
 #include "scripted_peer.h"
 #include "simulator/Simulator.h"
 #include "wire.h"
@@ -100,7 +101,7 @@ TEST(AreaExports, RefuseBadArgumentsBeforeTheyConnect) {
         return dynamicArea_AddAreaInfos_5G(kHost, port, kDual, 1, 0, 0, 1, 0, nullptr, 1, 0, 0, 8, 8, {},
                                            count, list);
     };
-    const int results[] = {
+    const Outcome results[] = {
         dynamicArea_AddAreaTxtDetails_WithProgram_6G(nullptr, port, kDual, 0, &area, &page, kFont, "x", 0,
                                                      nullptr),
         dynamicArea_AddAreaTxtDetails_WithProgram_6G(kHost, 1023, kDual, 0, &area, &page, kFont, "x", 0,
@@ -162,7 +163,7 @@ TEST(AreaExports, RefuseBadArgumentsBeforeTheyConnect) {
         send_g5(port, "x", 1, 8, 32768),
         send_g5(beyond, "x", 1, 8, 8),
     };
-    for (std::size_t i = 0; i < std::size(results); ++i) EXPECT_EQ(results[i], -1) << "case " << i;
+    for (const Outcome& result : results) EXPECT_TRUE(refuses_an_argument(result)) << &result - results;
     EXPECT_EQ(sim.connections(), 0U);
 }
 

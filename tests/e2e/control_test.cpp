@@ -1,5 +1,6 @@
 // Device control through the exports: what each call changes in a controller, and what its faults do to it.
 #include "drawing.h"
+#include "outcome.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
@@ -155,41 +156,46 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
     Ping_data ping{};
     NetSearchCmdRet net{};
     NetSearchCmdRet_Web web{};
-    const int results[] = {cmd_sysReset(nullptr, port),
-                           cmd_timingOnOff(kHost, port, 1, nullptr),
-                           cmd_setBrightness(kHost, port, nullptr),
-                           cmd_readControllerID(kHost, port, nullptr),
-                           cmd_programLock(kHost, port, 0, 1, nullptr, 0),
-                           cmd_check_controllerStatus(kHost, port, nullptr),
-                           cmd_setPassword(kHost, port, nullptr, "secret"),
-                           cmd_deletePassword(kHost, port, nullptr),
-                           cmd_setTimingReset(kHost, port, nullptr),
-                           cmd_battieTime(kHost, port, 0, nullptr),
-                           cmd_getStopwatch(kHost, port, 0, nullptr),
-                           cmd_firmwareActivate(kHost, port, nullptr),
-                           cmd_tcpNetworkSearch_6G(kHost, port, nullptr),
-                           cmd_uart_programLock("/dev/ttyS0", 1, 0, 1, name, 0),
-                           cmd_uart_programLock_6G("/dev/ttyS0", 1, 0, 1, name, 0),
-                           cmd_uart_searchController(&ping, "/dev/ttyS0"),
-                           cmd_uart_search_Net_6G(&net, "/dev/ttyS0", 1),
-                           cmd_uart_search_Net_6G_Web(&web, "/dev/ttyS0", 1),
-                           cmd_uart_ofsFormat("/dev/ttyS0", 1),
-                           cmd_uart_ofsStartFileTransf("/dev/ttyS0", 1),
-                           cmd_uart_ofsEndFileTransf("/dev/ttyS0", 1),
-                           cmd_uart_ofsDeleteFormatFile("/dev/ttyS0", 1, 1, name),
-                           cmd_uart_confDeleteFormatFile("/dev/ttyS0", 1, 1, name),
-                           cmd_uart_ofsGetMemoryVolume("/dev/ttyS0", 1, &word, &word),
-                           cmd_uart_confWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
-                           cmd_uart_ofsStartReedFile("/dev/ttyS0", 1, name, &word, &word),
-                           cmd_uart_confStartReedFile("/dev/ttyS0", 1, name, &word, &word),
-                           cmd_uart_ofsReedFileBlock("/dev/ttyS0", 1, name, &byte),
-                           cmd_uart_confReedFileBlock("/dev/ttyS0", 1, name, &byte),
-                           cmd_uart_ofsWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
-                           cmd_uart_ofsReedDirBlock("/dev/ttyS0", 1, &dir),
-                           cmd_uart_ofsFreeDirBlock("/dev/ttyS0", 1, &dir),
-                           cmd_uart_ofsGetTransStatus("/dev/ttyS0", 1, &byte, name, &word, &word),
-                           cmd_uart_sendConfigFile("/dev/ttyS0", 1, &config)};
-    for (std::size_t i = 0; i < std::size(results); ++i) EXPECT_EQ(results[i], -1) << "call " << i;
+    const Outcome results[] = {cmd_sysReset(nullptr, port),
+                               cmd_timingOnOff(kHost, port, 1, nullptr),
+                               cmd_setBrightness(kHost, port, nullptr),
+                               cmd_readControllerID(kHost, port, nullptr),
+                               cmd_programLock(kHost, port, 0, 1, nullptr, 0),
+                               cmd_check_controllerStatus(kHost, port, nullptr),
+                               cmd_setPassword(kHost, port, nullptr, "secret"),
+                               cmd_deletePassword(kHost, port, nullptr),
+                               cmd_setTimingReset(kHost, port, nullptr),
+                               cmd_battieTime(kHost, port, 0, nullptr),
+                               cmd_getStopwatch(kHost, port, 0, nullptr),
+                               cmd_firmwareActivate(kHost, port, nullptr),
+                               cmd_tcpNetworkSearch_6G(kHost, port, nullptr),
+                               cmd_uart_ofsFormat(nullptr, 1)};
+    const Outcome on_serial_lines[] = {cmd_uart_programLock("/dev/ttyS0", 1, 0, 1, name, 0),
+                                       cmd_uart_programLock_6G("/dev/ttyS0", 1, 0, 1, name, 0),
+                                       cmd_uart_searchController(&ping, "/dev/ttyS0"),
+                                       cmd_uart_search_Net_6G(&net, "/dev/ttyS0", 1),
+                                       cmd_uart_search_Net_6G_Web(&web, "/dev/ttyS0", 1),
+                                       cmd_uart_ofsFormat("/dev/ttyS0", 1),
+                                       cmd_uart_ofsStartFileTransf("/dev/ttyS0", 1),
+                                       cmd_uart_ofsEndFileTransf("/dev/ttyS0", 1),
+                                       cmd_uart_ofsDeleteFormatFile("/dev/ttyS0", 1, 1, name),
+                                       cmd_uart_confDeleteFormatFile("/dev/ttyS0", 1, 1, name),
+                                       cmd_uart_ofsGetMemoryVolume("/dev/ttyS0", 1, &word, &word),
+                                       cmd_uart_confWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
+                                       cmd_uart_ofsStartReedFile("/dev/ttyS0", 1, name, &word, &word),
+                                       cmd_uart_confStartReedFile("/dev/ttyS0", 1, name, &word, &word),
+                                       cmd_uart_ofsReedFileBlock("/dev/ttyS0", 1, name, &byte),
+                                       cmd_uart_confReedFileBlock("/dev/ttyS0", 1, name, &byte),
+                                       cmd_uart_ofsWriteFile("/dev/ttyS0", 1, name, 0, 1, 1, &byte),
+                                       cmd_uart_ofsReedDirBlock("/dev/ttyS0", 1, &dir),
+                                       cmd_uart_ofsFreeDirBlock("/dev/ttyS0", 1, &dir),
+                                       cmd_uart_ofsGetTransStatus("/dev/ttyS0", 1, &byte, name, &word, &word),
+                                       cmd_uart_sendConfigFile("/dev/ttyS0", 1, &config)};
+    for (const Outcome& result : results) EXPECT_TRUE(refuses_an_argument(result)) << &result - results;
+    for (const Outcome& result : on_serial_lines) {
+        EXPECT_EQ(result.status, -1);
+        EXPECT_EQ(result.reason, "Serial lines are not implemented.");
+    }
     EXPECT_EQ(sim.connections(), 0U);
 }
 
@@ -212,7 +218,7 @@ TEST(ControlCalls, LeaveRecordsAsTheyAreWhereNothingListens) {
 // One call of each family, to be met by each fault.
 struct Call {
     const char* name;
-    std::function<int(Ouint16 port)> run;
+    std::function<Outcome(Ouint16 port)> run;
 };
 const Call kCalls[] = {
     {"Control", [](Ouint16 port) { return cmd_coerceOnOff(kHost, port, 1); }},
@@ -239,9 +245,9 @@ const Call kCalls[] = {
     {"Directory",
      [](Ouint16 port) {
          GetDirBlock_G56 dir{};
-         const int code = cmd_ofsReedDirBlock(kHost, port, &dir);
+         const Outcome listed = cmd_ofsReedDirBlock(kHost, port, &dir);
          cmd_ofs_freeDirBlock(&dir);
-         return code;
+         return listed;
      }},
     {"Config",
      [](Ouint16 port) {
@@ -256,13 +262,11 @@ TEST_P(CallFaults, EndTheCallAndSpareTheNextOne) {
     const auto& [call, kind] = GetParam();
     sim::Simulator sim;
     sim.set_fault(sim::Fault{.kind = kind, .after = 1}); // the handshake goes well
-    const int status = call.run(sim.port());
-    if (kind == sim::FaultKind::delay)
-        EXPECT_EQ(status, 0);
-    else
-        EXPECT_NE(status, 0);
+    const Outcome outcome = call.run(sim.port());
+    EXPECT_EQ(outcome.status == 0, kind == sim::FaultKind::delay);
+    EXPECT_EQ(outcome.reason.empty(), outcome.status == 0);
     sim.set_fault(std::nullopt);
-    EXPECT_EQ(call.run(sim.port()), 0);
+    EXPECT_EQ(call.run(sim.port()).status, 0);
     EXPECT_TRUE(sim.wait_idle());
 }
 

@@ -1,5 +1,6 @@
 // Dynamic areas as an application sends them: arguments, messages, sizes, many callers.
 #include "drawing.h"
+#include "outcome.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +29,7 @@ TEST(DynamicArea, RefusesBadArgumentsBeforeItConnects) {
     silent.stSoundData.SoundDataLen = 5; // and no text
     auto page = still_text(12, 1);
     const E_ScreenColor_G56 color = SCREEN_COLOR_DOUBLE;
-    const int results[] = {
+    const Outcome results[] = {
         dynamicArea_AddAreaTxt_6G(nullptr, port, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
         dynamicArea_AddAreaTxt_6G(kHost, 1023, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
         dynamicArea_AddAreaTxt_6G(kHost, 65536U + port, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
@@ -42,7 +43,7 @@ TEST(DynamicArea, RefusesBadArgumentsBeforeItConnects) {
         dynamicArea_AddAreaPic_6G(kHost, port, color, 0, 0, 0, 64, 16, nullptr, "x.png"),
         dynamicArea_AddAreaPic_6G(kHost, port, color, 0, 0, 0, 64, 16, &page, nullptr),
     };
-    for (const int result : results) EXPECT_EQ(result, -1);
+    for (const Outcome& result : results) EXPECT_TRUE(refuses_an_argument(result)) << &result - results;
     EXPECT_EQ(sim.connections(), 0U);
 }
 
@@ -65,6 +66,7 @@ TEST(DynamicArea, SendsNothingForAPictureThatCannotBeRead) {
     EXPECT_EQ(dynamicArea_AddAreaPic_6G(kHost, sim.port(), SCREEN_COLOR_DOUBLE, 0, 0, 0, 64, 16, &page,
                                         "/no/such/picture.png"),
               -1);
+    EXPECT_STREQ(qm_last_error(), "Picture /no/such/picture.png: No such file or directory.");
     EXPECT_EQ(sim.connections(), 1U) << "the ping only";
     EXPECT_TRUE(sim.payloads().empty());
 }

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
 namespace qm::test {
 namespace {
 
@@ -12,27 +14,36 @@ using sim::FaultKind;
 // The requests of one update, in order.
 enum Step : unsigned { handshake, ping, second_handshake, area };
 
-// The status that a fault gives when it spoils every answer from a step on.
+// The status that a fault gives when it spoils every answer from a step on, and the reason.
 struct Case {
     FaultKind kind;
     int status[4];
+    const char* reason;
 };
 
 // The handshake takes the controller's type from any frame of a known version, unchecked, so that a spoilt
 // one shows at the next step.
 const Case kCases[] = {
-    {FaultKind::silence, {-1, -1, -1, -1}},
-    {FaultKind::close, {-1, -1, -1, -1}},
-    {FaultKind::reset, {-1, -1, -1, -1}},
-    {FaultKind::split, {-1, -1, -1, -1}},
-    {FaultKind::bad_crc, {-3, -3, -3, -3}},
-    {FaultKind::bad_header, {-2, -2, -2, -2}},
-    {FaultKind::wrong_code, {-5, -5, -5, -5}},
-    {FaultKind::garbage, {-1, -1, -1, -1}},
-    {FaultKind::false_length, {-3, -3, -3, -3}},
-    {FaultKind::delay, {0, 0, 0, 0}},
+    {FaultKind::silence, {-1, -1, -1, -1}, "The controller is connected, but was silent for 3 s\\."},
+    {FaultKind::close, {-1, -1, -1, -1}, "The connection was closed after 0 bytes of the answer\\."},
+    {FaultKind::reset, {-1, -1, -1, -1}, "The connection was reset after 0 bytes of the answer\\."},
+    {FaultKind::split, {-1, -1, -1, -1}, "The answer was cut at [1-9]\\d* bytes: its end is missing\\."},
+    {FaultKind::bad_crc, {-3, -3, -3, -3}, "The CRC of the answer is wrong\\."},
+    {FaultKind::bad_header, {-2, -2, -2, -2}, "The header checksum of the answer is wrong\\."},
+    {FaultKind::wrong_code,
+     {-5, -5, -5, -5},
+     "The answer is to another command: group 0x\\w\\w, code 0x\\w\\w\\."},
+    {FaultKind::garbage,
+     {-1, -1, -1, -1},
+     "The answer is not a frame: its 64 bytes begin with 0B 30 55 7A 9F C4 E9 0E\\."},
+    {FaultKind::false_length,
+     {-3, -3, -3, -3},
+     "The answer was cut at [1-9]\\d* bytes: its lengths announce more\\."},
+    {FaultKind::delay, {0, 0, 0, 0}, ""},
     // A whole frame of 4 KB: more than the ping's answer may be, and more than one read of the last step.
-    {FaultKind::oversize, {1, 1, -1, -1}},
+    {FaultKind::oversize,
+     {1, 1, -1, -1},
+     "The answer has 4\\d+ bytes, and there is room for 1024\\.|The answer is longer than 1024 bytes\\."},
 };
 
 class Faults : public testing::TestWithParam<std::tuple<Case, Step>> {};
@@ -48,8 +59,10 @@ TEST_P(Faults, EndAnUpdateWithTheirStatusAndLeaveNothingBehind) {
     const std::size_t before = open_descriptors();
     sim.set_fault(sim::Fault{.kind = c.kind, .after = step});
     EXPECT_EQ(send(), c.status[step]);
+    EXPECT_TRUE(std::regex_match(qm_last_error(), std::regex(c.reason))) << qm_last_error();
     sim.set_fault(std::nullopt);
     EXPECT_EQ(send(), 0) << "the next update goes through";
+    EXPECT_STREQ(qm_last_error(), "");
     ASSERT_TRUE(sim.wait_idle());
     EXPECT_EQ(open_descriptors(), before);
 }
@@ -70,6 +83,7 @@ TEST(Refusal, ReachesTheCallerWithTheControllersErrorValue) {
         EXPECT_EQ(dynamicArea_AddAreaTxt_6G("127.0.0.1", sim.port(), SCREEN_COLOR_DOUBLE, 0, 0, 0, 128, 32,
                                             "DejaVu Sans", 12, "no"),
                   static_cast<int>(sim::ErrorValue::refused_by_fault));
+        EXPECT_STREQ(qm_last_error(), "The controller refused with error 199.");
         EXPECT_TRUE(sim.dynamic_areas().empty());
     }
 }

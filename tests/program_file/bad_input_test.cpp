@@ -1,6 +1,7 @@
 // What a program refuses, and what it survives.
 #include "fixture.h"
 #include "hex.h"
+#include "outcome.h"
 
 #include <fstream>
 #include <malloc.h>
@@ -43,9 +44,11 @@ TEST_F(Program, RefusesUnknownAreasByName) {
          [&] { return program_timeAreaChangeDialPicAdd_G56(9, &byte, 1); }},
         {"program_timeAreaRemoveDialPic", [&] { return program_timeAreaRemoveDialPic(9); }},
     };
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
                   "Error:" + std::string(c.name) + "==>Can not find the area.please check areaID.\n");
+        EXPECT_STREQ(qm_last_error(), "The program has no area 9.");
+    }
 }
 
 TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
@@ -89,9 +92,11 @@ TEST_F(Program, RefusesUnknownAreasOfGeneration6ByName) {
         {"program_backGroundColor_G6", [&] { return program_backGroundColor_G6(9, &page, eRed); }},
         {"program_backGroundPic_G6", [&] { return program_backGroundPic_G6(9, 1, &page, "x.png"); }},
     };
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }),
                   "Error:" + std::string(c.name) + "==>Can not find the area.please check areaID.\n");
+        EXPECT_STREQ(qm_last_error(), "The program has no area 9.");
+    }
 }
 
 TEST_F(Program, SaysWhatAnAreaOfThatKindDoesNotTake) {
@@ -129,8 +134,11 @@ TEST_F(Program, SaysWhatAnAreaOfThatKindDoesNotTake) {
         {"program_backGroundColor_G6==>The area takes no background.",
          [&] { return program_backGroundColor_G6(pictures, &page, eRed); }},
     };
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1); }), "Error:" + std::string(c.message) + "\n");
+        const std::string taken = std::string(c.message).substr(std::string(c.message).find(" takes no"));
+        EXPECT_THAT(qm_last_error(), testing::AllOf(testing::StartsWith("Area "), testing::EndsWith(taken)));
+    }
 }
 
 // They are for both generations: which one the program is of is still open.
@@ -156,17 +164,26 @@ TEST_F(Program, IsNotMadeByCallsForBothGenerations) {
 TEST_F(Program, RefusesNullPointersAndUnknownKinds) {
     const HVareaHeader unknown = area_header(3, 0, 0, 8, 8);
     const HVareaHeader_G6 unknown6 = area_header_g6(10, 0, 0, 8, 8);
-    EXPECT_EQ(program_addProgram(nullptr), -1);
-    EXPECT_EQ(program_addPlayPeriodGrp(nullptr), -1);
-    EXPECT_EQ(program_addFrame(nullptr, "x"), -1);
-    EXPECT_EQ(program_AddArea(0, nullptr), -1);
-    EXPECT_EQ(program_AddArea(0, &unknown), -1);
-    EXPECT_EQ(program_IntegrateProgramFile(nullptr), -1);
-    EXPECT_EQ(program_freeBuffer(nullptr), -1);
-    EXPECT_EQ(program_pictureAreaGetOnePage(0, 0, nullptr), -1);
+    EXPECT_TRUE(refuses_an_argument(program_addProgram(nullptr)));
+    EXPECT_TRUE(refuses_an_argument(program_addPlayPeriodGrp(nullptr)));
+    EXPECT_TRUE(refuses_an_argument(program_addFrame(nullptr, "x")));
+    EXPECT_TRUE(refuses_an_argument(program_AddArea(0, nullptr)));
+    EXPECT_TRUE(refuses_an_argument(program_AddArea(0, &unknown)));
+    EXPECT_TRUE(refuses_an_argument(program_IntegrateProgramFile(nullptr)));
+    EXPECT_TRUE(refuses_an_argument(program_freeBuffer(nullptr)));
+    EXPECT_TRUE(refuses_an_argument(program_pictureAreaGetOnePage(0, 0, nullptr)));
+    const HVprogramHeader tooHigh = program_header(10000);
+    const HVprogramppGrp_G56 tooMany{9, {}};
+    const HVareaHeader tooWide = area_header(ePicturesArea, 0, 0, 32768, 8);
+    HVtimeAreaData_G56 fontless = time_content();
+    fontless.fontName = nullptr;
+    EXPECT_TRUE(refuses_an_argument(program_addProgram(&tooHigh)));
+    EXPECT_TRUE(refuses_an_argument(program_addPlayPeriodGrp(&tooMany)));
+    EXPECT_TRUE(refuses_an_argument(program_AddArea(0, &tooWide)));
+    EXPECT_TRUE(refuses_an_argument(program_timeAreaAddContent(0, &fontless)));
     EXPECT_EQ(parsed_g5().areaCount, 0);
     program_deleteProgram();
-    EXPECT_EQ(program_addArea_G6(0, &unknown6), -1);
+    EXPECT_TRUE(refuses_an_argument(program_addArea_G6(0, &unknown6)));
     EXPECT_EQ(parsed_g6().areaCount, 0);
 }
 
@@ -176,6 +193,7 @@ TEST_F(Program, RefusesCallsOfTheOtherGeneration) {
     program_addProgram(&header);
     HVprogram_G6 files{};
     EXPECT_EQ(program_addProgram_G6(&header6), -1);
+    EXPECT_STREQ(qm_last_error(), "The call is for generation 6, and the program of the other.");
     EXPECT_EQ(program_IntegrateProgramFile_G6(&files), -1);
     EXPECT_TRUE(files.fileAddre == nullptr);
     program_deleteProgram();
@@ -198,14 +216,18 @@ TEST_F(Program, PreviewsPagesAsPng) {
                 is_hex("89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 14 00 00 00 0A"));
     const struct {
         int page;
-        const char* message;
-    } cases[] = {{1, "Error:The picture is not exist.\n"},
-                 {2, "Error:The last picture is not exist.\n"},
-                 {3, "Error:pageNum out of range.\n"},
-                 {-1, "Error:pageNum out of range.\n"}};
+        const char *message, *reason;
+    } cases[] = {
+        {1, "Error:The picture is not exist.\n", "Picture gone.png: No such file or directory."},
+        {2, "Error:The last picture is not exist.\n", "Picture gone.png: No such file or directory."},
+        {3, "Error:pageNum out of range.\n",
+         "Argument pageNum is 3, and the area has 3 pages, counted from 0."},
+        {-1, "Error:pageNum out of range.\n",
+         "Argument pageNum is -1, and the area has 3 pages, counted from 0."}};
     for (const auto& c : cases) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaGetOnePage(0, c.page, &preview), -1); }),
                   c.message);
+        EXPECT_STREQ(qm_last_error(), c.reason);
         EXPECT_TRUE(preview.fileAddre == nullptr);
         EXPECT_EQ(int{preview.allPageNub}, 3);
     }

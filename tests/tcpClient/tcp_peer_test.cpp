@@ -1,6 +1,7 @@
 // A connection against a peer that misbehaves.
 #include "hex.h"
 #include "scripted_peer.h"
+#include "support/reason.h"
 #include "tcpClient/TcpPeer.h"
 
 #include <chrono>
@@ -22,24 +23,33 @@ const Frame kRequest = hex("A5 01 5A");
 struct Received {
     explicit Received(TcpPeer& peer, int timeout = 3) : bytes(8, 0xEE) {
         int length = 8;
+        clear_reason();
         code = peer.Recv(bytes.data(), length, timeout);
+        why = reason();
         bytes.resize(static_cast<std::size_t>(length));
     }
     Frame bytes;
     int code;
+    std::string why;
 };
 
-std::string message_of_connect(const char* ip, Ouint16 port, int timeout) {
+std::string message_of_connect(const char* ip, Ouint16 port, int timeout, const std::string& why) {
     return printed_by([&] {
         TcpPeer peer;
+        clear_reason();
         EXPECT_EQ(peer.Connect(ip, port, timeout), QM_FAILED);
+        EXPECT_EQ(reason(), why);
         EXPECT_EQ(Received(peer).code, QM_FAILED);
     });
 }
 
 TEST(TcpConnect, RefusalIsToldFromSilence) {
+    const auto address_of = [](const Descriptor& socket) {
+        return "127.0.0.1:" + std::to_string(port_of(socket));
+    };
     const Descriptor refusing = bound_socket();
-    EXPECT_THAT(message_of_connect(kLoopback, port_of(refusing), 3),
+    EXPECT_THAT(message_of_connect(kLoopback, port_of(refusing), 3,
+                                   "Connecting to " + address_of(refusing) + " was refused."),
                 testing::AnyOf("TCP connect to select to FD_ISSET failed\n", "TCP connect failed\n"));
 
     // A listener whose queue of one is full lets the next connection wait.
@@ -47,12 +57,18 @@ TEST(TcpConnect, RefusalIsToldFromSilence) {
     ASSERT_EQ(::listen(busy.get(), 0), 0);
     TcpPeer first;
     ASSERT_EQ(first.Connect(kLoopback, port_of(busy), 3), QM_OK);
-    EXPECT_EQ(message_of_connect(kLoopback, port_of(busy), 0), "TCP connect to select failed\n");
+    EXPECT_EQ(message_of_connect(kLoopback, port_of(busy), 0,
+                                 "No answer from " + address_of(busy) + " to connecting in 0 s."),
+              "TCP connect to select failed\n");
 }
 
 TEST(TcpConnect, TextThatIsNoAddressIsRefused) {
     for (const char* ip : {"", "controller", "256.0.0.1", "127.0.0.1.1"})
-        EXPECT_EQ(message_of_connect(ip, 5005, 3), "TCP connect failed\n") << ip;
+        EXPECT_EQ(
+            message_of_connect(ip, 5005, 3,
+                               "\"" + std::string(ip) + "\" is not the dotted IPv4 address of a controller."),
+            "TCP connect failed\n")
+            << ip;
 }
 
 TEST(TcpReceive, OneReadBringsTheWholeFrameOrNothing) {
@@ -66,12 +82,34 @@ TEST(TcpReceive, OneReadBringsTheWholeFrameOrNothing) {
     ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
     const Received first(peer);
     EXPECT_EQ(first.code, QM_FAILED);
+    EXPECT_EQ(first.why, "The answer was cut at 2 bytes: its end is missing.");
     EXPECT_THAT(first.bytes, is_hex("A5 01"));
     EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_OK);
     const Received second(peer);
     EXPECT_EQ(second.code, QM_OK);
     EXPECT_THAT(second.bytes, is_hex("02 5A")); // nothing was kept of the first
-    EXPECT_EQ(Received(peer, 0).code, QM_FAILED);
+    EXPECT_EQ(Received(peer, 0).why, "The controller is connected, but was silent for 0 s.");
+}
+
+TEST(TcpReceive, ReasonTellsWhatCameInsteadOfAnAnswer) {
+    const struct {
+        const char* bytes;
+        int flags; // with MSG_MORE the end of the connection comes in the same packet
+        const char* why;
+    } cases[] = {
+        {"A5 01 02", MSG_MORE, "The connection was closed after 3 bytes of the answer."},
+        {"A5*9", 0, "The answer is longer than 8 bytes."},
+        {"48 54 54 50", MSG_MORE, "The answer is not a frame: its 4 bytes begin with 48 54 54 50."},
+        {"", 0, "The connection was closed after 0 bytes of the answer."},
+    };
+    for (const auto& c : cases) {
+        const Frame bytes = hex(c.bytes);
+        ScriptedPeer controller(
+            [&](PeerConnection& client) { ::send(client.fd(), bytes.data(), bytes.size(), c.flags); });
+        TcpPeer peer;
+        ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
+        EXPECT_EQ(Received(peer).why, c.why);
+    }
 }
 
 TEST(TcpReceive, ConnectionThatThePeerEndsFails) {
