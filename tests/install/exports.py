@@ -35,6 +35,11 @@ def outdated(reference, generator):
         return sorted(names - set(same))
 
 
+# The library's own functions; all others are those of the controllers' interface, whose number is fixed.
+OURS = {"qm_last_error", "qm_set_message_handler", "qm_version"}
+OTHERS = 169
+
+
 def main():
     nm, library, header, reference, generator = sys.argv[1:]
     reference = pathlib.Path(reference)
@@ -45,6 +50,9 @@ def main():
         for name in sorted(everything - names):
             print(f"not {what}: {name}")
             bad = True
+    if {name for name in everything if name.startswith("qm_")} != OURS or len(everything - OURS) != OTHERS:
+        print(f"the functions are not {OTHERS} and {', '.join(sorted(OURS))}")
+        bad = True
     for page in outdated(reference, generator):
         print(f"docs/reference/{page} is not what scripts/reference writes; run it")
         bad = True
