@@ -4,6 +4,7 @@
 #include "hex.h"
 #include "simulator/Simulator.h"
 
+#include <cairo.h>
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -260,6 +261,75 @@ TEST_F(ProgramVerbs, PreviewDrawsEveryPageAndAnOverview) {
     const auto [width, height] = png_size("out/overview.png");
     EXPECT_EQ(width, 64 * 4);
     EXPECT_EQ(height, static_cast<int>(areas[0]["pages"].size()) * (16 * 4 + 12) - 12);
+}
+
+using Picture = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+
+// 16 x 3 pixels of grey levels and colours around those at which LEDs begin to shine, opaque, half
+// transparent and nearly so.
+void write_colors(const fs::path& path) {
+    const Picture picture(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 16, 3), cairo_surface_destroy);
+    const auto context =
+        std::unique_ptr<cairo_t, decltype(&cairo_destroy)>(cairo_create(picture.get()), cairo_destroy);
+    const double alphas[] = {1, 0.5, 0.25}, levels[] = {96 / 255.0, 97 / 255.0};
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 16; ++x) {
+            const double level = x < 8 ? 1 : levels[x % 2];
+            cairo_set_source_rgba(context.get(), x & 1 ? level : 0, x & 2 ? level : 0, x & 4 ? level : 0,
+                                  alphas[y]);
+            cairo_rectangle(context.get(), x, y, 1, 1);
+            cairo_fill(context.get());
+        }
+    ASSERT_EQ(cairo_surface_write_to_png(picture.get(), path.c_str()), CAIRO_STATUS_SUCCESS);
+}
+
+// An opaque picture in a file, or every cell-th pixel of it from the middle of the first cell on.
+sim::Image picture_in(const fs::path& path, int cell = 1) {
+    const Picture picture(cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
+    EXPECT_EQ(cairo_image_surface_get_format(picture.get()), CAIRO_FORMAT_RGB24) << path << " is not opaque";
+    sim::Image image(cairo_image_surface_get_width(picture.get()) / cell,
+                     cairo_image_surface_get_height(picture.get()) / cell);
+    for (int y = 0; y < image.height; ++y)
+        for (int x = 0; x < image.width; ++x) {
+            const unsigned char* pixel =
+                cairo_image_surface_get_data(picture.get()) +
+                (y * cell + cell / 2) * cairo_image_surface_get_stride(picture.get()) +
+                4 * (x * cell + cell / 2);
+            image.set(x, y, {pixel[2], pixel[1], pixel[0]});
+        }
+    return image;
+}
+
+TEST_F(ProgramVerbs, PreviewIsWhatThePanelShows) {
+    write_colors("in/colors.png");
+    const std::string json = R"({"id": 1, "border": {"picture": "colors.png", "step": 0},
+        "background": {"pictures": ["colors.png"]},
+        "areas": [{"id": 0, "rect": [4, 4, 20, 8], "pictures": ["colors.png"]},
+                  {"id": 1, "rect": [30, 4, 30, 9], "text": "Hi", "size": 6, "color": "cyan"}]})";
+    const struct {
+        std::uint16_t type;
+        sim::ScreenColor color;
+    } screens[] = {{0x0262, sim::ScreenColor::single},
+                   {0x0262, sim::ScreenColor::dual},
+                   {0x0262, sim::ScreenColor::three},
+                   {0x0166, sim::ScreenColor::full}};
+    for (const auto& screen : screens) {
+        const sim::Simulator controller(
+            {.type = screen.type, .width = 64, .height = 16, .color = screen.color});
+        const std::vector<std::string> at{"-c", address(controller.port())};
+        ASSERT_EQ(program("send", json, at).status, 0);
+        const Outcome outcome = program("preview", json, {"-o", "out", "-c", at[1]});
+        ASSERT_EQ(outcome.status, 0) << outcome.err;
+        const sim::Image panel = controller.screen(), overview = picture_in("out/overview.png", 4);
+        EXPECT_EQ(overview, panel) << static_cast<int>(screen.color);
+        const sim::Image area = picture_in("out/area-0-page-1.png"),
+                         text = picture_in("out/area-1-page-1.png");
+        for (int y = 0; y < 8; ++y)
+            for (int x = 0; x < 20; ++x) {
+                EXPECT_EQ(area.at(x, y), panel.at(4 + x, 4 + y)) << x << "," << y;
+                EXPECT_EQ(text.at(x, y), panel.at(30 + x, 4 + y)) << x << "," << y;
+            }
+    }
 }
 
 TEST_F(ProgramVerbs, WhatTheDescriptionLeavesOpenIsAskedOfTheController) {

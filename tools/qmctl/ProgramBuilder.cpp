@@ -2,6 +2,7 @@
 
 #include "JsonReader.h"
 #include "clock_records.h"
+#include "panel_picture.h"
 #include "program_files.h"
 
 #include <algorithm>
@@ -71,13 +72,13 @@ bool has_page(Ouint16 area, Oint32 number) {
 }
 
 // Their number comes with each of them.
-std::vector<std::string> rendered_pages(Ouint16 area, const std::string& where) {
+std::vector<std::string> rendered_pages(Ouint16 area, const std::string& where, E_ScreenColor_G56 screen) {
     std::vector<std::string> pages;
     getPageData page{};
     for (Oint32 number = 0; number == 0 || number < page.allPageNub; ++number) {
         require(program_pictureAreaGetOnePage(area, number, &page), where);
-        pages.push_back(
-            std::string(reinterpret_cast<const char*>(page.fileAddre), std::size_t{page.pageLen}));
+        const std::string png(reinterpret_cast<const char*>(page.fileAddre), std::size_t{page.pageLen});
+        pages.push_back(on_panel(png, screen));
     }
     return pages;
 }
@@ -301,10 +302,10 @@ std::vector<AreaPages> ProgramBuilder::pages() const {
     if (m_program.background)
         areas.push_back({"background",
                          {0, 0, u16(m_target.size.width), u16(m_target.size.height)},
-                         rendered_pages(kBackgroundId, "background")});
+                         rendered_pages(kBackgroundId, "background", m_target.color)});
     for (const Area& area : m_program.areas)
         areas.push_back({"area-" + std::to_string(area.id), drawing_rectangle(area),
-                         rendered_pages(u16(area.id), area.where)});
+                         rendered_pages(u16(area.id), area.where, m_target.color)});
     return areas;
 }
 

@@ -13,7 +13,8 @@ struct ProgramFile {
     [[nodiscard]] Ouint32 crc() const; // CRC-32, as it stands in its last four bytes
 };
 
-// The pages of an area as PNG files, in the order in which they were made: text, then pictures.
+// The pages of an area as the screen shows them, in PNG files, in the order in which they were made: text,
+// then pictures.
 struct AreaPages {
     std::string name; // area-1, background
     Rect rect;        // of the pages on the screen

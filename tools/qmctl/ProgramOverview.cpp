@@ -1,9 +1,8 @@
 #include "ProgramOverview.h"
 
-#include <cairo.h>
+#include "panel_picture.h"
 
 #include <algorithm>
-#include <memory>
 #include <numbers>
 
 namespace qm::ctl {
@@ -13,40 +12,6 @@ constexpr unsigned kLed = 4, kGap = 12; // pixels of the overview
 constexpr std::size_t kMostScreens = 16;
 constexpr unsigned kHighest = 32000; // cairo's pictures end at 32767
 
-struct Closer {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Closer>;
-using Context = std::unique_ptr<cairo_t, Closer>;
-using Pattern = std::unique_ptr<cairo_pattern_t, Closer>;
-
-Surface picture_of(const std::string& png) {
-    struct Reader {
-        std::string_view rest;
-        static cairo_status_t read(void* self, unsigned char* out, unsigned length) {
-            std::string_view& rest = static_cast<Reader*>(self)->rest;
-            if (rest.size() < length) return CAIRO_STATUS_READ_ERROR;
-            std::copy_n(rest.begin(), length, out);
-            rest.remove_prefix(length);
-            return CAIRO_STATUS_SUCCESS;
-        }
-    } reader{png};
-    return Surface(cairo_image_surface_create_from_png_stream(Reader::read, &reader));
-}
-
-std::string png_of(cairo_surface_t* surface) {
-    std::string png;
-    const auto append = [](void* out, const unsigned char* data, unsigned length) {
-        static_cast<std::string*>(out)->append(reinterpret_cast<const char*>(data), length);
-        return CAIRO_STATUS_SUCCESS;
-    };
-    if (cairo_surface_write_to_png_stream(surface, append, &png) != CAIRO_STATUS_SUCCESS)
-        throw std::runtime_error("the overview cannot be drawn");
-    return png;
-}
-
 Rect whole(const PixelSize& size) {
     return {0, 0, static_cast<Ouint16>(size.width), static_cast<Ouint16>(size.height)};
 }
@@ -54,8 +19,7 @@ Rect whole(const PixelSize& size) {
 class Screen {
   public:
     explicit Screen(const PixelSize& size)
-        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(size.width),
-                                               static_cast<int>(size.height))),
+        : m_surface(opaque_picture(static_cast<int>(size.width), static_cast<int>(size.height))),
           m_context(cairo_create(m_surface.get())) {}
 
     void page(const AreaPages& area, std::size_t number) {
@@ -64,21 +28,25 @@ class Screen {
         cairo_paint(context());
     }
 
-    // The pattern along the four sides, turned as it goes round.
+    // The pattern along the four sides, turned as it goes round. Top and bottom own the corners.
     void border(const Border& border, const Rect& rect) {
-        const Surface picture(cairo_image_surface_create_from_png(border.pattern.path.c_str()));
+        const Surface picture =
+            opaque(Surface(cairo_image_surface_create_from_png(border.pattern.path.c_str())));
         const Pattern pattern(cairo_pattern_create_for_surface(picture.get()));
         cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
         cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_NEAREST);
-        const double corners[][2] = {{0.0 + rect.x, 0.0 + rect.y},
-                                     {0.0 + rect.x + rect.width, 0.0 + rect.y},
-                                     {0.0 + rect.x + rect.width, 0.0 + rect.y + rect.height},
-                                     {0.0 + rect.x, 0.0 + rect.y + rect.height}};
-        for (int side = 0; side < 4; ++side) {
+        const double w = rect.width, h = rect.height;
+        const struct {
+            double x, y, before; // its corner of the rectangle, and the length of the sides before it
+        } sides[] = {{0, 0, 0}, {w, 0, w}, {w, h, w + h}, {0, h, w + h + w}};
+        for (const int side : {1, 3, 0, 2}) {
             cairo_save(context());
-            cairo_translate(context(), corners[side][0], corners[side][1]);
+            cairo_translate(context(), rect.x + sides[side].x, rect.y + sides[side].y);
             cairo_rotate(context(), side * std::numbers::pi / 2);
-            cairo_rectangle(context(), 0, 0, side % 2 ? rect.height : rect.width, border.pattern.size.height);
+            cairo_rectangle(context(), 0, 0, side % 2 ? h : w, border.pattern.size.height);
+            cairo_matrix_t along;
+            cairo_matrix_init_translate(&along, sides[side].before, 0);
+            cairo_pattern_set_matrix(pattern.get(), &along);
             cairo_set_source(context(), pattern.get());
             cairo_fill(context());
             cairo_restore(context());
@@ -100,12 +68,13 @@ Screen draw_screen(const ProgramDescription& program, const ProgramTarget& targe
     for (const Area& area : program.areas)
         if (area.border) screen.border(*area.border, *area.rect);
     if (program.border) screen.border(*program.border, whole(target.size));
+    light(screen.surface(), target.color);
     return screen;
 }
 
 // Dark lines between the LEDs.
 void draw_grid(cairo_t* context, unsigned width, unsigned height) {
-    cairo_set_source_rgb(context, 0.12, 0.12, 0.12);
+    cairo_set_source_rgb(context, 0, 0, 0);
     for (unsigned x = 0; x < width; ++x) cairo_rectangle(context, x * kLed, 0, 1, height * kLed);
     for (unsigned y = 0; y < height; ++y) cairo_rectangle(context, 0, y * kLed, width * kLed, 1);
     cairo_fill(context);
@@ -135,7 +104,7 @@ std::string draw_overview(const ProgramDescription& program, const ProgramTarget
 
     const auto width = static_cast<int>(target.size.width * kLed);
     const auto height = static_cast<int>(screens * pitch - kGap);
-    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
+    const Surface surface = opaque_picture(width, height);
     const Context context(cairo_create(surface.get()));
     cairo_set_source_rgb(context.get(), 1, 1, 1);
     cairo_paint(context.get());
