@@ -9,7 +9,7 @@ void TextOptions::add_to(ArgumentList& command) {
               read_font);
     add_number(command, "--size", m_style.size, 1, kLargestSize,
                "Points, 1 to 1000; 12 points are 16 pixels (default the largest with which the\n"
-               "given lines fit the height, or the width when --vertical; at least 6)");
+               "given lines fit the height, or the whole text fits when --vertical; at least 6)");
     add_value(command, "--color", m_style.color, "COLOR",
               "black, red, green, yellow, blue, magenta, cyan, white or #RRGGBB (default red)", read_color);
     const auto single = command.add_flag("--single", "One line, cut into pages (default when running)",

@@ -43,7 +43,7 @@ struct TextStyle {
     void apply_to(Page& page, const std::string& text, const Rect& rect, bool running) const {
         const bool single = one_line.value_or(running);
         page.arrMode = single ? SINGLELINE : MULTILINE;
-        page.fontSize = static_cast<Ouint16>(size ? *size : fitting_size(text, rect, single));
+        page.fontSize = static_cast<Ouint16>(size ? *size : fitting_size(text, rect, running));
         page.color = color;
         page.fontBold = bold;
         page.fontItalic = italic;
@@ -54,7 +54,10 @@ struct TextStyle {
     }
 
   private:
-    [[nodiscard]] unsigned fitting_size(const std::string& text, const Rect& rect, bool single) const;
+    [[nodiscard]] unsigned fitting_size(const std::string& text, const Rect& rect, bool running) const;
+    // Of lines with so many characters each, broken where a column is full.
+    [[nodiscard]] unsigned columns_of(const std::vector<unsigned>& lengths, unsigned height,
+                                      unsigned points) const;
 };
 
 } // namespace qm::ctl
