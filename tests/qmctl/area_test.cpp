@@ -35,6 +35,12 @@ struct Lit {
     }
 };
 
+// 3 x 2 pixels: red, green, yellow; black, red, green.
+constexpr const char* kPicture =
+    "89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 03 00 00 00 02 08 02 00 00 00 12 16 F1 4D "
+    "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
+    "00 00 00 00 49 45 4E 44 AE 42 60 82";
+
 // A controller with a screen of 128 x 32 red and green LEDs, and qmctl talking to it.
 class Area : public testing::Test {
   protected:
@@ -66,6 +72,46 @@ TEST_F(Area, GivenLinesFitTheHeightTogether) {
         EXPECT_GT(lit.bottom, 24);
         EXPECT_EQ(controller.dynamic_areas().at(0).pages.size(), 1U);
     }
+}
+
+TEST_F(Area, ColumnsAreAsLargeAsTheWholeTextFits) {
+    const struct {
+        std::string text;
+        std::vector<std::string> options;
+    } cases[] = {{"新鲜咖啡和蛋糕", {}},
+                 {"新鲜咖啡和蛋糕", {"--rect", "0,0,52,32", "--spacing", "1"}},
+                 {"你好\n再见", {"--rect", "0,0,32,32"}},
+                 {"你好", {"--single", "--rect", "40,0,32,32"}}};
+    for (const auto& c : cases) {
+        const auto pages = [&](const std::vector<std::string>& size) {
+            std::vector<std::string> options = c.options;
+            options.emplace_back("--vertical");
+            options.insert(options.end(), size.begin(), size.end());
+            show(options, c.text);
+            return controller.dynamic_areas().at(0).pages.size();
+        };
+        std::vector<std::string> arguments{"text", c.text, "--vertical"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const unsigned size = qmctl_json(controller.port(), arguments)["size"];
+        EXPECT_EQ(pages({}), 1U) << c.text << " " << size;
+        EXPECT_GT(pages({"--size", std::to_string(size + 1)}), 1U) << c.text << " " << size;
+    }
+}
+
+TEST_F(Area, RectangleThatReachesBeyondTheScreenIsRefused) {
+    const TemporaryFile picture("picture.png", hex(kPicture));
+    for (const char* rect : {"100,0,29,8", "0,25,8,8", "128,0,1,1", "0,32,1,1", "65535,65535,65535,65535"})
+        for (const std::vector<std::string>& verb :
+             {std::vector<std::string>{"text", "x"}, {"picture", picture.path()}}) {
+            std::vector<std::string> arguments = verb;
+            arguments.insert(arguments.end(), {"--rect", rect, "-c", address(controller.port())});
+            const Outcome outcome = qmctl(arguments);
+            EXPECT_EQ(outcome.status, 1) << rect;
+            EXPECT_THAT(outcome.err,
+                        testing::HasSubstr("--rect: reaches beyond the screen of 128 x 32 pixels"));
+        }
+    EXPECT_TRUE(controller.payloads().empty());
+    run({"text", "x", "--rect", "120,24,8,8"});
 }
 
 TEST_F(Area, TextIsTakenLiterally) {
@@ -176,12 +222,6 @@ TEST_F(Area, ResultIsToldToScripts) {
                                   {"size", 9}};
     EXPECT_EQ(result, expected) << result;
 }
-
-// 3 x 2 pixels: red, green, yellow; black, red, green.
-constexpr const char* kPicture =
-    "89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 03 00 00 00 02 08 02 00 00 00 12 16 F1 4D "
-    "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
-    "00 00 00 00 49 45 4E 44 AE 42 60 82";
 
 TEST_F(Area, PictureAppearsAtItsPlace) {
     const TemporaryFile picture(" picture.png", hex(kPicture));

@@ -35,9 +35,6 @@ struct Misuse {
 
 const Misuse kMisuses[] = {
     {{}, "verb", "required"},
-    {{"pong"}, "pong", ""},
-    {{"ping", "surplus"}, "surplus", ""},
-    {{"ping", "--fast"}, "--fast", ""},
     {{"text"}, "TEXT", "required"},
     {{"text", "two", "words"}, "words", ""},
     {{"text", "x", "--area", "256"}, "256", "--area: expected a whole number from 0 to 255"},
@@ -48,7 +45,6 @@ const Misuse kMisuses[] = {
     {{"text", "x", "--stay", "65536"}, "65536", "from 0 to 65535"},
     {{"text", "x", "--speed", "99999999999999999999"}, "99999999999999999999", "from 0 to 255"},
     {{"text", "x", "--speed", "5.5"}, "5.5", "from 0 to 255"},
-    {{"text", "x", "--repeat"}, "--repeat", "required"},
     {{"text", "x", "--rect", "1,2,3"}, "1,2,3", "X,Y,W,H"},
     {{"text", "x", "--rect", "1,2,3,4,5"}, "1,2,3,4,5", "X,Y,W,H"},
     {{"text", "x", "--rect", "0,0,0,8"}, "0,0,0,8", "not 0"},
@@ -66,6 +62,7 @@ const Misuse kMisuses[] = {
     {{"text", "x", "--font", "/nowhere/font.PCF.gz"}, "/nowhere/font.PCF.gz", "a file that can be read"},
     {{"text", "x", "--font", "fonts/some"}, "fonts/some", ".otf, .otb"},
     {{"text", "x", "--font", ""}, "''", "a font family"},
+    {{"text", "x", "--say", ""}, "--say", "a text of 1 to 65515 bytes"},
     {{"picture"}, "FILE", "required"},
     {{"picture", "/nowhere/logo.png"}, "/nowhere/logo.png", "a file that can be read"},
     {{"picture", "/dev"}, "/dev", "a file that can be read"},
@@ -82,6 +79,10 @@ const Misuse kMisuses[] = {
     {{"power", "timer", "07:30-12:60"}, "07:30-12:60", "such as 07:30-22:00"},
     {{"power", "timer", "07:30-12:00", "13:00"}, "'13:00'", "such as 07:30-22:00"},
     {{"power", "timer", "07:30-12:00-13:00"}, "07:30-12:00-13:00", "such as 07:30-22:00"},
+    {{"power", "timer", "07:00-12:00", "11:59-13:00"}, "'11:59-13:00'", "do not overlap"},
+    {{"power", "timer", "22:00-06:00", "12:00-13:00", "05:59-07:00"}, "'05:59-07:00'", "'22:00-06:00'"},
+    {{"power", "timer", "08:00-09:00", "07:00-10:00"}, "'07:00-10:00'", "do not overlap"},
+    {{"power", "timer", "00:00-00:00", "07:00-10:00"}, "'07:00-10:00'", "do not overlap"},
     {{"brightness"}, "brightness", "or --table FILE"},
     {{"brightness", "256"}, "256", "from 0 to 255"},
     {{"brightness", "-1"}, "-1", "from 0 to 255"},
@@ -138,21 +139,26 @@ const Misuse kMisuses[] = {
     {{"fs", "put", QMCTL_BINARY, "P001", "--block", "32759"}, "32759", "from 1 to 32758"},
     {{"fs", "rm"}, "NAME", "required"},
     {{"fs", "rm", "P001", "P2"}, "'P2'", "a name of 4 characters"},
+    {{"fs", "rm", "{}"}, "'{}'", "a name of 4 characters"},
     {{"fs", "format"}, "--yes", "erases all files"},
+    {{"area", "send", "/no/such/file"}, "/no/such/file", "a file that can be read"},
+    {{"program", "send", QMCTL_BINARY}, QMCTL_BINARY, "syntax error"},
 };
 
-TEST(BadArguments, AreNamedAndNothingIsSent) {
-    const Listener controller;
+TEST(BadArguments, AreNamedAndNothingIsSentToOneOrSeveral) {
+    const Listener controller, other;
     for (const Misuse& misuse : kMisuses) {
         SCOPED_TRACE(testing::PrintToString(misuse.arguments));
-        std::vector<std::string> arguments = misuse.arguments;
-        arguments.insert(arguments.begin(), {"-c", controller.address()});
-        const Outcome outcome = qmctl(arguments);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_THAT(outcome.err, HasSubstr(misuse.bad));
-        EXPECT_THAT(outcome.err, HasSubstr(misuse.expected));
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_FALSE(controller.was_connected());
+        for (const std::string& to : {controller.address(), controller.address() + "," + other.address()}) {
+            std::vector<std::string> arguments = misuse.arguments;
+            arguments.insert(arguments.begin(), {"-c", to});
+            const Outcome outcome = qmctl(arguments);
+            EXPECT_EQ(outcome.status, 1);
+            EXPECT_THAT(outcome.err, HasSubstr(misuse.bad));
+            EXPECT_THAT(outcome.err, HasSubstr(misuse.expected));
+            EXPECT_EQ(outcome.out, "");
+            EXPECT_FALSE(controller.was_connected());
+        }
     }
 }
 
@@ -201,9 +207,11 @@ TEST(BadArguments, AddressesAreNeverGuessed) {
         EXPECT_EQ(outcome.status, 1) << bad;
         EXPECT_THAT(outcome.err, HasSubstr("such as 192.168.0.199:5005, not '" + std::string(bad) + "'"));
     }
-    const Outcome reserved = qmctl({"text", "x", "-c", "127.0.0.1:1023"});
-    EXPECT_EQ(reserved.status, 1);
-    EXPECT_THAT(reserved.err, HasSubstr("1024 to 65535, not 1023"));
+    for (const char* reserved : {"127.0.0.1:1023", "127.0.0.1,127.0.0.1:1023"}) {
+        const Outcome outcome = qmctl({"text", "x", "-c", reserved});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.err, HasSubstr("1024 to 65535, not 1023"));
+    }
 }
 
 TEST(BadArguments, StandardInputMustBeAText) {
@@ -221,57 +229,75 @@ TEST(BadArguments, StandardInputMustBeAText) {
     EXPECT_FALSE(controller.was_connected());
 }
 
-TEST(Help, ShowsAnExampleOfEveryVerb) {
-    const std::string verbs[] = {"ping",
-                                 "find",
-                                 "status",
-                                 "clock",
-                                 "clock set",
-                                 "battle",
-                                 "id",
-                                 "text",
-                                 "picture",
-                                 "power on",
-                                 "power off",
-                                 "power timer",
-                                 "power cancel",
-                                 "brightness",
-                                 "lock screen",
-                                 "lock program",
-                                 "unlock screen",
-                                 "unlock program",
-                                 "password set",
-                                 "password delete",
-                                 "button",
-                                 "mode",
-                                 "speed",
-                                 "address",
-                                 "delay",
-                                 "reset",
-                                 "firmware activate",
-                                 "network show",
-                                 "network set-ip",
-                                 "network set-mac",
-                                 "network wifi",
-                                 "config push",
-                                 "fs ls",
-                                 "fs put",
-                                 "fs rm",
-                                 "fs df",
-                                 "fs format"};
-    const Outcome all = qmctl({"--help"});
-    EXPECT_EQ(all.status, 0);
-    for (const std::string& verb : verbs) {
-        std::istringstream stream(verb);
-        std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
-        EXPECT_THAT(all.out, HasSubstr("\n  " + words[0] + " "));
-        words.emplace_back("--help");
-        const Outcome help = qmctl(words);
-        EXPECT_EQ(help.status, 0);
-        EXPECT_THAT(help.out, AllOf(HasSubstr("\n  qmctl "), HasSubstr(verb))) << verb;
-        EXPECT_EQ(help.err, "");
+TEST(BadArguments, MistypedWordIsNamedOnceWithTheNearest) {
+    const struct {
+        std::vector<std::string> arguments;
+        std::string words;
+    } cases[] = {
+        {{"pign"}, "unknown verb 'pign'; did you mean 'ping'?"},
+        {{"Brigthness", "5"}, "unknown verb 'Brigthness'; did you mean 'brightness'?"},
+        {{"ls"}, "unknown verb 'ls'; did you mean 'fs ls'?"},
+        {{"help"}, "unknown verb 'help'; did you mean '--help'?"},
+        {{"power", "of"}, "unknown verb 'power of'; did you mean 'power off'?"},
+        {{"power", "maybe"}, "unknown verb 'power maybe'; power has on, off, timer, cancel"},
+        {{"xyzzy"}, "unknown verb 'xyzzy'"},
+        {{"text", "--aera=5", "x"}, "unknown option '--aera'; did you mean '--area'?"},
+        {{"text", "x", "--controler", "127.0.0.1"},
+         "unknown option '--controler'; did you mean '--controller'?"},
+        {{"lock", "program", "--fro", "5"}, "unknown option '--fro'; did you mean '--for'?"},
+        {{"text", "-x"}, "unknown option '-x'"},
+        {{"text", "[two]", "[words]"},
+         "unexpected argument '[words]'; what contains spaces stands in quotes"},
+        {{"ping", "surplus"}, "unexpected argument 'surplus'"},
+        {{"text", "x", "--repeat"}, "--repeat: a value is required"},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = qmctl(c.arguments);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.err.substr(0, outcome.err.find('\n')), "qmctl: " + c.words);
+        std::vector<std::string> json = c.arguments;
+        json.insert(json.begin(), "--json");
+        const Outcome told = qmctl(json);
+        EXPECT_EQ(told.status, 1);
+        EXPECT_EQ(nlohmann::json::parse(told.err, nullptr, false),
+                  (nlohmann::json{{"ok", false}, {"error", c.words}}))
+            << told.err;
+        EXPECT_EQ(told.out, "");
     }
 }
+
+// The verbs that the help of the program, or of a group, lists.
+std::vector<std::string> listed_verbs(const std::string& help) {
+    std::vector<std::string> verbs;
+    std::istringstream lines(help.substr(std::min(help.find("\nVerbs:\n"), help.size())));
+    std::string line;
+    std::getline(lines, line);
+    for (std::getline(lines, line); std::getline(lines, line) && line.starts_with("  ");)
+        if (line[2] != ' ') verbs.push_back(line.substr(2, line.find(' ', 2) - 2));
+    return verbs;
+}
+
+// Of a verb, or of the verbs of a group; returns how many they are.
+unsigned expect_examples(const std::string& path, const std::string& help) {
+    const auto verbs = listed_verbs(help);
+    const bool has_example = help.find("\n  qmctl ") != help.npos;
+    EXPECT_TRUE(has_example || !verbs.empty()) << path;
+    if (has_example) {
+        EXPECT_THAT(help, testing::ContainsRegex("\n  (.*[|] )?qmctl .*" + path)) << path;
+    }
+    unsigned count = has_example ? 1 : 0;
+    for (const std::string& verb : verbs) {
+        const std::string all = path.empty() ? verb : path + " " + verb;
+        std::istringstream stream(all + " --help");
+        const Outcome outcome = qmctl({std::istream_iterator<std::string>(stream), {}});
+        EXPECT_EQ(outcome.status, 0) << all;
+        EXPECT_EQ(outcome.err, "") << all;
+        count += expect_examples(all, outcome.out);
+    }
+    return count;
+}
+
+TEST(Help, ShowsAnExampleOfEveryVerb) { EXPECT_GT(expect_examples("", qmctl({"--help"}).out), 40U); }
 
 } // namespace
 } // namespace qm::test

@@ -89,10 +89,14 @@ TEST_F(Device, ManualBrightnessHoldsAllDayAndATableByHalfHours) {
 
 TEST_F(Device, TimerTakes255PeriodsAndNoMore) {
     std::vector<std::string> arguments{"power", "timer"};
-    arguments.resize(2 + 255, "00:00-23:59");
+    const auto time = [](int minute) {
+        return std::to_string(minute / 600) + std::to_string(minute / 60 % 10) + ":" +
+               std::to_string(minute % 60 / 10) + std::to_string(minute % 10);
+    };
+    for (int i = 0; i < 255; ++i) arguments.push_back(time(5 * i) + "-" + time(5 * i + 5));
     run(arguments);
     EXPECT_EQ(controller.state().timing.size(), 255U);
-    arguments.emplace_back("00:00-23:59");
+    arguments.emplace_back("22:00-22:05");
     const std::size_t before = controller.connections();
     arguments.insert(arguments.begin(), {"-c", address(controller.port())});
     EXPECT_EQ(qmctl(arguments).status, 1);

@@ -73,7 +73,6 @@ TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"area", "rm"},
                                                       {"area", "rm", "256"},
                                                       {"area", "rm", "1", "all"},
-                                                      {"area", "send", "/no/such/file"},
                                                       {"say", ""},
                                                       {"sound", "update", "1"},
                                                       {"sound", "update", "256=x"},
@@ -84,10 +83,10 @@ TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
         line.insert(line.end(), arguments.begin(), arguments.end());
         EXPECT_EQ(qmctl(line).status, 1) << arguments[0] << " " << arguments[1];
     }
-    EXPECT_EQ(controller.connections(), 0U);
     const Outcome outcome = qmctl({"-c", address(controller.port()), "area", "send", bordered.path()});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("areas[0]: a dynamic area has a number from 0 to 255"));
+    EXPECT_EQ(controller.connections(), 0U);
 }
 
 TEST(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
@@ -101,7 +100,11 @@ TEST(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
          {"--with-program", "7"},
          R"("pictures": ["P"], "sound": {"text": "y"})",
          "cannot be related"},
-        {0x0262, {}, R"("text": "x", "transparency": 1)", "areas[1]: a dynamic area has no background_flag"}};
+        {0x0262, {}, R"("text": "x", "transparency": 1)", "areas[1]: a dynamic area has no background_flag"},
+        {0x0262,
+         {},
+         R"("text": "x", "rect": [64, 0, 65, 8])",
+         "areas.json: areas[1].rect: reaches beyond the screen of 128 x 32 pixels"}};
     for (const auto& c : cases) {
         const sim::Simulator controller({.type = c.type});
         std::string area = c.area;
@@ -153,6 +156,27 @@ TEST(ManyControllers, AreAllTriedWhenOneFails) {
     EXPECT_THAT(outcome.out, HasSubstr(address(bad.port()).append(": no connection")));
     EXPECT_THAT(outcome.out, HasSubstr(address(good.port()).append(": Area 0;")));
     EXPECT_EQ(ids_of(good).size(), 1U);
+    const Outcome json = qmctl({"-c", both, "--json", "area", "rm", "all"});
+    EXPECT_EQ(json.status, 2);
+    EXPECT_THAT(json.out, HasSubstr(R"("controller":")" + address(bad.port())));
+}
+
+TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
+    const sim::Simulator five({.type = 0x0051}), other({.type = 0x0051}), six;
+    const struct {
+        const sim::Simulator& second;
+        int status;
+    } cases[] = {{other, 1}, {six, 2}}; // 1 promises that nothing was sent to any
+    for (const auto& c : cases) {
+        const std::string both = address(five.port()).append(",").append(address(c.second.port()));
+        const Outcome outcome = qmctl({"-c", both, "--json", "text", "x", "--say", "y"});
+        EXPECT_EQ(outcome.status, c.status);
+        EXPECT_THAT(outcome.out,
+                    HasSubstr(R"({"ok":false,"error":"speech needs a controller of generation 6",)"
+                              R"("controller":")" +
+                              address(five.port())));
+        EXPECT_EQ(outcome.err, "");
+    }
 }
 
 } // namespace

@@ -36,6 +36,7 @@ TEST(Failure, EveryStatusIsSaidInWords) {
         ASSERT_TRUE(json.is_object()) << outcome.out;
         EXPECT_EQ(json["ok"], false);
         EXPECT_EQ(json["status"], c.status);
+        EXPECT_EQ(json["controller"], address(controller.port()));
         EXPECT_THAT(json["meaning"].get<std::string>(), HasSubstr(c.words));
     }
 }

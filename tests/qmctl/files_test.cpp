@@ -66,7 +66,7 @@ TEST_F(Files, AreWrittenWholeUnderTheirName) {
 
 TEST_F(Files, AreListedByTypeAndRemoved) {
     const TemporaryFile digits("1234", std::string("123456789"));
-    for (const char* name : {"P001", "P002", "(ab)"}) done({"fs", "put", digits.path(), name});
+    for (const char* name : {"P001", "P002", "[ab]"}) done({"fs", "put", digits.path(), name});
     done({"fs", "put", digits.path(), "F001", "--type", "2"});
     // The CRC is the one that was announced, in the last 4 bytes.
     const nlohmann::json file{{"name", "F001"}, {"type", 2}, {"size", 9}, {"crc32", 0x39383736}};
@@ -75,7 +75,7 @@ TEST_F(Files, AreListedByTypeAndRemoved) {
     EXPECT_THAT(run({"fs", "ls"}).out,
                 AllOf(HasSubstr("P001  0     9      0x39383736"), Not(HasSubstr("F001"))));
     EXPECT_EQ(json({"fs", "df"})["available"], kCapacity - 4 * 9);
-    done({"fs", "rm", "P002", "(ab)", "P001"});
+    done({"fs", "rm", "P002", "[ab]", "P001"});
     EXPECT_EQ(json({"fs", "ls"})["files"], nlohmann::json::array());
     EXPECT_EQ(run({"fs", "rm", "F001", "P001"}).status, 2) << "which is not there any more";
     done({"fs", "rm", "F001"});

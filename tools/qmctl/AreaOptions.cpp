@@ -1,17 +1,13 @@
 #include "AreaOptions.h"
 
+#include "program_values.h"
+
 namespace qm::ctl {
 namespace {
 
 E_ScreenColor_G56 color_of(const Ping_data& screen) {
     const bool known = screen.Color >= SCREEN_COLOR_SINGLE && screen.Color <= SCREEN_COLOR_FULLCOLOR;
     return known ? static_cast<E_ScreenColor_G56>(screen.Color) : SCREEN_COLOR_DOUBLE;
-}
-
-Rect whole(const Screen& screen) {
-    if (screen.rect.width == 0 || screen.rect.height == 0)
-        throw Failure(QM_FAILED, "the controller says that its screen has no pixels; give --rect");
-    return screen.rect;
 }
 
 std::vector<Ouint16> read_programs(const std::string& text) {
@@ -57,15 +53,26 @@ void AreaOptions::add_to(ArgumentList& command) {
 }
 
 void require_area_port(const Session& session) {
-    if (session.controller.port < 1024)
-        throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
-                         std::to_string(session.controller.port));
+    for (const Controller& controller : session.controllers)
+        if (controller.port < 1024)
+            throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
+                             std::to_string(controller.port));
+}
+
+Rect area_rect(const std::optional<Rect>& given, const Screen& screen, const std::string& where) {
+    const PixelSize size{screen.rect.width, screen.rect.height};
+    const bool known = size.width > 0 && size.height > 0;
+    if (!given && !known)
+        throw Failure(QM_FAILED, "the controller says that its screen has no pixels; give " + where);
+    if (!given) return screen.rect;
+    if (const std::string wrong = known ? beyond(*given, size) : ""; !wrong.empty())
+        throw UsageError(where + ": " + wrong);
+    return *given;
 }
 
 Target AreaOptions::target(const Session& session) const {
-    require_area_port(session);
     Target target{static_cast<Ouint8>(m_id), {}, screen_of(session.ping())};
-    target.rect = m_rect ? *m_rect : whole(target.screen);
+    target.rect = area_rect(m_rect, target.screen, "--rect");
     if (m_color) target.screen.color = static_cast<E_ScreenColor_G56>(*m_color);
     return target;
 }

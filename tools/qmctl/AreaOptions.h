@@ -13,8 +13,13 @@ struct Screen {
 };
 [[nodiscard]] Screen screen_of(const Ping_data& ping);
 
-// The library takes no other for dynamic areas and speech.
+// The library takes no others for dynamic areas and speech.
 void require_area_port(const Session& session);
+
+// The given rectangle or, without one, the whole screen. Throws UsageError when it reaches beyond the screen,
+// and Failure when the screen's size is needed and not known; both name where it is given.
+[[nodiscard]] Rect area_rect(const std::optional<Rect>& given, const Screen& screen,
+                             const std::string& where);
 
 // Where an area goes and what its pixels are converted for.
 struct Target {

@@ -68,13 +68,6 @@ void send_6(const Controller& to, const Screen& screen, Contents areas, const Wi
     }
 }
 
-// To be asked of all areas before the first one is sent.
-void require_sendable(const AreaContent& area, const Screen& screen, const WithPrograms& programs) {
-    if (!area.speech) return;
-    if (screen.generation == 5) throw UsageError("speech needs a controller of generation 6");
-    if (programs && is_picture(area)) throw UsageError("a picture with speech cannot be related to programs");
-}
-
 HVfontData font_of(const HVpageHeader_G6& page) {
     return {page.arrMode,    page.fontSize, page.color,  page.fontBold, page.fontItalic,
             page.tdirection, page.txtSpace, page.Halign, page.Valign};
@@ -105,7 +98,9 @@ void send_5(const Controller& to, const Screen& screen, const AreaContent& area,
 
 void send_areas(const Controller& to, const Screen& screen, const std::vector<AreaContent>& areas,
                 const WithPrograms& programs) {
-    for (const AreaContent& area : areas) require_sendable(area, screen, programs);
+    for (const AreaContent& area : areas)
+        if (area.speech && screen.generation == 5)
+            throw UsageError("speech needs a controller of generation 6");
     if (screen.generation != 5) return send_6(to, screen, areas, programs);
     for (const AreaContent& area : areas) send_5(to, screen, area, programs);
 }

@@ -21,7 +21,7 @@ struct AreaContent {
 using WithPrograms = std::optional<std::vector<Ouint16>>;
 
 // Generation 6 takes neighbours of one kind in one command, which it carries out as a whole. Throws
-// UsageError for what the generation does not have, Failure for what fails.
+// UsageError, before the first one is sent, for what the generation does not have, and Failure.
 void send_areas(const Controller& to, const Screen& screen, const std::vector<AreaContent>& areas,
                 const WithPrograms& programs);
 

@@ -7,7 +7,10 @@
 namespace qm::ctl {
 namespace {
 
-void take_or_refuse(const std::string& name, const ArgumentList::Take& take, const std::string& text) {
+constexpr char kGuard = '\0'; // which no argument contains
+
+void take_or_refuse(const std::string& name, const ArgumentList::Take& take, const std::string& given) {
+    const std::string text = typed(given);
     try {
         take(text);
     } catch (const std::invalid_argument& wrong) {
@@ -16,6 +19,12 @@ void take_or_refuse(const std::string& name, const ArgumentList::Take& take, con
 }
 
 } // namespace
+
+std::string guarded(const std::string& typed) { return typed.starts_with('[') ? kGuard + typed : typed; }
+
+std::string typed(const std::string& guarded) {
+    return guarded.starts_with(kGuard) ? guarded.substr(1) : guarded;
+}
 
 Argument& Argument::required() {
     m_option->required();
@@ -40,12 +49,13 @@ Argument ArgumentList::add(const std::string& name, const std::string& type, con
 
 Argument ArgumentList::add_many(const std::string& name, int most, const std::string& help,
                                 const Take& take) {
-    const auto all = [name, take](const std::vector<std::string>& texts) {
+    // Not by the parser's own conversion to a list, which reads braces as an empty one.
+    const CLI::callback_t all = [name, take](const CLI::results_t& texts) {
         for (const std::string& text : texts) take_or_refuse(name, take, text);
+        return true;
     };
-    return Argument(m_command.add_option_function<std::vector<std::string>>(name, all, help)
-                        ->expected(1, most)
-                        ->type_name(""));
+    return Argument(
+        m_command.add_option(name, all, help)->expected(1, most)->allow_extra_args()->type_name(""));
 }
 
 Argument ArgumentList::add_flag(const std::string& name, const std::string& help,

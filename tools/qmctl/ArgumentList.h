@@ -24,6 +24,11 @@ class Argument {
     CLI::Option* m_option;
 };
 
+// An argument as the parser is to get it, which would take brackets around it for a list of its own; and as
+// it was typed.
+[[nodiscard]] std::string guarded(const std::string& typed);
+[[nodiscard]] std::string typed(const std::string& guarded);
+
 // A name with a dash is an option's, any other a positional argument's.
 class ArgumentList {
   public:

@@ -1,9 +1,11 @@
 #include "CommandLine.h"
 
 #include "arguments.h"
+#include "suggestions.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <sstream>
 
 namespace qm::ctl {
@@ -53,32 +55,33 @@ CLI::App& group(CLI::App& parent, const std::string& word) {
 
 } // namespace
 
-CommandLine::CommandLine(Session& session) : m_app("Drives an LED display controller.", "qmctl") {
+CommandLine::CommandLine(Session& session)
+    : m_session(session), m_app("Drives an LED display controller.", "qmctl") {
     m_app.formatter(std::make_shared<HelpFormatter>());
     m_app.get_formatter()->label("SUBCOMMAND", "VERB");
     m_app.fallthrough(); // shared options may stand behind the verb, too
     m_app.require_subcommand(0, 1);
     m_app.set_version_flag("--version", "qmctl " QMCTL_VERSION, "Print the version and leave");
-    m_app.footer(
-        "Exit status: 0 done, 1 wrong usage (nothing was sent), 2 the controller or the library "
-        "did not do it;\nwith several controllers, the worst of them.\nqmctl VERB --help tells the rest.");
-    add_shared_options(session);
+    m_app.footer("Exit status: 0 done, 1 wrong usage (nothing was sent), 2 the controller or the library "
+                 "did not do it;\nwith several controllers, 0 or 1 when that holds for all of them.\nqmctl "
+                 "VERB --help tells the rest.");
+    add_shared_options();
     for (const auto family : kFamilies)
         for (const VerbEntry& entry : family()) add_verb(entry);
 }
 
-void CommandLine::add_shared_options(Session& session) {
+void CommandLine::add_shared_options() {
     ArgumentList shared(m_app);
-    const auto named = add_value(shared, "-c,--controller", session.controllers, "IP[:PORT]",
-                                 "Address of the controller (default " + session.controller.text() +
+    const auto named = add_value(shared, "-c,--controller", m_session.controllers, "IP[:PORT]",
+                                 "Address of the controller (default " + m_session.controller.text() +
                                      ");\nseveral, separated by commas, get the verb all at once",
                                  read_controllers);
-    add_value(shared, "--controllers", session.controllers, "FILE",
+    add_value(shared, "--controllers", m_session.controllers, "FILE",
               "Addresses of controllers, one a line; # begins a remark", read_controller_list)
         .excludes(named);
-    add_number(shared, "--jobs", session.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
-    shared.add_flag("--json", session.json, "Print the result as one JSON object");
-    shared.add_flag("--verbose", session.verbose, "Show the library's messages on standard error");
+    add_number(shared, "--jobs", m_session.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
+    shared.add_flag("--json", m_session.json, "Print the result as one JSON object");
+    shared.add_flag("--verbose", m_session.verbose, "Show the library's messages on standard error");
 }
 
 void CommandLine::add_verb(const VerbEntry& entry) {
@@ -96,9 +99,20 @@ void CommandLine::add_verb(const VerbEntry& entry) {
     });
 }
 
-Verb& CommandLine::parse(int argc, char** argv) {
-    m_app.parse(argc, argv);
-    if (!m_chosen) throw CLI::RequiredError("a verb");
+Verb& CommandLine::parse(std::span<char* const> arguments) {
+    std::vector<std::string> words(arguments.rbegin(),
+                                   arguments.rend()); // the parser takes them from the end
+    std::ranges::transform(words, words.begin(), guarded);
+    try {
+        m_app.parse(std::move(words));
+    } catch (const CLI::Success&) {
+        throw;
+    } catch (const CLI::ParseError& error) {
+        m_session.verb = named_verb(m_app);
+        throw UsageError(explained(m_app, error));
+    }
+    m_session.verb = named_verb(m_app);
+    if (!m_chosen) throw UsageError(missing_verb(m_app));
     return *m_chosen;
 }
 

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <span>
 #include <vector>
 
 namespace qm::ctl {
@@ -13,17 +14,18 @@ class CommandLine {
   public:
     explicit CommandLine(Session& session);
 
-    // The verb that was asked for, its arguments read and checked. Throws CLI::ParseError, also for --help
-    // and --version.
-    [[nodiscard]] Verb& parse(int argc, char** argv);
+    // The verb that was asked for, its arguments read and checked. Throws UsageError, or CLI::Success for
+    // --help and --version.
+    [[nodiscard]] Verb& parse(std::span<char* const> arguments);
 
     // What --help or --version prints.
     [[nodiscard]] std::string information(const CLI::ParseError& request) const;
 
   private:
-    void add_shared_options(Session& session);
+    void add_shared_options();
     void add_verb(const VerbEntry& entry);
 
+    Session& m_session;
     CLI::App m_app;
     std::vector<std::unique_ptr<Verb>> m_verbs;
     Verb* m_chosen = nullptr;

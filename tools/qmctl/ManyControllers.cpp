@@ -30,20 +30,6 @@ std::string content_of(std::FILE* file) {
     return text;
 }
 
-[[noreturn]] void run_child(Session& session, Verb& verb, std::FILE* result) {
-    int status = kFailed;
-    try {
-        session.output.redirect(result);
-        status = run_verb(session, verb);
-    } catch (const std::exception& error) {
-        try {
-            session.report(Failure(QM_FAILED, error.what()));
-        } catch (...) { // nobody is left to hear it
-        }
-    }
-    ::_exit(status);
-}
-
 Job start(Session& session, Verb& verb, const Controller& controller) {
     std::FILE* result = std::tmpfile();
     if (!result) throw std::system_error(errno, std::generic_category(), "cannot make a temporary file");
@@ -55,7 +41,8 @@ Job start(Session& session, Verb& verb, const Controller& controller) {
     }
     if (pid == 0) {
         session.controller = controller;
-        run_child(session, verb, result);
+        session.output.redirect(result);
+        ::_exit(run_verb(session, verb));
     }
     return {pid, result, &controller};
 }
@@ -69,12 +56,21 @@ int finish_one(Session& session, std::vector<Job>& jobs) {
             throw std::system_error(errno, std::generic_category(), "cannot wait for a process");
         const auto job = std::find_if(jobs.begin(), jobs.end(), [pid](const Job& j) { return j.pid == pid; });
         if (pid < 0 || job == jobs.end()) continue;
-        std::string line = content_of(job->result);
-        if (line.empty()) line = job->controller->text() + ": ended without a result\n";
+        const std::string line = content_of(job->result);
+        session.controller = *job->controller;
         jobs.erase(job);
-        session.output.write(line);
+        if (line.empty())
+            session.report(Failure(QM_FAILED, "ended without a result"));
+        else
+            session.output.write(line);
         return WIFEXITED(state) ? WEXITSTATUS(state) : kFailed;
     }
+}
+
+// The status of them all. When some have been sent to and others not, it is a failure.
+int common_status(const std::vector<int>& statuses) {
+    const bool alike = std::ranges::adjacent_find(statuses, std::not_equal_to()) == statuses.end();
+    return alike ? statuses.front() : kFailed;
 }
 
 } // namespace
@@ -82,20 +78,20 @@ int finish_one(Session& session, std::vector<Job>& jobs) {
 int run_on_all(Session& session, Verb& verb) {
     ::signal(SIGCHLD, SIG_DFL); // or what was inherited may let no child be waited for
     session.one_of_many = true;
-    int worst = kDone;
+    std::vector<int> statuses;
     std::vector<Job> jobs;
     for (const Controller& controller : session.controllers) {
-        if (jobs.size() >= session.jobs) worst = std::max(worst, finish_one(session, jobs));
+        if (jobs.size() >= session.jobs) statuses.push_back(finish_one(session, jobs));
         try {
             jobs.push_back(start(session, verb, controller));
         } catch (const std::system_error& error) { // the others get theirs
             session.controller = controller;
             session.report(Failure(QM_FAILED, error.what()));
-            worst = std::max(worst, kFailed);
+            statuses.push_back(kFailed);
         }
     }
-    while (!jobs.empty()) worst = std::max(worst, finish_one(session, jobs));
-    return worst;
+    while (!jobs.empty()) statuses.push_back(finish_one(session, jobs));
+    return common_status(statuses);
 }
 
 } // namespace qm::ctl

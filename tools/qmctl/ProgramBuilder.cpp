@@ -93,19 +93,6 @@ void require_drawable(const PictureFile& picture) {
     if (!has_page(0, 0)) throw JsonError(picture.where + ": " + picture.path + " is damaged or too large");
 }
 
-void require_drawable(const ProgramDescription& program) {
-    const auto all = [](const std::vector<PicturePage>& pages) {
-        for (const PicturePage& page : pages) require_drawable(page.picture);
-    };
-    if (program.border) require_drawable(program.border->pattern);
-    if (program.background) all(program.background->pictures);
-    for (const Area& area : program.areas) {
-        all(area.pictures);
-        if (area.analog && area.analog->picture) require_drawable(*area.analog->picture);
-        if (area.border) require_drawable(area.border->pattern);
-    }
-}
-
 template <class Header> Header program_header(const ProgramDescription& program) {
     Header header{};
     header.ProgramID = program.id;
@@ -280,6 +267,19 @@ std::vector<ProgramFile> files_g6() {
 
 } // namespace
 
+void require_drawable(const ProgramDescription& program) {
+    const auto all = [](const std::vector<PicturePage>& pages) {
+        for (const PicturePage& page : pages) require_drawable(page.picture);
+    };
+    if (program.border) require_drawable(program.border->pattern);
+    if (program.background) all(program.background->pictures);
+    for (const Area& area : program.areas) {
+        all(area.pictures);
+        if (area.analog && area.analog->picture) require_drawable(*area.analog->picture);
+        if (area.border) require_drawable(area.border->pattern);
+    }
+}
+
 Ouint32 ProgramFile::crc() const {
     Ouint32 value = 0;
     for (std::size_t i = 0; i < 4; ++i) value = value << 8U | bytes[bytes.size() - 1 - i];
@@ -288,7 +288,6 @@ Ouint32 ProgramFile::crc() const {
 
 ProgramBuilder::ProgramBuilder(const ProgramDescription& program, const ProgramTarget& target)
     : m_program(program), m_target(target) {
-    require_drawable(program);
     program_setScreenParams_G56(target.color, target.type, target.wiring);
     target.generation == 5 ? add_all<G5>(program, target) : add_all<G6>(program, target);
 }

@@ -30,10 +30,13 @@ class ProgramSlot {
     ~ProgramSlot() { program_deleteProgram(); }
 };
 
+// Throws JsonError for a picture that cannot be drawn.
+void require_drawable(const ProgramDescription& program);
+
 class ProgramBuilder {
   public:
-    // The program has to fit the target; both stay the caller's. Throws JsonError for a picture that cannot
-    // be drawn, Failure when the library refuses.
+    // The program, whose pictures can be drawn, has to fit the target; both stay the caller's. Throws
+    // JsonError for too many pages, Failure when the library refuses.
     ProgramBuilder(const ProgramDescription& program, const ProgramTarget& target);
 
     // What is to be written to a controller, in the order in which it should be: pixels before the program

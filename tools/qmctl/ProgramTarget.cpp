@@ -72,8 +72,8 @@ void require_room(const Border& border, unsigned width, unsigned height) {
 void fit_area(Area& area, const Rect& inside, const PixelSize& screen) {
     if (!area.rect) area.rect = inside;
     const Rect& rect = *area.rect;
-    if (rect.x + rect.width > screen.width || rect.y + rect.height > screen.height)
-        throw JsonError(area.where + ".rect: reaches beyond the screen of " + to_string(screen) + " pixels");
+    if (const std::string wrong = beyond(rect, screen); !wrong.empty())
+        throw JsonError(area.where + ".rect: " + wrong);
     if (area.border) require_room(*area.border, rect.width, rect.height);
     if (!area.analog || !area.analog->pivot) return;
     const auto [x, y] = *area.analog->pivot;

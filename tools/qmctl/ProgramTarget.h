@@ -22,10 +22,10 @@ class ProgramTargetOptions {
     // description. Throws UsageError or JsonError for what contradicts itself.
     [[nodiscard]] ProgramTarget target(const Session& session, const ProgramDescription& program,
                                        bool sending) const;
-
-  private:
+    // As the options or the description say; throws likewise.
     [[nodiscard]] std::optional<unsigned> generation(const ProgramDescription& program) const;
 
+  private:
     std::optional<unsigned> m_generation, m_type, m_color;
 };
 

@@ -70,9 +70,13 @@ std::string Result::line() const {
 std::string Result::json() const { return one_line(m_values); }
 
 std::string failure_json(int status, const std::string& meaning, const std::string& controller) {
-    Json failure{{"ok", false}, {"status", status}, {"meaning", meaning}};
-    if (!controller.empty()) failure["controller"] = controller;
-    return one_line(failure);
+    return one_line({{"ok", false}, {"status", status}, {"meaning", meaning}, {"controller", controller}});
+}
+
+std::string usage_json(const std::string& error, const std::string& controller) {
+    Json usage{{"ok", false}, {"error", error}};
+    if (!controller.empty()) usage["controller"] = controller;
+    return one_line(usage);
 }
 
 } // namespace qm::ctl

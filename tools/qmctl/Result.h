@@ -34,7 +34,9 @@ class Result {
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
 };
 
-[[nodiscard]] std::string failure_json(int status, const std::string& meaning,
-                                       const std::string& controller = "");
+// Of a call that failed.
+[[nodiscard]] std::string failure_json(int status, const std::string& meaning, const std::string& controller);
+// Of a command line that asks for what cannot be done, by the controller when one is named.
+[[nodiscard]] std::string usage_json(const std::string& error, const std::string& controller = "");
 
 } // namespace qm::ctl

@@ -32,16 +32,26 @@ void Session::print(const Result& result) {
 }
 
 void Session::report(const Failure& failure) {
-    if (one_of_many) {
-        const std::string why = failure.what();
-        output.write(json ? failure_json(failure.status(), why, controller.text())
-                          : controller.text() + ": " + why + " (status " + std::to_string(failure.status()) +
-                                ")\n");
-        return;
-    }
-    std::cerr << "qmctl: " << (broadcast ? "broadcast" : controller.text()) << ": " << failure.what()
-              << " (status " << failure.status() << ")\n";
-    if (json) output.write(failure_json(failure.status(), failure.what()));
+    const std::string at = broadcast ? "broadcast" : controller.text();
+    if (json) output.show(failure_json(failure.status(), failure.what(), at));
+    if (json && one_of_many) return;
+    const std::string line =
+        at + ": " + failure.what() + " (status " + std::to_string(failure.status()) + ")\n";
+    if (one_of_many)
+        output.show(line);
+    else
+        std::cerr << "qmctl: " << line;
+}
+
+void Session::refuse(const UsageError& error) {
+    if (one_of_many)
+        output.show(json ? usage_json(error.what(), controller.text())
+                         : controller.text() + ": " + error.what() + "\n");
+    else if (json)
+        std::cerr << usage_json(error.what());
+    else
+        std::cerr << "qmctl: " << error.what() << "\nTry 'qmctl " << verb << (verb.empty() ? "" : " ")
+                  << "--help'.\n";
 }
 
 } // namespace qm::ctl

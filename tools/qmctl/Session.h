@@ -40,6 +40,7 @@ class Session {
     unsigned jobs = 32;                                // controllers at a time, when there are many
     bool one_of_many = false;                          // the result is one line, trouble included
     Controller controller;                             // the one to talk to
+    std::string verb;                                  // its words, such as "fs ls"
     bool json = false;
     bool verbose = false;
     bool broadcast = false; // the verb asks whoever answers, not the controller
@@ -60,6 +61,8 @@ class Session {
     void print(const Result& result);
     // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.
     void report(const Failure& failure);
+    // Says what is wrong with the command line: on standard error, in JSON when that is asked for.
+    void refuse(const UsageError& error);
 
     Output output;
 };

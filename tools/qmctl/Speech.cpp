@@ -2,6 +2,12 @@
 
 namespace qm::ctl {
 
+std::string read_speech(const std::string& text) {
+    constexpr std::size_t kLongest = 65515;
+    if (text.empty() || text.size() > kLongest) expected("a text of 1 to 65515 bytes");
+    return text;
+}
+
 void SpeechOptions::add_to(ArgumentList& command) {
     constexpr unsigned kByte = 0xFF, kMost = 0x7FFFFFFF;
     add_number(command, "--voice", m_settings.voice, 0, kByte, "Voice of the speech unit (default 0)");

@@ -5,6 +5,8 @@
 
 namespace qm::ctl {
 
+[[nodiscard]] std::string read_speech(const std::string& text); // of a length that can be sent
+
 class SpeechOptions {
   public:
     void add_to(ArgumentList& command);

@@ -15,8 +15,9 @@ class Verb {
   public:
     virtual ~Verb() = default;
     virtual void add_arguments(ArgumentList& command) = 0;
-    // Reads and checks what is the same for every controller; trouble is thrown as UsageError.
-    virtual void prepare() {}
+    // Reads and checks what needs no controller, before the first one is asked; trouble is thrown as
+    // UsageError.
+    virtual void prepare(const Session&) {}
     // Prints the result; trouble is thrown as UsageError or Failure.
     virtual void run(Session& session) = 0;
 };

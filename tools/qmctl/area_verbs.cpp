@@ -42,11 +42,12 @@ class Text : public Verb {
         m_area.add_to(command);
         m_look.add_to(command);
         add_value(command, "--say", m_speech_text, "TEXT", "A text to speak with it (generation 6)",
-                  read_text);
+                  read_speech);
         m_speech.add_to(command);
     }
 
-    void prepare() override {
+    void prepare(const Session& session) override {
+        require_area_port(session);
         if (m_text == "-") m_text = read_standard_input();
     }
 
@@ -80,6 +81,8 @@ class Picture : public Verb {
         add_value(command, "FILE", m_path, "", "A PNG picture", read_png_path).required();
         m_area.add_to(command);
     }
+
+    void prepare(const Session& session) override { require_area_port(session); }
 
     void run(Session& session) override {
         const Target target = m_area.target(session);

@@ -1,5 +1,6 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
 #include "AreaSending.h"
+#include "JsonReader.h"
 #include "Speech.h"
 #include "Verb.h"
 #include "device_arguments.h"
@@ -7,18 +8,24 @@
 namespace qm::ctl {
 namespace {
 
-// An area of a program's description as a dynamic one. What it cannot be is refused.
-AreaContent content_of(const Area& area, const Screen& screen) {
-    const auto refuse = [&](const std::string& why) { throw UsageError(area.where + ": " + why); };
+// What no dynamic area can be is refused.
+void require_dynamic(const Area& area, bool with_programs) {
+    const auto refuse = [&](const std::string& why) { throw JsonError(area.where + ": " + why); };
     if (area.id > 0xFF) refuse("a dynamic area has a number from 0 to 255");
     if (area.border) refuse("a dynamic area has no border");
     if (area.background_flag || area.transparency || area.equal)
         refuse("a dynamic area has no background_flag, transparency or equal");
     if (area.text.empty() == area.pictures.empty() || area.pictures.size() > 1)
         refuse("a dynamic area has either a text or one picture");
+    if (with_programs && area.sound && area.text.empty())
+        refuse("a picture with speech cannot be related to programs");
+}
+
+// An area of the description in path as a dynamic one.
+AreaContent content_of(const Area& area, const Screen& screen, const std::string& path) {
     AreaContent content;
     content.id = static_cast<Ouint8>(area.id);
-    content.rect = area.rect.value_or(screen.rect);
+    content.rect = area_rect(area.rect, screen, path + ": " + area.where + ".rect");
     content.speech = area.sound;
     const Effect& effect = area.pictures.empty() ? area.effect : area.pictures.front().effect;
     effect.apply_to(content.page);
@@ -39,22 +46,24 @@ class SendAreas : public Verb {
         add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path).required();
         m_programs.add_to(command);
     }
-    void prepare() override {
+    void prepare(const Session& session) override {
+        require_area_port(session);
         try {
             m_description = read_program(m_path);
+            for (const Area& area : m_description.areas)
+                require_dynamic(area, m_programs.value().has_value());
         } catch (const std::runtime_error& wrong) {
             throw UsageError(m_path + ": " + wrong.what());
         }
         if (m_description.areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
     }
     void run(Session& session) override {
-        require_area_port(session);
         const Screen screen = screen_of(session.ping());
         std::vector<AreaContent> areas;
         nlohmann::ordered_json ids;
         std::string words;
         for (const Area& area : m_description.areas) {
-            areas.push_back(content_of(area, screen));
+            areas.push_back(content_of(area, screen, m_path));
             ids.push_back(area.id);
             words += (words.empty() ? "" : ", ") + std::to_string(area.id);
         }
@@ -78,12 +87,12 @@ class RemoveAreas : public Verb {
             return static_cast<int>(read_number(text, 0, 255));
         });
     }
-    void prepare() override {
+    void prepare(const Session& session) override {
+        require_area_port(session);
         m_all = std::find(m_ids.begin(), m_ids.end(), kAll) != m_ids.end();
         if (m_all && m_ids.size() > 1) throw UsageError("expected numbers of areas or all, not both");
     }
     void run(Session& session) override {
-        require_area_port(session);
         const bool five = generation_of(session.ping().ControllerType) == 5;
         const char* ip = session.controller.ip.c_str();
         std::vector<Oint8> ids;
@@ -109,13 +118,6 @@ HVSoundDepend_6G entry_of(unsigned voice, const Sound& sound) {
     return {static_cast<Ouint8>(voice), record_of(sound)};
 }
 
-constexpr std::size_t kLongestSpeech = 65515;
-
-std::string read_speech(const std::string& text) {
-    if (text.empty() || text.size() > kLongestSpeech) expected("a text of 1 to 65515 bytes");
-    return text;
-}
-
 class Say : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
@@ -124,8 +126,8 @@ class Say : public Verb {
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         m_speech.add_to(command);
     }
+    void prepare(const Session& session) override { require_area_port(session); }
     void run(Session& session) override {
-        require_area_port(session);
         const Sound sound = m_speech.sound(m_text);
         Session::require(dynamicArea_InsertSoundIndepend(
             session.controller.ip.c_str(), session.controller.port, entry_of(0, sound),
@@ -154,8 +156,8 @@ class UpdateSounds : public Verb {
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         m_speech.add_to(command);
     }
+    void prepare(const Session& session) override { require_area_port(session); }
     void run(Session& session) override {
-        require_area_port(session);
         std::vector<Sound> sounds;
         for (const Entry& entry : m_entries) sounds.push_back(m_speech.sound(entry.text));
         std::vector<HVSoundDepend_6G> records;

@@ -91,22 +91,24 @@ class Put : public Verb {
         command.add_flag("--no-progress", m_no_progress,
                          "No bar, and no questions about it to the controller");
     }
-    void run(Session& session) override {
+    void prepare(const Session&) override {
         if (m_name.empty()) m_name = name_of(m_path);
-        const std::vector<Ouint8> content = content_of(m_path);
+        m_content = content_of(m_path);
+    }
+    void run(Session& session) override {
         set_packetLen(static_cast<Ouint16>(m_block));
         {
             std::optional<Progress> progress;
             if (!m_no_progress && !session.json && !session.verbose && session.output.is_terminal())
-                progress.emplace(session, m_name, content.size());
-            session.command(cmd_ofsWriteFile, m_name.c_str(), m_type, content.size(), !m_no_overwrite,
-                            content.data());
+                progress.emplace(session, m_name, m_content.size());
+            session.command(cmd_ofsWriteFile, m_name.c_str(), m_type, m_content.size(), !m_no_overwrite,
+                            m_content.data());
         }
         Result result = session.result();
         result.add("File", "file", m_path)
             .add("Name", "name", m_name)
             .add("Type", "type", m_type)
-            .add("Bytes", "size", content.size());
+            .add("Bytes", "size", m_content.size());
         session.print(result);
     }
 
@@ -119,6 +121,7 @@ class Put : public Verb {
     }
 
     std::string m_path, m_name;
+    std::vector<Ouint8> m_content;
     unsigned m_type = 0, m_block = 1024;
     bool m_no_overwrite = false, m_no_progress = false;
 };
@@ -162,8 +165,10 @@ class Format : public Verb {
     void add_arguments(ArgumentList& command) override {
         command.add_flag("--yes", m_yes, "Really erase all files");
     }
-    void run(Session& session) override {
+    void prepare(const Session&) override {
         if (!m_yes) throw UsageError("fs format erases all files of the controller: expected --yes");
+    }
+    void run(Session& session) override {
         session.command(cmd_ofsFormat);
         Result result = session.result();
         result.add("Files", "all erased", "formatted", true);

@@ -4,33 +4,40 @@
 #include "ManyControllers.h"
 #include "Session.h"
 
+#include <algorithm>
 #include <iostream>
+#include <span>
 
 namespace qm::ctl {
 namespace {
 
-int refuse(const std::exception& error) {
-    std::cerr << "qmctl: " << error.what() << "\nTry 'qmctl --help' or 'qmctl VERB --help'.\n";
-    return kUsage;
+// Known before the arguments have been read, since what is wrong with them is told in JSON, too.
+bool asks_for_json(std::span<char* const> arguments) {
+    const auto end = std::ranges::find(arguments, std::string_view("--"));
+    return std::find(arguments.begin(), end, std::string_view("--json")) != end;
 }
 
-int run(Session& session, int argc, char** argv) {
+int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
+    Verb& verb = line.parse(arguments);
+    if (session.verbose) Output::show_messages();
+    verb.prepare(session);
+    if (session.controllers.size() > 1) return run_on_all(session, verb);
+    session.controller = session.controllers.front();
+    return run_verb(session, verb);
+}
+
+int run(Session& session, std::span<char* const> arguments) {
+    session.json = asks_for_json(arguments);
     CommandLine line(session);
     try {
-        Verb& verb = line.parse(argc, argv);
-        if (session.verbose) Output::show_messages();
-        verb.prepare();
-        if (session.controllers.size() > 1) return run_on_all(session, verb);
-        session.controller = session.controllers.front();
-        return run_verb(session, verb);
+        return run_line(session, line, arguments);
     } catch (const CLI::Success& request) {
         session.output.write(line.information(request));
-    } catch (const CLI::ParseError& error) {
-        return refuse(error);
+        return kDone;
     } catch (const UsageError& error) {
-        return refuse(error);
+        session.refuse(error);
+        return kUsage;
     }
-    return kDone;
 }
 
 } // namespace
@@ -40,13 +47,14 @@ int run_verb(Session& session, Verb& verb) {
         verb.run(session);
         return kDone;
     } catch (const UsageError& error) {
-        if (!session.one_of_many) return refuse(error);
-        session.report(Failure(QM_FAILED, error.what()));
-        return kFailed; // others may have been sent to
+        session.refuse(error);
+        return kUsage;
     } catch (const Failure& failure) {
         session.report(failure);
-        return kFailed;
+    } catch (const std::exception& error) {
+        session.report(Failure(QM_FAILED, error.what()));
     }
+    return kFailed;
 }
 
 } // namespace qm::ctl
@@ -54,7 +62,8 @@ int run_verb(Session& session, Verb& verb) {
 int main(int argc, char** argv) {
     try {
         qm::ctl::Session session;
-        return qm::ctl::run(session, argc, argv);
+        return qm::ctl::run(session,
+                            std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
     } catch (const std::exception& error) {
         std::cerr << "qmctl: " << error.what() << "\n";
         return qm::ctl::kFailed;

@@ -25,6 +25,18 @@ struct Period {
     std::string text;
 };
 
+int minute_of_day(Ouint8 hour, Ouint8 minute) { return 60 * hour + minute; }
+
+// Whether time is in a period, which may run past midnight; it is all day when it ends as it begins.
+bool covers(const OnOffTime& period, int time) {
+    const int on = minute_of_day(period[0], period[1]), off = minute_of_day(period[2], period[3]);
+    return on < off ? on <= time && time < off : time >= on || time < off;
+}
+
+bool overlap(const OnOffTime& a, const OnOffTime& b) {
+    return covers(a, minute_of_day(b[0], b[1])) || covers(b, minute_of_day(a[0], a[1]));
+}
+
 class Timer : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
@@ -32,6 +44,13 @@ class Timer : public Verb {
                    "HH:MM-HH:MM: when the screen is on; up to 255 of them", [](const std::string& text) {
                        return Period{read_on_off_time(text), text};
                    });
+    }
+    void prepare(const Session&) override {
+        for (auto period = m_periods.begin(); period != m_periods.end(); ++period)
+            for (auto other = m_periods.begin(); other != period; ++other)
+                if (overlap(period->times, other->times))
+                    throw UsageError("expected periods that do not overlap, not '" + other->text + "' and '" +
+                                     period->text + "'");
     }
     void run(Session& session) override {
         std::vector<Ouint8> data;
@@ -74,9 +93,11 @@ class SetBrightness : public Verb {
             read_levels)
             .excludes(level);
     }
-    void run(Session& session) override {
+    void prepare(const Session&) override {
         if (!m_level && !m_levels)
             throw UsageError("brightness: expected a number from 0 to 255, or --table FILE");
+    }
+    void run(Session& session) override {
         Brightness brightness{};
         brightness.BrightnessMode = m_levels ? kByClock : kManual;
         if (m_levels)

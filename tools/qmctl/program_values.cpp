@@ -61,6 +61,12 @@ std::string to_string(const PixelSize& size) {
     return std::to_string(size.width) + " x " + std::to_string(size.height);
 }
 
+std::string beyond(const Rect& rect, const PixelSize& screen) {
+    if (unsigned{rect.x} + rect.width <= screen.width && unsigned{rect.y} + rect.height <= screen.height)
+        return "";
+    return "reaches beyond the screen of " + to_string(screen) + " pixels";
+}
+
 unsigned read_type(const std::string& text) {
     const bool hex = text.starts_with("0x") || text.starts_with("0X");
     const auto type = to_number(std::string_view(text).substr(hex ? 2 : 0), 0, 0xFFFF, hex ? 16 : 10);

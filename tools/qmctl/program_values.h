@@ -8,10 +8,14 @@
 
 namespace qm::ctl {
 
+struct Rect;
+
 struct PixelSize {
     unsigned width = 0, height = 0;
 };
 [[nodiscard]] std::string to_string(const PixelSize& size); // 128 x 32
+// What is wrong with a rectangle that is not wholly on the screen; empty when it is.
+[[nodiscard]] std::string beyond(const Rect& rect, const PixelSize& screen);
 
 struct Date {
     unsigned year, month, day;

@@ -21,19 +21,22 @@ class ProgramVerb : public Verb {
         m_options.add_to(command);
     }
 
+    void prepare(const Session&) final {
+        name_the_file([this] {
+            m_program = read_program(m_path);
+            (void)m_options.generation(m_program);
+            require_drawable(m_program);
+        });
+    }
+
     void run(Session& session) final {
-        try {
-            make(session);
-        } catch (const JsonError& error) {
-            throw UsageError(m_path + ": " + error.what());
-        }
+        name_the_file([&] { make(session); });
     }
 
   protected:
     virtual void make(Session& session) = 0;
 
-    void read(const Session& session, bool sending) {
-        m_program = read_program(m_path);
+    void fit(const Session& session, bool sending) {
         m_target = m_options.target(session, m_program, sending);
         m_notes = fit_to(m_program, m_target);
         for (const std::string& note : m_notes) std::cerr << "qmctl: note: " << note << "\n";
@@ -54,6 +57,16 @@ class ProgramVerb : public Verb {
     ProgramDescription m_program;
     ProgramTarget m_target;
     std::vector<std::string> m_notes;
+
+  private:
+    // What is wrong with the description is told with its name.
+    template <class Step> void name_the_file(Step step) const {
+        try {
+            step();
+        } catch (const JsonError& error) {
+            throw UsageError(m_path + ": " + error.what());
+        }
+    }
 };
 
 void list_files(Result& result, const std::vector<ProgramFile>& files) {
@@ -82,7 +95,7 @@ class Build : public ProgramVerb {
 
   protected:
     void make(Session& session) override {
-        read(session, false);
+        fit(session, false);
         const auto files = ProgramBuilder(m_program, m_target).files();
         for (const ProgramFile& file : files) write_file(m_folder, file.name, text_of(file.bytes));
         Result result;
@@ -106,7 +119,7 @@ class Preview : public ProgramVerb {
 
   protected:
     void make(Session& session) override {
-        read(session, false);
+        fit(session, false);
         const auto areas = ProgramBuilder(m_program, m_target).pages();
         Result result;
         describe(result);
@@ -145,7 +158,7 @@ class Preview : public ProgramVerb {
 class Send : public ProgramVerb {
   protected:
     void make(Session& session) override {
-        read(session, true);
+        fit(session, true);
         const auto files = ProgramBuilder(m_program, m_target).files();
         upload(session, files);
         Result result = session.result();
