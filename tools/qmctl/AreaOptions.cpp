@@ -62,8 +62,7 @@ void require_area_port(const Session& session) {
 Rect area_rect(const std::optional<Rect>& given, const Screen& screen, const std::string& where) {
     const PixelSize size{screen.rect.width, screen.rect.height};
     const bool known = size.width > 0 && size.height > 0;
-    if (!given && !known)
-        throw Failure(QM_FAILED, "the controller says that its screen has no pixels; give " + where);
+    if (!given && !known) throw Failure("the controller says that its screen has no pixels; give " + where);
     if (!given) return screen.rect;
     if (const std::string wrong = known ? beyond(*given, size) : ""; !wrong.empty())
         throw UsageError(where + ": " + wrong);

@@ -60,7 +60,7 @@ int finish_one(Session& session, std::vector<Job>& jobs) {
         session.controller = *job->controller;
         jobs.erase(job);
         if (line.empty())
-            session.report(Failure(QM_FAILED, "ended without a result"));
+            session.report(Failure("ended without a result"));
         else
             session.output.write(line);
         return WIFEXITED(state) ? WEXITSTATUS(state) : kFailed;
@@ -86,7 +86,7 @@ int run_on_all(Session& session, Verb& verb) {
             jobs.push_back(start(session, verb, controller));
         } catch (const std::system_error& error) { // the others get theirs
             session.controller = controller;
-            session.report(Failure(QM_FAILED, error.what()));
+            session.report(Failure(error.what()));
             statuses.push_back(kFailed);
         }
     }

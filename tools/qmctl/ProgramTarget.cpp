@@ -41,9 +41,8 @@ ScreenDescription ask_for_open_fields(const Session& session) {
     try {
         return ask(session);
     } catch (const Failure& failure) {
-        throw Failure(failure.status(),
-                      failure.what() + std::string("; it was asked because the description leaves open the "
-                                                   "generation, screen.color or screen.size"));
+        throw Failure(failure.status(), "asking for what the description leaves open (generation, "
+                                        "screen.color or screen.size)");
     }
 }
 

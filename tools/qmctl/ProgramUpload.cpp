@@ -8,7 +8,7 @@ namespace {
 constexpr Ouint8 kOverwrite = 1;
 
 void require(int status, const std::string& step) {
-    if (status != QM_OK) throw Failure(status, step + ": " + status_meaning(status));
+    if (status != QM_OK) throw Failure(status, step);
 }
 
 // The transfer, ended in any case.

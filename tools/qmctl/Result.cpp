@@ -30,9 +30,13 @@ std::string aligned(const std::vector<std::vector<std::string>>& rows) {
 
 } // namespace
 
-Result& Result::add(std::string label, std::string text, std::string key, Json value) {
+Result& Result::show(std::string label, std::string text) {
     m_rows.push_back({std::move(label), std::move(text)});
-    return add(std::move(key), std::move(value));
+    return *this;
+}
+
+Result& Result::add(std::string label, std::string text, std::string key, Json value) {
+    return show(std::move(label), std::move(text)).add(std::move(key), std::move(value));
 }
 
 Result& Result::add(std::string label, std::string key, Json value) {
@@ -43,6 +47,12 @@ Result& Result::add(std::string label, std::string key, Json value) {
 Result& Result::add(std::string key, Json value) {
     m_values[std::move(key)] = std::move(value);
     return *this;
+}
+
+Result& Result::fail(int status, const std::string& reason) {
+    m_values["ok"] = false;
+    m_values["status"] = status;
+    return add("reason", reason);
 }
 
 Result& Result::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
@@ -69,8 +79,12 @@ std::string Result::line() const {
 
 std::string Result::json() const { return one_line(m_values); }
 
-std::string failure_json(int status, const std::string& meaning, const std::string& controller) {
-    return one_line({{"ok", false}, {"status", status}, {"meaning", meaning}, {"controller", controller}});
+std::string failure_json(int status, const std::string& meaning, const std::string& reason,
+                         const std::string& controller) {
+    Json failure{{"ok", false}, {"status", status}, {"meaning", meaning}};
+    if (!reason.empty()) failure["reason"] = reason;
+    failure["controller"] = controller;
+    return one_line(failure);
 }
 
 std::string usage_json(const std::string& error, const std::string& controller) {

@@ -14,8 +14,13 @@ class Result {
     Result& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
     // A value that reads the same in both.
     Result& add(std::string label, std::string key, nlohmann::ordered_json value);
+    // A row of the table only.
+    Result& show(std::string label, std::string text);
     // A value for scripts only.
     Result& add(std::string key, nlohmann::ordered_json value);
+
+    // Makes it that of a verb which found something wrong.
+    Result& fail(int status, const std::string& reason);
 
     // A list: its lines (the first one the headings) below the table, and the same for scripts.
     Result& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
@@ -34,8 +39,9 @@ class Result {
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
 };
 
-// Of a call that failed.
-[[nodiscard]] std::string failure_json(int status, const std::string& meaning, const std::string& controller);
+// Of what failed; the reason is that of the library's call, when it was one.
+[[nodiscard]] std::string failure_json(int status, const std::string& meaning, const std::string& reason,
+                                       const std::string& controller);
 // Of a command line that asks for what cannot be done, by the controller when one is named.
 [[nodiscard]] std::string usage_json(const std::string& error, const std::string& controller = "");
 

@@ -6,7 +6,25 @@
 
 namespace qm::ctl {
 
-Failure::Failure(int status) : Failure(status, status_meaning(status)) {}
+namespace {
+
+// "writing P001: The controller refused with error 107 (status 107)"
+std::string in_words(int status, const std::string& words, std::string reason) {
+    if (reason.ends_with('.')) reason.pop_back();
+    return words + (words.empty() || reason.empty() ? "" : ": ") + reason + " (status " +
+           std::to_string(status) + ")";
+}
+
+} // namespace
+
+Failure::Failure(int status, const std::string& words) : Failure(status, words, qm_last_error()) {}
+
+Failure::Failure(int status, const std::string& words, const std::string& reason)
+    : std::runtime_error(in_words(status, words, reason)), m_status(status),
+      m_meaning(words.empty() ? status_meaning(status) : words), m_reason(reason) {}
+
+Failure::Failure(const std::string& words)
+    : std::runtime_error(words), m_status(QM_FAILED), m_meaning(words) {}
 
 void Session::require(int status) {
     if (status != QM_OK) throw Failure(status);
@@ -33,10 +51,9 @@ void Session::print(const Result& result) {
 
 void Session::report(const Failure& failure) {
     const std::string at = broadcast ? "broadcast" : controller.text();
-    if (json) output.show(failure_json(failure.status(), failure.what(), at));
+    if (json) output.show(failure_json(failure.status(), failure.meaning(), failure.reason(), at));
     if (json && one_of_many) return;
-    const std::string line =
-        at + ": " + failure.what() + " (status " + std::to_string(failure.status()) + ")\n";
+    const std::string line = at + ": " + failure.what() + "\n";
     if (one_of_many)
         output.show(line);
     else

@@ -26,12 +26,22 @@ class UsageError : public std::runtime_error {
 // The library or the controller did not do it.
 class Failure : public std::runtime_error {
   public:
-    explicit Failure(int status);
-    Failure(int status, const std::string& meaning) : std::runtime_error(meaning), m_status(status) {}
+    // Of the library's call that has just failed, whose reason it takes; words say what was tried.
+    explicit Failure(int status, const std::string& words = "");
+    // Of no call.
+    explicit Failure(const std::string& words);
+
     [[nodiscard]] int status() const { return m_status; }
+    [[nodiscard]] const std::string& meaning() const {
+        return m_meaning;
+    }                                                                    // the words, or the status in words
+    [[nodiscard]] const std::string& reason() const { return m_reason; } // empty without a call
 
   private:
+    Failure(int status, const std::string& words, const std::string& reason);
+
     int m_status;
+    std::string m_meaning, m_reason;
 };
 
 class Session {
@@ -44,6 +54,7 @@ class Session {
     bool json = false;
     bool verbose = false;
     bool broadcast = false; // the verb asks whoever answers, not the controller
+    bool failed = false;    // what the verb printed says that something is wrong
 
     // Throws Failure for every status but 0.
     static void require(int status);

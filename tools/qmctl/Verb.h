@@ -34,6 +34,7 @@ template <class Type> std::unique_ptr<Verb> make_verb() { return std::make_uniqu
 using Family = std::span<const VerbEntry>;
 
 Family discovery_verbs();
+Family doctor_verbs();
 Family status_verbs();
 Family area_verbs();
 Family dynamic_verbs();
@@ -44,8 +45,8 @@ Family config_verbs();
 Family file_verbs();
 Family program_verbs();
 
-inline constexpr Family (*kFamilies[])() = {discovery_verbs, status_verbs,  area_verbs,    dynamic_verbs,
-                                            power_verbs,     setting_verbs, network_verbs, config_verbs,
-                                            file_verbs,      program_verbs};
+inline constexpr Family (*kFamilies[])() = {discovery_verbs, doctor_verbs, status_verbs,  area_verbs,
+                                            dynamic_verbs,   power_verbs,  setting_verbs, network_verbs,
+                                            config_verbs,    file_verbs,   program_verbs};
 
 } // namespace qm::ctl

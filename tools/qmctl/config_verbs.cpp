@@ -25,7 +25,7 @@ class Push : public Verb { // NOLINT(bugprone-exception-escape)
   private:
     void send(const Session& session, const Ping_data& controller, unsigned generation) const {
         if (generation == 0)
-            throw Failure(QM_FAILED, "a controller of an unknown generation; its configuration is as it was");
+            throw Failure("a controller of an unknown generation; its configuration is as it was");
         try {
             if (generation == 5) {
                 ConfigFile record = configuration5(m_fields, controller);
@@ -35,8 +35,8 @@ class Push : public Verb { // NOLINT(bugprone-exception-escape)
                 session.command(cmd_sendConfigFile_G6, &record);
             }
         } catch (const std::invalid_argument& wrong) {
-            throw Failure(QM_FAILED, std::string(wrong.what()) + " (generation " +
-                                         std::to_string(generation) + "); nothing was written");
+            throw Failure(std::string(wrong.what()) + " (generation " + std::to_string(generation) +
+                          "); nothing was written");
         }
     }
 

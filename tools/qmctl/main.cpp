@@ -45,14 +45,14 @@ int run(Session& session, std::span<char* const> arguments) {
 int run_verb(Session& session, Verb& verb) {
     try {
         verb.run(session);
-        return kDone;
+        return session.failed ? kFailed : kDone;
     } catch (const UsageError& error) {
         session.refuse(error);
         return kUsage;
     } catch (const Failure& failure) {
         session.report(failure);
     } catch (const std::exception& error) {
-        session.report(Failure(QM_FAILED, error.what()));
+        session.report(Failure(error.what()));
     }
     return kFailed;
 }

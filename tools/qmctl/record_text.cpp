@@ -59,6 +59,15 @@ std::string dotted(Octets address) {
     return text;
 }
 
+BcdClock clock_of(const ControllerStatus_G56& status) {
+    return {static_cast<Ouint16>(status.RTCYear),
+            status.RTCMonth,
+            status.RTCDate,
+            status.RTCHour,
+            status.RTCMinute,
+            status.RTCSecond};
+}
+
 std::optional<std::string> iso_time(const BcdClock& clock) {
     const auto year = from_bcd(clock.year), month = from_bcd(clock.month), day = from_bcd(clock.day);
     const auto hour = from_bcd(clock.hour), minute = from_bcd(clock.minute), second = from_bcd(clock.second);

@@ -27,6 +27,7 @@ template <class Type, std::size_t Size> Octets octets(const Type (&field)[Size])
 struct BcdClock {
     unsigned year, month, day, hour, minute, second;
 };
+[[nodiscard]] BcdClock clock_of(const ControllerStatus_G56& status);
 // "2024-01-31T23:59:59", or nothing for what is no time.
 [[nodiscard]] std::optional<std::string> iso_time(const BcdClock& clock);
 

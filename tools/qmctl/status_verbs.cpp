@@ -18,15 +18,6 @@ void add_clock(Result& result, const char* label, const BcdClock& clock) {
                time ? nlohmann::ordered_json(*time) : nlohmann::ordered_json());
 }
 
-BcdClock clock_of(const ControllerStatus_G56& status) {
-    return {static_cast<Ouint16>(status.RTCYear),
-            status.RTCMonth,
-            status.RTCDate,
-            status.RTCHour,
-            status.RTCMinute,
-            status.RTCSecond};
-}
-
 void add_light(Result& result, const ControllerStatus_G56& status) {
     result.add("Power", "power", word_for(kOffOn, status.onoffStatus))
         .add("Timer", "timer", word_for(kOffOn, status.timingOnOff))
