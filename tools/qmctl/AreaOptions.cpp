@@ -36,7 +36,7 @@ void ProgramOption::add_to(ArgumentList& command) {
 void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--area", m_id, 0, 255,
                "Number of the area, 0 to 255; it replaces the area of that number (default 0)");
-    add_value(command, "--rect", m_rect, "X,Y,W,H", "Rectangle in pixels (default the whole screen)",
+    add_value(command, "--rect", m_rect, "X,Y,W,H", "Rectangle in pixels, on the screen (default all of it)",
               read_rect);
     add_word(command, "--screen", m_color, kScreenColors,
              "Colours of the screen: single, double, three or full (default as the controller says)");

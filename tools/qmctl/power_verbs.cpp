@@ -124,7 +124,8 @@ constexpr VerbEntry kVerbs[] = {
     {"power on", "Switch the screen on", "Example:\n  qmctl power on", make_verb<Switch<1>>},
     {"power off", "Switch the screen off", "Example:\n  qmctl power off", make_verb<Switch<0>>},
     {"power timer", "Switch the screen by timer, in place of the timer that was set",
-     "A period may run past midnight.\n\nExample:\n  qmctl power timer 07:30-12:00 13:00-22:15",
+     "A period may run past midnight; they must not overlap.\n\nExample:\n  qmctl power timer 07:30-12:00 "
+     "13:00-22:15",
      make_verb<Timer>},
     {"power cancel", "End the timer", "Example:\n  qmctl power cancel", make_verb<CancelTimer>},
     {"brightness", "Set the brightness, of the whole day or by the clock",
