@@ -13,9 +13,12 @@ constexpr std::chrono::milliseconds kPauseAfterCommand{100};
 constexpr std::size_t kAnswerBuffer = 512;
 constexpr Ouint16 kShortestAnswer = 38;
 
-int send_text(ON_command& module, const std::string& text) {
+// One setting, and the time that a module which has taken it needs for it.
+int set(ON_command& module, const std::string& text) {
     if (text.size() > 0xFFFF) return fail(QM_FAILED, "Arguments ssid and pwd are too long.");
-    return module.send_AT_cmd(text.c_str(), static_cast<Ouint16>(text.size()));
+    const int code = module.send_AT_cmd(text.c_str(), static_cast<Ouint16>(text.size()));
+    if (code == QM_OK) std::this_thread::sleep_for(kPauseAfterCommand); // usleep would end at a signal
+    return code;
 }
 
 int configure(ON_command& module, const std::string& ssid, const std::string& pwd) {
@@ -27,11 +30,9 @@ int configure(ON_command& module, const std::string& ssid, const std::string& pw
         "AT+SOCKET=TCPS,0.0.0.0,0,5005",
         "AT+WMODE=2",
     };
-    for (const std::string& setting : settings) {
-        if (const int code = send_text(module, setting); code != QM_OK) return code;
-        std::this_thread::sleep_for(kPauseAfterCommand); // usleep would end at a signal
-    }
-    (void)send_text(module, "AT+RST"); // a module that restarts need not answer
+    for (const std::string& setting : settings)
+        if (const int code = set(module, setting); code != QM_OK) return code;
+    (void)set(module, "AT+RST"); // a module that restarts need not answer
     return QM_OK;
 }
 
