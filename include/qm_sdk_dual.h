@@ -3,11 +3,11 @@
  *
  * Conventions that hold for every call:
  *
- *  1. Every call but those of the last section returns an int status, 0 for success; the codes stand in
+ *  1. Every call but those with the prefix qm_ returns an int status, 0 for success; the codes stand in
  *     QM_STATUS_MAP below. Any other positive status, 2 to 65,535, is the error value with which the
- *     controller refused (NACK), unless the call says otherwise; a controller that refuses with the value 0
- * or 1 cannot be told from success or a cut answer. A null pointer where a pointer is needed gives -1;
- *     nothing is sent and nothing is changed. qm_last_error says in words why a call did not succeed.
+ *     controller refused (NACK), unless the call says otherwise; a refusal with the value 0 or 1 cannot be
+ *     told from success or a cut answer. A null pointer where a pointer is needed gives -1; nothing is sent
+ *     and nothing is changed. qm_last_error says in words why a call did not succeed.
  *  2. Every call that talks to a controller opens its own connection, blocks the calling thread until the
  *     controller has answered or a time-out has passed, and closes the connection. Connecting waits at most
  *     3 s, and so do each sending and each receiving. A connection rests 5 ms after it was made and 10 ms
@@ -1002,10 +1002,10 @@ QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 Controll
  * A program is one item of a controller's playlist: a header with play rules, play periods, a border, and
  * areas. One program is under construction at a time in a process. The first call of a thread that changes or
  * integrates a program of one generation makes an empty one that the thread owns until it is deleted; the
- * calls of other threads wait for that, without limit. (A call that is refused for its arguments makes none,
- * and program_setScreenParams_G56, the deleting and releasing calls and program_pictureArea neither wait nor
- * own.) Make it, fill it, integrate it into its file or files, write those with cmd_ofsWriteFile, release the
- * copies, delete it.
+ * calls of other threads wait for that, without limit. (A call that is refused for a null pointer makes none,
+ * and program_setScreenParams_G56, program_deleteProgram, program_freeBuffer and program_pictureArea neither
+ * wait nor own.) Make it, fill it, integrate it into its file or files, write those with cmd_ofsWriteFile,
+ * release the copies, delete it.
  *
  * Set the screen settings first: borders are converted when they are added, pages when the program is
  * integrated.
@@ -1374,10 +1374,9 @@ QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
  * "Connecting to 192.168.0.199:5005 was refused." or "Argument nPort is 80, and may be 1024 to 65535.", which
  * names the argument, or the field of a record, as this header does. Empty, never null, when the call
  * returned 0, and before the first. The words are for people, and may change; programs go by the status.
- * Bytes are counted as they came in, before they were unstuffed. The names of files stand in it as the caller
- * gave them, of a long one the end.
- * The text is the library's, and stays until the thread's next call or its end. The calls of this section
- * leave it alone. */
+ * A cut answer's bytes are counted as they came in, before they were unstuffed. The names of files stand in
+ * it as the caller gave them, of a long one the end. The text is the library's, and stays until the thread's
+ * next call or its end. The calls of this section leave it alone. */
 QM_API const char* qm_last_error(void) QM_NOTHROW;
 
 /* Hands every message that is otherwise printed on standard output to handler, one a call, byte for byte,
@@ -1388,7 +1387,8 @@ QM_API const char* qm_last_error(void) QM_NOTHROW;
  * at once when several print. It must return normally (no longjmp, no exception), and may call nothing of the
  * library but this section; whatever else it calls does nothing and returns -1. It must not wait for another
  * thread that calls the library. When this returns, the handler before may still be running in other threads:
- * its context must live until the calls that had begun by then have ended. */
+ * its context must live until the calls that had begun by then have ended. A handler stays when the library
+ * is closed with dlclose, so one that goes away must be taken back before. */
 QM_API void qm_set_message_handler(void (*handler)(const char* message, void* context),
                                    void* context) QM_NOTHROW;
 
