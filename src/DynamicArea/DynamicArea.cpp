@@ -79,8 +79,8 @@ CData CVemarProtocol_DelDynamicArea::GetData() const {
 int CDynamicAreaOperator::dynamicArea_DelArea(const char* pIP, Ouint16 nPort, Oint8 uAreaId) {
     constexpr Oint8 kHighestId = 64;
     if (uAreaId > kHighestId)
-        return fail(QM_FAILED, "Argument uAreaId is %d, and may be 0 to %d, or -1 for all areas.", uAreaId,
-                    kHighestId);
+        return fail(QM_FAILED, "Argument uAreaId is %d, and may be 0 to %d, or -1 (255) for all areas.",
+                    uAreaId, kHighestId);
     const bool all = uAreaId == CVemarProtocol_DelDynamicArea::kAll;
     return dynamicArea_DelAreas(pIP, nPort, all ? CVemarProtocol_DelDynamicArea::kAll : Oint8{1}, &uAreaId);
 }

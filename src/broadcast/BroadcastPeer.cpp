@@ -112,9 +112,14 @@ int BroadcastPeer::Send(const Ouint8* data, int len) {
     discard_pending();
     if (SocketList.empty()) (void)fail(QM_FAILED, "The host has no network interface to broadcast on.");
     const sockaddr_in to = address_of(::inet_addr(BroadIp.c_str()), BroadPort);
-    for (const Descriptor& socket : SocketList)
-        ::sendto(socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL,
-                 reinterpret_cast<const sockaddr*>(&to), sizeof to);
+    int error = 0;
+    const auto sent = std::ranges::count_if(SocketList, [&](const Descriptor& socket) {
+        const auto bytes = ::sendto(socket.get(), data, static_cast<std::size_t>(len), MSG_NOSIGNAL,
+                                    reinterpret_cast<const sockaddr*>(&to), sizeof to);
+        if (bytes < 0) error = errno;
+        return bytes >= 0;
+    });
+    if (sent == 0) (void)fail(QM_FAILED, "No broadcast could be sent: %s.", error_text(error));
     return QM_OK;
 }
 

@@ -188,7 +188,8 @@ int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& c
             return code;
         const Bytes block = answer.received();
         if (block.size() < kDirBlockHeader)
-            return fail(QM_FAILED, "A block of the directory was cut at %zu bytes.", block.size());
+            return fail(QM_FAILED, "A block of the directory has %zu bytes, and begins with %zu at least.",
+                        block.size(), kDirBlockHeader);
         const std::size_t held = block[3];
         if (held == 0) ++empty;
         if (count + held > 0xFFFF) return fail(QM_FAILED, "The directory has more than 65535 entries.");

@@ -92,7 +92,7 @@ Font::Font(const FontChoice& choice) : m_choice(choice) {
     const Canvas32 scratch(1, 1);
     m_substitute = !select_font(scratch.context(), choice);
     m_faces.push_back(scaled_font_of(scratch.context(), choice.size));
-    if (!usable(m_faces.front())) throw std::runtime_error("font cannot be scaled");
+    require_success(cairo_scaled_font_status(m_faces.front().get()));
     cairo_font_extents_t extents;
     cairo_scaled_font_extents(m_faces.front().get(), &extents);
     m_ascent = static_cast<int>(std::lround(extents.ascent));

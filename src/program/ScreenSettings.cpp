@@ -63,7 +63,7 @@ CData convert_canvas(Canvas32& canvas, int left) {
     const PixelLayout layout = screen_settings().layout();
     CData data(static_cast<Ouint32>(pixel_data_size(left, canvas.width(), canvas.height(), layout)));
     convert_pixels(canvas.pixels(), left, canvas.width(), canvas.height(), layout, data.m_pData.get());
-    if (cairo_status(canvas.context()) != CAIRO_STATUS_SUCCESS) throw std::runtime_error("drawing failed");
+    require_success(cairo_status(canvas.context()));
     return data;
 }
 

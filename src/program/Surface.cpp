@@ -4,6 +4,7 @@
 #include "support/reason.h"
 
 #include <cstring>
+#include <new>
 #include <stdexcept>
 
 namespace qm {
@@ -12,8 +13,7 @@ Canvas32::Canvas32(int width, int height)
     : m_width(width), m_height(height),
       m_surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)),
       m_context(cairo_create(m_surface.get())) {
-    if (cairo_status(m_context.get()) != CAIRO_STATUS_SUCCESS)
-        throw std::length_error("image size out of range");
+    require_success(cairo_status(m_context.get()));
     cairo_set_antialias(m_context.get(), CAIRO_ANTIALIAS_NONE);
     disable_antialias(m_context.get());
 }
@@ -43,6 +43,11 @@ std::vector<unsigned char> Canvas32::png() const {
     if (status == CAIRO_STATUS_SUCCESS) return png;
     (void)fail(QM_FAILED, "The page cannot be encoded as PNG: %s.", cairo_status_to_string(status));
     return {};
+}
+
+void require_success(cairo_status_t status) {
+    if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
+    if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
 }
 
 void disable_antialias(cairo_t* context) {

@@ -39,6 +39,9 @@ class Canvas32 {
     ContextPtr m_context;
 };
 
+// Throws for every status but success.
+void require_success(cairo_status_t status);
+
 // Sets antialiasing to none on a context, its other font options untouched.
 void disable_antialias(cairo_t* context);
 

@@ -122,7 +122,7 @@ class Layout {
     }
 
     // One strip of text, cut every area width from the end that comes in first, so that the odd piece is at
-    // the other end. A strip that fits the area is aligned in it.
+    // the other end. A strip that fits the area is aligned in it, unless its page has to be full.
     void set_strip() {
         const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
         if (extent.width == 0) return;

@@ -3,6 +3,7 @@
 #include "program/HVframe.h"
 #include "support/local_time.h"
 #include "support/message.h"
+#include "support/reason.h"
 
 #include <algorithm>
 
@@ -226,6 +227,7 @@ bool TimeArea::LoadAreaPage(int pageNum) {
         (void)draw_analog(canvas);
     else
         draw_digital(canvas, TimeFontModel(text(), m_AreaWidth, m_AreaHeight));
+    clear_reason(); // a clock without its dial picture is one
     m_preview = canvas.png();
     return !m_preview.empty();
 }
