@@ -97,8 +97,7 @@ class Display {
 
     void write_screenshot(const Image& screen) {
         if (m_settings.screenshot.empty() || screen == m_in_screenshot) return;
-        write(screen, m_settings.scale, m_settings.screenshot);
-        m_in_screenshot = screen;
+        if (write(screen, m_settings.scale, m_settings.screenshot)) m_in_screenshot = screen;
     }
 
     std::string next_frame() {
@@ -107,10 +106,12 @@ class Display {
         return name;
     }
 
-    void write(const Image& screen, int scale, const std::filesystem::path& path) try {
+    bool write(const Image& screen, int scale, const std::filesystem::path& path) try {
         write_png(led_panel(screen, scale), path);
+        return true;
     } catch (const std::exception& error) {
         complain(error.what());
+        return false;
     }
 
     const Settings& m_settings;
