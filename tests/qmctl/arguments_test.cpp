@@ -82,7 +82,7 @@ const Misuse kMisuses[] = {
     {{"power", "timer", "07:00-12:00", "11:59-13:00"}, "'11:59-13:00'", "do not overlap"},
     {{"power", "timer", "22:00-06:00", "12:00-13:00", "05:59-07:00"}, "'05:59-07:00'", "'22:00-06:00'"},
     {{"power", "timer", "08:00-09:00", "07:00-10:00"}, "'07:00-10:00'", "do not overlap"},
-    {{"power", "timer", "00:00-00:00", "07:00-10:00"}, "'07:00-10:00'", "do not overlap"},
+    {{"power", "timer", "08:00-08:00"}, "'08:00-08:00'", "two different times"},
     {{"brightness"}, "brightness", "or --table FILE"},
     {{"brightness", "256"}, "256", "from 0 to 255"},
     {{"brightness", "-1"}, "-1", "from 0 to 255"},

@@ -14,7 +14,7 @@ expect() {
 }
 
 cable_to_nobody
-expect 2 'broadcast: no controller answered' find --network
+expect 2 'broadcast: no controller gave a good answer' find --network
 controller 2 --udp --wifi
 expect 0 'Found at        10.77.2.2' find
 expect 0 '"mac":"02:51:4D:00:00:01","ip":"192.168.0.199"' --json find --network

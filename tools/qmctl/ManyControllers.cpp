@@ -42,7 +42,11 @@ Job start(Session& session, Verb& verb, const Controller& controller) {
     if (pid == 0) {
         session.controller = controller;
         session.output.redirect(result);
-        ::_exit(run_verb(session, verb));
+        try {
+            ::_exit(run_verb(session, verb));
+        } catch (...) { // the parent's code is not the child's
+            ::_exit(kFailed);
+        }
     }
     return {pid, result, &controller};
 }

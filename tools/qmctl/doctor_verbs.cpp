@@ -26,11 +26,7 @@ class Examination {
     std::string handshake() { return m_probe.shake_hands(); }
 
     std::string type() {
-        try {
-            m_ping = m_session.ping();
-        } catch (const Failure&) {
-            wrong("It is not known without a ping.");
-        }
+        m_ping = m_session.ping(); // which tells it
         const unsigned generation = generation_of(m_ping->ControllerType);
         const std::string found = hex(m_ping->ControllerType, 4) + ", " + model_name(m_ping->ControllerType);
         if (generation == 0) wrong(found + ", which is of neither generation.");

@@ -37,6 +37,9 @@ int run(Session& session, std::span<char* const> arguments) {
     } catch (const UsageError& error) {
         session.refuse(error);
         return kUsage;
+    } catch (const Failure& failure) { // of a check that needs no controller
+        session.report(failure);
+        return kFailed;
     }
 }
 

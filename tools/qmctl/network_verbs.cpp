@@ -128,8 +128,8 @@ class Wifi : public Verb {
     static void require_accepted(int status) {
         if (status == QM_FAILED)
             throw Failure(status,
-                          "no Wi-Fi module answered, or it refused a setting; the settings before that "
-                          "one are kept");
+                          "no Wi-Fi module took all settings; those before the one that it did not take are "
+                          "kept");
         Session::require(status);
     }
 
@@ -170,8 +170,8 @@ constexpr VerbEntry kVerbs[] = {
 void require_answer(int status) {
     if (status == QM_FAILED)
         throw Failure(status,
-                      "no controller answered (is it powered and on this network, and does the firewall "
-                      "let UDP ports 5009 and 14769 in?)");
+                      "no controller gave a good answer (is it powered and on this network, and does the "
+                      "firewall let UDP ports 5009 and 14769 in?)");
     Session::require(status);
 }
 

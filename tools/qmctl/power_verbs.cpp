@@ -27,7 +27,7 @@ struct Period {
 
 int minute_of_day(Ouint8 hour, Ouint8 minute) { return 60 * hour + minute; }
 
-// Whether time is in a period, which may run past midnight; it is all day when it ends as it begins.
+// Whether time is in a period, which may run past midnight.
 bool covers(const OnOffTime& period, int time) {
     const int on = minute_of_day(period[0], period[1]), off = minute_of_day(period[2], period[3]);
     return on < off ? on <= time && time < off : time >= on || time < off;
@@ -42,7 +42,9 @@ class Timer : public Verb {
     void add_arguments(ArgumentList& command) override {
         add_values(command, "PERIOD", m_periods, kMostPeriods,
                    "HH:MM-HH:MM: when the screen is on; up to 255 of them", [](const std::string& text) {
-                       return Period{read_on_off_time(text), text};
+                       const OnOffTime times = read_on_off_time(text);
+                       if (times[0] == times[2] && times[1] == times[3]) expected("two different times");
+                       return Period{times, text};
                    });
     }
     void prepare(const Session&) override {
