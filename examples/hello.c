@@ -24,6 +24,6 @@ int main(int argc, char** argv) {
         status = dynamicArea_AddAreaTxt_6G(ip, (Ouint32)port, screen.Color, 0, 0, 0, screen.ScreenWidth,
                                            screen.ScreenHeight, "DejaVu Sans", 18, text);
     }
-    printf("Status %d\n", status);
+    printf("Status %d%s%s\n", status, status == QM_OK ? "" : ": ", qm_last_error());
     return status == QM_OK ? 0 : 2;
 }

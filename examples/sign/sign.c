@@ -85,6 +85,6 @@ int main(int argc, char** argv) {
     if (status == QM_OK) status = run_clock(width, seconds);
     if (status == QM_OK) status = dynamicArea_DelArea_6G(ip, port, CLOCK);
     if (status == QM_OK) status = show(HEADLINE, 0, 0, (Ouint16)(width - 16), 16, eRed, "Closed");
-    printf("status %d\n", status);
+    printf("status %d%s%s\n", status, status == QM_OK ? "" : ": ", qm_last_error());
     return status == QM_OK ? 0 : 2;
 }

@@ -70,7 +70,8 @@ class Sign:
     def call(self, name, *arguments):
         status = getattr(self.library, name)(*arguments)
         if status != 0:
-            raise Failed(f"{name}: status {status}")
+            self.library.qm_last_error.restype = ctypes.c_char_p
+            raise Failed(f"{name}: status {status}: {self.library.qm_last_error().decode(errors='replace')}")
 
     def show(self, number, x, y, width, height, color, text):
         area = AreaHeader(AreaX=x, AreaY=y, AreaWidth=width, AreaHeight=height)
