@@ -11,7 +11,7 @@ $(cat "$work"/*.log 2>/dev/null)"
 }
 
 saw() {
-    grep -q "$2" "$work/$1.log" || fail "$case_name: controller $1 saw no $2: $(cat "$work/$1.log")"
+    wait_for "$2 in the log of controller $1" grep -q "$2" "$work/$1.log"
 }
 
 case $case_name in

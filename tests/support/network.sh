@@ -56,6 +56,24 @@ controller() {
     cable "$name" netns $!
     at_controller ip address add "10.77.${network:-$name}.2/24" dev port
     at_controller ip link set port up
+    wait_for "link at to$name" has_link ip link show "to$name"
+    wait_for "link at controller $name" has_link at_controller ip link show port
+}
+
+# The kernel notices only after a while that both ends of a cable are up, and loses what is sent until then.
+has_link() {
+    "$@" | grep -q 'state UP'
+}
+
+# wait_for WHAT COMMAND...: until the command succeeds.
+wait_for() {
+    what=$1 tries=1000
+    shift
+    until "$@"; do
+        tries=$((tries - 1))
+        [ "$tries" != 0 ] || fail "there is no $what"
+        sleep 0.01
+    done
 }
 
 # at_controller COMMAND...: in the network of the latest controller.
