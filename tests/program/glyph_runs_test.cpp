@@ -1,10 +1,12 @@
 // Glyphs that are drawn once and then filled in must come out as cairo draws them, pixel by pixel.
+#include "bitmap_font.h"
 #include "program/Font.h"
 #include "program/HVarea.h"
 #include "support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <functional>
 
@@ -152,35 +154,9 @@ TEST(GlyphRuns, AreNotKeptOfGlyphsThatTakeTooMuch) {
 
 // A font of bitmaps, which cairo scales smoothly: its pixels are not simply on or off.
 TEST(GlyphRuns, AreNotKeptOfScaledBitmaps) {
-    constexpr std::string_view kFont = R"(STARTFONT 2.1
-FONT -qm-dots-medium-r-normal--8-80-75-75-c-80-iso10646-1
-SIZE 8 75 75
-FONTBOUNDINGBOX 8 8 0 0
-STARTPROPERTIES 4
-FONT_ASCENT 8
-FONT_DESCENT 0
-CHARSET_REGISTRY "ISO10646"
-CHARSET_ENCODING "1"
-ENDPROPERTIES
-CHARS 1
-STARTCHAR A
-ENCODING 65
-SWIDTH 500 0
-DWIDTH 8 0
-BBX 8 8 0 0
-BITMAP
-18
-24
-42
-81
-FF
-81
-81
-81
-ENDCHAR
-ENDFONT
-)";
-    const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(kFont.data()), kFont.size()));
+    constexpr std::array<unsigned char, 8> rows{0x18, 0x24, 0x42, 0x81, 0xFF, 0x81, 0x81, 0x81};
+    const std::string font = test::bitmap_font(8, 0, rows);
+    const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(font.data()), font.size()));
     EXPECT_EQ(compare({"", file.path(), 12, false, false}, {.color = eRed}, u"AA"), 0U);
 }
 

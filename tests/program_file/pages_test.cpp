@@ -1,7 +1,9 @@
 // The pages of text and picture areas as the files hold them.
+#include "bitmap_font.h"
 #include "fixture.h"
 #include "hex.h"
 
+#include <array>
 #include <fstream>
 
 namespace qm::test {
@@ -41,37 +43,6 @@ TEST_F(Program, OfGeneration6PointsToItsPixelsCountingFromOne) {
     EXPECT_EQ(file.data.size(), 13 + 2 * kSmallPage + 4);
 }
 
-// A bitmap font of 16 rows, 4 of them below the baseline; its one character is a square on the baseline.
-constexpr char kBitmapFont[] = R"(STARTFONT 2.1
-FONT -test-square-medium-r-normal--16-160-72-72-c-80-iso10646-1
-SIZE 16 72 72
-FONTBOUNDINGBOX 8 16 0 -4
-STARTPROPERTIES 5
-FONT_ASCENT 12
-FONT_DESCENT 4
-PIXEL_SIZE 16
-CHARSET_REGISTRY "ISO10646"
-CHARSET_ENCODING "1"
-ENDPROPERTIES
-CHARS 1
-STARTCHAR A
-ENCODING 65
-SWIDTH 500 0
-DWIDTH 8 0
-BBX 8 8 0 0
-BITMAP
-FF
-FF
-FF
-FF
-FF
-FF
-FF
-FF
-ENDCHAR
-ENDFONT
-)";
-
 TEST_F(Program, TakesAFontFileOrAFamilyInEveryTextCall) {
     const HVareaHeader area = area_header(ePicturesArea, 0, 0, 16, 16);
     HVpageHeader page = page_header();
@@ -81,10 +52,12 @@ TEST_F(Program, TakesAFontFileOrAFamilyInEveryTextCall) {
         EXPECT_EQ(call(0, "A", font, &page), 0);
         return parsed_g5().areas.at(0).pages.at(0).pixels;
     };
+    constexpr std::array<unsigned char, 8> rows{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    const std::string font = bitmap_font(12, 4, rows);
     Frame square(kSmallPage * 2, 0xFF);
     for (std::size_t row = 4; row < 12; ++row) square[4 * row + 1] = 0x00; // red
     for (const char* file : {"a.ttf", "TTC.TTC.1", "a.otf", "a.Otb", "a.pcf", "a.PCF.gz", "a.bdf"}) {
-        std::ofstream(file) << kBitmapFont;
+        std::ofstream(file) << font;
         EXPECT_EQ(pixels(program_picturesAreaAddTxt, file), square) << file;
         EXPECT_EQ(pixels(program_fontPath_picturesAreaAddTxt, file), square) << file;
     }
