@@ -174,7 +174,7 @@ TEST_F(Files, ListingThatIsCutShortIsTheCallersAsFarAsItCame) {
     for (const unsigned handshake_only : {0U, 1U}) {
         list_until(handshake_only);
         EXPECT_EQ(int{dir.fileNumber}, 5) << "nothing was announced";
-        EXPECT_EQ(dir.dataAddre, reinterpret_cast<Ouint8*>(8));
+        EXPECT_EQ(+dir.dataAddre, reinterpret_cast<Ouint8*>(8));
     }
     for (const unsigned blocks : {0U, 1U}) {
         list_until(2 + blocks);
