@@ -110,203 +110,271 @@ QM_ENUM(E_txtDirection){eHorizontal = 0, eVertical = 1};
 
 /* ---- Records --------------------------------------------------------------------------------------- */
 
+/*
+ * "raw" marks codes and units of the controllers' own: the library passes them on as they are, and the
+ * controller's manual explains them. A number may have any value of its type where no range is given. Texts
+ * are filled up with zeros and not terminated when they fill their field. Flags are 0 or 1, reserved bytes 0.
+ * "As in X" means the field of that name there; on a line of its own it holds down to the next empty line.
+ */
+
 #pragma pack(push, 1)
 
 /* Bytes to check (the caller's) and their CRC-16/ARC, written by get_crc16. */
 typedef struct FileCRC16_G56 {
-    const Ouint8* fileAddre;
-    Ouint32 fileLen;
-    Ouint16 fileCRC16;
+    const Ouint8* fileAddre; /* in: the bytes; may be null when there are none */
+    Ouint32 fileLen;         /* in: their number */
+    Ouint16 fileCRC16;       /* out */
 } FileCRC16_G56;
 QM_RECORD_SIZE(FileCRC16_G56, 14);
 
 /* Bytes to check (the caller's) and their CRC-32, written by get_crc32. */
 typedef struct FileCRC32_G56 {
+    /* as in FileCRC16_G56 */
     const Ouint8* fileAddre;
     Ouint32 fileLen;
-    Ouint32 fileCRC32;
+
+    Ouint32 fileCRC32; /* out */
 } FileCRC32_G56;
 QM_RECORD_SIZE(FileCRC32_G56, 16);
 
 /* What a controller says of itself when it is pinged. */
 typedef struct Ping_data {
-    Ouint16 ControllerType; /* low byte: VEMAR_CARD_TYPE, high byte: variant */
-    Ouint8 FirmwareVersion[8];
-    Ouint8 ScreenParaStatus;
-    Ouint16 uAddress; /* screen address */
-    Ouint8 Baudrate;
-    Ouint16 ScreenWidth;  /* pixels */
-    Ouint16 ScreenHeight; /* pixels */
-    Ouint8 Color;
-    Ouint8 CurrentBrigtness;
-    Ouint8 CurrentOnOffStatus;
-    Ouint16 ScanConfNumber;
-    Ouint8 reversed[9];
+    Ouint16 ControllerType;    /* low byte: VEMAR_CARD_TYPE, high byte: variant */
+    Ouint8 FirmwareVersion[8]; /* text */
+    Ouint8 ScreenParaStatus;   /* whether the screen is configured, raw */
+    Ouint16 uAddress;          /* screen address, as cmd_setScreenAddress sets it */
+    Ouint8 Baudrate;           /* of the serial line, raw */
+    Ouint16 ScreenWidth;       /* pixels */
+    Ouint16 ScreenHeight;      /* pixels */
+    Ouint8 Color;              /* E_ScreenColor_G56 */
+    Ouint8 CurrentBrigtness;   /* at this moment, raw; 0 to 15 as a rule */
+    Ouint8 CurrentOnOffStatus; /* screen: 0 off, 1 on */
+    Ouint16 ScanConfNumber;    /* of the scan configuration in use, raw */
+    Ouint8 reversed[9];        /* reserved */
     Ouint8 ipAdder[20]; /* dotted address at which the controller was found (searches only), NUL-terminated */
 } Ping_data;
 QM_RECORD_SIZE(Ping_data, 52);
 
 /* What a generation-5 controller says of its network settings. */
 typedef struct heartbeatData {
-    Ouint8 password[8];
-    Ouint8 ip[4];
-    Ouint8 subNetMask[4];
-    Ouint8 gate[4];
-    int16_t port;
-    Ouint8 mac[6];
-    Ouint8 netID[12];
+    Ouint8 password[8];   /* for the server, as in cmd_udpSetIP */
+    Ouint8 ip[4];         /* 192.168.0.199 is C0 A8 00 C7, as in all addresses */
+    Ouint8 subNetMask[4]; /* likewise */
+    Ouint8 gate[4];       /* gateway, likewise */
+    int16_t port;         /* TCP port; above 32,767 the same 16 bits, negative */
+    Ouint8 mac[6];        /* in the order in which it is written */
+    Ouint8 netID[12];     /* network ID, as in cmd_udpSetIP */
 } heartbeatData;
 QM_RECORD_SIZE(heartbeatData, 40);
 
-/* The fields that both network-search records begin and end with. Texts are not terminated when full. */
-#define QM_NET_SEARCH_HEAD                                                                                   \
-    char Mac[6];                                                                                             \
-    Ouint8 IP[4];                                                                                            \
-    Ouint8 SubNetMask[4];                                                                                    \
-    Ouint8 Gate[4];                                                                                          \
-    Ouint8 Port[2];                                                                                          \
-    Oint8 IPMode;                                                                                            \
-    Oint8 IPStatus;                                                                                          \
-    Oint8 ServerMode;                                                                                        \
-    Ouint8 ServerIPAddress[4];                                                                               \
-    int16_t ServerPort;                                                                                      \
-    char ServerAccessPassword[8];                                                                            \
-    int16_t HeartBeatInterval;                                                                               \
-    char CustomID[12];
-#define QM_NET_SEARCH_TAIL                                                                                   \
-    char BarCode[16];                                                                                        \
-    int16_t ControllerType;                                                                                  \
-    char FirmwareVersion[8];                                                                                 \
-    Oint8 ScreenParaStatus;                                                                                  \
-    int16_t Address;                                                                                         \
-    Oint8 Baudrate;                                                                                          \
-    int16_t ScreenWidth;                                                                                     \
-    int16_t ScreenHeight;                                                                                    \
-    Oint8 Color;                                                                                             \
-    Oint8 BrightnessAdjMode;                                                                                 \
-    Oint8 CurrentBrigtness;                                                                                  \
-    Oint8 TimingOnOff;                                                                                       \
-    Oint8 CurrentOnOffStatus;                                                                                \
-    int16_t ScanConfNumber;                                                                                  \
-    Oint8 RowsPerChanel;                                                                                     \
-    Oint8 GrayFlag;                                                                                          \
-    char UnitWidth[2];                                                                                       \
-    Oint8 modeofdisp;                                                                                        \
-    Oint8 NetTranMode;                                                                                       \
-    Oint8 PackageMode;                                                                                       \
-    Oint8 BarcodeFlag;                                                                                       \
-    int16_t ProgramNumber;                                                                                   \
-    Oint32 CurrentProgram;                                                                                   \
-    Oint8 ScreenLockStatus;                                                                                  \
-    Oint8 ProgramLockStatus;                                                                                 \
-    Oint8 RunningMode;                                                                                       \
-    Oint8 RTCStatus;                                                                                         \
-    int16_t RTCYear;                                                                                         \
-    Oint8 RTCMonth;                                                                                          \
-    Oint8 RTCDate;                                                                                           \
-    Oint8 RTCHour;                                                                                           \
-    Oint8 RTCMinute;                                                                                         \
-    Oint8 RTCSecond;                                                                                         \
-    Oint8 RTCWeek;                                                                                           \
-    char Temperature1[3];                                                                                    \
-    char Temperature2[3];                                                                                    \
-    char Humidity[2];                                                                                        \
-    char Noise[2];                                                                                           \
-    Oint8 Reserved;                                                                                          \
-    Oint8 LogoFlag;                                                                                          \
-    int16_t PowerOnDelay;                                                                                    \
-    int16_t WindSpeed;                                                                                       \
-    int16_t WindDirction;                                                                                    \
-    int16_t PM2_5;                                                                                           \
-    int16_t PM10;                                                                                            \
-    int16_t ExtendParaLen;                                                                                   \
-    char ControllerName[16];                                                                                 \
-    char ScreenLocation[44];                                                                                 \
-    char NameLocalationCRC32[4];
-
 /* What a generation-6 controller says of its network and its screen. */
 typedef struct NetSearchCmdRet {
-    QM_NET_SEARCH_HEAD
-    QM_NET_SEARCH_TAIL
+    char Mac[6];                  /* in the order in which it is written */
+    Ouint8 IP[4];                 /* 192.168.0.199 is C0 A8 00 C7, as in all addresses */
+    Ouint8 SubNetMask[4];         /* likewise */
+    Ouint8 Gate[4];               /* gateway, likewise */
+    Ouint8 Port[2];               /* TCP port, low byte first */
+    Oint8 IPMode;                 /* mode of cmd_udpSetIP, raw */
+    Oint8 IPStatus;               /* state of the address, raw */
+    Oint8 ServerMode;             /* serverMode of cmd_udpSetIP, raw */
+    Ouint8 ServerIPAddress[4];    /* server that the controller reports to */
+    int16_t ServerPort;           /* its port; above 32,767 the same 16 bits, negative */
+    char ServerAccessPassword[8]; /* text; password of cmd_udpSetIP */
+    int16_t HeartBeatInterval;    /* between two reports, raw; heartbeat of cmd_udpSetIP */
+    char CustomID[12];            /* text of the owner's */
+    char BarCode[16];             /* text; the controller's */
+    int16_t ControllerType;       /* as in Ping_data, as are the next nine */
+    char FirmwareVersion[8];      /* text */
+    Oint8 ScreenParaStatus;       /* raw */
+    int16_t Address;              /* screen address: uAddress of Ping_data */
+    Oint8 Baudrate;               /* raw */
+    int16_t ScreenWidth;          /* pixels */
+    int16_t ScreenHeight;         /* pixels */
+    Oint8 Color;                  /* E_ScreenColor_G56 */
+    Oint8 BrightnessAdjMode;      /* BrightnessMode of Brightness */
+    Oint8 CurrentBrigtness;       /* raw */
+    Oint8 TimingOnOff;            /* 1: a timer switches the screen (cmd_timingOnOff) */
+    Oint8 CurrentOnOffStatus;     /* 0 off, 1 on */
+    int16_t ScanConfNumber;       /* as in Ping_data */
+    Oint8 RowsPerChanel;          /* rows on one channel, raw */
+    Oint8 GrayFlag;               /* whether the screen shows grades, raw */
+    char UnitWidth[2];            /* raw */
+    Oint8 modeofdisp;             /* display mode (cmd_setDispMode), raw */
+    Oint8 NetTranMode;            /* transfer mode of the network, raw */
+    Oint8 PackageMode;            /* packet mode, raw */
+    Oint8 BarcodeFlag;            /* whether BarCode holds one, raw */
+    int16_t ProgramNumber;        /* number of programs in the controller */
+    Oint32 CurrentProgram;        /* the four characters of its name, the first in the low byte */
+    Oint8 ScreenLockStatus;       /* 1: locked (cmd_screenLock) */
+    Oint8 ProgramLockStatus;      /* 1: locked (cmd_programLock) */
+    Oint8 RunningMode;            /* raw */
+    Oint8 RTCStatus;              /* of the clock, raw */
+    int16_t RTCYear;              /* BCD: 0x2024 */
+    Oint8 RTCMonth;               /* BCD, 0x01 to 0x12 */
+    Oint8 RTCDate;                /* day of the month, BCD, 0x01 to 0x31 */
+    Oint8 RTCHour;                /* BCD, 0x00 to 0x23 */
+    Oint8 RTCMinute;              /* BCD, 0x00 to 0x59 */
+    Oint8 RTCSecond;              /* BCD, 0x00 to 0x59 */
+    Oint8 RTCWeek;                /* 0 Sunday to 6 Saturday */
+    char Temperature1[3];         /* first sensor, raw */
+    char Temperature2[3];         /* second sensor, raw */
+    char Humidity[2];             /* raw */
+    char Noise[2];                /* raw */
+    Oint8 Reserved;               /* reserved */
+    Oint8 LogoFlag;               /* of the logo, raw */
+    int16_t PowerOnDelay;         /* raw (cmd_setDelayTime) */
+    int16_t WindSpeed;            /* raw */
+    int16_t WindDirction;         /* raw */
+    int16_t PM2_5;                /* fine dust, raw */
+    int16_t PM10;                 /* coarse dust, raw */
+    int16_t ExtendParaLen;        /* bytes of further parameters */
+    char ControllerName[16];      /* text, as in ConfigFile_G6 */
+    char ScreenLocation[44];      /* text: where the screen stands */
+    char NameLocalationCRC32[4];  /* CRC-32 of the two, low byte first */
 } NetSearchCmdRet;
 QM_RECORD_SIZE(NetSearchCmdRet, 206);
 
 /* The same from a controller with a web server. */
 typedef struct NetSearchCmdRet_Web {
-    QM_NET_SEARCH_HEAD
-    char WebUserID[128];
-    Oint32 GroupNum;
-    Oint8 DomainFlag;
-    char DomainName[128];
-    char WebControllerName[128];
-    QM_NET_SEARCH_TAIL
+    /* as in NetSearchCmdRet */
+    char Mac[6];
+    Ouint8 IP[4];
+    Ouint8 SubNetMask[4];
+    Ouint8 Gate[4];
+    Ouint8 Port[2];
+    Oint8 IPMode;
+    Oint8 IPStatus;
+    Oint8 ServerMode;
+    Ouint8 ServerIPAddress[4];
+    int16_t ServerPort;
+    char ServerAccessPassword[8];
+    int16_t HeartBeatInterval;
+    char CustomID[12];
+
+    char WebUserID[128];         /* text: the user at the web server */
+    Oint32 GroupNum;             /* number of the controller's group, raw */
+    Oint8 DomainFlag;            /* whether DomainName is used, raw */
+    char DomainName[128];        /* text */
+    char WebControllerName[128]; /* text: the controller's name at the web server */
+
+    /* as in NetSearchCmdRet */
+    char BarCode[16];
+    int16_t ControllerType;
+    char FirmwareVersion[8];
+    Oint8 ScreenParaStatus;
+    int16_t Address;
+    Oint8 Baudrate;
+    int16_t ScreenWidth;
+    int16_t ScreenHeight;
+    Oint8 Color;
+    Oint8 BrightnessAdjMode;
+    Oint8 CurrentBrigtness;
+    Oint8 TimingOnOff;
+    Oint8 CurrentOnOffStatus;
+    int16_t ScanConfNumber;
+    Oint8 RowsPerChanel;
+    Oint8 GrayFlag;
+    char UnitWidth[2];
+    Oint8 modeofdisp;
+    Oint8 NetTranMode;
+    Oint8 PackageMode;
+    Oint8 BarcodeFlag;
+    int16_t ProgramNumber;
+    Oint32 CurrentProgram;
+    Oint8 ScreenLockStatus;
+    Oint8 ProgramLockStatus;
+    Oint8 RunningMode;
+    Oint8 RTCStatus;
+    int16_t RTCYear;
+    Oint8 RTCMonth;
+    Oint8 RTCDate;
+    Oint8 RTCHour;
+    Oint8 RTCMinute;
+    Oint8 RTCSecond;
+    Oint8 RTCWeek;
+    char Temperature1[3];
+    char Temperature2[3];
+    char Humidity[2];
+    char Noise[2];
+    Oint8 Reserved;
+    Oint8 LogoFlag;
+    int16_t PowerOnDelay;
+    int16_t WindSpeed;
+    int16_t WindDirction;
+    int16_t PM2_5;
+    int16_t PM10;
+    int16_t ExtendParaLen;
+    char ControllerName[16];
+    char ScreenLocation[44];
+    char NameLocalationCRC32[4];
 } NetSearchCmdRet_Web;
 QM_RECORD_SIZE(NetSearchCmdRet_Web, 595);
 
 /* Brightness of the day in half hours. */
 typedef struct Brightness {
-    Ouint8 BrightnessMode;
-    Ouint8 HalfHourValue[48]; /* from 0:00-0:30 to 23:30-24:00 */
+    Ouint8 BrightnessMode;    /* 0 manual: the first value, all day; 1 by clock; 2 by sensor */
+    Ouint8 HalfHourValue[48]; /* from 0:00-0:30 to 23:30-24:00; raw, 0 to 15 as a rule */
 } Brightness;
 QM_RECORD_SIZE(Brightness, 49);
 
 /* What a controller is doing. */
 typedef struct ControllerStatus_G56 {
-    Ouint8 onoffStatus;
-    Ouint8 timingOnOff;
-    Ouint8 brightnessAdjMode;
-    Ouint8 brightness;
-    int16_t programeNumber;
-    char currentProgram[4]; /* not terminated */
-    Ouint8 screenLockStatus;
-    Ouint8 programLockStatus;
-    Ouint8 runningMode;
-    Ouint8 RTCStatus;
-    int16_t RTCYear;
-    Ouint8 RTCMonth;
-    Ouint8 RTCDate;
-    Ouint8 RTCHour;
-    Ouint8 RTCMinute;
-    Ouint8 RTCSecond;
-    Ouint8 RTCWeek;
-    Ouint8 temperature1[3];
-    Ouint8 temperature2[3];
-    int16_t humidity;
-    int16_t noise;
-    Ouint8 switchStatus;
-    Ouint8 CustomID[12];
-    Ouint8 BarCode[16];
+    Ouint8 onoffStatus;       /* screen: 0 off, 1 on */
+    Ouint8 timingOnOff;       /* 1: a timer switches it (cmd_timingOnOff) */
+    Ouint8 brightnessAdjMode; /* BrightnessMode of Brightness */
+    Ouint8 brightness;        /* at this moment, raw; 0 to 15 as a rule */
+    int16_t programeNumber;   /* number of programs in the controller */
+    char currentProgram[4];   /* name of the one that is shown; not terminated */
+    Ouint8 screenLockStatus;  /* 1: locked (cmd_screenLock) */
+    Ouint8 programLockStatus; /* 1: locked (cmd_programLock) */
+    Ouint8 runningMode;       /* raw */
+    Ouint8 RTCStatus;         /* of the clock, raw */
+    int16_t RTCYear;          /* BCD: 0x2024 */
+    Ouint8 RTCMonth;          /* BCD, 0x01 to 0x12 */
+    Ouint8 RTCDate;           /* day of the month, BCD, 0x01 to 0x31 */
+    Ouint8 RTCHour;           /* BCD, 0x00 to 0x23 */
+    Ouint8 RTCMinute;         /* BCD, 0x00 to 0x59 */
+    Ouint8 RTCSecond;         /* BCD, 0x00 to 0x59 */
+    Ouint8 RTCWeek;           /* 0 Sunday to 6 Saturday */
+    Ouint8 temperature1[3];   /* first sensor, raw */
+    Ouint8 temperature2[3];   /* second sensor, raw */
+    int16_t humidity;         /* raw */
+    int16_t noise;            /* raw */
+    Ouint8 switchStatus;      /* raw */
+    Ouint8 CustomID[12];      /* text of the owner's */
+    Ouint8 BarCode[16];       /* text; the controller's */
 } ControllerStatus_G56;
 QM_RECORD_SIZE(ControllerStatus_G56, 61);
 
 /* When a controller restarts by itself. */
 typedef struct TimingReset {
-    Ouint8 rstMode;
-    Ouint32 RstInterval;
-    Ouint8 rstHour1, rstMin1;
-    Ouint8 rstHour2, rstMin2;
-    Ouint8 rstHour3, rstMin3;
+    Ouint8 rstMode;           /* what makes it restart, raw */
+    Ouint32 RstInterval;      /* time between two restarts, raw */
+    Ouint8 rstHour1, rstMin1; /* first time of the day, raw */
+    Ouint8 rstHour2, rstMin2; /* second, likewise */
+    Ouint8 rstHour3, rstMin3; /* third, likewise */
 } TimingReset;
 QM_RECORD_SIZE(TimingReset, 11);
 
 /* The battle time of a controller. The year stays in BCD (2024 arrives as 0x2024), the rest is plain. */
 typedef struct BattleTime {
-    int16_t BattleRTCYear;
-    Ouint8 BattleRTCMonth;
-    Ouint8 BattleRTCDate;
-    Ouint8 BattleRTCHour;
-    Ouint8 BattleRTCMinute;
-    Ouint8 BattleRTCSecond;
-    Ouint8 BattleRTCWeek;
+    int16_t BattleRTCYear;  /* BCD */
+    Ouint8 BattleRTCMonth;  /* 1 to 12 */
+    Ouint8 BattleRTCDate;   /* day of the month, 1 to 31 */
+    Ouint8 BattleRTCHour;   /* 0 to 23 */
+    Ouint8 BattleRTCMinute; /* 0 to 59 */
+    Ouint8 BattleRTCSecond; /* 0 to 59 */
+    Ouint8 BattleRTCWeek;   /* 0 Sunday to 6 Saturday */
 } BattleTime;
 QM_RECORD_SIZE(BattleTime, 8);
 
 /* One file of a controller's file system. */
 typedef struct FileAttribute_G56 {
     char fileName[4]; /* not terminated */
-    Ouint8 fileType;
-    Ouint32 fileLen;
-    Ouint32 fileCRC;
+    Ouint8 fileType;  /* as given when it was written: 0 program, 9 its data file (generation 6), 1
+                         configuration */
+    Ouint32 fileLen;  /* bytes */
+    Ouint32 fileCRC;  /* the controller's checksum of it */
 } FileAttribute_G56;
 QM_RECORD_SIZE(FileAttribute_G56, 13);
 
@@ -320,113 +388,114 @@ QM_RECORD_SIZE(GetDirBlock_G56, 11);
 
 /* Configuration file of a generation-5 controller. */
 typedef struct ConfigFile {
-    Ouint8 FileType;
-    char ControllerName[8];
-    Ouint16 Address;
-    Ouint8 Baudrate;
-    Ouint16 ScreenWidth;
-    Ouint16 ScreenHeight;
-    Ouint8 Color;
-    Ouint8 MirrorMode;
-    Ouint8 OEPol;
-    Ouint8 DAPol;
-    Ouint8 RowOrder;
-    Ouint8 FreqPar;
-    Ouint8 OEWidth;
-    Ouint8 OEAngle;
-    Ouint8 FaultProcessMode;
-    Ouint8 CommTimeoutValue;
-    Ouint8 RunningMode;
-    Ouint8 LoggingMode;
-    Ouint8 GrayFlag;
-    Ouint8 CascadeMode;
-    Ouint8 Default_brightness;
-    Ouint8 HUBConfig;
-    Ouint8 Language;
-    Ouint8 Backup[3];
-    Ouint16 CRC16; /* written by cmd_sendConfigFile */
+    Ouint8 FileType;           /* first byte of the file, raw; 0 as a rule */
+    char ControllerName[8];    /* text */
+    Ouint16 Address;           /* screen address: uAddress of Ping_data */
+    Ouint8 Baudrate;           /* of the serial line, raw */
+    Ouint16 ScreenWidth;       /* pixels */
+    Ouint16 ScreenHeight;      /* pixels */
+    Ouint8 Color;              /* E_ScreenColor_G56 */
+    Ouint8 MirrorMode;         /* mirroring of the picture, raw */
+    Ouint8 OEPol;              /* polarity of the output-enable signal, raw */
+    Ouint8 DAPol;              /* polarity of the data signal, raw */
+    Ouint8 RowOrder;           /* order of the scanned rows, raw */
+    Ouint8 FreqPar;            /* frequency parameter of the scan, raw */
+    Ouint8 OEWidth;            /* width of the output-enable pulse, raw */
+    Ouint8 OEAngle;            /* phase of the output-enable pulse, raw */
+    Ouint8 FaultProcessMode;   /* what a fault leads to, raw */
+    Ouint8 CommTimeoutValue;   /* time-out of the communication, raw */
+    Ouint8 RunningMode;        /* raw */
+    Ouint8 LoggingMode;        /* what is logged, raw */
+    Ouint8 GrayFlag;           /* whether the screen shows grades, raw */
+    Ouint8 CascadeMode;        /* how panels are chained, raw */
+    Ouint8 Default_brightness; /* until it is set, raw; 0 to 15 as a rule */
+    Ouint8 HUBConfig;          /* wiring of the panel connectors, raw */
+    Ouint8 Language;           /* of the controller's own words, raw */
+    Ouint8 Backup[3];          /* reserved */
+    Ouint16 CRC16;             /* CRC-16/ARC of what is before it; written by cmd_sendConfigFile */
 } ConfigFile;
 QM_RECORD_SIZE(ConfigFile, 38);
 
 /* Configuration file of a generation-6 controller. */
 typedef struct ConfigFile_G6 {
-    Ouint8 FileType;
-    char ControllerName[16];
-    char ScreenAddress[48];
-    Ouint16 Address;
-    Ouint8 Baudrate;
-    Ouint16 ScreenWidth;
-    Ouint16 ScreenHeight;
-    Ouint8 Color;
-    Ouint8 modeofdisp;
-    Ouint8 TipLanguage;
-    Ouint8 Reserved[5];
-    Ouint8 FaultProcessMode;
-    Ouint8 CommTimeoutValue;
-    Ouint8 RunningMode;
-    Ouint8 LoggingMode;
-    Ouint8 DevideScreenMode;
-    Ouint8 Reserved2;
-    Ouint8 Default_brightness;
-    Ouint8 Backup[5];
-    Ouint16 CRC16; /* written by cmd_sendConfigFile_G6 */
+    Ouint8 FileType;           /* as in ConfigFile */
+    char ControllerName[16];   /* text */
+    char ScreenAddress[48];    /* text: where the screen stands */
+    Ouint16 Address;           /* as in ConfigFile, as are the next four */
+    Ouint8 Baudrate;           /* raw */
+    Ouint16 ScreenWidth;       /* pixels */
+    Ouint16 ScreenHeight;      /* pixels */
+    Ouint8 Color;              /* E_ScreenColor_G56 */
+    Ouint8 modeofdisp;         /* display mode (cmd_setDispMode), raw */
+    Ouint8 TipLanguage;        /* of the controller's own words, raw */
+    Ouint8 Reserved[5];        /* reserved */
+    Ouint8 FaultProcessMode;   /* as in ConfigFile, as are the next three */
+    Ouint8 CommTimeoutValue;   /* raw */
+    Ouint8 RunningMode;        /* raw */
+    Ouint8 LoggingMode;        /* raw */
+    Ouint8 DevideScreenMode;   /* how the screen is divided, raw */
+    Ouint8 Reserved2;          /* reserved */
+    Ouint8 Default_brightness; /* as in ConfigFile */
+    Ouint8 Backup[5];          /* reserved */
+    Ouint16 CRC16;             /* CRC-16/ARC of what is before it; written by cmd_sendConfigFile_G6 */
 } ConfigFile_G6;
 QM_RECORD_SIZE(ConfigFile_G6, 94);
 
 /* One spoken text. */
 typedef struct HVSound_6G {
-    Oint8 SoundFlag;     /* 1: speak; anything else: the rest is not read */
-    Oint8 SoundPerson;   /* voice */
-    Oint8 SoundVolum;    /* volume */
-    Oint8 SoundSpeed;    /* speaking speed */
-    Oint8 SoundDataMode; /* encoding of the text bytes */
-    Oint32 SoundReplayTimes;
-    Oint32 SoundReplayDelay;
-    Oint8 SoundReservedParaLen;
-    Oint8 Soundnumdeal;      /* how digits are spoken */
-    Oint8 Soundlanguages;    /* language */
-    Oint8 Soundwordstyle;    /* word style */
-    Ouint32 SoundDataLen;    /* bytes of text, below 65,516 */
-    const Ouint8* SoundData; /* the text, not terminated; the caller's */
+    Oint8 SoundFlag;            /* 1: speak; anything else: the rest is not read */
+    Oint8 SoundPerson;          /* voice, raw */
+    Oint8 SoundVolum;           /* volume, raw */
+    Oint8 SoundSpeed;           /* speaking speed, raw */
+    Oint8 SoundDataMode;        /* encoding of the text bytes, raw */
+    Oint32 SoundReplayTimes;    /* repetitions */
+    Oint32 SoundReplayDelay;    /* pause between them, raw */
+    Oint8 SoundReservedParaLen; /* bytes of further parameters: 0, since none are sent */
+    Oint8 Soundnumdeal;         /* how digits are spoken, raw */
+    Oint8 Soundlanguages;       /* language, raw */
+    Oint8 Soundwordstyle;       /* word style, raw */
+    Ouint32 SoundDataLen;       /* bytes of text, below 65,516 */
+    const Ouint8* SoundData;    /* the text, not terminated; the caller's */
 } HVSound_6G;
 QM_RECORD_SIZE(HVSound_6G, 29);
 
 /* Kind, rectangle and speech of a generation-6 area. */
 typedef struct HVareaHeader_G6 {
-    Ouint8 AreaType;
+    Ouint8 AreaType;                             /* E_areaType; not read by the dynamic-area calls */
     Ouint16 AreaX, AreaY, AreaWidth, AreaHeight; /* pixels */
-    Ouint8 BackGroundFlag;
-    Ouint8 Transparency;
-    Ouint8 AreaEqual;
+    Ouint8 BackGroundFlag;  /* raw; not read by the dynamic-area calls, as the next two */
+    Ouint8 Transparency;    /* raw */
+    Ouint8 AreaEqual;       /* raw */
     HVSound_6G stSoundData; /* read by the dynamic-area calls only */
 } HVareaHeader_G6;
 QM_RECORD_SIZE(HVareaHeader_G6, 41);
 
 /* How the pages of a generation-6 area are shown, and how its text is drawn. */
 typedef struct HVpageHeader_G6 {
-    Ouint8 PageStyle;
-    Ouint8 DisplayMode; /* entry effect; 4 runs to the left, 38 and 40 to the right */
-    Ouint8 ClearMode;
-    Ouint8 Speed;
-    Ouint16 StayTime;
-    Ouint8 RepeatTime;
-    Ouint16 ValidLen; /* valid width of a page, pixels: the area's; in programs set by the library */
-    Ouint8 CartoonFrameRate;
-    Ouint8 BackNotValidFlag; /* not used, always sent as 0 */
-    E_arrMode arrMode;
-    Ouint16 fontSize; /* points; 12 points are 16 pixels */
-    Ouint32 color;    /* palette index or 0xRRGGBB */
-    bool fontBold;
-    bool fontItalic;
-    E_txtDirection tdirection;
-    Ouint16 txtSpace; /* pixels added between characters */
-    Ouint8 Halign;    /* 0 left, 1 centre, 2 right */
-    Ouint8 Valign;    /* 0 top, 1 centre, 2 bottom */
+    Ouint8 PageStyle;          /* raw */
+    Ouint8 DisplayMode;        /* entry effect, raw; 4 runs to the left, 38 and 40 to the right */
+    Ouint8 ClearMode;          /* how a page is cleared, raw */
+    Ouint8 Speed;              /* of the effect, raw */
+    Ouint16 StayTime;          /* how long a page stays, raw */
+    Ouint8 RepeatTime;         /* how often a page is shown */
+    Ouint16 ValidLen;          /* valid width of a page, pixels: the area's; in programs set by the library */
+    Ouint8 CartoonFrameRate;   /* of an animation, raw; not sent with dynamic areas */
+    Ouint8 BackNotValidFlag;   /* not used, always sent as 0 */
+    E_arrMode arrMode;         /* one line or several; any other value counts as several */
+    Ouint16 fontSize;          /* points; 12 points are 16 pixels */
+    Ouint32 color;             /* palette index or 0xRRGGBB */
+    bool fontBold;             /* flag */
+    bool fontItalic;           /* flag */
+    E_txtDirection tdirection; /* writing direction */
+    Ouint16 txtSpace;          /* pixels added between characters */
+    Ouint8 Halign;             /* 0 left, 1 centre, 2 right */
+    Ouint8 Valign;             /* 0 top, 1 centre, 2 bottom */
 } HVpageHeader_G6;
 QM_RECORD_SIZE(HVpageHeader_G6, 31);
 
-/* Text settings of generation-5 areas; see HVpageHeader_G6 for the fields. */
+/* Text settings of generation-5 areas. */
 typedef struct HVfontData {
+    /* as in HVpageHeader_G6 */
     E_arrMode arrMode;
     Ouint16 fontSize;
     Ouint32 color;
@@ -441,13 +510,17 @@ QM_RECORD_SIZE(HVfontData, 20);
 
 /* How the pages of a generation-5 area are shown, and how its text is drawn. */
 typedef struct HVpageHeader {
+    /* as in HVpageHeader_G6 */
     Ouint8 PageStyle;
-    Ouint8 DisplayMode; /* entry effect; 4 runs to the left, 38 and 40 to the right */
+    Ouint8 DisplayMode;
     Ouint8 ClearMode;
     Ouint8 Speed;
     Ouint16 StayTime;
     Ouint8 RepeatTime;
+
     Ouint16 ValidLen; /* set by the library */
+
+    /* as in HVpageHeader_G6 */
     E_arrMode arrMode;
     Ouint16 fontSize;
     Ouint32 color;
@@ -470,37 +543,41 @@ QM_RECORD_SIZE(getPageData, 14);
 
 /* When and how often a generation-5 program is played. */
 typedef struct HVprogramHeader {
-    Ouint8 FileType;
-    Ouint32 ProgramID; /* 0 to 9999; 7 is file P007, 1234 is file 1234 */
-    Ouint8 ProgramStyle;
-    Ouint8 ProgramPriority;
-    Ouint8 ProgramPlayTimes;
-    Ouint16 ProgramTimeSpan;
-    Ouint8 ProgramWeek;
-    Ouint16 ProgramLifeSpan_sy; /* start: year, month, day */
-    Ouint8 ProgramLifeSpan_sm;
-    Ouint8 ProgramLifeSpan_sd;
-    Ouint16 ProgramLifeSpan_ey; /* end */
-    Ouint8 ProgramLifeSpan_em;
-    Ouint8 ProgramLifeSpan_ed;
+    Ouint8 FileType;            /* first byte of the file, raw; 0 as a rule */
+    Ouint32 ProgramID;          /* 0 to 9999; 7 is file P007, 1234 is file 1234 */
+    Ouint8 ProgramStyle;        /* raw; 0 as a rule */
+    Ouint8 ProgramPriority;     /* raw; setting the play periods sets it, too */
+    Ouint8 ProgramPlayTimes;    /* how often it is played in its turn, raw */
+    Ouint16 ProgramTimeSpan;    /* how long it is played in its turn, raw */
+    Ouint8 ProgramWeek;         /* days of the week on which it is played, raw; 0xFF: all */
+    Ouint16 ProgramLifeSpan_sy; /* first day: year, BCD (0x2024); 0xFFFF in both years: no life span */
+    Ouint8 ProgramLifeSpan_sm;  /* month, BCD; 0x12 without a life span, as in the next */
+    Ouint8 ProgramLifeSpan_sd;  /* day of the month, BCD */
+    Ouint16 ProgramLifeSpan_ey; /* last day, likewise */
+    Ouint8 ProgramLifeSpan_em;  /* month */
+    Ouint8 ProgramLifeSpan_ed;  /* day */
 } HVprogramHeader;
 QM_RECORD_SIZE(HVprogramHeader, 19);
 
 /* The same for generation 6. */
 typedef struct HVprogramHeader_G6 {
+    /* as in HVprogramHeader */
     Ouint8 FileType;
     Ouint32 ProgramID;
     Ouint8 ProgramStyle;
     Ouint8 ProgramPriority;
     Ouint8 ProgramPlayTimes;
     Ouint16 ProgramTimeSpan;
-    Ouint8 SpecialFlag;
-    Ouint8 CommExtendParaLen;
-    Ouint16 ScheduNum;
-    Ouint16 LoopValue;
-    Ouint8 Intergrate;
-    Ouint8 TimeAttributeNum;
-    Ouint16 TimeAttribute0Offset;
+
+    Ouint8 SpecialFlag;           /* raw; 0 as a rule, as in the next six */
+    Ouint8 CommExtendParaLen;     /* bytes of further parameters; none are written */
+    Ouint16 ScheduNum;            /* raw */
+    Ouint16 LoopValue;            /* raw */
+    Ouint8 Intergrate;            /* raw */
+    Ouint8 TimeAttributeNum;      /* time attributes; none are written */
+    Ouint16 TimeAttribute0Offset; /* where the first of them is, raw */
+
+    /* as in HVprogramHeader */
     Ouint8 ProgramWeek;
     Ouint16 ProgramLifeSpan_sy;
     Ouint8 ProgramLifeSpan_sm;
@@ -511,13 +588,14 @@ typedef struct HVprogramHeader_G6 {
 } HVprogramHeader_G6;
 QM_RECORD_SIZE(HVprogramHeader_G6, 29);
 
-/* A time of the day in which a program is played. */
+/* A time of the day in which a program is played. It may run past midnight. */
 typedef struct HVprogrampTime_G56 {
-    Ouint8 StartHour, StartMinute, StartSecond;
-    Ouint8 EndHour, EndMinute, EndSecond;
+    Ouint8 StartHour, StartMinute, StartSecond; /* plain: 0 to 23, 0 to 59, 0 to 59 */
+    Ouint8 EndHour, EndMinute, EndSecond;       /* likewise */
 } HVprogrampTime_G56;
 QM_RECORD_SIZE(HVprogrampTime_G56, 6);
 
+/* All times of the day in which a program is played. */
 typedef struct HVprogramppGrp_G56 {
     Ouint8 playTimeGrpNum;         /* periods used, at most 8; 0 plays at any time */
     HVprogrampTime_G56 timeGrp[8]; /* timeGrp0 to timeGrp7 */
@@ -526,33 +604,34 @@ QM_RECORD_SIZE(HVprogramppGrp_G56, 49);
 
 /* Border around the screen. */
 typedef struct HVscreenframeHeader {
-    Ouint8 FrameDispFlag;
-    Ouint8 FrameDispStyle;
-    Ouint8 FrameDispSpeed;
-    Ouint8 FrameMoveStep;
-    Ouint8 FrameWidth;
-    Ouint16 FrameBackup;
+    Ouint8 FrameDispFlag;  /* 1: there is a border */
+    Ouint8 FrameDispStyle; /* how the pattern moves, raw */
+    Ouint8 FrameDispSpeed; /* how fast, raw */
+    Ouint8 FrameMoveStep;  /* by how many pixels at once */
+    Ouint8 FrameWidth;     /* thickness, pixels: the height of the pattern picture */
+    Ouint16 FrameBackup;   /* reserved */
 } HVscreenframeHeader;
 QM_RECORD_SIZE(HVscreenframeHeader, 7);
 
+/* The same for generation 6. */
 typedef struct HVscreenframeHeader_G6 {
-    Ouint8 FrameDispStype;
-    Ouint8 FrameDispSpeed;
-    Ouint8 FrameMoveStep;
-    Ouint8 FrameUnitLength;
-    Ouint8 FrameUnitWidth;
-    Ouint8 FrameDirectDispBit;
+    Ouint8 FrameDispStype;     /* as FrameDispStyle in HVscreenframeHeader */
+    Ouint8 FrameDispSpeed;     /* as in HVscreenframeHeader, as is the next */
+    Ouint8 FrameMoveStep;      /* pixels */
+    Ouint8 FrameUnitLength;    /* width of the pattern picture, pixels */
+    Ouint8 FrameUnitWidth;     /* its height, which is the border's thickness */
+    Ouint8 FrameDirectDispBit; /* raw; 0 as a rule */
 } HVscreenframeHeader_G6;
 QM_RECORD_SIZE(HVscreenframeHeader_G6, 6);
 
 /* Border around an area. */
 typedef struct HVareaframeHeader {
-    Ouint8 AreaFFlag; /* not read */
-    Ouint8 AreaFDispStyle;
-    Ouint8 AreaFDispSpeed;
-    Ouint8 AreaFMoveStep;
-    Ouint8 AreaFWidth;
-    Ouint16 AreaFBackup;
+    Ouint8 AreaFFlag;      /* not read */
+    Ouint8 AreaFDispStyle; /* as in HVscreenframeHeader, as are the next four */
+    Ouint8 AreaFDispSpeed; /* raw */
+    Ouint8 AreaFMoveStep;  /* pixels */
+    Ouint8 AreaFWidth;     /* pixels */
+    Ouint16 AreaFBackup;   /* reserved */
 } HVareaframeHeader;
 QM_RECORD_SIZE(HVareaframeHeader, 7);
 
@@ -565,16 +644,16 @@ QM_ENUM(E_areaType){
 
 /* Kind and rectangle of a generation-5 area. */
 typedef struct HVareaHeader {
-    Ouint8 AreaType; /* ePicturesArea or eTimeClockArea */
-    Ouint16 AreaX, AreaY, AreaWidth, AreaHeight;
+    Ouint8 AreaType;                             /* ePicturesArea or eTimeClockArea */
+    Ouint16 AreaX, AreaY, AreaWidth, AreaHeight; /* pixels */
 } HVareaHeader;
 QM_RECORD_SIZE(HVareaHeader, 9);
 
 /* An assembled generation-5 program, ready for cmd_ofsWriteFile. */
 typedef struct HVprogram {
-    char fileName[4]; /* not terminated */
-    Ouint8 fileType;
-    Ouint32 fileLen;
+    char fileName[4];  /* not terminated */
+    Ouint8 fileType;   /* 0 */
+    Ouint32 fileLen;   /* bytes */
     Ouint8* fileAddre; /* release with program_freeBuffer */
     Ouint32 fileCRC32; /* the last four bytes of the file */
 } HVprogram;
@@ -582,19 +661,20 @@ QM_RECORD_SIZE(HVprogram, 21);
 
 /* An assembled generation-6 program: two files, both to be written with cmd_ofsWriteFile. */
 typedef struct HVprogram_G6 {
-    char fileName[4];
-    Ouint8 fileType;
-    Ouint32 fileLen;
-    Ouint8* fileAddre; /* release with program_freeBuffer_G6, as dfileAddre */
-    char dfileName[4];
-    Ouint8 dfileType;
-    Ouint32 dfileLen;
-    Ouint8* dfileAddre;
+    char fileName[4];   /* of the program file; not terminated */
+    Ouint8 fileType;    /* 0 */
+    Ouint32 fileLen;    /* bytes */
+    Ouint8* fileAddre;  /* release with program_freeBuffer_G6, as dfileAddre */
+    char dfileName[4];  /* of the data file; not terminated */
+    Ouint8 dfileType;   /* 9 */
+    Ouint32 dfileLen;   /* bytes */
+    Ouint8* dfileAddre; /* the data file */
 } HVprogram_G6;
 QM_RECORD_SIZE(HVprogram_G6, 34);
 
 /* Speech of a generation-6 program area. */
 typedef struct HVPicAreaSoundHeader_G6 {
+    /* as in HVSound_6G */
     Ouint8 SoundPerson;
     Ouint8 SoundVolum;
     Ouint8 SoundSpeed;
@@ -621,22 +701,23 @@ QM_ENUM(TimeStyle){HH_MM_SS_COLON = 0, HH_MM_SS_CHS = 1, HH_MM_COLON = 2,
 /* Full English name, its first three letters, Chinese name. */
 QM_ENUM(WeekStyle){Monday = 1, Mon = 2, Monday_CHS = 3};
 
-/* What a digital time area shows: date, day of the week and time of day, in this order. */
+/* What a digital time area shows: date, day of the week and time of day, in this order. qm_G5_timedata is
+ * another name of it. */
 typedef struct HVtimeAreaData_G56 {
     E_arrMode linestyle;  /* on one line, or each on a line of its own */
     Ouint32 color;        /* palette index or 0xRRGGBB */
-    const char* fontName; /* family name, or path of a font file, as the call says */
+    const char* fontName; /* font family, or path of a font file (qm_is_font_file) */
     Ouint16 fontSize;     /* points; 12 points are 16 pixels */
     Ouint8 fontBold;      /* 0 or not, as the next two */
-    Ouint8 fontItalic;
-    Ouint8 fontUnderline;
-    Ouint8 fontAlign; /* 0 left, 1 centre, 2 right */
-    bool date_enable;
-    DateStyle datestyle;
-    bool time_enable;
-    TimeStyle timestyle;
-    bool week_enable;
-    WeekStyle weekstyle;
+    Ouint8 fontItalic;    /* likewise */
+    Ouint8 fontUnderline; /* likewise */
+    Ouint8 fontAlign;     /* 0 left, 1 centre, 2 right */
+    bool date_enable;     /* shows the date */
+    DateStyle datestyle;  /* its format */
+    bool time_enable;     /* shows the time of day */
+    TimeStyle timestyle;  /* its format */
+    bool week_enable;     /* shows the day of the week */
+    WeekStyle weekstyle;  /* its format */
 } HVtimeAreaData_G56;
 QM_RECORD_SIZE(HVtimeAreaData_G56, 37);
 typedef HVtimeAreaData_G56 qm_G5_timedata;
@@ -644,36 +725,36 @@ typedef HVtimeAreaData_G56 qm_G5_timedata;
 /* The moment at which a battle time starts. Every field is passed on as it is; controllers expect BCD (2024
  * as 0x2024, 59 as 0x59) and days of the week from 0 for Sunday. */
 typedef struct HVTimeAreaBattle_G6 {
-    Ouint16 BattleStartYear;
-    Ouint8 BattleStartMonth;
-    Ouint8 BattleStartDate;
-    Ouint8 BattleStartHour;
-    Ouint8 BattleStartMinute;
-    Ouint8 BattleStartSecond;
-    Ouint8 BattleStartWeek;
-    Ouint8 StartUpMode; /* controller's */
+    Ouint16 BattleStartYear;  /* BCD */
+    Ouint8 BattleStartMonth;  /* BCD, 0x01 to 0x12 */
+    Ouint8 BattleStartDate;   /* day of the month, BCD, 0x01 to 0x31 */
+    Ouint8 BattleStartHour;   /* BCD, 0x00 to 0x23 */
+    Ouint8 BattleStartMinute; /* BCD, 0x00 to 0x59 */
+    Ouint8 BattleStartSecond; /* BCD, 0x00 to 0x59 */
+    Ouint8 BattleStartWeek;   /* 0 Sunday to 6 Saturday */
+    Ouint8 StartUpMode;       /* how it is started, raw */
 } HVTimeAreaBattle_G6;
 QM_RECORD_SIZE(HVTimeAreaBattle_G6, 9);
 
 /* The hands of an analog clock. A hand of width or length 0 is not shown. */
 typedef struct HVAnalogClockHeader_G56 {
-    Ouint16 OrignPointX; /* pivot of the hands inside the area, pixels */
-    Ouint16 OrignPointY;
-    Ouint8 UnitMode; /* controller's */
-    Ouint8 HourHandWidth;
-    Ouint8 HourHandLen;
+    Ouint16 OrignPointX;   /* pivot of the hands inside the area, pixels from its left edge */
+    Ouint16 OrignPointY;   /* pixels from its top edge */
+    Ouint8 UnitMode;       /* raw */
+    Ouint8 HourHandWidth;  /* pixels */
+    Ouint8 HourHandLen;    /* pixels from the pivot on */
     Ouint32 HourHandColor; /* palette index or 0xRRGGBB; its low byte, a palette index, is all that generation
                             * 5 and screens that are not full colour take of it */
-    Ouint8 MinHandWidth;
-    Ouint8 MinHandLen;
-    Ouint32 MinHandColor;
-    Ouint8 SecHandWidth;
-    Ouint8 SecHandLen;
-    Ouint32 SecHandColor;
+    Ouint8 MinHandWidth;   /* as of the hour hand, as are the next five */
+    Ouint8 MinHandLen;     /* pixels */
+    Ouint32 MinHandColor;  /* colour */
+    Ouint8 SecHandWidth;   /* pixels */
+    Ouint8 SecHandLen;     /* pixels */
+    Ouint32 SecHandColor;  /* colour */
 } HVAnalogClockHeader_G56;
 QM_RECORD_SIZE(HVAnalogClockHeader_G56, 23);
 
-/* Colours of the dial of an analog clock. */
+/* Colours of the dial of an analog clock, palette indices or 0xRRGGBB. */
 typedef struct ClockColor_G56 {
     Ouint32 Color369; /* hour marks at 12, 3, 6 and 9 */
     Ouint32 ColorDot; /* the other hour marks */
@@ -686,16 +767,16 @@ QM_ENUM(E_ClockStyle){eLINE = 0, eSQUARE = 1, eCIRCLE = 2};
 
 /* A spoken text without an area, and the number of its entry in the controller's list of voices. */
 typedef struct HVSoundDepend_6G {
-    Ouint8 VoiceID;
+    Ouint8 VoiceID;     /* number of the entry; not sent with what is inserted */
     HVSound_6G stSound; /* SoundFlag is not read */
 } HVSoundDepend_6G;
 QM_RECORD_SIZE(HVSoundDepend_6G, 30);
 
 /* One of several dynamic areas of generation 6. */
 typedef struct DynamicAreaParams {
-    Ouint8 uAreaId;
-    HVareaHeader_G6 oAreaHeader_G6; /* rectangle and speech; the other fields are not read */
-    HVpageHeader_G6 stPageHeader;
+    Ouint8 uAreaId;                  /* number of the area */
+    HVareaHeader_G6 oAreaHeader_G6;  /* rectangle and speech; the other fields are not read */
+    HVpageHeader_G6 stPageHeader;    /* effect and look */
     const Ouint8* fontName;          /* of a text; not read for a picture */
     const Ouint8* strAreaTxtContent; /* the text, or the path of a PNG file */
 } DynamicAreaParams;
@@ -704,11 +785,14 @@ QM_RECORD_SIZE(DynamicAreaParams, 89);
 /* One content item of a dynamic area of generation 5: a text in a font, or a picture. */
 typedef struct DynamicAreaBaseInfo_5G {
     Ouint8 nType; /* 1 text, 2 picture; anything else has no pages */
+
+    /* as in HVpageHeader_G6 */
     Ouint8 DisplayMode;
     Ouint8 ClearMode;
     Ouint8 Speed;
     Ouint16 StayTime;
     Ouint8 RepeatTime;
+
     HVfontData oFont;                /* of a text */
     const Ouint8* fontName;          /* likewise */
     const Ouint8* strAreaTxtContent; /* likewise */
@@ -718,6 +802,7 @@ QM_RECORD_SIZE(DynamicAreaBaseInfo_5G, 51);
 
 /* Of dynamicArea_addDynamicArea, which does not read it. */
 typedef struct HVdynamicHeader {
+    /* not read */
     Ouint8 RunMode;
     Ouint16 Timeout;
     Ouint8 ImmePlay;

@@ -26,6 +26,15 @@ def described(reference):
     return {name for heading in re.findall(r"^### (.*)$", text, flags=re.M) for name in re.findall(r"`(\w+)`", heading)}
 
 
+def unexplained(header):
+    """Fields of records with neither a comment behind them nor one at the head of their paragraph."""
+    text = open(header, encoding="utf-8").read()
+    records = re.findall(r"^typedef struct (\w+) \{\n(.*?)^\}", text, flags=re.S | re.M)
+    return [f"{name}: {field}" for name, body in records for paragraph in body.split("\n\n")
+            if not paragraph.lstrip().startswith("/*")
+            for field in re.findall(r"^ +([^/;\n]+);(?! +/\*)", paragraph, flags=re.M)]
+
+
 def outdated(reference, generator):
     """Pages that differ from what the header's comments give now."""
     with tempfile.TemporaryDirectory() as folder:
@@ -52,6 +61,9 @@ def main():
             bad = True
     if {name for name in everything if name.startswith("qm_")} != OURS or len(everything - OURS) != OTHERS:
         print(f"the functions are not {OTHERS} and {', '.join(sorted(OURS))}")
+        bad = True
+    for field in unexplained(header):
+        print(f"a field has no comment: {field}")
         bad = True
     for page in outdated(reference, generator):
         print(f"docs/reference/{page} is not what scripts/reference writes; run it")
