@@ -23,7 +23,7 @@ def exported(nm, library):
 
 def described(reference):
     text = "\n".join(page.read_text(encoding="utf-8") for page in reference.glob("*.md"))
-    return {name for heading in re.findall(r"^### (.*)$", text, flags=re.M) for name in re.findall(r"`(\w+)`", heading)}
+    return set(re.findall(r'^<a id="(\w+)"></a>$', text, flags=re.M))
 
 
 def unexplained(header):
