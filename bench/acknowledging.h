@@ -18,10 +18,10 @@ class Acknowledging : public ON_command {
     [[nodiscard]] const std::vector<std::size_t>& frames() const {
         return m_frames;
     } // sizes of what was sent
-    [[nodiscard]] const Frame& answer() const { return m_answer; }
+    [[nodiscard]] const ByteBuffer& answer() const { return m_answer; }
 
   private:
-    Frame m_answer;
+    ByteBuffer m_answer;
     std::vector<std::size_t> m_frames;
 };
 

@@ -37,7 +37,7 @@ Ouint32 crc32_zlib(Bytes bytes) {
 } // namespace
 
 void checksums() {
-    const auto data = std::make_shared<const Frame>(random_bytes(kBytes));
+    const auto data = std::make_shared<const ByteBuffer>(random_bytes(kBytes));
     require(calc_crc32(*data) == crc32_zlib(*data), "CRC-32: not as zlib's");
     compare_speed("CRC-32 of 1 MiB", kBytes, [=] { benchmark::DoNotOptimize(calc_crc32(*data)); },
                   {{"zlib", [=] { benchmark::DoNotOptimize(crc32_zlib(*data)); }, 1}});

@@ -62,9 +62,9 @@ void require(bool right, const std::string& what) {
     if (!right) throw std::runtime_error(what);
 }
 
-Frame random_bytes(std::size_t count) {
+ByteBuffer random_bytes(std::size_t count) {
     std::mt19937 random(1);
-    Frame bytes(count);
+    ByteBuffer bytes(count);
     for (Ouint8& b : bytes) b = static_cast<Ouint8>(random());
     return bytes;
 }

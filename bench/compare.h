@@ -33,7 +33,7 @@ void compare_memory(const std::string& work, const Run& ours, const std::string&
 void require(bool right, const std::string& what);
 
 // The same bytes in every run of the program.
-[[nodiscard]] Frame random_bytes(std::size_t count);
+[[nodiscard]] ByteBuffer random_bytes(std::size_t count);
 
 // What there is to compare, by theme. Inputs are made and answers checked before anything is timed.
 void conversion();

@@ -2,7 +2,7 @@
 // memory, full colour beside the plain form and beside a library that does much the same.
 #include "compare.h"
 
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 #include "reference_conversion.h"
 
 #include <benchmark/benchmark.h>
@@ -18,8 +18,8 @@ constexpr int kWidth = 2048, kHeight = 1024;
 constexpr std::size_t kSourceBytes = std::size_t{4} * kWidth * kHeight;
 
 struct Memory {
-    Frame source = random_bytes(kSourceBytes);
-    Frame target = Frame(kSourceBytes); // no layout takes more than the source
+    ByteBuffer source = random_bytes(kSourceBytes);
+    ByteBuffer target = ByteBuffer(kSourceBytes); // no layout takes more than the source
 };
 using SharedMemory = std::shared_ptr<Memory>;
 
@@ -49,7 +49,7 @@ void compare_conversion(const Case& c, const SharedMemory& memory, double bitMar
         return reference::convert(memory->source.data(), c.left, kWidth, kHeight, c.layout);
     };
 
-    const Frame expected = plain();
+    const ByteBuffer expected = plain();
     require(ours() == expected.size() && std::equal(expected.begin(), expected.end(), memory->target.begin()),
             c.work + ": wrong bytes");
     compare_speed("convert 2048 x 1024, " + c.work, kSourceBytes, ours,

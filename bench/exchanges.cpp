@@ -48,9 +48,9 @@ int update_areas(Ouint16 port) {
 }
 
 // An area of 57 pages, 60,122 bytes.
-Frame long_payload() {
+ByteBuffer long_payload() {
     constexpr Ouint32 kPages = 57, kPageBytes = 2 * kWidth * kHeight / 8;
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     out.u8(1).u8(hv_GPR_5HDynamicArea).u8(0).u16(0).u16(1); // command header, one area
     out.u32(33 + 30 * kPages).u8(1).u8(0).u16(5).u8(1).u16(0).u8(1).u32(0);
@@ -75,7 +75,7 @@ int send_blocks(Ouint16 port, Bytes payload) {
 bool shows_something(const sim::Simulator& controller) {
     const auto areas = controller.dynamic_areas();
     if (areas.size() != 1 || areas[0].pages.empty()) return false;
-    const Frame& pixels = areas[0].pages[0].pixels;
+    const ByteBuffer& pixels = areas[0].pages[0].pixels;
     return std::any_of(pixels.begin(), pixels.end(), [](Ouint8 b) { return b != 0xFF; });
 }
 
@@ -102,7 +102,7 @@ void exchanges() {
     compare_time("three areas in one command", three,
                  {{"prescribed rests of two connections", [] { rest(2); }}});
 
-    const auto payload = std::make_shared<const Frame>(long_payload());
+    const auto payload = std::make_shared<const ByteBuffer>(long_payload());
     const auto send = [=] {
         require(send_blocks(controller->port(), *payload) == QM_OK, "block sending: refused");
     };

@@ -21,7 +21,7 @@ void spin(std::chrono::microseconds time) {
 } // namespace
 
 void files() {
-    const auto content = std::make_shared<const Frame>(random_bytes(kFile));
+    const auto content = std::make_shared<const ByteBuffer>(random_bytes(kFile));
     const auto write = [content] {
         const Silence silence;
         Acknowledging controller;

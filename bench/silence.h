@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 namespace qm::bench {
 

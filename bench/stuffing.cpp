@@ -44,7 +44,7 @@ std::size_t unstuff_bytewise(Bytes frame, Ouint8* out) {
 }
 
 // The pages of a long text, 128 x 32 pixels in two colours.
-Frame picture_data() {
+ByteBuffer picture_data() {
     screen_settings().set(SCREEN_COLOR_DOUBLE, 0x0262, DOUBLE_COLOR_PIXTYPE_1);
     std::string text;
     while (text.size() < 10000) text += "signs that say what they mean ";
@@ -56,7 +56,7 @@ Frame picture_data() {
     area.setGeometry({ePicturesArea, 0, 0, 128, 32});
     area.AreaAddTxt(text.c_str(), "DejaVu Sans", style, qm_G6_page_header{});
     area.PreparePageData();
-    Frame data;
+    ByteBuffer data;
     while (data.size() < kBytes)
         for (const CData& page : area.pixelDataList)
             data.insert(data.end(), page.bytes().begin(), page.bytes().end());
@@ -65,17 +65,17 @@ Frame picture_data() {
 }
 
 struct Buffers {
-    explicit Buffers(Frame bytes) : body(std::move(bytes)) {}
+    explicit Buffers(ByteBuffer bytes) : body(std::move(bytes)) {}
 
-    Frame body;
-    Frame ourRoom;                          // where ours writes
-    Bytes frame;                            // and what it wrote
-    Frame restored;                         // ours, back again
-    Frame room = Frame(8 + 2 * kBytes + 1); // where the loops write
+    ByteBuffer body;
+    ByteBuffer ourRoom;                               // where ours writes
+    Bytes frame;                                      // and what it wrote
+    ByteBuffer restored;                              // ours, back again
+    ByteBuffer room = ByteBuffer(8 + 2 * kBytes + 1); // where the loops write
     LedPacket packet;
 };
 
-void compare_stuffing(const std::string& what, double mark, Frame body) {
+void compare_stuffing(const std::string& what, double mark, ByteBuffer body) {
     const auto b = std::make_shared<Buffers>(std::move(body));
 
     const auto stuff = [=] { b->frame = LedPacket::Transfer_Packet(b->body, b->ourRoom); };

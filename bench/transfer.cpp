@@ -4,7 +4,7 @@
 #include "compare.h"
 #include "silence.h"
 
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 #include "tcpClient/TcpPeer.h"
 
 #include <arpa/inet.h>
@@ -53,13 +53,13 @@ bool receive_all(int socket, std::span<Ouint8> bytes) {
 // What is on the wire of one file: the sizes of its frames, and the answer to each.
 struct Exchange {
     std::vector<std::size_t> frames;
-    Frame answer;
+    ByteBuffer answer;
 };
 
 // Answers on each connection, in a thread of its own, until the connection ends.
 class FarEnd {
   public:
-    explicit FarEnd(Frame answer)
+    explicit FarEnd(ByteBuffer answer)
         : m_answer(std::move(answer)), m_listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
@@ -89,12 +89,12 @@ class FarEnd {
     void answer(int socket) const {
         const int on = 1;
         ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-        Frame frame(1 << 16);
+        ByteBuffer frame(1 << 16);
         for (ssize_t got; (got = ::recv(socket, frame.data(), frame.size(), 0)) > 0;)
             if (frame[static_cast<std::size_t>(got - 1)] == kEndByte && !send_all(socket, m_answer)) return;
     }
 
-    Frame m_answer;
+    ByteBuffer m_answer;
     Descriptor m_listener;
     Ouint16 m_port = 0;
     std::vector<std::thread> m_threads;
@@ -141,8 +141,8 @@ class BareSocket {
     }
 
     Descriptor m_socket;
-    Frame m_bytes = [] {
-        Frame bytes(1 << 16);
+    ByteBuffer m_bytes = [] {
+        ByteBuffer bytes(1 << 16);
         bytes.back() = kEndByte;
         return bytes;
     }();
@@ -159,7 +159,7 @@ struct Loopback {
     BareSocket bare;
 };
 
-int write(ON_command& controller, const Frame& content) {
+int write(ON_command& controller, const ByteBuffer& content) {
     const Silence silence;
     return controller.hv_cmd_ofs_writeFile({"F001", 0, 1, content});
 }
@@ -167,7 +167,7 @@ int write(ON_command& controller, const Frame& content) {
 } // namespace
 
 void transfer() {
-    const auto content = std::make_shared<const Frame>(random_bytes(kFile));
+    const auto content = std::make_shared<const ByteBuffer>(random_bytes(kFile));
     Acknowledging recorder;
     require(write(recorder, *content) == QM_OK, "file transfer: refused");
     require(recorder.frames().size() == kFile / packet_len() + 1, "file transfer: frames are missing");

@@ -12,9 +12,9 @@ LONGEST_FUNCTION, LONGEST_FILE = 40, 330  # lines; of a function from brace to b
 MANUAL = "include/qm_sdk_dual.h"  # of every call; as long as it has to be
 # Files that include one another, a header and its source as one. A circle that is untied leaves the list.
 CIRCLES = {
-    "src/program/CairoFreeType src/program/FallbackFonts src/program/Font",
-    "src/program/FullColour src/program/PixelData",
-    "src/program/LineBreaker src/program/TextLayout",
+    "src/program/text/CairoFreeType src/program/text/FallbackFonts src/program/text/Font",
+    "src/program/pixels/FullColour src/program/pixels/PixelData",
+    "src/program/text/LineBreaker src/program/text/TextLayout",
     "tools/qmctl/ProgramDescription tools/qmctl/clock_values tools/qmctl/program_files",
     "tools/simulator/Controller tools/simulator/commands",
     "tools/simulator/DynamicArea tools/simulator/page_records",

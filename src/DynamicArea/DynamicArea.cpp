@@ -67,7 +67,7 @@ Ouint32 CVemarProtocol_DelDynamicArea::GetSize() const {
 }
 
 CData CVemarProtocol_DelDynamicArea::GetData() const {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     CVemarProtocol_DynamicAreaCmdHeader header;
     header.Cmd = kDelete;

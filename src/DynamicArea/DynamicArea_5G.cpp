@@ -123,7 +123,7 @@ CData CVemarProtocol_DynamicArea_5G::GetData() {
                    kLongest);
         return {};
     }
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     m_oCmdHeader.append(out);
     out.u32(AreaDataLen).u8(AreaId).u8(RunMode).u16(Timeout).u8(RelateAllPro).u16(RelateProNum);

@@ -116,7 +116,7 @@ Oint32 CDynamicArea_ALL_6G::AddPages(Ouint8 areaId, const qm_G6_page_header& pag
 }
 
 CData CDynamicArea_ALL_6G::GetDynamicAreaData() {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     m_oCmdHeader.append(out);
     out.u16(static_cast<Ouint16>(m_vctDynamicArea.size()));

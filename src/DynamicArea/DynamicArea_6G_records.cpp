@@ -7,7 +7,7 @@ namespace {
 
 // A record's bytes as a buffer of their own.
 template <class Append> CData serialised(Append&& append) {
-    Frame bytes;
+    ByteBuffer bytes;
     ByteWriter out(bytes);
     append(out);
     return CData(Bytes(bytes));

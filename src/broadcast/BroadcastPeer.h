@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cmdPacket/command.h"
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <mutex>
 #include <optional>

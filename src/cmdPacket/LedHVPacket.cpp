@@ -54,7 +54,7 @@ int other_command(Ouint8 group, Ouint8 cmd) {
 }
 
 // Writes the XOR of everything up to its own, last, byte.
-void close_header(Frame& body) { body.push_back(calc_xor(body)); }
+void close_header(ByteBuffer& body) { body.push_back(calc_xor(body)); }
 
 } // namespace
 
@@ -294,7 +294,7 @@ int LedHVPacket::Unpack(Bytes frame, Ouint8 group, Ouint8 cmd, Answer& answer) {
     return fail(QM_TRUNCATED, "The answer has %zu bytes, and there is room for %zu.", length, copied);
 }
 
-int LedHVPacket::UnpackPing3(Bytes frame, Frame& body) {
+int LedHVPacket::UnpackPing3(Bytes frame, ByteBuffer& body) {
     if (!is_frame(frame)) return refuse(frame);
     Restore_Packet(frame, body);
     if (body.size() < 5) return cut_at(frame.size(), QM_FAILED, kShort);

@@ -45,7 +45,7 @@ class LedHVPacket : public LedPacket {
 
     // Opens the handshake's answer: 0, -1 (no frame) or -4 (unknown version). The controller type stands at
     // bytes 6 and 7 of body, which holds at least 8 bytes on success.
-    int UnpackPing3(Bytes frame, Frame& body);
+    int UnpackPing3(Bytes frame, ByteBuffer& body);
 
     Ouint8 m_PHYType = 0;
     Ouint8 m_protocoltype = 0; // echoed from the controller's latest good answer
@@ -63,9 +63,9 @@ class LedHVPacket : public LedPacket {
     // received: the bytes of the frame before they were unstuffed
     int open_link(Bytes body, std::size_t received, Bytes& application);
 
-    Frame m_application; // work buffers, kept from frame to frame
-    Frame m_body;
-    Frame m_room; // for the stuffed frame
+    ByteBuffer m_application; // work buffers, kept from frame to frame
+    ByteBuffer m_body;
+    ByteBuffer m_room; // for the stuffed frame
 };
 
 } // namespace qm

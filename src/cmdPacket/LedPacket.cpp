@@ -34,7 +34,7 @@ std::size_t LedPacket::Transfer_Packet(Bytes body, Ouint8* out) {
 }
 
 // To count the escapes first would take a pass over the body as long as stuffing it.
-Bytes LedPacket::Transfer_Packet(Bytes body, Frame& room) {
+Bytes LedPacket::Transfer_Packet(Bytes body, ByteBuffer& room) {
     const std::size_t most = kStartBytes + 2 * body.size() + 1;
     if (room.size() < most) room.resize(most);
     return Bytes(room).first(Transfer_Packet(body, room.data()));
@@ -44,7 +44,7 @@ std::size_t LedPacket::Restore_Data(Bytes stuffed, Ouint8* out) {
     return stuffing_kernels().restore(stuffed, out);
 }
 
-void LedPacket::Restore_Packet(Bytes frame, Frame& body) const {
+void LedPacket::Restore_Packet(Bytes frame, ByteBuffer& body) const {
     const auto first = std::find_if(frame.begin(), frame.end(), [&](Ouint8 b) { return b != begin_flag; });
     const auto begin = static_cast<std::size_t>(first - frame.begin());
     std::size_t end = frame.size();

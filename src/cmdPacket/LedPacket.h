@@ -24,13 +24,13 @@ class LedPacket {
     static std::size_t Transfer_Packet(Bytes body, Ouint8* out);
     // The same into room, which grows to the most that a body of this length can take, and only then. Gives
     // the frame, which is valid until the room is used again.
-    static Bytes Transfer_Packet(Bytes body, Frame& room);
+    static Bytes Transfer_Packet(Bytes body, ByteBuffer& room);
 
     // Undoes the escapes; out holds at least as many bytes as come in. Returns the bytes written.
     static std::size_t Restore_Data(Bytes stuffed, Ouint8* out);
 
     // Strips start and end bytes of a received frame, any number of each, and undoes the escapes.
-    void Restore_Packet(Bytes frame, Frame& body) const;
+    void Restore_Packet(Bytes frame, ByteBuffer& body) const;
 
     // Dotted IPv4 text to 4 bytes.
     static void strIPtoHex(const char* text, Ouint8 out[4]);

@@ -128,7 +128,7 @@ int ON_command::ping_handshake(int recvTimeout) {
     if (const int code = Send(request.data(), size_of(request)); code != 0) return code;
     Bytes frame;
     if (const int code = receive_frame(recvTimeout, frame); code != 0) return code;
-    Frame body;
+    ByteBuffer body;
     if (const int code = UnpackPing3(frame, body); code != 0) return code;
     m_DeviceType = static_cast<Ouint16>(body[6] | body[7] << 8);
     return QM_OK;

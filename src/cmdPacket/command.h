@@ -139,14 +139,14 @@ class ON_command : public LedHVPacket {
     int delete_files(Ouint8 code, std::int16_t fileNub, const char* fileName, std::size_t fieldSize);
     int start_read(Ouint8 code, char* fileName, Ouint32* fileSize, Ouint32* fileCrc);
     int read_block(Ouint8 code, const char* fileName);
-    int read_directory(std::size_t announced, Frame& entries, Ouint16& count);
+    int read_directory(std::size_t announced, ByteBuffer& entries, Ouint16& count);
     int send_control(Ouint8 code, Bytes payload) { return send_cmd(hv_GRP_CONF, code, payload); }
     int program_lock(Ouint8 nonvolatile, Ouint8 lock, const char* name, Ouint32 lockDuration, bool reserved);
 
     int receive_answer(int sent, Ouint8 group, Ouint8 cmd, Answer& recv_data);
 
-    Frame m_received;
-    Frame m_block; // the file block at hand
+    ByteBuffer m_received;
+    ByteBuffer m_block; // the file block at hand
 };
 
 } // namespace qm

@@ -29,7 +29,7 @@ int ON_command::hv_cmd_coerce_OnOff(Ouint8 onOff) {
 }
 
 int ON_command::hv_cmd_timing_onOff(Ouint8 groupNum, const Ouint8* data) {
-    Frame payload{groupNum};
+    ByteBuffer payload{groupNum};
     for (std::size_t i = 0; i < 4U * groupNum; ++i) payload.push_back(charToBcd(data[i]));
     return send_control(hv_conf_ScreenTimingOnOff, payload);
 }
@@ -52,7 +52,7 @@ int ON_command::hv_cmd_screen_lock(Ouint8 nonvolatile, Ouint8 lock) {
 
 int ON_command::program_lock(Ouint8 nonvolatile, Ouint8 lock, const char* name, Ouint32 lockDuration,
                              bool reserved) {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     out.u8(nonvolatile).u8(lock).text(name, kFileNameSize).zeros(reserved ? 1 : 0).u32(lockDuration);
     return send_control(hv_conf_ProgramLock, payload);
@@ -72,7 +72,7 @@ int ON_command::hv_cmd_check_controllerStatus(Answer& controllerStatus) {
 }
 
 int ON_command::hv_cmd_set_password(const char* oldPassword, const char* newPassword) {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter(payload).text(oldPassword, kPasswordSize).text(newPassword, kPasswordSize);
     return send_control(hv_conf_SetPassword, payload);
 }

@@ -52,7 +52,7 @@ int ON_command::hv_cmd_ofs_endFileTransf() { return send_cmd(hv_GRP_OFSConf, hv_
 int ON_command::delete_files(Ouint8 code, std::int16_t fileNub, const char* fileName, std::size_t fieldSize) {
     if (!can_name_files(fileNub)) return QM_FAILED;
     const auto count = static_cast<Ouint16>(fileNub);
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter(payload).u16(count).text(fileName, kFileNameSize * count);
     return send_cmd(hv_GRP_OFSConf, code, Bytes(payload).first(fieldSize + kFileNameSize * count));
 }
@@ -86,7 +86,7 @@ int ON_command::hv_cmd_conf_writeFile(const FileToWrite& file) {
 
 int ON_command::write_file(const FileToWrite& file, const WriteCodes& codes) {
     if (!fits_a_frame(codes.blockSize)) return QM_FAILED;
-    Frame start;
+    ByteBuffer start;
     ByteWriter(start)
         .text(file.name, kFileNameSize)
         .u8(file.type)
@@ -119,7 +119,7 @@ int ON_command::write_block(const FileToWrite& file, const WriteCodes& codes, st
 int ON_command::start_read(Ouint8 code, char* fileName, Ouint32* fileSize, Ouint32* fileCrc) {
     Ouint8 buffer[12];
     Answer answer{buffer};
-    Frame name;
+    ByteBuffer name;
     ByteWriter(name).text(fileName, kFileNameSize);
     const int status = send_recv_cmd(hv_GRP_OFSConf, code, name, answer);
     ByteReader reader(answer.received());
@@ -140,7 +140,7 @@ int ON_command::hv_cmd_conf_startReedFile(char* fileName, Ouint32& fileSize, Oui
 
 // Only the first block is ever asked for, since a proper answer to it ends the call.
 int ON_command::read_block(Ouint8 code, const char* fileName) {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter(payload).text(fileName, kFileNameSize).u32(0);
     Answer none;
     return send_recv_cmd(hv_GRP_OFSConf, code, payload, none);
@@ -164,7 +164,7 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
     const Ouint16 announced = reader.u16();
     if (!reader.ok()) return fail(QM_FAILED, "The answer does not say how many files there are.");
 
-    Frame entries;
+    ByteBuffer entries;
     Ouint16 count = 0;
     const int code = read_directory(announced, entries, count);
     // What came before a failure is the caller's, too.
@@ -178,7 +178,7 @@ int ON_command::hv_cmd_ofs_reedDirBlock(GetDirBlock_G56& dirBlock) {
 
 // Block answer: last-block flag, two bytes of no use here, entries in this block, one more byte; the entries.
 // A controller may send more or fewer entries than it announced.
-int ON_command::read_directory(std::size_t announced, Frame& entries, Ouint16& count) {
+int ON_command::read_directory(std::size_t announced, ByteBuffer& entries, Ouint16& count) {
     entries.reserve(announced * kEntry);
     for (std::size_t empty = 0; empty < kEmptyBlocks;) {
         const Ouint8 next[] = {static_cast<Ouint8>(count), static_cast<Ouint8>(count >> 8U)};

@@ -22,7 +22,7 @@ int ON_command::hv_cmd_setMac(const char* mac) {
 // 51 bytes: mode, ip 4, subnetMask 4, gateway 4, port u16, serverMode, serverIP 4, serverPort u16, password
 // 8, heartbeat u16, netID 12, onoffMac and mac 6, which stay zero.
 int ON_command::hv_cmd_setIP(const S_setIP& settings) {
-    Frame payload;
+    ByteBuffer payload;
     ByteWriter out(payload);
     const auto address = [&out](const char* text) {
         Ouint8 bytes[4];

@@ -76,7 +76,7 @@ class Marks {
         const bool main = hour % kMainHours == 0;
         const MarkSize size = mark_size(m_radius, main);
         const Direction direction(hour);
-        HVarea::set_cairoColor(m_canvas.context(), main ? m_dial.colors.Color369 : m_dial.colors.ColorDot);
+        set_cairoColor(m_canvas.context(), main ? m_dial.colors.Color369 : m_dial.colors.ColorDot);
         if (m_dial.style == eSQUARE || m_dial.style == eCIRCLE) {
             // Inside the circle, the middles on a common one.
             const int distance = m_radius - mark_size(m_radius, true).half;
@@ -121,7 +121,7 @@ class Marks {
 } // namespace
 
 void draw_dial(Canvas32& canvas, const ClockDial& dial) {
-    HVarea::set_cairoColor(canvas.context(), dial.colors.ColorBG);
+    set_cairoColor(canvas.context(), dial.colors.ColorBG);
     cairo_paint(canvas.context());
     Marks(canvas, dial).draw();
 }

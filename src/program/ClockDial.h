@@ -1,7 +1,7 @@
 // The face of an analog clock, without its hands.
 #pragma once
 
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
 #include "qm_sdk_dual.h"
 
 namespace qm {

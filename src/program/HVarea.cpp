@@ -1,6 +1,6 @@
 #include "program/HVarea.h"
 
-#include "program/CairoFreeType.h"
+#include "program/text/CairoFreeType.h"
 #include "support/message.h"
 #include "support/reason.h"
 
@@ -39,30 +39,6 @@ void HVarea::setGeometry(const qm_G5_area_header& header) {
 Oint8 HVarea::get_cairoFace(cairo_t* c, bool bold, bool italic) const {
     select_font(c, {_fontStyle, _fontPathName, 0, bold, italic});
     return 0;
-}
-
-Oint8 HVarea::set_cairoColor(cairo_t* c, Ouint32 color) {
-    if (color < 8) {
-        // Bit 0 of a palette index is red, bit 1 green, bit 2 blue.
-        cairo_set_source_rgb(c, color & 1U, color >> 1U & 1U, color >> 2U & 1U);
-        return 0;
-    }
-    const auto component = [color](unsigned shift) {
-        return static_cast<double>(static_cast<float>((color >> shift & 0xFFU) / 255.0));
-    };
-    cairo_set_source_rgb(c, component(16), component(8), component(0));
-    return 0;
-}
-
-Oint32 HVarea::get_x_area(Ouint8 align, Oint32 areaW, Oint32 srcW) {
-    if (areaW <= srcW) return 0;
-    if (align == 1) return (areaW - srcW) / 2;
-    return align == 2 ? areaW - srcW : 0;
-}
-
-Oint32 HVarea::get_y_area(Oint32 areaH, Oint32 num, Oint32 srcH) {
-    const Oint32 left = areaH - num * srcH;
-    return left > 0 ? left / 2 : 0;
 }
 
 double HVarea::round(double r) { return r > 0 ? std::floor(r + 0.5) : std::ceil(r - 0.5); }

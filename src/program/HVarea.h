@@ -1,8 +1,8 @@
 // Base of every area: identity, geometry, font, and the helpers that all drawing areas share.
 #pragma once
 
-#include "program/Font.h"
-#include "program/ScreenSettings.h"
+#include "program/pixels/ScreenSettings.h"
+#include "program/text/Font.h"
 
 #include <string>
 
@@ -19,8 +19,8 @@ struct qm_G5_area_header {
 // Where an assembled area goes: its record to the program file, and in generation 6 its pixel data to the
 // data file, whose positions the record gives counted from 1.
 struct ProgramFiles {
-    Frame program;
-    Frame data;
+    ByteBuffer program;
+    ByteBuffer data;
 
     // Appends pixel data; returns its position.
     Ouint32 add_pixels(Bytes pixels) {
@@ -43,7 +43,7 @@ class HVarea {
     // it has been reported and is left out.
     virtual bool PreparePageData() { return true; }
     // Appends the record of a generation-5 program file.
-    virtual void AssembleData(Frame& program) const { (void)program; }
+    virtual void AssembleData(ByteBuffer& program) const { (void)program; }
     // Appends the record and the pixel data of a generation-6 program.
     virtual void AssembleData_G6(ProgramFiles& files) const { (void)files; }
     // Whether the length before the record is worked out, or the previous area's is written again.
@@ -54,12 +54,6 @@ class HVarea {
 
     // Selects this area's font on the context and turns antialiasing off. Always 0.
     Oint8 get_cairoFace(cairo_t* c, bool bold, bool italic) const;
-    // Sets the source colour: a palette index below 8, else 0xRRGGBB. Always 0.
-    static Oint8 set_cairoColor(cairo_t* c, Ouint32 color);
-    // Offset of a block of width srcW in areaW: align 1 centre, 2 right, else left; never negative.
-    static Oint32 get_x_area(Ouint8 align, Oint32 areaW, Oint32 srcW);
-    // Offset that centres num lines of height srcH in areaH; never negative.
-    static Oint32 get_y_area(Oint32 areaH, Oint32 num, Oint32 srcH);
     static Ouint32 getAlignPixels(TranPixelMode mode) { return align_pixels(mode); }
     // Half away from zero.
     static double round(double r);

@@ -1,6 +1,6 @@
 #include "program/HVframe.h"
 
-#include "program/ScreenSettings.h"
+#include "program/pixels/ScreenSettings.h"
 #include "support/files.h"
 #include "support/message.h"
 #include "support/reason.h"

@@ -1,7 +1,7 @@
 // The pattern picture of a border.
 #pragma once
 
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
 #include "support/bytes.h"
 
 #include <optional>

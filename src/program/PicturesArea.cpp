@@ -1,6 +1,6 @@
 #include "program/PicturesArea.h"
 
-#include "program/TextRepair.h"
+#include "program/text/text_repair.h"
 #include "support/message.h"
 
 #include <algorithm>
@@ -188,7 +188,7 @@ const qm_G5_page_header& PicturesArea::header_of(std::size_t page) const {
 }
 
 // Area header 9; border; page count u16; for each page: length u32 of what follows, page header 13, pixels.
-void PicturesArea::AssembleData(Frame& program) const {
+void PicturesArea::AssembleData(ByteBuffer& program) const {
     ByteWriter out(program);
     m_aHeader.append(out);
     append_frame(out);

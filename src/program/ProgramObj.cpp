@@ -3,7 +3,7 @@
 #include "global.h"
 #include "program/PicturesArea.h"
 #include "program/TimeArea.h"
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 #include "support/reason.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ std::unique_ptr<HVarea> make_area(Ouint8 type) {
 }
 
 // Leaves a copy for debugging in the current directory. What cannot be written is not missed.
-void write_debugging_copy(const Frame& file) {
+void write_debugging_copy(const ByteBuffer& file) {
     const Descriptor copy(
         ::open("dataFantx.bin", O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644));
     struct stat status {};
@@ -57,7 +57,7 @@ std::optional<ProgramName> program_name(Ouint32 programID) {
     return name;
 }
 
-Ouint32 close_with_crc(Frame& file) {
+Ouint32 close_with_crc(ByteBuffer& file) {
     const Ouint32 crc = calc_crc32(file);
     ByteWriter(file).u32(crc);
     (void)CData::length_of(file); // the caller is told it in 32 bits

@@ -45,7 +45,7 @@ class ProgramObj {
     // Assembles the file.
     void SendProgram();
 
-    Frame p_src; // the assembled program file
+    ByteBuffer p_src; // the assembled program file
     ProgramName pFileName{};
     Ouint8 pFileType = 0;
     Ouint32 pCRC32 = 0; // the last four bytes of the file
@@ -57,7 +57,7 @@ class ProgramObj {
     static bool no_such_kind(Ouint8 type); // false
     void append_play_periods(ByteWriter& out) const;
     // Appends every area's record behind its length, made by assemble.
-    template <class Assemble> void append_areas(Frame& program, Assemble&& assemble);
+    template <class Assemble> void append_areas(ByteBuffer& program, Assemble&& assemble);
 
     int m_iAreaNum = 0; // counts areas that were replaced, too
     std::vector<std::unique_ptr<HVarea>> _areaList;
@@ -71,9 +71,9 @@ class ProgramObj {
 };
 
 // Appends the CRC-32 of a file to it, and gives it.
-Ouint32 close_with_crc(Frame& file);
+Ouint32 close_with_crc(ByteBuffer& file);
 
-template <class Assemble> void ProgramObj::append_areas(Frame& program, Assemble&& assemble) {
+template <class Assemble> void ProgramObj::append_areas(ByteBuffer& program, Assemble&& assemble) {
     Ouint32 length = 0;
     for (const auto& area : _areaList) {
         area->PreparePageData();

@@ -25,7 +25,7 @@ class ProgramObj_g6 : public ProgramObj {
     // Assembles both files.
     void SendProgram();
 
-    Frame d_src; // the assembled data file
+    ByteBuffer d_src; // the assembled data file
     ProgramName dFileName{};
     Ouint8 dFileType = 9;
     Ouint32 dCRC32 = 0;

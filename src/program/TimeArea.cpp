@@ -232,7 +232,7 @@ bool TimeArea::LoadAreaPage(int pageNum) {
     return !m_preview.empty();
 }
 
-Ouint32 TimeArea::setTimeSetting(Frame& dataAdd, Ouint8 mode) const {
+Ouint32 TimeArea::setTimeSetting(ByteBuffer& dataAdd, Ouint8 mode) const {
     const std::size_t start = dataAdd.size();
     ByteWriter out(dataAdd);
     if (!full_color())
@@ -260,7 +260,7 @@ void TimeArea::append_digital(ByteWriter& out, Ouint32 firstGlyph) const {
     constexpr std::size_t kInUnit = 2;
     const auto& units = m_model->units();
     const auto& sets = m_model->sets();
-    Frame setting;
+    ByteBuffer setting;
     setTimeSetting(setting, 0);
     out.u8(kDigital).u8(static_cast<unsigned>(units.size())).u8(static_cast<unsigned>(sets.size()));
     for (const PlacedUnit& unit : units) {
@@ -278,7 +278,7 @@ void TimeArea::append_digital(ByteWriter& out, Ouint32 firstGlyph) const {
 // Area header 9; no border; then of a digital clock what append_digital says, positions counted from the
 // page's first byte, and the page and the glyphs; of an analog one kind 1, unit count 1, no glyph sets,
 // setting 14, style u8, zero 1, length of the page u32, and the page.
-void TimeArea::AssembleData(Frame& program) const {
+void TimeArea::AssembleData(ByteBuffer& program) const {
     ByteWriter out(program);
     m_aHeader.append(out);
     out.u8(0);

@@ -43,7 +43,7 @@ class TimeArea : public HVarea {
 
     // Draws the page and the glyphs and converts them. False when the dial picture cannot be read.
     bool PreparePageData() override;
-    void AssembleData(Frame& program) const override;
+    void AssembleData(ByteBuffer& program) const override;
 
     // Renders the page for a preview: a digital clock as it is now, an analog one without its hands. False,
     // after a message, for another number than 0 and for an area without room.
@@ -53,7 +53,7 @@ class TimeArea : public HVarea {
 
     // Appends the record with which the screen shows a unit in the area's colour, and gives its length: 2
     // bytes, 5 in full colour, 3 in full colour of 16-bit pixels.
-    Ouint32 setTimeSetting(Frame& dataAdd, Ouint8 mode) const;
+    Ouint32 setTimeSetting(ByteBuffer& dataAdd, Ouint8 mode) const;
     // A colour as the controller takes it: unchanged, 0xBBGGRR in full colour, a pixel in that of 16 bits.
     [[nodiscard]] static Ouint32 get_vemarColor(Ouint32 color);
     static Ouint8 byte2bcd(unsigned v) { return static_cast<Ouint8>(((v / 10) << 4U) + v % 10); }
@@ -96,9 +96,9 @@ class TimeArea : public HVarea {
 
     std::unique_ptr<TimeFontModel> m_model; // of the prepared page
     CData m_page;
-    Frame m_glyphs; // of every set, one after the other
+    ByteBuffer m_glyphs; // of every set, one after the other
     std::vector<Ouint32> m_setOffsets;
-    Frame m_preview;
+    ByteBuffer m_preview;
 };
 
 } // namespace qm

@@ -12,8 +12,8 @@ void append_setting(ByteWriter& out, const HVAnalogClockHeader_G56& h, AppendCol
     color(out.u8(h.SecHandWidth).u8(h.SecHandLen), h.SecHandColor);
 }
 
-Frame clock_setting(const HVAnalogClockHeader_G56& header) {
-    Frame setting;
+ByteBuffer clock_setting(const HVAnalogClockHeader_G56& header) {
+    ByteBuffer setting;
     ByteWriter out(setting);
     const ScreenSettings& screen = screen_settings();
     if (screen.m_screenColor != SCREEN_COLOR_FULLCOLOR)
@@ -69,7 +69,7 @@ void TimeArea_G6::AssembleData_G6(ProgramFiles& files) const {
     pageHeader.append(out);
     out.u32(files.add_pixels(page())).u32(CData::length_of(page()));
     if (!m_analogClock) return append_digital(out, files.add_pixels(glyphs()));
-    const Frame setting = m_clockSetting.empty() ? clock_setting(m_header) : m_clockSetting;
+    const ByteBuffer setting = m_clockSetting.empty() ? clock_setting(m_header) : m_clockSetting;
     out.u8(kAnalog).u8(1).u8(0).u8(static_cast<unsigned>(setting.size())).bytes(setting);
     out.u8(m_clockStyle).u8(0);
 }

@@ -34,7 +34,7 @@ class TimeArea_G6 : public TimeArea {
 
   private:
     HVAnalogClockHeader_G56 m_header{};
-    Frame m_clockSetting; // 14, 17 or 23 bytes; empty for a clock that got a dial picture only
+    ByteBuffer m_clockSetting; // 14, 17 or 23 bytes; empty for a clock that got a dial picture only
 };
 
 } // namespace qm

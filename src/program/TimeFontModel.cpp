@@ -1,6 +1,6 @@
 #include "program/TimeFontModel.h"
 
-#include "program/HVarea.h"
+#include "program/text/alignment.h"
 
 #include <algorithm>
 #include <cmath>
@@ -124,7 +124,7 @@ GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, O
     }
     Box ink;
     for (Run& run : runs) {
-        run.move(HVarea::get_x_area(align, set.width, run.advance));
+        run.move(get_x_area(align, set.width, run.advance));
         ink.include(run.ink);
     }
     if (m_underline > 0) ink.include({0, m_underlineTop, set.width, m_underlineTop + m_underline});
@@ -257,7 +257,7 @@ void TimeFontModel::place(Ouint8 align) {
         const int usual = m_font->line_height() - heights / (gaps + 1);
         gap = std::clamp(usual, 0, std::max(0, (m_areaHeight - heights) / gaps));
     }
-    int y = HVarea::get_y_area(m_areaHeight, 1, heights + gaps * gap);
+    int y = get_y_area(m_areaHeight, 1, heights + gaps * gap);
     for (const Line& line : m_lines) {
         place_line(line, align, y - line.top);
         y += line.height() + gap;
@@ -265,7 +265,7 @@ void TimeFontModel::place(Ouint8 align) {
 }
 
 void TimeFontModel::place_line(const Line& line, Ouint8 align, int baseline) {
-    int x = HVarea::get_x_area(align, m_areaWidth, width_of(line));
+    int x = get_x_area(align, m_areaWidth, width_of(line));
     const auto put = [&](const TimePiece& piece) {
         const std::size_t set = set_of(piece);
         if (shows(piece))

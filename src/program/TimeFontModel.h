@@ -1,8 +1,8 @@
 // A digital clock laid out: every character that it may ever show, and the places where they appear.
 #pragma once
 
-#include "program/Font.h"
 #include "program/TimeFormat.h"
+#include "program/text/Font.h"
 
 namespace qm {
 

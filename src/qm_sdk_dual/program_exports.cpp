@@ -27,7 +27,7 @@ bool is_valid(const HVprogramppGrp_G56& periods) {
     return in_range("playTimeGrpNum", periods.playTimeGrpNum, 0, std::size(periods.timeGrp));
 }
 
-Ouint8* copy_for_caller(const Frame& file) {
+Ouint8* copy_for_caller(const ByteBuffer& file) {
     auto* copy = static_cast<Ouint8*>(std::malloc(file.size()));
     if (copy)
         std::copy(file.begin(), file.end(), copy);

@@ -78,7 +78,7 @@ template <class Header> [[nodiscard]] bool is_drawable(const Header& header) {
 [[nodiscard]] bool is_valid(const HVprogramppGrp_G56& periods);
 
 // Copies an assembled file for the caller; null when memory is exhausted.
-Ouint8* copy_for_caller(const Frame& file);
+Ouint8* copy_for_caller(const ByteBuffer& file);
 
 int move_area(ProgramObj& program, Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height);
 

@@ -1,6 +1,6 @@
 #include "support/TemporaryFile.h"
 
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 #include "support/reason.h"
 
 #include <cerrno>

@@ -14,7 +14,7 @@
 namespace qm {
 
 using Bytes = std::span<const Ouint8>;
-using Frame = std::vector<Ouint8>;
+using ByteBuffer = std::vector<Ouint8>;
 
 // A flag of a caller's record, whatever byte the caller put there.
 [[nodiscard]] inline bool flag(const bool& field) {
@@ -64,7 +64,7 @@ class CData {
 // Appends fields to a byte vector.
 class ByteWriter {
   public:
-    explicit ByteWriter(Frame& out) : m_out(out) {}
+    explicit ByteWriter(ByteBuffer& out) : m_out(out) {}
 
     ByteWriter& u8(unsigned value) { return append(value, 1); }
     ByteWriter& u16(unsigned value) { return append(value, 2); }
@@ -94,7 +94,7 @@ class ByteWriter {
         return *this;
     }
 
-    Frame& m_out;
+    ByteBuffer& m_out;
 };
 
 // Takes fields off a byte sequence. A read past the end gives zeros and marks the reader as failed for good.

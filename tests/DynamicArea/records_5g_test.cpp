@@ -137,10 +137,10 @@ TEST(IndependentSound, IsLaidOutByteForByte) {
 
 TEST(DynamicAreaExchange, EnvelopesPayloadsOfEverySizeUnchanged) {
     for (const std::size_t size : {1U, 2U, 32768U, 32769U, 60000U}) {
-        Frame payload(size);
+        ByteBuffer payload(size);
         for (std::size_t i = 0; i < size; ++i)
             payload[i] = static_cast<Ouint8>(0xA0 + i % 16); // much to stuff
-        Frame body;
+        ByteBuffer body;
         ByteWriter out(body);
         out.u16(0xFFFE).u16(0x8000).u8(0xF0).u8(0).u16(0x0262).u32(0).u32(static_cast<Ouint32>(size));
         out.bytes(payload).u16(test::crc16(body));

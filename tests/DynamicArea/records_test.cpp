@@ -109,7 +109,7 @@ TEST(DynamicArea6G, ReportsTakenAndUnknownAreaNumbers) {
     EXPECT_EQ(all.AddArea(3, kRectangle, false, false, 0, 0), -1);
     // GB2312
     const std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_THAT(Frame(printed.begin(), printed.end()),
+    EXPECT_THAT(ByteBuffer(printed.begin(), printed.end()),
                 is_hex("20 C7 F8 D3 F2 49 44 A3 BA 37 20 B2 BB B4 E6 D4 DA A3 A1 CE DE B7 A8 D4 F6 BC D3 D2 "
                        "B3 C3 E6 CA FD BE DD A3 A1 0A "
                        "20 C7 F8 D3 F2 49 44 A3 BA 33 20 D2 D1 B4 E6 D4 DA A3 A1 0A"));

@@ -14,20 +14,20 @@ namespace {
 constexpr Ouint16 kG5 = 0x0051, kG6 = 0x0262;
 constexpr Ouint8 kOfs = 0xA1, kConf = 0xA2, kNet = 0xA4;
 
-Frame answer(Ouint8 group, Ouint8 cmd, Frame payload = {}) {
+ByteBuffer answer(Ouint8 group, Ouint8 cmd, ByteBuffer payload = {}) {
     AnswerFrame frame;
     frame.group = group;
     frame.cmd = cmd;
     frame.payload = std::move(payload);
     return frame.bytes();
 }
-Frame ack() { return answer(0xA0, 0); }
+ByteBuffer ack() { return answer(0xA0, 0); }
 
 // "group code | payload" of a request of the right generation.
-std::string request_text(const Frame& frame, Ouint16 type) {
+std::string request_text(const ByteBuffer& frame, Ouint16 type) {
     const SentRequest request = parse_request(frame);
     if (request.version != (type == kG5 ? 5 : 7)) return "no request";
-    return hex_text(Frame{request.group, request.code}) + " | " + hex_text(request.payload);
+    return hex_text(ByteBuffer{request.group, request.code}) + " | " + hex_text(request.payload);
 }
 
 struct Command {
@@ -147,7 +147,7 @@ TEST(Catalogue, DeliversNoValueWhereThereIsNoRoomForOne) {
 
 TEST(Catalogue, ReadsTheBattleTime) {
     const struct {
-        Frame payload;
+        ByteBuffer payload;
         int status;
         BattleTime time;
     } cases[] = {
@@ -184,7 +184,7 @@ TEST(Catalogue, DeliversAsMuchOfAnAnswerAsCame) {
 
 TEST(Catalogue, WritesTheWholeTransferStatusWhateverCame) {
     const struct {
-        Frame answer;
+        ByteBuffer answer;
         int status;
         const char* fields;
     } cases[] = {
@@ -203,14 +203,14 @@ TEST(Catalogue, WritesTheWholeTransferStatusWhateverCame) {
         char name[] = "name";
         Ouint32 crc = 0xEEEEEEEE, offset = 0xEEEEEEEE;
         EXPECT_EQ(link.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), c.status);
-        Frame fields;
+        ByteBuffer fields;
         ByteWriter(fields).u8(rw).text(name, 4).u32(crc).u32(offset);
         EXPECT_THAT(fields, is_hex(c.fields));
     }
 }
 
 TEST(Catalogue, OpensFilesForReading) {
-    const Frame payload = hex("50 30 30 38 0A 00 00 00 EF BE AD DE");
+    const ByteBuffer payload = hex("50 30 30 38 0A 00 00 00 EF BE AD DE");
     char name[] = "P007";
     MemoryLink ofs(kG6);
     ofs.answers = {answer(kOfs, 0x80 + 4, payload)};

@@ -22,7 +22,7 @@ TEST(Checksum, EveryKindGivesItsPublishedValues) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
-        const Frame bytes(c.text.begin(), c.text.end());
+        const ByteBuffer bytes(c.text.begin(), c.text.end());
         EXPECT_EQ(calc_crc(bytes), c.crc16);
         EXPECT_EQ(calc_crc32(bytes), c.crc32);
         EXPECT_EQ(calc_xor(bytes), c.xor8);

@@ -29,7 +29,7 @@ TEST(AddressText, FieldsAreDecimalNumbersOfLimitedLength) {
         {LedPacket::strMacToHex, "7-8", "07 08 00*4"},
     };
     for (const auto& c : cases) {
-        Frame out(hex(c.bytes).size(), 0xEE);
+        ByteBuffer out(hex(c.bytes).size(), 0xEE);
         c.convert(c.text, out.data());
         EXPECT_THAT(out, is_hex(c.bytes)) << c.text;
     }
@@ -49,7 +49,7 @@ TEST(Bcd, OneNibbleADecimalDigit) {
 TEST(Clock, RecordHoldsTheLocalTimeInBcdAndFollowsTheTimeZone) {
     for (const char* zone : {"TST-5:30", "TST7"}) {
         ::setenv("TZ", zone, 1);
-        Frame record(8);
+        ByteBuffer record(8);
         std::time_t before = 0;
         do {
             before = std::time(nullptr);

@@ -20,13 +20,13 @@ struct Outcome {
     std::string printed;
 };
 
-const Frame kAck = AnswerFrame{.group = 0xA0, .cmd = 0}.bytes();
-const Frame kNack = AnswerFrame{.group = 0xA0, .cmd = 1, .error = 21}.bytes();
+const ByteBuffer kAck = AnswerFrame{.group = 0xA0, .cmd = 0}.bytes();
+const ByteBuffer kNack = AnswerFrame{.group = 0xA0, .cmd = 1, .error = 21}.bytes();
 
 TEST(Exchange, SendsTheFrameWholeAndHandsOutTheAnswer) {
     MemoryLink link;
     link.answers = {AnswerFrame{.group = 0xA7, .payload = hex("5A 01")}.bytes()};
-    Frame buffer(4, 0xEE);
+    ByteBuffer buffer(4, 0xEE);
     const Outcome outcome(link, &ON_command::send_recv_cmd, hex("5A 10"), buffer);
     EXPECT_EQ(outcome.code, QM_OK);
     EXPECT_EQ(outcome.answer.length, 2);
@@ -52,7 +52,7 @@ TEST(Exchange, EchoesTheControllersBytesInTheNextRequest) {
 
 TEST(Exchange, CommandWithoutResultReportsTheControllersVerdict) {
     MemoryLink link;
-    link.answers = {kAck, kNack, AnswerFrame{.cmd = 0x81, .payload = Frame(1024, 1)}.bytes(),
+    link.answers = {kAck, kNack, AnswerFrame{.cmd = 0x81, .payload = ByteBuffer(1024, 1)}.bytes(),
                     AnswerFrame{.cmd = 0x82}.bytes()};
     for (const int code :
          {QM_OK + 0, 21, QM_OK + 0, QM_WRONG_ANSWER + 0, QM_FAILED + 0}) // none is left at last
@@ -67,7 +67,7 @@ TEST(Exchange, NothingIsSentWithoutAFrameAndNothingAwaitedWithoutAConnection) {
 
     typed.answers = {kAck, kAck};
     EXPECT_EQ(typed.send_cmd(0xA2, 1, {}), QM_OK);
-    EXPECT_EQ(typed.send_cmd(0xA2, 1, Frame(32768)), QM_FAILED); // nor is the previous frame sent again
+    EXPECT_EQ(typed.send_cmd(0xA2, 1, ByteBuffer(32768)), QM_FAILED); // nor is the previous frame sent again
     EXPECT_EQ(typed.pieces.size(), 1U);
     typed.sends_until_failure = 1;
     EXPECT_EQ(typed.send_cmd(0xA2, 1, {}), QM_FAILED);
@@ -86,11 +86,11 @@ TEST(EnvelopedExchange, GoesOutInPiecesOf1024Bytes) {
             SCOPED_TRACE(c.payload);
             MemoryLink link;
             link.answers = {kAck};
-            const Outcome outcome(link, exchange, Frame(c.payload, 0x11));
+            const Outcome outcome(link, exchange, ByteBuffer(c.payload, 0x11));
             EXPECT_EQ(outcome.code, QM_OK);
             EXPECT_EQ(outcome.printed, "");
             std::vector<std::size_t> sizes;
-            for (const Frame& piece : link.pieces) sizes.push_back(piece.size());
+            for (const ByteBuffer& piece : link.pieces) sizes.push_back(piece.size());
             EXPECT_EQ(sizes, c.pieces);
             EXPECT_EQ(link.capacity, 1024);
             EXPECT_EQ(link.timeout, 3);
@@ -99,9 +99,9 @@ TEST(EnvelopedExchange, GoesOutInPiecesOf1024Bytes) {
 }
 
 TEST(EnvelopedExchange, LargePayloadOfAwkwardBytesArrivesWhole) {
-    Frame body = hex("FE FF 00 80 F0 00 62 02 00*4 A0 86 01 00"); // 100,000 bytes follow
+    ByteBuffer body = hex("FE FF 00 80 F0 00 62 02 00*4 A0 86 01 00"); // 100,000 bytes follow
     for (unsigned i = 0; i < 100000; ++i) body.push_back(static_cast<Ouint8>(0x5A + i % 0x4D));
-    const Frame payload(body.begin() + 16, body.end());
+    const ByteBuffer payload(body.begin() + 16, body.end());
     ByteWriter(body).u16(crc16(body));
     for (const Exchange exchange : kPiecewise) {
         MemoryLink link;
@@ -131,7 +131,7 @@ TEST(EnvelopedExchange, WholeFrameInsideAnEnvelopeIsStuffedTwice) {
     for (const auto& c : cases) {
         MemoryLink link(c.controller_type);
         link.answers = {AnswerFrame{.group = 0xA7, .payload = hex("77")}.bytes()};
-        Frame buffer(2, 0xEE);
+        ByteBuffer buffer(2, 0xEE);
         EXPECT_EQ(Outcome(link, c.exchange, hex(c.payload), buffer).code, QM_OK);
         EXPECT_THAT(link.sent(), is_hex(c.sent));
         EXPECT_THAT(buffer, is_hex("77 EE"));
@@ -152,7 +152,7 @@ TEST(EnvelopedExchange, FirstPieceThatFailsEndsItAndIsReported) {
             MemoryLink link;
             link.answers = {kAck};
             link.sends_until_failure = piece;
-            const Outcome outcome(link, kPiecewise[kind], Frame(2028, 0x11)); // 1,024 + 1,024 + 7
+            const Outcome outcome(link, kPiecewise[kind], ByteBuffer(2028, 0x11)); // 1,024 + 1,024 + 7
             EXPECT_EQ(outcome.code, QM_FAILED);
             EXPECT_EQ(outcome.printed, messages[kind][piece]);
             EXPECT_EQ(link.pieces.size(), piece);
@@ -163,7 +163,7 @@ TEST(EnvelopedExchange, FirstPieceThatFailsEndsItAndIsReported) {
 
 TEST(EnvelopedExchange, MissingAndBadAnswersAreReported) {
     struct {
-        std::deque<Frame> answers;
+        std::deque<ByteBuffer> answers;
         int code;
         std::string message;
     } const cases[] = {
@@ -177,7 +177,7 @@ TEST(EnvelopedExchange, MissingAndBadAnswersAreReported) {
         for (const auto& c : cases) {
             MemoryLink link;
             link.answers = c.answers;
-            const Outcome outcome(link, kPiecewise[kind], Frame(1007, 0x11));
+            const Outcome outcome(link, kPiecewise[kind], ByteBuffer(1007, 0x11));
             EXPECT_EQ(outcome.code, c.code);
             EXPECT_EQ(outcome.printed, c.message + (kind == 0 ? "1034 \n" : "0 \n"));
         }
@@ -189,7 +189,7 @@ TEST(AtExchange, IsAcceptedWhenTheAnswerSaysOk) {
         {"OK", 0}, {"\r\n+ok=1\r\n", 0}, {"xxOKxx", 0}, {"ERROR", -1}, {"Ok oK", -1}, {"O", -1}, {"", -1}};
     for (const auto& [answer, code] : cases) {
         MemoryLink link;
-        link.answers = {Frame(answer.begin(), answer.end())};
+        link.answers = {ByteBuffer(answer.begin(), answer.end())};
         EXPECT_EQ(link.send_AT_cmd("AT+E\r", 5), code) << answer;
         EXPECT_THAT(link.sent(), is_hex("41 54 2B 45 0D"));
         EXPECT_EQ(link.send_AT_cmd("AT", 2), QM_FAILED); // nothing received
@@ -201,8 +201,8 @@ TEST(AtExchange, IsAcceptedWhenTheAnswerSaysOk) {
 TEST(AtExchange, AnswersThatFillTheBufferAreRefused) {
     for (const int size : {1, 511, 512}) {
         MemoryLink link;
-        link.answers = {Frame(static_cast<std::size_t>(size), 0x41)};
-        Frame buffer(512);
+        link.answers = {ByteBuffer(static_cast<std::size_t>(size), 0x41)};
+        ByteBuffer buffer(512);
         Ouint16 length = 2;
         EXPECT_EQ(link.send_AT_cmdRetData("AT", length, buffer.data()), size < 512 ? QM_OK : QM_FAILED);
         EXPECT_EQ(length, size < 512 ? size : 2);

@@ -11,14 +11,14 @@
 namespace qm::test {
 namespace {
 
-Frame ack() {
+ByteBuffer ack() {
     AnswerFrame frame;
     frame.group = 0xA0;
     frame.cmd = 0;
     return frame.bytes();
 }
 
-Frame ofs_answer(Ouint8 code, Frame payload) {
+ByteBuffer ofs_answer(Ouint8 code, ByteBuffer payload) {
     AnswerFrame frame;
     frame.group = 0xA1;
     frame.cmd = static_cast<Ouint8>(0x80 + code);
@@ -28,12 +28,12 @@ Frame ofs_answer(Ouint8 code, Frame payload) {
 
 std::vector<SentRequest> requests(const MemoryLink& link) {
     std::vector<SentRequest> all;
-    for (const Frame& piece : link.pieces) all.push_back(parse_request(piece));
+    for (const ByteBuffer& piece : link.pieces) all.push_back(parse_request(piece));
     return all;
 }
 
-Frame content(std::size_t length) {
-    Frame data(length);
+ByteBuffer content(std::size_t length) {
+    ByteBuffer data(length);
     for (std::size_t i = 0; i < length; ++i) data[i] = static_cast<Ouint8>(i * 7);
     return data;
 }
@@ -59,13 +59,13 @@ TEST(FileWrite, CutsAFileIntoBlocks) {
                  {1, 3, {1, 1, 1}}};
     for (const auto& c : cases) {
         const BlockSize size(c.blockSize);
-        const Frame data = content(c.length);
+        const ByteBuffer data = content(c.length);
         MemoryLink link;
         link.answers.assign(c.blocks.size() + 1, ack());
         ASSERT_EQ(link.hv_cmd_ofs_writeFile({"P001", 7, 1, data}), 0);
         const std::vector<SentRequest> sent = requests(link);
         ASSERT_EQ(sent.size(), c.blocks.size() + 1) << c.length;
-        Frame joined;
+        ByteBuffer joined;
         for (std::size_t i = 1; i < sent.size(); ++i) {
             ByteReader block(sent[i].payload);
             EXPECT_EQ(sent[i].code, 3);
@@ -81,7 +81,7 @@ TEST(FileWrite, CutsAFileIntoBlocks) {
 
 TEST(FileWrite, StartsWithLengthAndLastBytes) {
     const struct {
-        Frame data;
+        ByteBuffer data;
         const char* start;
     } cases[] = {{hex("AA BB CC DD EE"), "50 30 30 31 07 05 00 00 00 01 BB CC DD EE"},
                  {hex("AA BB"), "50 30 30 31 07 02 00 00 00 01 00 00 AA BB"},
@@ -100,7 +100,7 @@ TEST(FileWrite, StartsWithLengthAndLastBytes) {
 
 TEST(FileWrite, EndsAtTheFirstFailureAndSaysSo) {
     const BlockSize size(10);
-    const Frame data = content(35);
+    const ByteBuffer data = content(35);
     AnswerFrame refusal;
     refusal.group = 0xA0;
     refusal.cmd = 1;
@@ -127,7 +127,7 @@ TEST(FileWrite, EndsAtTheFirstFailureAndSaysSo) {
 }
 
 TEST(FileWrite, RefusesBlocksThatNoFrameCarries) {
-    const Frame data = content(40000);
+    const ByteBuffer data = content(40000);
     for (const Ouint16 blockSize : {Ouint16{0}, Ouint16{32759}, Ouint16{65535}}) {
         const BlockSize size(blockSize);
         MemoryLink link;
@@ -141,21 +141,21 @@ TEST(FileWrite, RefusesBlocksThatNoFrameCarries) {
 }
 
 // A directory block: last flag, two bytes, entries, one byte, and that many entries of 13 bytes.
-Frame block(bool last, Ouint8 count, Ouint8 fill, std::size_t length) {
-    Frame payload{last, 0, 0, count, 0};
+ByteBuffer block(bool last, Ouint8 count, Ouint8 fill, std::size_t length) {
+    ByteBuffer payload{last, 0, 0, count, 0};
     payload.insert(payload.end(), length, fill);
     return ofs_answer(7, payload);
 }
-Frame announce(Ouint16 files) {
+ByteBuffer announce(Ouint16 files) {
     return ofs_answer(6, {static_cast<Ouint8>(files), static_cast<Ouint8>(files >> 8)});
 }
 
 struct Listing {
     int status;
-    Frame entries;
+    ByteBuffer entries;
     std::size_t requests;
 };
-Listing list(std::deque<Frame> answers) {
+Listing list(std::deque<ByteBuffer> answers) {
     MemoryLink link;
     link.answers = std::move(answers);
     GetDirBlock_G56 dir{};
@@ -188,14 +188,14 @@ TEST(Directory, AsksForEachBlockByTheNextEntry) {
 }
 
 TEST(Directory, SurvivesALyingController) {
-    const std::deque<Frame> endless(100, block(false, 0, 0, 0));
-    std::deque<Frame> empty{announce(1)};
+    const std::deque<ByteBuffer> endless(100, block(false, 0, 0, 0));
+    std::deque<ByteBuffer> empty{announce(1)};
     empty.insert(empty.end(), endless.begin(), endless.end());
-    std::deque<Frame> flood{announce(1)};
+    std::deque<ByteBuffer> flood{announce(1)};
     for (int i = 0; i < 300; ++i) flood.push_back(block(false, 255, 1, 900));
     const struct {
         const char* what;
-        std::deque<Frame> answers;
+        std::deque<ByteBuffer> answers;
         int status;
         const char* entries;
     } cases[] = {

@@ -8,7 +8,7 @@ namespace qm::test {
 namespace {
 
 // A payload that needs every escape, and how it looks on the wire.
-const Frame kPayload = hex("24 20 5A 5B A5 A6 01");
+const ByteBuffer kPayload = hex("24 20 5A 5B A5 A6 01");
 #define STUFFED_PAYLOAD "24 20 5B 02 5B 01 A6 02 A6 01 01"
 #define START "A5*8 FE FF 00 80 "
 
@@ -109,8 +109,8 @@ TEST(Framing, FollowsTheLowByteOfTheControllerType) {
 TEST(Framing, PayloadThatAFrameCannotCarryBuildsNothing) {
     for (const Ouint16 type : {Ouint16{0x0151}, Ouint16{0x0262}}) {
         Packet packet(type);
-        EXPECT_GT(packet.Pack(0xA1, 3, Frame(32767, 0x5A)).size(), 2 * 32767U);
-        EXPECT_TRUE(packet.Pack(0xA1, 3, Frame(32768)).empty());
+        EXPECT_GT(packet.Pack(0xA1, 3, ByteBuffer(32767, 0x5A)).size(), 2 * 32767U);
+        EXPECT_TRUE(packet.Pack(0xA1, 3, ByteBuffer(32768)).empty());
     }
 }
 

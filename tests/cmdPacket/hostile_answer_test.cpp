@@ -17,8 +17,8 @@ AnswerFrame answer_of(Ouint8 version) { return {.version = version, .payload = h
 
 // Opens the frame as an answer and as a handshake; gives the status of the first.
 int unpack(Bytes frame, std::size_t capacity = 64) {
-    const Frame exact(frame.begin(), frame.end());
-    Frame buffer(capacity), body;
+    const ByteBuffer exact(frame.begin(), frame.end());
+    ByteBuffer buffer(capacity), body;
     Answer answer{buffer};
     (void)LedHVPacket().UnpackPing3(exact, body);
     clear_reason();
@@ -27,11 +27,11 @@ int unpack(Bytes frame, std::size_t capacity = 64) {
 
 TEST(HostileAnswer, CutAfterAnyByteIsRefused) {
     for (const Ouint8 version : kVersions) {
-        const Frame whole = answer_of(version).bytes();
+        const ByteBuffer whole = answer_of(version).bytes();
         ASSERT_EQ(unpack(whole), QM_OK);
         for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
             SCOPED_TRACE(testing::Message() << "version " << int{version} << ", " << length << " bytes");
-            Frame cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+            ByteBuffer cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
             EXPECT_EQ(unpack(cut), QM_FAILED);
             const std::string at =
                 "The answer was cut at " + std::to_string(length) + " bytes: its end is missing.";
@@ -65,9 +65,9 @@ TEST(HostileAnswer, LengthsThatDoNotFitWhatCameAreRefused) {
 
 TEST(HostileAnswer, ChecksumsCatchEverySingleWrongBit) {
     for (const Ouint8 version : {Ouint8{5}, Ouint8{7}}) {
-        const Frame body = answer_of(version).body();
+        const ByteBuffer body = answer_of(version).body();
         for (std::size_t bit = 0; bit < body.size() * 8; ++bit) {
-            Frame spoilt = body;
+            ByteBuffer spoilt = body;
             spoilt[bit / 8] ^= static_cast<Ouint8>(1U << bit % 8);
             EXPECT_LT(unpack(stuff(spoilt)), 0) << "version " << int{version} << ", bit " << bit;
         }
@@ -77,10 +77,10 @@ TEST(HostileAnswer, ChecksumsCatchEverySingleWrongBit) {
 TEST(HostileAnswer, RandomBytesAreNoAnswer) {
     std::mt19937 random(1);
     for (int round = 0; round < 20000; ++round) {
-        Frame body(random() % 80);
+        ByteBuffer body(random() % 80);
         for (Ouint8& b : body) b = static_cast<Ouint8>(random());
         if (body.size() > 4 && round % 4 != 0) body[4] = kVersions[round % 2];
-        Frame frame = round % 8 < 4 ? stuff(body) : body;
+        ByteBuffer frame = round % 8 < 4 ? stuff(body) : body;
         if (frame.size() > 1) frame.front() = 0xA5, frame.back() = 0x5A;
         ASSERT_LT(unpack(frame), 0) << hex_text(frame);
     }
@@ -90,7 +90,7 @@ TEST(HostileAnswer, RandomBytesAreNoAnswer) {
 TEST(HostileAnswer, RandomEnvelopesFillNoMoreThanTheBuffer) {
     std::mt19937 random(2);
     for (int round = 0; round < 20000; ++round) {
-        Frame body = answer_of(0xF0).body();
+        ByteBuffer body = answer_of(0xF0).body();
         body.resize(16 + random() % 20);
         for (int spoilt = 0; spoilt < 3; ++spoilt)
             body[random() % body.size()] = static_cast<Ouint8>(random());

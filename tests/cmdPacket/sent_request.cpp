@@ -3,8 +3,8 @@
 namespace qm::test {
 namespace {
 
-Frame unstuff(Bytes frame) {
-    Frame body;
+ByteBuffer unstuff(Bytes frame) {
+    ByteBuffer body;
     if (frame.size() < 9 || frame.back() != 0x5A) return {};
     for (std::size_t i = 8; i + 1 < frame.size(); ++i) {
         const Ouint8 b = frame[i];
@@ -19,14 +19,14 @@ Frame unstuff(Bytes frame) {
 } // namespace
 
 SentRequest parse_request(Bytes frame) {
-    const Frame body = unstuff(frame);
+    const ByteBuffer body = unstuff(frame);
     if (body.size() < 5) return {};
     const std::size_t header = body[4] == 5 ? 27 : 28;
     if (body.size() < header + 5 || body[header] != 1) return {};
     const std::size_t length = static_cast<std::size_t>(body[header + 3] | body[header + 4] << 8);
     if (length != body.size() - header - 5) return {};
     const auto payload = body.begin() + static_cast<std::ptrdiff_t>(header + 5);
-    return {body[4], body[header + 1], body[header + 2], Frame(payload, body.end())};
+    return {body[4], body[header + 1], body[header + 2], ByteBuffer(payload, body.end())};
 }
 
 } // namespace qm::test

@@ -8,7 +8,7 @@ namespace qm::test {
 struct SentRequest {
     Ouint8 version = 0; // of the link protocol; 0 for bytes that are no request
     Ouint8 group = 0, code = 0;
-    Frame payload{};
+    ByteBuffer payload{};
 };
 
 // Undoes the stuffing (eight start bytes, one end byte, whole escapes between) and the headers.

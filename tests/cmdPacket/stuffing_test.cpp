@@ -10,14 +10,14 @@
 namespace qm::test {
 namespace {
 
-Frame stuffed(Bytes body) {
-    Frame room;
+ByteBuffer stuffed(Bytes body) {
+    ByteBuffer room;
     room.resize(LedPacket::Transfer_Packet(body, room).size());
     return room;
 }
 
-Frame restored(Bytes frame) {
-    Frame body;
+ByteBuffer restored(Bytes frame) {
+    ByteBuffer body;
     LedPacket().Restore_Packet(frame, body);
     return body;
 }
@@ -59,9 +59,9 @@ TEST(Stuffing, RandomBodiesComeBackAndFillExactlyTheLengthPromised) {
     constexpr Ouint8 kAwkward[] = {0x5A, 0x5B, 0xA5, 0xA6, 0x01, 0x02, 0x00, 0xFF};
     std::mt19937 random(1);
     for (int round = 0; round < 2000; ++round) {
-        Frame body(2 + random() % 200);
+        ByteBuffer body(2 + random() % 200);
         for (Ouint8& b : body) b = kAwkward[random() % 8];
-        const Frame frame = stuffed(body);
+        const ByteBuffer frame = stuffed(body);
         ASSERT_EQ(frame.size(), LedPacket::stuffed_length(body));
         ASSERT_EQ(std::count(frame.begin(), frame.end(), 0x5A), 1);
         ASSERT_EQ(std::count(frame.begin(), frame.end(), 0xA5), 8);
@@ -70,8 +70,8 @@ TEST(Stuffing, RandomBodiesComeBackAndFillExactlyTheLengthPromised) {
 }
 
 // The plain forms, a byte at a time.
-Frame stuffed_bytewise(Bytes body) {
-    Frame out;
+ByteBuffer stuffed_bytewise(Bytes body) {
+    ByteBuffer out;
     for (const Ouint8 b : body) {
         const bool below = b == 0x5A || b == 0xA5, escape = b == 0x5B || b == 0xA6;
         out.push_back(static_cast<Ouint8>(below ? b + 1 : b));
@@ -80,8 +80,8 @@ Frame stuffed_bytewise(Bytes body) {
     return out;
 }
 
-Frame restored_bytewise(Bytes stuffed) {
-    Frame out;
+ByteBuffer restored_bytewise(Bytes stuffed) {
+    ByteBuffer out;
     for (std::size_t i = 0; i < stuffed.size(); ++i) {
         const Ouint8 b = stuffed[i], next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
         const bool pair = (b == 0x5B || b == 0xA6) && (next == 1 || next == 2);
@@ -111,7 +111,7 @@ void compare_with_single_bytes(const StuffingKernels& kernels) {
         for (const unsigned rarity : {1U, 5U, 40U, 1000U}) {
             const Exact in(random() % 33, length);
             for (Ouint8& b : in.bytes) b = random() % rarity == 0 ? kAwkward[random() % 12] : Ouint8{0xFF};
-            const Frame stuffed = stuffed_bytewise(in.bytes), restored = restored_bytewise(in.bytes);
+            const ByteBuffer stuffed = stuffed_bytewise(in.bytes), restored = restored_bytewise(in.bytes);
 
             ASSERT_EQ(kernels.count(in.bytes), stuffed.size() - length);
             const Exact out(random() % 33, stuffed.size());
@@ -130,7 +130,7 @@ TEST(Stuffing, EveryKernelGivesWhatSingleBytesGive) {
 }
 
 TEST(Stuffing, ABodyOfNothingButEscapesIsCountedToTheEnd) {
-    const Frame body(100000, 0x5A);
+    const ByteBuffer body(100000, 0x5A);
     EXPECT_EQ(LedPacket::Need_Transfer_Count(body), body.size());
     EXPECT_EQ(restored(stuffed(body)), body);
 }

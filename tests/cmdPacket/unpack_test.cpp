@@ -16,7 +16,7 @@ struct Unpacked {
         why = reason();
     }
     LedHVPacket packet;
-    Frame buffer;
+    ByteBuffer buffer;
     Answer answer;
     int code = 0;
     std::string printed, why;
@@ -106,13 +106,13 @@ TEST(Unpack, TheStatusTellsWhatWasWrong) {
 TEST(Unpack, StartAndEndByteAreRequired) {
     for (const char* frame : {"", "A5", "5A", "01 5A", "A5*8", "A5*8 07 00", "A5*8 5A", "A5*8 01 02 5A"})
         EXPECT_EQ(Unpacked(hex(frame), 8).code, QM_FAILED) << frame;
-    Frame headless = hex(kAnswer6);
+    ByteBuffer headless = hex(kAnswer6);
     headless.erase(headless.begin(), headless.begin() + 8);
     EXPECT_EQ(Unpacked(headless, 8).code, QM_FAILED);
 }
 
 TEST(Unpack, EnvelopedAnswersAreTakenUnchecked) {
-    Frame body = AnswerFrame{.version = 0xF0, .payload = hex("11 22")}.body();
+    ByteBuffer body = AnswerFrame{.version = 0xF0, .payload = hex("11 22")}.body();
     std::fill_n(body.begin() + 8, 8, Ouint8{0xFF}); // reserved bytes and length
     const Unpacked result(stuff(body), 8);
     EXPECT_EQ(result.code, QM_OK);
@@ -169,7 +169,7 @@ TEST(StateEcho, IsLearntFromGoodAnswersOnly) {
 
 TEST(Handshake, AnswerNeedsAKnownVersionButNoChecksums) {
     LedHVPacket packet;
-    Frame body;
+    ByteBuffer body;
     for (const Ouint8 version : {Ouint8{5}, Ouint8{7}}) {
         AnswerFrame answer{.version = version, .protocol_type = version, .device_type = 0x5A62};
         answer.crc_fault = answer.header_fault = 1;

@@ -180,7 +180,7 @@ TEST(AreaExports, RelateAnAreaToPrograms) {
     };
     ASSERT_EQ(send(2, programs), 0);
     EXPECT_THAT(Bytes(sim.payloads().back()).subspan(11, 12), is_hex("01 00 05 00 00 02 00 07 00 09 00 00"));
-    EXPECT_EQ(sim.dynamic_areas()[0].sound->text, Frame(spoken.begin(), spoken.end()));
+    EXPECT_EQ(sim.dynamic_areas()[0].sound->text, ByteBuffer(spoken.begin(), spoken.end()));
     ASSERT_EQ(send(0, nullptr), 0);
     EXPECT_THAT(Bytes(sim.payloads().back()).subspan(11, 8), is_hex("01 00 05 00 01 00 00 00"))
         << "all programs, but not at once";
@@ -335,7 +335,7 @@ TEST(AreaExports, SayWhenTheControllerIsNotThere) {
 // The type is not judged: the ping has succeeded.
 TEST(AreaExports, UseTheTypeThatThePingGives) {
     const ScriptedPeer controller(
-        ScriptedPeer::answering({AnswerFrame{}.bytes(), AnswerFrame{.payload = Frame(52)}.bytes()}));
+        ScriptedPeer::answering({AnswerFrame{}.bytes(), AnswerFrame{.payload = ByteBuffer(52)}.bytes()}));
     const std::string expected = "retdata.ControllerType == 0x0 \nret =====cmd_tcpPing===== 0 \n";
     const std::string changed = "oClient.m_DeviceType != retdata.ControllerType \n";
     const std::function<void()> calls[] = {
@@ -366,7 +366,7 @@ TEST(IndependentSound, IsInsertedAndUpdated) {
     ASSERT_EQ(voices.size(), 257U) << "256 entries, and the text that was inserted";
     EXPECT_EQ(voices[255].id, 255);
     EXPECT_EQ(voices[256].flag, 3);
-    EXPECT_EQ(voices[256].sound.text, Frame(ten.begin(), ten.end()));
+    EXPECT_EQ(voices[256].sound.text, ByteBuffer(ten.begin(), ten.end()));
 }
 
 // Payloads on both sides of the limit between the two exchanges, and the longest text of one sound.
@@ -381,7 +381,7 @@ TEST(AreaExports, DeliverPayloadsOfEverySizeUnchanged) {
         area.stSoundData = speech(text);
         ASSERT_EQ(dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), kDual, 1, &area, &page, kFont, ""), 0)
             << size;
-        Frame expected = hex("01 A7 00 00 00 01 00");
+        ByteBuffer expected = hex("01 A7 00 00 00 01 00");
         ByteWriter out(expected);
         out.u32(static_cast<Ouint32>(33 + 20 + text.size()))
             .u8(1)
@@ -416,12 +416,12 @@ constexpr Kind kKinds[] = {{0x0051, SCREEN_COLOR_SINGLE, true},
                            {0x0063, SCREEN_COLOR_THREE, false},
                            {0x8166, SCREEN_COLOR_FULLCOLOR, false}};
 
-Frame payload_on(const sim::Simulator& sim, const Kind& kind) {
+ByteBuffer payload_on(const sim::Simulator& sim, const Kind& kind) {
     const int status = kind.five ? send_g5(sim.port(), "Many callers", 1, 128, 32, kind.color)
                                  : dynamicArea_AddAreaTxt_6G(kHost, sim.port(), kind.color, 3, 0, 0, 128, 32,
                                                              kFont, 12, "Many callers");
     EXPECT_EQ(status, 0);
-    return sim.payloads().empty() ? Frame() : sim.payloads().back();
+    return sim.payloads().empty() ? ByteBuffer() : sim.payloads().back();
 }
 
 sim::Options options_of(const Kind& kind) {
@@ -429,7 +429,7 @@ sim::Options options_of(const Kind& kind) {
 }
 
 TEST(AreaExports, ServeSixtyFourThreadsEachExactly) {
-    std::vector<Frame> expected;
+    std::vector<ByteBuffer> expected;
     for (const Kind& kind : kKinds) expected.push_back(payload_on(sim::Simulator(options_of(kind)), kind));
     std::vector<std::unique_ptr<sim::Simulator>> sims;
     for (std::size_t i = 0; i < 64; ++i)

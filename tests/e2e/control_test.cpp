@@ -239,7 +239,7 @@ const Call kCalls[] = {
      }},
     {"Write",
      [](Ouint16 port) {
-         const Frame data(3000, 7);
+         const ByteBuffer data(3000, 7);
          return cmd_ofsWriteFile(kHost, port, "F001", 0, 3000, 1, data.data());
      }},
     {"Directory",

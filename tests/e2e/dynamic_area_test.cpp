@@ -92,7 +92,7 @@ TEST(DynamicArea, CarriesTheHeadersAndTheSpeech) {
     EXPECT_EQ(sim.payloads().back()[23], 0x10);
     ASSERT_TRUE(areas[0].sound);
     EXPECT_EQ(areas[0].sound->volume, 7);
-    EXPECT_EQ(areas[0].sound->text, (Frame{'a', 'b', 'c'}));
+    EXPECT_EQ(areas[0].sound->text, (ByteBuffer{'a', 'b', 'c'}));
     ASSERT_EQ(areas[0].pages.size(), 1U);
     EXPECT_EQ(areas[0].pages[0].speed, 9);
     EXPECT_EQ(areas[0].pages[0].stay_time, 300);

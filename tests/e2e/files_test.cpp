@@ -9,8 +9,8 @@ namespace {
 
 constexpr char kHost[] = "127.0.0.1";
 
-Frame content(std::size_t length) {
-    Frame data(length);
+ByteBuffer content(std::size_t length) {
+    ByteBuffer data(length);
     for (std::size_t i = 0; i < length; ++i) data[i] = static_cast<Ouint8>(i * i >> 3);
     return data;
 }
@@ -18,7 +18,7 @@ Frame content(std::size_t length) {
 class Files : public testing::Test {
   protected:
     [[nodiscard]] Ouint16 port() const { return m_sim.port(); }
-    int write(const char* name, const Frame& data, Ouint8 type = 0, Ouint8 overwrite = 1) const {
+    int write(const char* name, const ByteBuffer& data, Ouint8 type = 0, Ouint8 overwrite = 1) const {
         return cmd_ofsWriteFile(kHost, port(), name, type, static_cast<Ouint32>(data.size()), overwrite,
                                 data.data());
     }
@@ -27,7 +27,7 @@ class Files : public testing::Test {
 
 TEST_F(Files, ArriveAsTheyWereWritten) {
     for (const std::size_t length : {0U, 1U, 3U, 4U, 1023U, 1024U, 1025U, 100000U, 1U << 20U}) {
-        const Frame data = content(length);
+        const ByteBuffer data = content(length);
         ASSERT_EQ(write("F001", data, 5), 0) << length;
         const auto stored = m_sim.file("F001");
         ASSERT_TRUE(stored) << length;
@@ -45,7 +45,7 @@ TEST_F(Files, AreNotReplacedUnlessAskedFor) {
 }
 
 TEST_F(Files, EndAtTheFirstBlockThatFails) {
-    const Frame data = content(10 * 1024);
+    const ByteBuffer data = content(10 * 1024);
     const std::size_t before = m_sim.requests();
     m_sim.set_fault(sim::Fault{.kind = sim::FaultKind::nack, .after = 5}); // handshake, start, three blocks
     EXPECT_EQ(write("F001", data), static_cast<int>(sim::ErrorValue::refused_by_fault));
@@ -190,7 +190,7 @@ TEST_F(Files, ListingThatIsCutShortIsTheCallersAsFarAsItCame) {
 }
 
 TEST_F(Files, ConfigurationsGoOutInBlocksOf1024WhateverTheBlockSize) {
-    const Frame data(2500, 0x42);
+    const ByteBuffer data(2500, 0x42);
     for (const Ouint16 length : {Ouint16{0}, Ouint16{512}, Ouint16{40000}}) {
         set_packetLen(length);
         EXPECT_EQ(cmd_confWriteFile(kHost, port(), "C001", 1, 2500, 1, data.data()), 0) << length;
@@ -203,9 +203,10 @@ TEST_F(Files, DemonstrationProgramIsEmpty) {
     EXPECT_EQ(program_pictureArea(5, kHost, port()), 0);
     const auto file = m_sim.file("P000");
     ASSERT_TRUE(file);
-    const Frame header{0, 'P', '0', '0', '0', 0, 0, 1, 0, 0, 0xFF, 0xFF, 0xFF, 18, 18, 0xFF, 0xFF, 18, 18};
+    const ByteBuffer header{0,    'P',  '0',  '0', '0', 0,    0,    1,  0, 0,
+                            0xFF, 0xFF, 0xFF, 18,  18,  0xFF, 0xFF, 18, 18};
     ASSERT_GE(file->data.size(), header.size());
-    EXPECT_EQ(Frame(file->data.begin(), file->data.begin() + 19), header);
+    EXPECT_EQ(ByteBuffer(file->data.begin(), file->data.begin() + 19), header);
 }
 
 } // namespace

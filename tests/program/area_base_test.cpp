@@ -1,4 +1,5 @@
 #include "program/HVarea.h"
+#include "program/text/alignment.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -7,12 +8,12 @@ namespace qm {
 namespace {
 
 TEST(HVarea, PlacesBlocks) {
-    EXPECT_EQ(HVarea::get_x_area(1, 11, 4), 3);
-    EXPECT_EQ(HVarea::get_x_area(2, 11, 4), 7);
-    EXPECT_EQ(HVarea::get_x_area(1, 4, 11), 0);
-    EXPECT_EQ(HVarea::get_x_area(3, 20, 4), 0);
-    EXPECT_EQ(HVarea::get_y_area(16, 1, 11), 2);
-    EXPECT_EQ(HVarea::get_y_area(16, 2, 12), 0);
+    EXPECT_EQ(get_x_area(1, 11, 4), 3);
+    EXPECT_EQ(get_x_area(2, 11, 4), 7);
+    EXPECT_EQ(get_x_area(1, 4, 11), 0);
+    EXPECT_EQ(get_x_area(3, 20, 4), 0);
+    EXPECT_EQ(get_y_area(16, 1, 11), 2);
+    EXPECT_EQ(get_y_area(16, 2, 12), 0);
 }
 
 TEST(HVarea, RoundsHalfAwayFromZero) {
@@ -34,7 +35,7 @@ TEST(HVarea, SetsPaletteAndTrueColours) {
                  {8, 0, 0, 8}};
     for (const auto& c : cases) {
         Canvas32 canvas(1, 1);
-        HVarea::set_cairoColor(canvas.context(), c.color);
+        set_cairoColor(canvas.context(), c.color);
         cairo_paint(canvas.context());
         const Ouint8* pixel = canvas.pixels();
         EXPECT_EQ(pixel[2], c.red);

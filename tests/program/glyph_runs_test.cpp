@@ -1,7 +1,7 @@
 // Glyphs that are drawn once and then filled in must come out as cairo draws them, pixel by pixel.
 #include "bitmap_font.h"
-#include "program/Font.h"
-#include "program/HVarea.h"
+#include "program/pixels/Surface.h"
+#include "program/text/Font.h"
 #include "support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ Pixels drawn(const Drawing& drawing, const std::function<void(cairo_t*)>& draw) 
     const PixelBox& clip = drawing.clip;
     cairo_rectangle(c, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top);
     cairo_clip(c);
-    HVarea::set_cairoColor(c, drawing.color);
+    set_cairoColor(c, drawing.color);
     draw(c);
     Pixels pixels(static_cast<std::size_t>(drawing.width) * static_cast<std::size_t>(drawing.height));
     std::memcpy(pixels.data(), canvas.pixels(), 4 * pixels.size());

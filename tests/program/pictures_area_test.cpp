@@ -1,5 +1,5 @@
 #include "program/PicturesArea.h"
-#include "program/TextRepair.h"
+#include "program/text/text_repair.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 
 #include "reference_conversion.h"
 

@@ -2,7 +2,7 @@
 // Slow and simple, so that the real one can be compared with it.
 #pragma once
 
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include "program/HVarea.h"
-#include "program/LineBreaker.h"
-#include "program/TextLayout.h"
+#include "program/pixels/Surface.h"
+#include "program/text/LineBreaker.h"
+#include "program/text/TextLayout.h"
 
 #include <gtest/gtest.h>
 
@@ -126,7 +126,7 @@ TEST(TextLayout, CutsNoCharacterThatTheAreaHasRoomFor) {
 
 int lit_pixels(Font& f, const TextPages& pages, int width, int height, int dx) {
     Canvas32 canvas(width, height);
-    HVarea::set_cairoColor(canvas.context(), eWhite);
+    set_cairoColor(canvas.context(), eWhite);
     f.show(canvas.context(), pages.glyphs, dx);
     const auto* pixels = reinterpret_cast<const Ouint32*>(canvas.pixels());
     return static_cast<int>(width * height - std::count(pixels, pixels + width * height, 0U));

@@ -13,7 +13,7 @@ constexpr Ouint16 kArea = 3;
 const HVAnalogClockHeader_G56 kClock{4, 1, 5, 6, 7, 0x00FF0002, 8, 9, 0x123456, 10, 11, 1};
 const ClockColor_G56 kColors{eWhite, eGreen, eRed};
 
-Frame file_bytes(const std::string& path) {
+ByteBuffer file_bytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
@@ -140,7 +140,7 @@ TEST_F(Clock, ReducesColoursAsTheScreenNeeds) {
         HVtimeAreaData_G56 content = time_content();
         content.color = c.color;
         ASSERT_EQ(program_timeAreaAddContent(kArea, &content), 0);
-        const Frame setting = hex(c.setting);
+        const ByteBuffer setting = hex(c.setting);
         for (const ParsedUnit& unit : clock_g5({.timeSetting = setting.size(), .glyph = c.glyph}).units)
             EXPECT_EQ(unit.setting, setting) << std::hex << c.color;
     }
@@ -197,11 +197,11 @@ TEST_F(Clock, ScalesItsDialPictureFromAFileOrFromMemory) {
     add_g5(8, 2);
     const std::string green = picture("green.png", 80, 50, 0x00FF00);
     ASSERT_EQ(program_timeAreaChangeDialPic(kArea, green.c_str()), 0);
-    const Frame all = hex("00 FF 00 FF");
+    const ByteBuffer all = hex("00 FF 00 FF");
     ParsedClock clock = clock_g5();
     EXPECT_EQ(clock.kind, 1) << "a dial picture makes a clock";
     EXPECT_EQ(clock.page, all);
-    EXPECT_EQ(clock.setting, Frame(14));
+    EXPECT_EQ(clock.setting, ByteBuffer(14));
     program_timeAreaAddAnalogClock(kArea, &kClock, eLINE, &kColors);
     EXPECT_EQ(clock_g5().page, all);
     program_timeAreaRemoveDialPic(kArea);
@@ -212,7 +212,7 @@ TEST_F(Clock, ScalesItsDialPictureFromAFileOrFromMemory) {
     const std::filesystem::path folder = std::filesystem::current_path() / "temporary";
     std::filesystem::create_directory(folder);
     ASSERT_EQ(setenv("TMPDIR", folder.c_str(), 1), 0);
-    Frame png = file_bytes(green);
+    ByteBuffer png = file_bytes(green);
     ASSERT_EQ(program_timeAreaChangeDialPicAdd_G56(kArea, png.data(), static_cast<Ouint32>(png.size())), 0);
     png.assign(png.size(), 0); // it was copied
     EXPECT_EQ(clock_g5().page, all);
@@ -227,12 +227,12 @@ TEST_F(Clock, ScalesItsDialPictureFromAFileOrFromMemory) {
 
 TEST_F(Clock, OfGeneration6ScalesItsDialPictureToo) {
     const std::string green = picture("green.png", 80, 50, 0x00FF00);
-    const Frame png = file_bytes(green), all = hex("00 FF 00 FF"), none = hex("FF 00 FF 00");
+    const ByteBuffer png = file_bytes(green), all = hex("00 FF 00 FF"), none = hex("FF 00 FF 00");
     program_setScreenParams_G56(SCREEN_COLOR_DOUBLE, kMode0, DOUBLE_COLOR_PIXTYPE_1);
     add_g6(8, 2);
     ASSERT_EQ(program_timeAreaChangeDialPic_G6(kArea, green.c_str()), 0);
     EXPECT_EQ(clock_g6().page, all);
-    EXPECT_EQ(clock_g6().setting, Frame(14)) << "it has no hands yet";
+    EXPECT_EQ(clock_g6().setting, ByteBuffer(14)) << "it has no hands yet";
     ASSERT_EQ(program_timeAreaChangeAnalogClock_G6(kArea, &kClock, eLINE, &kColors), 0);
     ASSERT_EQ(program_timeAreaRemoveDialPic_G6(kArea), 0);
     EXPECT_EQ(clock_g6().page, none);

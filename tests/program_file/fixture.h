@@ -35,7 +35,7 @@ class Program : public testing::Test {
     struct File {
         std::string name, dataName;
         int type = 0, dataType = 0;
-        Frame bytes, data;
+        ByteBuffer bytes, data;
         Ouint32 crc = 0;
     };
     static File integrate_g5();

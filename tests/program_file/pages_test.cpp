@@ -54,7 +54,7 @@ TEST_F(Program, TakesAFontFileOrAFamilyInEveryTextCall) {
     };
     constexpr std::array<unsigned char, 8> rows{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     const std::string font = bitmap_font(12, 4, rows);
-    Frame square(kSmallPage * 2, 0xFF);
+    ByteBuffer square(kSmallPage * 2, 0xFF);
     for (std::size_t row = 4; row < 12; ++row) square[4 * row + 1] = 0x00; // red
     for (const char* file : {"a.ttf", "TTC.TTC.1", "a.otf", "a.Otb", "a.pcf", "a.PCF.gz", "a.bdf"}) {
         std::ofstream(file) << font;

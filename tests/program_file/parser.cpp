@@ -28,7 +28,7 @@ Bytes checked(Bytes file, Ouint32* crc = nullptr) {
     return file.first(file.size() - 4);
 }
 
-Frame owned(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
+ByteBuffer owned(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
 class Parser {
   public:
@@ -40,8 +40,8 @@ class Parser {
         m_data = checked(file);
         ByteReader head(m_data);
         require(head.u8() == 9, "type of the data file");
-        require(owned(head.bytes(4)) == Frame(name.begin(), name.end()), "name of the data file");
-        require(owned(head.bytes(8)) == Frame(8) && head.ok(), "zeros of the data file");
+        require(owned(head.bytes(4)) == ByteBuffer(name.begin(), name.end()), "name of the data file");
+        require(owned(head.bytes(8)) == ByteBuffer(8) && head.ok(), "zeros of the data file");
         m_nextPixel = 14;
     }
 
@@ -64,13 +64,13 @@ class Parser {
 
   private:
     // A border header begins with a flag of 1; a single 0 says that there is none.
-    std::optional<Frame> border(std::size_t headerSize, Frame& pixels) {
+    std::optional<ByteBuffer> border(std::size_t headerSize, ByteBuffer& pixels) {
         if (m_in.rest().empty() || m_in.rest()[0] == 0) {
             require(m_in.u8() == 0, "border flag");
             return std::nullopt;
         }
         require(m_in.rest()[0] == 1 && m_border < m_known.borderPixels.size(), "unexpected border");
-        const Frame header = owned(m_in.bytes(headerSize));
+        const ByteBuffer header = owned(m_in.bytes(headerSize));
         pixels = owned(m_in.bytes(m_known.borderPixels[m_border++]));
         return header;
     }
@@ -104,14 +104,14 @@ class Parser {
         const Ouint8 flag = m_in.u8();
         require(flag <= 1, "sound flag");
         if (flag) {
-            Frame header{1};
+            ByteBuffer header{1};
             const Bytes rest = m_in.bytes(16);
             header.insert(header.end(), rest.begin(), rest.end());
             area.sound = header;
             const Bytes text = m_in.bytes(m_in.u32());
             area.soundText.assign(text.begin(), text.end());
         }
-        require(owned(m_in.bytes(5)) == Frame(5), "five zeros");
+        require(owned(m_in.bytes(5)) == ByteBuffer(5), "five zeros");
     }
 
     // Everything behind the area header. Generation 5 has the pixels behind the record's other bytes.
@@ -120,7 +120,7 @@ class Parser {
         require(m_in.u8() == 0, "border of a time area");
         if (m_g6) {
             clock.extended = owned(m_in.bytes(27));
-            require(owned(m_in.bytes(6)) == Frame(6), "zeros of a time area");
+            require(owned(m_in.bytes(6)) == ByteBuffer(6), "zeros of a time area");
             require(m_in.u16() == 1, "page count of a time area");
             clock.page = page_g6().pixels;
         }
@@ -199,7 +199,7 @@ class Parser {
         const Ouint32 length = m_in.u32();
         require(length >= 13, "length of a page");
         ParsedPage page = page_start();
-        require(owned(m_in.bytes(4)) == Frame(4), "reserved bytes of a page");
+        require(owned(m_in.bytes(4)) == ByteBuffer(4), "reserved bytes of a page");
         page.pixels = owned(m_in.bytes(length - 13));
         return page;
     }
@@ -209,7 +209,7 @@ class Parser {
         ParsedPage page = page_start();
         require(m_in.u8() == 0, "reserved byte of a page");
         page.frameRate = m_in.u8();
-        require(owned(m_in.bytes(6)) == Frame(6), "reserved bytes of a page");
+        require(owned(m_in.bytes(6)) == ByteBuffer(6), "reserved bytes of a page");
         page.backNotValid = m_in.u8();
         const Ouint32 position = m_in.u32(), length = m_in.u32();
         require(position == m_nextPixel && position - 1 + length <= m_data.size(),

@@ -16,50 +16,50 @@ struct ParsedPage {
     Ouint8 repeatTime = 0;
     Ouint16 validLen = 0;
     Ouint8 frameRate = 0, backNotValid = 0; // generation 6
-    Frame pixels;
+    ByteBuffer pixels;
 };
 
 struct ParsedUnit {
     Ouint8 kind = 0;
     Ouint16 x = 0, y = 0;
     Ouint8 set = 0;
-    Frame setting; // its time-setting record, whole
+    ByteBuffer setting; // its time-setting record, whole
 };
 
 struct ParsedGlyphSet {
     Ouint8 count = 0;
     Ouint16 width = 0, height = 0;
-    std::vector<Frame> glyphs;
+    std::vector<ByteBuffer> glyphs;
 };
 
 struct ParsedClock {
-    Ouint8 kind = 0; // 0 digital, 1 analog
-    Frame extended;  // header of generation 6, 27 bytes
+    Ouint8 kind = 0;     // 0 digital, 1 analog
+    ByteBuffer extended; // header of generation 6, 27 bytes
     std::vector<ParsedUnit> units;
     std::vector<ParsedGlyphSet> sets;
-    Frame setting; // of the hands
+    ByteBuffer setting; // of the hands
     Ouint8 style = 0;
-    Frame page;
+    ByteBuffer page;
 };
 
 struct ParsedArea {
     Ouint32 length = 0; // as written before the record
     Ouint8 type = 0;
     Ouint16 x = 0, y = 0, width = 0, height = 0;
-    std::optional<Frame> border; // its header; the pixels follow in borderPixels
-    Frame borderPixels;
+    std::optional<ByteBuffer> border; // its header; the pixels follow in borderPixels
+    ByteBuffer borderPixels;
     Ouint8 backGroundFlag = 0, transparency = 0, areaEqual = 0; // generation 6
-    std::optional<Frame> sound;                                 // 17-byte header
+    std::optional<ByteBuffer> sound;                            // 17-byte header
     std::string soundText;
     std::vector<ParsedPage> pages;
     std::optional<ParsedClock> clock;
 };
 
 struct ParsedProgram {
-    Frame header;
-    std::vector<Frame> periods; // 6 bytes each
-    std::optional<Frame> frame; // header of the screen border
-    Frame framePixels;
+    ByteBuffer header;
+    std::vector<ByteBuffer> periods; // 6 bytes each
+    std::optional<ByteBuffer> frame; // header of the screen border
+    ByteBuffer framePixels;
     bool background = false;
     int areaCount = 0; // as written
     std::vector<ParsedArea> areas;

@@ -91,7 +91,7 @@ TEST_F(Program, WritesTheUsedPlayPeriodsAndForcesThePriority) {
     EXPECT_EQ(program_addPlayPeriodGrp(&periods), 0);
     ParsedProgram program = parsed_g5({.borderPixels = {}, .periods = 2});
     ASSERT_EQ(program.periods.size(), 2U);
-    EXPECT_EQ(program.periods[1], (Frame{14, 0, 1, 18, 59, 59}));
+    EXPECT_EQ(program.periods[1], (ByteBuffer{14, 0, 1, 18, 59, 59}));
     EXPECT_EQ(program.header[6], 1);
     periods.playTimeGrpNum = 9;
     EXPECT_EQ(program_addPlayPeriodGrp(&periods), -1) << "the record holds eight";

@@ -237,7 +237,7 @@ TEST_F(Area, PictureAppearsAtItsPlace) {
 TEST_F(Area, PictureThatIsCutShortIsAFailureAndLeavesTheScreen) {
     show({});
     const sim::Image before = controller.screen();
-    Frame bytes = hex(kPicture);
+    ByteBuffer bytes = hex(kPicture);
     bytes.resize(40);
     const TemporaryFile picture("cut.png", bytes);
     const Outcome outcome = qmctl({"-c", address(controller.port()), "picture", picture.path()});

@@ -2,7 +2,7 @@
 #include "TemporaryFile.h"
 #include "child.h"
 #include "scripted_peer.h"
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <gmock/gmock.h>
 #include <iterator>

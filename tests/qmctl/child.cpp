@@ -1,6 +1,6 @@
 #include "child.h"
 
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <csignal>
 #include <fcntl.h>

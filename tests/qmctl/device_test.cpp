@@ -170,11 +170,11 @@ TEST_F(Device, RefusalIsSaidInWordsAndChangesNothing) {
 
 TEST(Status, HostileRecordReachesNoTerminalAndIsNoTime) {
     // Power 7, current program "ESC [ 2 J", clock of month 0x13, ID of bytes above 0x7F.
-    const Frame record =
+    const ByteBuffer record =
         hex("07 01 09 0F FF FF 1B 5B 32 4A 02 03 01 01 24 20 13 01 25 61 61 06 FF FF FF 00*3 "
             "FF FF 00*2 01 FF*12 80*16");
-    const std::vector<Frame> answers{AnswerFrame{}.bytes(),
-                                     AnswerFrame{.cmd = 0x8F, .payload = record}.bytes()};
+    const std::vector<ByteBuffer> answers{AnswerFrame{}.bytes(),
+                                          AnswerFrame{.cmd = 0x8F, .payload = record}.bytes()};
     ScriptedPeer controller(ScriptedPeer::answering(answers));
     const Outcome outcome = qmctl({"status", "-c", address(controller.port())});
     EXPECT_EQ(outcome.status, 0) << outcome.err;

@@ -49,7 +49,7 @@ TEST(DynamicVerbs, SpeaksWithAndWithoutAnArea) {
     const auto voices = controller.state().voices;
     ASSERT_EQ(voices.size(), 3U);
     EXPECT_EQ(voices[1].id, 200);
-    EXPECT_EQ(voices[1].sound.text, (Frame{'T', 'w', 'o', '=', '2'}));
+    EXPECT_EQ(voices[1].sound.text, (ByteBuffer{'T', 'w', 'o', '=', '2'}));
     EXPECT_EQ(voices[2].flag, 2);
 }
 

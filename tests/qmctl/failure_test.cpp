@@ -138,7 +138,7 @@ TEST(Doctor, TellsPeopleALineAStep) {
 }
 
 TEST(Failure, ScreenOfUnknownSizeAsksForARectangle) {
-    const Frame record = hex("62 02 00*8 00 FE FF 05 00 00 00 00 02 10 01 07 00 00*9 00*20");
+    const ByteBuffer record = hex("62 02 00*8 00 FE FF 05 00 00 00 00 02 10 01 07 00 00*9 00*20");
     ScriptedPeer controller(
         ScriptedPeer::answering({AnswerFrame{}.bytes(), AnswerFrame{.payload = record}.bytes()}));
     const Outcome outcome = qmctl({"text", "x", "-c", address(controller.port())});

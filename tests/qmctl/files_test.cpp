@@ -4,7 +4,7 @@
 #include "hex.h"
 #include "simulator/FileSystem.h"
 #include "simulator/Simulator.h"
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -34,8 +34,8 @@ class Files : public testing::Test {
     }
 
     // Bytes of every value, 2,600 of them.
-    static Frame content() {
-        Frame bytes;
+    static ByteBuffer content() {
+        ByteBuffer bytes;
         for (unsigned i = 0; i < 2600; ++i) bytes.push_back(static_cast<Ouint8>(i * 7));
         return bytes;
     }
@@ -153,7 +153,7 @@ constexpr const char* kConfiguration5 =
         "Language": 16, "FileType": 1})";
 
 // All of the record but its CRC-16.
-Frame pushed(const sim::Simulator& controller, const std::string& fields) {
+ByteBuffer pushed(const sim::Simulator& controller, const std::string& fields) {
     const TemporaryFile file("screen.json", fields);
     const Outcome outcome = qmctl({"config", "push", file.path(), "-c", address(controller.port())});
     EXPECT_EQ(outcome.status, 0) << outcome.err;

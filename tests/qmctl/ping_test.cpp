@@ -51,9 +51,9 @@ TEST(Ping, TellsScriptsAndPeopleWhatTheControllerIs) {
 
 TEST(Ping, NothingThatAControllerSaysOfItselfReachesTheTerminalRaw) {
     // Series 0x99, firmware "ESC [ 2 J, 0xC3, quote", screen 128 x 32, colour 9, power 7.
-    const Frame record =
+    const ByteBuffer record =
         hex("99 01 1B 5B 32 4A C3 22 00 41 00 FE FF 05 80 00 20 00 09 10 07 07 00 00*9 00*20");
-    const std::vector<Frame> answers{AnswerFrame{}.bytes(), AnswerFrame{.payload = record}.bytes()};
+    const std::vector<ByteBuffer> answers{AnswerFrame{}.bytes(), AnswerFrame{.payload = record}.bytes()};
     {
         ScriptedPeer controller(ScriptedPeer::answering(answers));
         const Outcome outcome = qmctl({"ping", "-c", address(controller.port())});

@@ -24,12 +24,12 @@ constexpr const char* kPicture =
     "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
     "00 00 00 00 49 45 4E 44 AE 42 60 82";
 
-Frame content_of(const fs::path& path) {
+ByteBuffer content_of(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void write(const fs::path& path, const Frame& bytes) {
+void write(const fs::path& path, const ByteBuffer& bytes) {
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
@@ -38,7 +38,7 @@ void write(const fs::path& path, const std::string& text) { std::ofstream(path, 
 
 // Width and height stand behind the signature and the head of the first chunk, big-endian.
 std::pair<int, int> png_size(const fs::path& path) {
-    const Frame bytes = content_of(path);
+    const ByteBuffer bytes = content_of(path);
     if (bytes.size() < 24 || bytes[1] != 'P') return {};
     return {bytes[18] << 8 | bytes[19], bytes[22] << 8 | bytes[23]};
 }
@@ -77,7 +77,7 @@ class ProgramVerbs : public testing::Test {
 };
 
 TEST_F(ProgramVerbs, MistakeIsNamedByItsField) {
-    Frame cut = hex(kPicture);
+    ByteBuffer cut = hex(kPicture);
     cut.resize(40);
     write("in/cut.png", cut);
     write("in/text.png", std::string("no picture"));
@@ -198,7 +198,7 @@ void expect_pages(const ParsedProgram& program) {
 TEST_F(ProgramVerbs, BuildWritesBothFilesOfGeneration6) {
     const Outcome outcome = program("build", kWhole, {"-o", "out/deep", "--generation", "6", "--json"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
-    const Frame file = content_of("out/deep/P007"), data = content_of("out/deep/D007");
+    const ByteBuffer file = content_of("out/deep/P007"), data = content_of("out/deep/D007");
     const auto pattern = [&](std::size_t bytes) { return NotInTheFile{{bytes, bytes}, 2}; };
     // 3 pixels in a row take a unit of 32 pixels in each of two colours.
     const ParsedProgram parsed = parse_g6(file, data, "D007", pattern(2 * 2 * 4));

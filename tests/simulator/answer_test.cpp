@@ -22,9 +22,9 @@ Request request(std::uint8_t group = 0xA2, std::uint8_t cmd = 0) {
     return request;
 }
 
-Frame body_of(const Delivery& delivery) { return test::unstuffed(delivery.bytes); }
+ByteBuffer body_of(const Delivery& delivery) { return test::unstuffed(delivery.bytes); }
 
-Frame spoilt(FaultKind kind, const Reply& reply = Ack{}, Sender sender = k6) {
+ByteBuffer spoilt(FaultKind kind, const Reply& reply = Ack{}, Sender sender = k6) {
     return body_of(deliver(request(0xA7), reply, sender, Fault{kind}));
 }
 
@@ -43,7 +43,7 @@ TEST(Answer, RefusesWithItsErrorValue) {
 }
 
 TEST(Answer, CarriesAPayloadInTheGroupOfTheRequest) {
-    const Frame body = body_of(deliver(request(0xA1, 0x12), hex("5A A5 01"), k6, {}));
+    const ByteBuffer body = body_of(deliver(request(0xA1, 0x12), hex("5A A5 01"), k6, {}));
     EXPECT_THAT(Bytes(body).subspan(28), is_hex("00 A1 92 00 00 00 00 03 00 5A A5 01"));
 }
 
@@ -77,20 +77,20 @@ TEST(FaultyAnswer, AnswersAnotherCommand) {
 }
 
 TEST(FaultyAnswer, IsLongerThanAskedForWithRightChecksums) {
-    const Frame body = spoilt(FaultKind::oversize, hex("01 02"));
+    const ByteBuffer body = spoilt(FaultKind::oversize, hex("01 02"));
     EXPECT_THAT(Bytes(body).subspan(28, 11), is_hex("00 A7 80 00 00 00 00 02 10 01 02"));
     EXPECT_EQ(body.size(), 28U + 9 + 4098);
     EXPECT_TRUE(judge(body).header_right && judge(body).crc_right);
 }
 
 TEST(FaultyAnswer, ClaimsMoreThanItHoldsWithRightChecksums) {
-    const Frame body = spoilt(FaultKind::false_length, hex("01 02"));
+    const ByteBuffer body = spoilt(FaultKind::false_length, hex("01 02"));
     EXPECT_THAT(Bytes(body).subspan(28), is_hex("00 A7 80 00 00 00 00 EA 03 01 02"));
     EXPECT_TRUE(judge(body).header_right && judge(body).crc_right);
 }
 
 TEST(FaultyAnswer, GoesOutLateOrInPieces) {
-    const Frame good = deliver(request(), Ack{}, k6, {}).bytes;
+    const ByteBuffer good = deliver(request(), Ack{}, k6, {}).bytes;
     const Delivery late =
         deliver(request(), Ack{}, k6, Fault{.kind = FaultKind::delay, .delay = std::chrono::milliseconds(7)});
     EXPECT_EQ(late.late, std::chrono::milliseconds(7));

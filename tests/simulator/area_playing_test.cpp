@@ -17,7 +17,7 @@ using test::sealed;
 using namespace std::chrono_literals;
 
 // Bytes in hex, one piece behind the other.
-Frame joined(std::initializer_list<std::string_view> parts) {
+ByteBuffer joined(std::initializer_list<std::string_view> parts) {
     std::string text;
     for (const std::string_view part : parts) text.append(part).append(" ");
     return hex(text);
@@ -114,7 +114,7 @@ TEST_F(AreaPlaying, AnAreaWithARunModeEndsUnlessItIsSentAnew) {
 
 TEST_F(AreaPlaying, PagesTurnFromTheMomentAtWhichTheAreaIsSent) {
     m_up = 500ms;
-    const Frame content = test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("FE")}}});
+    const ByteBuffer content = test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("FE")}}});
     EXPECT_TRUE(m_host.ask(0xA7, 0, content).acknowledged());
     const std::pair<std::chrono::milliseconds, const char*> moments[] = {
         {500ms, "R......."}, {3499ms, "R......."}, {3500ms, ".......R"}, {6500ms, "R......."}};
@@ -180,10 +180,11 @@ TEST_F(AreaPlaying, SpeechIsKeptAndContradictionsAreRefused) {
     const char *first = "00 02 05 16 00 00 00", *second = "04 16 00 00 00";
     EXPECT_TRUE(m_host.ask(0xA7, 7, joined({insertion, sound})).acknowledged());
     EXPECT_TRUE(m_host.ask(0xA7, 2, joined({first, sound, second, sound})).acknowledged());
-    for (const Frame& bad : {joined({"01 02 00 00 00 15 00 00 00", sound}), joined({insertion, sound, "00"}),
-                             hex("01 02 00 00 00 FF FF FF FF")})
+    for (const ByteBuffer& bad : {joined({"01 02 00 00 00 15 00 00 00", sound}),
+                                  joined({insertion, sound, "00"}), hex("01 02 00 00 00 FF FF FF FF")})
         EXPECT_TRUE(m_host.ask(0xA7, 7, bad).refused());
-    for (const Frame& bad : {joined({"00 01 05 17 00 00 00", sound}), joined({first, sound}), hex("00 00")})
+    for (const ByteBuffer& bad :
+         {joined({"00 01 05 17 00 00 00", sound}), joined({first, sound}), hex("00 00")})
         EXPECT_TRUE(m_host.ask(0xA7, 2, bad).refused());
     auto voices = m_sim.state().voices;
     ASSERT_EQ(voices.size(), 3U);
@@ -198,8 +199,9 @@ TEST_F(AreaPlaying, SpeechIsKeptAndContradictionsAreRefused) {
 }
 
 TEST(DynamicAreas5, CutAnywhereOrLengthenedTheyAreRefused) {
-    const Frame whole = hex("29 00 00 00 09 01 03 02 01 00 00 01 00*4 10 05 00 01 00 08 00 01 00 00 01 00 "
-                            "0D 00 00 00 00 01 00 00 00 00 01 08 00 00*4");
+    const ByteBuffer whole =
+        hex("29 00 00 00 09 01 03 02 01 00 00 01 00*4 10 05 00 01 00 08 00 01 00 00 01 00 "
+            "0D 00 00 00 00 01 00 00 00 00 01 08 00 00*4");
     const auto parsed = parse_dynamic_area_5(whole);
     ASSERT_TRUE(std::holds_alternative<std::vector<DynamicArea>>(parsed));
     const DynamicArea& area = std::get<std::vector<DynamicArea>>(parsed).at(0);
@@ -210,11 +212,11 @@ TEST(DynamicAreas5, CutAnywhereOrLengthenedTheyAreRefused) {
         EXPECT_TRUE(std::holds_alternative<ErrorValue>(parse_dynamic_area_5(Bytes(whole).first(length))))
             << length;
     for (std::size_t at = 0; at < 4; ++at) {
-        Frame spoilt = whole;
+        ByteBuffer spoilt = whole;
         spoilt[at] ^= 1;
         EXPECT_TRUE(std::holds_alternative<ErrorValue>(parse_dynamic_area_5(spoilt))) << at;
     }
-    Frame shorter = whole; // a page shorter than its own properties
+    ByteBuffer shorter = whole; // a page shorter than its own properties
     shorter[28] = 12;
     EXPECT_TRUE(std::holds_alternative<ErrorValue>(parse_dynamic_area_5(shorter)));
 }

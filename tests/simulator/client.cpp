@@ -29,8 +29,8 @@ void Client::send(Bytes bytes) {
     }
 }
 
-Frame Client::receive() {
-    Frame received;
+ByteBuffer Client::receive() {
+    ByteBuffer received;
     Ouint8 byte = 0;
     const auto deadline = Clock::now() + kLimit;
     while (wait_ready(m_socket.get(), POLLIN, deadline) > 0 && ::recv(m_socket.get(), &byte, 1, 0) == 1) {

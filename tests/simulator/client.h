@@ -1,8 +1,8 @@
 // A host on the other end of a plain socket. Every wait is bounded.
 #pragma once
 
+#include "support/Descriptor.h"
 #include "support/bytes.h"
-#include "support/descriptor.h"
 
 namespace qm::sim::test {
 
@@ -12,8 +12,8 @@ class Client {
 
     void send(Bytes bytes);
     // What arrives up to the first end byte, or to the end of the connection.
-    Frame receive();
-    Frame ask(Bytes frame) {
+    ByteBuffer receive();
+    ByteBuffer ask(Bytes frame) {
         send(frame);
         return receive();
     }

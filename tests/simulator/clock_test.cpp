@@ -234,7 +234,7 @@ TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
             int refused = 0;
             for (std::size_t at = head; at < end; ++at)
                 for (const Ouint8 change : {Ouint8{0x01}, Ouint8{0x80}, Ouint8{0xFF}}) {
-                    Frame spoilt(file.bytes.begin(), file.bytes.end() - 4);
+                    ByteBuffer spoilt(file.bytes.begin(), file.bytes.end() - 4);
                     spoilt[at] ^= change;
                     ByteWriter(spoilt).u32(calc_crc32(spoilt));
                     sim::ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, screen.format())

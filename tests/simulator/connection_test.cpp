@@ -38,7 +38,7 @@ TEST(Connection, HandshakeTellsSizeColourAndTypeWithoutFraming) {
 
 TEST(Connection, CommandInsideTwoEnvelopesIsAnswered) {
     Simulator sim;
-    const Frame ping =
+    const ByteBuffer ping =
         hex("A5*8 FE FF 00 80 07 00 62 02 00 00 02 00 FF 00 96 00 00*6 05 00 1E 78 00 EE 01 A2 00 00 00 5A");
     Client client(sim.port());
     EXPECT_EQ(client.ask(test::envelope_around(ping)), client.ask(handshake()));
@@ -56,8 +56,8 @@ TEST(Connection, UnknownCommandIsRefused) {
 TEST(Connection, BytesMayArriveOneByOneWithGarbageBetween) {
     Simulator sim;
     Client client(sim.port());
-    const Frame garbage = hex("00 5A 11 5B");
-    const Frame update = test::envelope_around(test::payload_of({{}}));
+    const ByteBuffer garbage = hex("00 5A 11 5B");
+    const ByteBuffer update = test::envelope_around(test::payload_of({{}}));
     client.send(garbage);
     for (const std::uint8_t byte : update) client.send({&byte, 1});
     client.send(garbage);
@@ -68,7 +68,7 @@ TEST(Connection, BytesMayArriveOneByOneWithGarbageBetween) {
 TEST(Connection, FramesSentTogetherAreAnsweredInTurn) {
     Simulator sim;
     Client client(sim.port());
-    Frame both = handshake(2);
+    ByteBuffer both = handshake(2);
     ByteWriter(both).bytes(handshake(4));
     client.send(both);
     EXPECT_EQ(client.receive()[18], 2);
@@ -78,7 +78,7 @@ TEST(Connection, FramesSentTogetherAreAnsweredInTurn) {
 TEST(Connection, SpoiltFramesGetNoAnswerAndAreCounted) {
     Simulator sim;
     Client client(sim.port());
-    Frame spoilt = handshake(2);
+    ByteBuffer spoilt = handshake(2);
     spoilt[20] ^= 1;
     client.send(spoilt);
     EXPECT_EQ(client.ask(handshake(4))[18], 4); // the first answer that comes

@@ -80,18 +80,18 @@ TEST(Control, ImpossibleValuesAreRefusedAndChangeNothing) {
 }
 
 TEST(Control, PayloadsOfTheOtherGenerationAreRefused) {
-    const Frame lock5 = test::hex("00 01 50 30 30 31 00*4"), lock6 = test::hex("00 01 50 30 30 31 00*5");
-    const Frame area5 =
+    const ByteBuffer lock5 = test::hex("00 01 50 30 30 31 00*4"), lock6 = test::hex("00 01 50 30 30 31 00*5");
+    const ByteBuffer area5 =
         test::hex("2A 00 00 00 09 01 03 02 01 00 00 01 00*4 10 00 00 00 00 08 00 01 00 00 01 00 "
                   "0E 00 00 00 00 01 00 00 00 00 01 08 00 00*4 7F");
-    const Frame area6 = test::content_of({{1, {0, 0, 8, 1}, {test::hex("7F")}}});
-    const Frame configuration5 = test::hex("43 30 30 30 01 26 00 00 00 01 00*4");
-    const Frame configuration6 = test::hex("43 30 30 30 01 5E 00 00 00 01 00*4");
-    const Frame voice = test::hex("00 01 04 14 00 00 00 00*20");
+    const ByteBuffer area6 = test::content_of({{1, {0, 0, 8, 1}, {test::hex("7F")}}});
+    const ByteBuffer configuration5 = test::hex("43 30 30 30 01 26 00 00 00 01 00*4");
+    const ByteBuffer configuration6 = test::hex("43 30 30 30 01 5E 00 00 00 01 00*4");
+    const ByteBuffer voice = test::hex("00 01 04 14 00 00 00 00*20");
     const struct {
         const char* what;
         std::uint8_t group, cmd;
-        const Frame& payload;
+        const ByteBuffer& payload;
         unsigned five, six; // error value of each generation
     } rows[] = {{"area of 5", 0xA7, 0, area5, 0, 112},
                 {"area of 6", 0xA7, 0, area6, 112, 0},
@@ -236,7 +236,7 @@ TEST(Network, SettingsAreToldByEverySearch) {
     EXPECT_THAT(c.host.network(2, "").payload,
                 is_hex("70 61 73 73 77 6F 72 64 C0 A8 02 05 FF FF 00 00 C0 A8 02 01 8E 13 00 1A 2B 3C 4D 5E "
                        "6E 65 74 49 44 00*7"));
-    const Frame six = c.host.network(3, "").payload;
+    const ByteBuffer six = c.host.network(3, "").payload;
     ASSERT_EQ(six.size(), 206U);
     EXPECT_THAT(Bytes(six).first(51),
                 is_hex("00 1A 2B 3C 4D 5E C0 A8 02 05 FF FF 00 00 C0 A8 02 01 8E 13 01 01 02 0A 00 00 07 "
@@ -247,7 +247,7 @@ TEST(Network, SettingsAreToldByEverySearch) {
 
 TEST(Network, WebServerMakesTheSearchLonger) {
     const Simulator sim({.web = true});
-    const Frame answer = Host(sim).network(3, "").payload;
+    const ByteBuffer answer = Host(sim).network(3, "").payload;
     ASSERT_EQ(answer.size(), 595U);
     EXPECT_THAT(Bytes(answer).subspan(51 + 389 + 16, 2), is_hex("62 02"));
 }
@@ -293,7 +293,7 @@ TEST(Control, PayloadCutAnywhereIsRefusedAndChangesNothing) {
     Controlled c;
     const ControllerState before = c.sim.state();
     for (const Row& row : rows) {
-        const Frame whole = test::hex(row.payload);
+        const ByteBuffer whole = test::hex(row.payload);
         for (std::size_t length = 0; length < whole.size(); ++length)
             EXPECT_TRUE(c.host.ask(row.group, row.cmd, Bytes(whole).first(length)).refused())
                 << int{row.group} << "/" << int{row.cmd} << " cut after " << length;

@@ -25,7 +25,7 @@ constexpr const char* kTwoAreas = //
     "D1 D2 D3 D4 D5 D6";
 
 // One area without sound, with one page of 4 bytes.
-const Frame kOneArea = test::content_of({{1, {0, 0, 8, 1}, {Frame(4, 0xFF)}}});
+const ByteBuffer kOneArea = test::content_of({{1, {0, 0, 8, 1}, {ByteBuffer(4, 0xFF)}}});
 
 std::optional<ErrorValue> error_of(Bytes content) {
     const auto parsed = parse_dynamic_areas(content);
@@ -53,16 +53,17 @@ TEST(DynamicAreas, EveryFieldIsKept) {
 
     ASSERT_TRUE(first.sound);
     const Sound& sound = *first.sound;
-    EXPECT_THAT(Frame({sound.person, sound.volume, sound.speed, sound.data_mode}), is_hex("01 02 03 04"));
+    EXPECT_THAT(ByteBuffer({sound.person, sound.volume, sound.speed, sound.data_mode}),
+                is_hex("01 02 03 04"));
     EXPECT_EQ(sound.replay_times, 5U);
     EXPECT_EQ(sound.replay_delay, 6U);
-    EXPECT_THAT(Frame({sound.reserved_para_len, sound.num_deal, sound.languages, sound.word_style}),
+    EXPECT_THAT(ByteBuffer({sound.reserved_para_len, sound.num_deal, sound.languages, sound.word_style}),
                 is_hex("07 08 09 0A"));
     EXPECT_THAT(sound.text, is_hex("68 69"));
 
     ASSERT_EQ(first.pages.size(), 2U);
     const Page& page = first.pages[0];
-    EXPECT_THAT(Frame({page.style, page.display_mode, page.clear_mode, page.speed, page.repeat_time}),
+    EXPECT_THAT(ByteBuffer({page.style, page.display_mode, page.clear_mode, page.speed, page.repeat_time}),
                 is_hex("01 04 02 20 03"));
     EXPECT_EQ(page.stay_time, 300);
     EXPECT_EQ(page.valid_len, 10);
@@ -84,10 +85,10 @@ TEST(DynamicAreas, MayHaveNoPages) {
 }
 
 TEST(DynamicAreas, CutAnywhereOrLengthenedTheyAreRefused) {
-    for (const Frame& whole : {hex(kTwoAreas), kOneArea}) {
+    for (const ByteBuffer& whole : {hex(kTwoAreas), kOneArea}) {
         for (std::size_t length = 0; length < whole.size(); ++length)
             EXPECT_EQ(error_of(Bytes(whole).first(length)), ErrorValue::malformed) << "cut after " << length;
-        Frame longer = whole;
+        ByteBuffer longer = whole;
         longer.push_back(0);
         EXPECT_EQ(error_of(longer), ErrorValue::malformed);
     }
@@ -125,8 +126,8 @@ TEST(DynamicAreas, ContradictionsAreRefused) {
     };
     ASSERT_EQ(error_of(kOneArea), std::nullopt);
     for (const Spoil& spoil : spoils) {
-        Frame content = kOneArea;
-        const Frame bytes = hex(spoil.bytes);
+        ByteBuffer content = kOneArea;
+        const ByteBuffer bytes = hex(spoil.bytes);
         std::copy(bytes.begin(), bytes.end(), content.begin() + static_cast<std::ptrdiff_t>(spoil.offset));
         EXPECT_EQ(error_of(content), spoil.error) << spoil.name;
     }
@@ -134,10 +135,10 @@ TEST(DynamicAreas, ContradictionsAreRefused) {
 
 TEST(DynamicAreas, OfAnyBytesAreReadWithinTheirBounds) {
     std::mt19937 random(2);
-    const Frame whole = hex(kTwoAreas);
+    const ByteBuffer whole = hex(kTwoAreas);
     int refused = 0;
     for (int round = 0; round < 20000; ++round) {
-        Frame content = whole;
+        ByteBuffer content = whole;
         for (auto changes = random() % 3 + 1; changes > 0; --changes)
             content[random() % content.size()] = static_cast<std::uint8_t>(random());
         const auto parsed = parse_dynamic_areas(content);

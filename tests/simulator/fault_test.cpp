@@ -13,7 +13,8 @@ namespace {
 using test::Client;
 using test::handshake;
 
-const Frame kUpdate = test::envelope_around(test::payload_of({{1, {0, 0, 8, 1}, {Frame(4, 0x00)}}}));
+const ByteBuffer kUpdate =
+    test::envelope_around(test::payload_of({{1, {0, 0, 8, 1}, {ByteBuffer(4, 0x00)}}}));
 constexpr std::size_t kCodeAt = 38; // of a global answer
 
 Options faulty(Fault fault) {
@@ -50,7 +51,7 @@ TEST(Fault, CloseAndResetEndTheConnectionInPlaceOfAnAnswer) {
 
 TEST(Fault, LateAndSplitAnswersArriveWhole) {
     Simulator sim;
-    const Frame good = Client(sim.port()).ask(handshake());
+    const ByteBuffer good = Client(sim.port()).ask(handshake());
     for (const FaultKind kind : {FaultKind::split, FaultKind::delay}) {
         sim.set_fault(Fault{.kind = kind, .delay = std::chrono::milliseconds(20)});
         Client client(sim.port());
@@ -63,7 +64,7 @@ TEST(Fault, LateAndSplitAnswersArriveWhole) {
 
 TEST(Fault, NackRefusesAndCarriesNothingOut) {
     Simulator sim(faulty({FaultKind::nack}));
-    const Frame answer = Client(sim.port()).ask(kUpdate);
+    const ByteBuffer answer = Client(sim.port()).ask(kUpdate);
     ASSERT_GT(answer.size(), kCodeAt + 3);
     EXPECT_EQ(answer[kCodeAt], 1);
     EXPECT_EQ(answer[kCodeAt + 3], 199);

@@ -104,10 +104,10 @@ TEST(Files, DirectoryComesInBlocksOfOneType) {
     }
     ASSERT_EQ(f.host.write("X001", test::hex("01 02 03 04"), 2), 0U);
     EXPECT_THAT(f.host.file(6, "01 FF").payload, is_hex("28 00"));
-    const Frame first = f.host.file(7, "00 00").payload;
+    const ByteBuffer first = f.host.file(7, "00 00").payload;
     ASSERT_EQ(first.size(), 5U + 32 * 13);
     EXPECT_THAT(Bytes(first).first(18), is_hex("00 00 00 20 00 50 30 30 30 01 09 00 00 00 36 37 38 39"));
-    const Frame second = f.host.file(7, "20 00").payload;
+    const ByteBuffer second = f.host.file(7, "20 00").payload;
     ASSERT_EQ(second.size(), 5U + 8 * 13);
     EXPECT_THAT(Bytes(second).first(9), is_hex("01 20 00 08 00 50 30 33 32"));
     EXPECT_THAT(f.host.file(7, "28 00").payload, is_hex("01 28 00 00 00"));
@@ -129,8 +129,8 @@ TEST(Files, AllNamesAreDeletedOrNone) {
 }
 
 // A configuration file of that size with its CRC-16, worked out bit by bit.
-Frame configuration(std::size_t size, std::string_view controller) {
-    Frame data(size - 2);
+ByteBuffer configuration(std::size_t size, std::string_view controller) {
+    ByteBuffer data(size - 2);
     std::copy(controller.begin(), controller.end(), data.begin() + 1);
     ByteWriter(data).u16(qm::test::crc16(Bytes(data)));
     return data;
@@ -141,7 +141,7 @@ TEST(Files, ConfigurationIsCheckedAndNamesTheController) {
         Filed f{Simulator({.type = static_cast<std::uint16_t>(size == 38 ? 0x0051 : 0x0262)})};
         ASSERT_EQ(f.host.write("C000", configuration(size, "LOBBY"), 1, true, true), 0U) << size;
         EXPECT_EQ(f.sim.state().name, "LOBBY");
-        Frame spoilt = configuration(size, "OTHER");
+        ByteBuffer spoilt = configuration(size, "OTHER");
         spoilt[20] ^= 1;
         EXPECT_EQ(f.host.write("C000", spoilt, 1, true, true), 110U) << size;
         EXPECT_EQ(f.host.write("C000", configuration(40, "OTHER"), 1, true, true), 110U);

@@ -17,7 +17,7 @@ std::string split(Bytes stream, std::size_t piece, std::size_t limit = 16) {
         Bytes input = stream.first(std::min(piece, stream.size()));
         stream = stream.subspan(input.size());
         while (const auto frame = splitter.next(input)) {
-            if (const auto* body = std::get_if<Frame>(&*frame))
+            if (const auto* body = std::get_if<ByteBuffer>(&*frame))
                 bodies += hex_text(*body) + "|";
             else
                 bodies += std::string(std::get<BadFrame>(*frame).why) + "|";
@@ -33,7 +33,7 @@ struct StreamCase {
 class FrameStream : public testing::TestWithParam<StreamCase> {};
 
 TEST_P(FrameStream, GivesTheSameFramesWhateverThePieces) {
-    const Frame stream = hex(GetParam().stream);
+    const ByteBuffer stream = hex(GetParam().stream);
     for (std::size_t piece = 1; piece <= stream.size(); ++piece)
         EXPECT_EQ(split(stream, piece), GetParam().bodies) << "pieces of " << piece;
 }

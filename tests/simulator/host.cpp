@@ -3,7 +3,7 @@
 namespace qm::sim::test {
 
 Answer answer_in(Bytes frame) {
-    const Frame body = unstuffed(frame);
+    const ByteBuffer body = unstuffed(frame);
     ByteReader reader(body);
     reader.skip(4);
     const std::size_t header = reader.u8() == 5 ? 27 : 28;
@@ -20,8 +20,8 @@ Answer answer_in(Bytes frame) {
     return answer;
 }
 
-Frame command_frame(std::uint8_t group, std::uint8_t cmd, Bytes payload) {
-    Frame command;
+ByteBuffer command_frame(std::uint8_t group, std::uint8_t cmd, Bytes payload) {
+    ByteBuffer command;
     ByteWriter(command).u8(1).u8(group).u8(cmd).u16(0).bytes(payload);
     return envelope_around(command);
 }
@@ -32,7 +32,7 @@ Answer Host::ask(std::uint8_t group, std::uint8_t cmd, Bytes payload) {
 
 unsigned Host::write(const std::string& name, Bytes data, std::uint8_t type, bool overwrite,
                      bool configuration) {
-    Frame start, block;
+    ByteBuffer start, block;
     ByteWriter(start).text(name.data(), 4).u8(type).u32(static_cast<Ouint32>(data.size())).u8(overwrite);
     ByteWriter(start).bytes(data.last(4));
     ByteWriter(block).text(name.data(), 4).u8(1).u32(0).bytes(data);

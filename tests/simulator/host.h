@@ -15,7 +15,7 @@ using qm::test::is_hex;
 struct Answer {
     std::uint8_t group = 0, cmd = 0;
     std::uint16_t error = 0;
-    Frame payload;
+    ByteBuffer payload;
 
     [[nodiscard]] bool acknowledged() const { return group == 0xA0 && cmd == 0 && error == 0; }
     [[nodiscard]] bool refused() const { return group == 0xA0 && cmd == 1 && error != 0; }
@@ -40,6 +40,6 @@ class Host {
 
 // Takes a frame apart that comes over UDP or TCP.
 Answer answer_in(Bytes frame);
-Frame command_frame(std::uint8_t group, std::uint8_t cmd, Bytes payload);
+ByteBuffer command_frame(std::uint8_t group, std::uint8_t cmd, Bytes payload);
 
 } // namespace qm::sim::test

@@ -1,7 +1,7 @@
 // The screen in a terminal and in files.
 #include "simulator/picture.h"
 #include "simulator/terminal.h"
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <array>
 #include <cairo.h>

@@ -25,7 +25,7 @@ class PixelPicture : public testing::TestWithParam<PictureCase> {};
 
 TEST_P(PixelPicture, LooksAsItWasMeant) {
     const PictureCase& c = GetParam();
-    const Frame data = hex(c.data);
+    const ByteBuffer data = hex(c.data);
     EXPECT_EQ(pixel_data_length(c.format, c.rect), data.size());
     const PixelReader reader(c.format, c.rect, data);
     Image image(c.rect.width, c.rect.height);
@@ -83,11 +83,11 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& which) { return which.param.name; });
 
 TEST(FullColor, GradesAreSpreadOverTheWholeScale) {
-    const Frame half = hex("10 84 01 00"); // 10000 100000 10000, then red alone at its lowest
+    const ByteBuffer half = hex("10 84 01 00"); // 10000 100000 10000, then red alone at its lowest
     const PixelReader reader({k16, ScreenColor::full}, {0, 0, 2, 1}, half);
     EXPECT_EQ(reader.at(0, 0), (Rgb{0x84, 0x82, 0x84}));
     EXPECT_EQ(reader.at(1, 0), (Rgb{8, 0, 0}));
-    const Frame exact = hex("01 80 FE");
+    const ByteBuffer exact = hex("01 80 FE");
     EXPECT_EQ(PixelReader({k24, ScreenColor::full}, {0, 0, 1, 1}, exact).at(0, 0), (Rgb{1, 0x80, 0xFE}));
 }
 
@@ -96,7 +96,7 @@ TEST(PixelReaderBounds, MissingBytesAreDark) {
                                      {kPlanes32, ScreenColor::three},
                                      {k16, ScreenColor::full},
                                      {k24, ScreenColor::full}}) {
-        const Frame cut(1, 0x00);
+        const ByteBuffer cut(1, 0x00);
         const PixelReader reader(format, {0, 0, 4000, 4000}, cut);
         EXPECT_EQ(reader.at(3999, 3999), Rgb{});
     }

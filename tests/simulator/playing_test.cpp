@@ -19,14 +19,14 @@ using testing::HasSubstr;
 using namespace std::chrono_literals;
 
 // A program of one area of 8 x 1 with two pages: the first LED for 200 ms, the last one for 300 ms.
-Frame program_file(const std::string& name = "50 30 30 31", const std::string& periods = "00") {
+ByteBuffer program_file(const std::string& name = "50 30 30 31", const std::string& periods = "00") {
     return sealed("00 " + name + " 00 00 01 00 00 00*10 FF 00*8 " + periods +
                   " 00 00 01"
                   " 51 00 00 00  00 00 00 00 00 08 00 01 00  00  00 00 00  00  00*5  02 00"
                   " 1A 00 00 00  00 01 00 00 14 00 01 08 00  00*9  0E 00 00 00 01 00 00 00"
                   " 1A 00 00 00  00 01 00 00 1E 00 01 08 00  00*9  0F 00 00 00 01 00 00 00");
 }
-Frame data_file(const std::string& pixels = "7F FE", const std::string& digits = "30 30 31") {
+ByteBuffer data_file(const std::string& pixels = "7F FE", const std::string& digits = "30 30 31") {
     return sealed("09 44 " + digits + " 00*8 " + pixels);
 }
 
@@ -57,7 +57,7 @@ class Playing : public testing::Test {
   protected:
     static constexpr std::uint16_t kType = 0x0662; // generation 6, planes of 8 pixels
 
-    void write(const std::string& name, const Frame& file) {
+    void write(const std::string& name, const ByteBuffer& file) {
         EXPECT_EQ(m_host.write(name, file, name[0] == 'D' ? 9 : 0), 0U);
     }
     void write_program() {
@@ -73,7 +73,7 @@ class Playing : public testing::Test {
         bool operator==(const Named&) const = default;
     };
     Named named() {
-        const Frame status = m_host.control(15, "").payload;
+        const ByteBuffer status = m_host.control(15, "").payload;
         const std::string name(status.begin() + 6, status.begin() + 10);
         return {name.substr(0, name.find('\0')), m_sim.state().program, m_program.latest(),
                 unsigned{status[4]} | unsigned{status[5]} << 8U};

@@ -127,7 +127,7 @@ TEST(ProgramFileOfGeneration5, CountsPlayPeriodsAboveABorderOfLitPixels) {
         const Program program = good(parse_program(sealed(head + periods + border + " 00 00"), kDual8));
         EXPECT_EQ(program.periods.size(), expected);
         ASSERT_TRUE(program.border);
-        EXPECT_EQ(program.border->pixels, Frame(24));
+        EXPECT_EQ(program.border->pixels, ByteBuffer(24));
     }
 }
 
@@ -151,12 +151,12 @@ TEST(ProgramFileOfGeneration6, IsReadWithItsDataFile) {
 }
 
 TEST(ProgramFileOfGeneration6, TakesBorders) {
-    Frame body = qm::test::hex("00 50 30 30 35 00*24 00  01 01 02 03 06 02 00 00*7  FF*8  00 01");
+    ByteBuffer body = qm::test::hex("00 50 30 30 35 00*24 00  01 01 02 03 06 02 00 00*7  FF*8  00 01");
     // L = 19 + 30 + 7 + 3 + 1: a pattern of 8 x 3 pixels around 10 x 2 at (11, 3)
     ByteWriter(body).bytes(
         qm::test::hex("3C 00 00 00  00 08 00 00 00 10 00 08 00  01 00 00 01 05 00 00 7F 3F 1F"
                       " 00 00 00 00 00*5 01 00  1A 00 00 00 00*9 00*9 0E 00 00 00 04 00 00 00"));
-    const Frame data = sealed("09 44 30 30 35 00*8 FF*4");
+    const ByteBuffer data = sealed("09 44 30 30 35 00*8 FF*4");
     const Program program = good(parse_program(sealed(body), data, kSingle8));
     ASSERT_TRUE(program.border);
     EXPECT_EQ(program.border->thickness, 2) << "as the header says";
@@ -180,7 +180,7 @@ class SpoiltProgram : public testing::TestWithParam<Spoilt> {};
 
 TEST_P(SpoiltProgram, IsRefusedWithWords) {
     test::Files files = test::files_g6();
-    Frame& file = GetParam().data ? files.data : files.program;
+    ByteBuffer& file = GetParam().data ? files.data : files.program;
     file.resize(file.size() - 4);
     file.at(GetParam().at) = GetParam().value;
     file = sealed(std::move(file));
@@ -210,15 +210,15 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& spoilt) { return std::string(spoilt.param.name); });
 
 TEST(SpoiltProgramFile, NeverPassesItsCrc) {
-    const Frame file = test::file_g5();
+    const ByteBuffer file = test::file_g5();
     for (std::size_t i = 0; i < file.size(); ++i) {
-        Frame spoilt = file;
+        ByteBuffer spoilt = file;
         spoilt[i] ^= 0x10U;
         EXPECT_THAT(error_of(parse_program(spoilt, kSingle8)), HasSubstr("CRC")) << "byte " << i;
     }
     const test::Files files = test::files_g6();
     for (std::size_t i = 0; i < files.data.size(); ++i) {
-        Frame spoilt = files.data;
+        ByteBuffer spoilt = files.data;
         spoilt[i] ^= 0x10U;
         EXPECT_THAT(error_of(parse_program(files.program, spoilt, kDual32)), HasSubstr("CRC"))
             << "byte " << i;
@@ -228,28 +228,28 @@ TEST(SpoiltProgramFile, NeverPassesItsCrc) {
 // Without a screen border, that is: where nothing else follows, its pixels might be all there is.
 TEST(SpoiltProgramFile, IsNotTakenWhenItEndsEarlyOrLate) {
     const test::Files files = test::files_g6();
-    const auto error_at = [&](const Frame& file, std::size_t length) {
-        Frame body(file.begin(), file.end() - 4);
+    const auto error_at = [&](const ByteBuffer& file, std::size_t length) {
+        ByteBuffer body(file.begin(), file.end() - 4);
         body.resize(length);
-        const Frame cut = sealed(std::move(body));
+        const ByteBuffer cut = sealed(std::move(body));
         return error_of(&file == &files.data ? parse_program(files.program, cut, kDual32)
                                              : parse_program(cut, files.data, kDual32));
     };
-    for (const Frame* file : {&files.program, &files.data})
+    for (const ByteBuffer* file : {&files.program, &files.data})
         for (std::size_t length = 0; length <= file->size(); ++length)
             EXPECT_EQ(error_at(*file, length) == "accepted", length == file->size() - 4)
                 << length << " bytes";
     EXPECT_THAT(error_at(files.data, files.data.size() - 3),
                 HasSubstr("data file: no bytes behind the last page expected, 1 found"));
     for (std::size_t length = 0; length < 4; ++length)
-        EXPECT_EQ(error_of(parse_program(Frame(length), kSingle8)), "program file: too short for a CRC");
+        EXPECT_EQ(error_of(parse_program(ByteBuffer(length), kSingle8)), "program file: too short for a CRC");
 }
 
 // Whatever stands in it, a file is read or refused.
 TEST(SpoiltProgramFile, IsHarmless) {
     const test::Files files = test::files_g6();
-    const auto spoil = [](const Frame& file, std::size_t i, std::uint8_t value) {
-        Frame body(file.begin(), file.end() - 4);
+    const auto spoil = [](const ByteBuffer& file, std::size_t i, std::uint8_t value) {
+        ByteBuffer body(file.begin(), file.end() - 4);
         body[i] = value;
         return sealed(std::move(body));
     };
@@ -257,7 +257,7 @@ TEST(SpoiltProgramFile, IsHarmless) {
     for (const std::uint8_t value : values) {
         for (std::size_t i = 0; i + 4 < files.program.size(); ++i)
             (void)parse_program(spoil(files.program, i, value), files.data, kDual32);
-        const Frame file = test::file_g5();
+        const ByteBuffer file = test::file_g5();
         for (std::size_t i = 0; i + 4 < file.size(); ++i)
             (void)parse_program(spoil(file, i, value), kSingle8);
     }
@@ -265,14 +265,14 @@ TEST(SpoiltProgramFile, IsHarmless) {
 
 // Every place of the border could be its end.
 TEST(SpoiltProgramFile, DoesNotKeepTheReaderBusy) {
-    Frame body = qm::test::hex("00 50 30 30 30 00*14 00  01 00 00 00 01 00 00");
+    ByteBuffer body = qm::test::hex("00 50 30 30 30 00*14 00  01 00 00 00 01 00 00");
     const std::size_t end = 64000;
     while (body.size() + 6 < end) {
         ByteWriter out(body);
         out.u8(0).u8(255).u32(static_cast<std::uint32_t>(end - body.size() - 4));
     }
     ByteWriter(body).zeros(end - body.size());
-    for (int i = 0; i < 100; ++i) ByteWriter(body).u32(65535).bytes(Frame(65535, 2));
+    for (int i = 0; i < 100; ++i) ByteWriter(body).u32(65535).bytes(ByteBuffer(65535, 2));
     EXPECT_NE(error_of(parse_program(sealed(body), kSingle8)), "accepted");
 }
 

@@ -6,15 +6,15 @@ namespace qm::sim::test {
 
 using qm::test::hex;
 
-Frame sealed(Frame body) {
+ByteBuffer sealed(ByteBuffer body) {
     const auto crc = calc_crc32(body);
     ByteWriter(body).u32(crc);
     return body;
 }
 
-Frame sealed(std::string_view text) { return sealed(hex(text)); }
+ByteBuffer sealed(std::string_view text) { return sealed(hex(text)); }
 
-Frame file_g5() {
+ByteBuffer file_g5() {
     return sealed("00 50 30 30 37  00 01 02 0A 00 FF  E8 07 01 02  FF FF 0C 1F" // header
                   " 01  08 1E 00 0C 00 00  01 00 00 02 00 00"                   // play periods
                   " 01 00 04 01 02 00 00  0F F0 F0 0F"                          // screen border

@@ -6,18 +6,18 @@
 namespace qm::sim::test {
 
 // Closes a file with its CRC.
-Frame sealed(Frame body);
-Frame sealed(std::string_view text);
+ByteBuffer sealed(ByteBuffer body);
+ByteBuffer sealed(std::string_view text);
 
 // A program of generation 5 for a single-colour screen in planes of 8 pixels: P007, played twice, 8:30 to
 // 12:00 and 1:00 to 2:00; a screen border of 16 x 2; one area of 10 x 6 at (3, 1), which replaced another,
 // with a border of 8 x 1 and two pages of running text.
-Frame file_g5();
+ByteBuffer file_g5();
 
 // A program of generation 6 for a double-colour screen in planes of 32 pixels: P005 for 60 seconds; a
 // background of 32 x 1 at (0, 0), an area of the same size at (32, 0) that speaks; a page each.
 struct Files {
-    Frame program, data;
+    ByteBuffer program, data;
 };
 Files files_g6();
 

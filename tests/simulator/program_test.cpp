@@ -149,8 +149,8 @@ TEST(Program, AnswersAndEndsThoughNobodyReadsItsTerminal) {
         Program program({"--port", "0", "--show", "--size", "128x64", "--color", "1"}, true);
         test::Client client(program.port());
         for (int i = 0; i < 40; ++i) {
-            const Frame stripes(128 * 64 / 8, i % 2 ? 0x55 : 0xAA);
-            const Frame update = test::payload_of({{1, {0, 0, 128, 64}, {stripes}}});
+            const ByteBuffer stripes(128 * 64 / 8, i % 2 ? 0x55 : 0xAA);
+            const ByteBuffer update = test::payload_of({{1, {0, 0, 128, 64}, {stripes}}});
             ASSERT_FALSE(client.ask(test::envelope_around(update)).empty()) << i;
         }
         program.signal(number);

@@ -51,12 +51,12 @@ TEST_P(GoodRequest, IsUnderstood) {
 }
 
 TEST_P(GoodRequest, IsNotAnsweredOnceAnyByteIsSpoiltOrCutOff) {
-    const Frame whole = hex(GetParam().body);
+    const ByteBuffer whole = hex(GetParam().body);
     // The envelope without a CRC protects its length alone.
     const std::size_t first = GetParam().body == kAreaEnvelope ? 12 : 0;
     const std::size_t end = GetParam().body == kAreaEnvelope ? 16 : whole.size();
     for (std::size_t i = first; i < end; ++i) {
-        Frame spoilt = whole;
+        ByteBuffer spoilt = whole;
         spoilt[i] ^= 0x10;
         EXPECT_TRUE(std::holds_alternative<BadFrame>(open_request(spoilt, GetParam().generation)))
             << "byte " << i;
@@ -106,7 +106,7 @@ TEST(Request, OfAnyBytesIsReadWithinItsBounds) {
     const char* const samples[] = {kHandshake, kPing5, kPing6, kEnvelope, kDoubleEnvelope, kAreaEnvelope};
     std::size_t bad = 0;
     for (int round = 0; round < 20000; ++round) {
-        Frame body = hex(samples[random() % std::size(samples)]);
+        ByteBuffer body = hex(samples[random() % std::size(samples)]);
         for (auto changes = random() % 4 + 1; changes > 0; --changes)
             body[random() % body.size()] = static_cast<std::uint8_t>(random());
         body.resize(random() % (body.size() + 8));

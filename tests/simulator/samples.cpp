@@ -17,7 +17,7 @@ void description(ByteWriter& out, const AreaSample& area, std::size_t offset) {
     out.u8(area.id).u8(0).u16(5).u8(1).u16(0).u8(1).u32(0).u8(0x10);
     out.u16(u16(area.rect.x)).u16(u16(area.rect.y)).u16(u16(area.rect.width)).u16(u16(area.rect.height));
     out.u8(0).u8(0).u8(0).u8(0).u8(0).zeros(5).u16(static_cast<unsigned>(area.pages.size()));
-    for (const Frame& page : area.pages) {
+    for (const ByteBuffer& page : area.pages) {
         page_record(out, area.mode, offset, page.size());
         offset += page.size();
     }
@@ -25,26 +25,26 @@ void description(ByteWriter& out, const AreaSample& area, std::size_t offset) {
 
 } // namespace
 
-Frame content_of(const std::vector<AreaSample>& areas) {
-    Frame content, pixels;
+ByteBuffer content_of(const std::vector<AreaSample>& areas) {
+    ByteBuffer content, pixels;
     ByteWriter out(content);
     out.u16(static_cast<unsigned>(areas.size()));
     for (const AreaSample& area : areas) {
         description(out, area, pixels.size());
-        for (const Frame& page : area.pages) ByteWriter(pixels).bytes(page);
+        for (const ByteBuffer& page : area.pages) ByteWriter(pixels).bytes(page);
     }
     out.bytes(pixels);
     return content;
 }
 
-Frame payload_of(const std::vector<AreaSample>& areas) {
-    Frame payload = qm::test::hex("01 A7 00 00 00");
+ByteBuffer payload_of(const std::vector<AreaSample>& areas) {
+    ByteBuffer payload = qm::test::hex("01 A7 00 00 00");
     ByteWriter(payload).bytes(content_of(areas));
     return payload;
 }
 
-Frame handshake(std::uint16_t sequence) {
-    Frame body = qm::test::hex("FE FF 00 80 00 00 FE 01");
+ByteBuffer handshake(std::uint16_t sequence) {
+    ByteBuffer body = qm::test::hex("FE FF 00 80 00 00 FE 01");
     ByteWriter(body).u16(sequence).u16(4).u16(0xB823); // CRC of A2 00 00 00
     std::uint8_t sum = 0;
     for (const std::uint8_t b : body) sum ^= b;
@@ -52,16 +52,16 @@ Frame handshake(std::uint16_t sequence) {
     return qm::test::stuff(body);
 }
 
-Frame envelope_around(Bytes bytes) {
-    Frame body = qm::test::hex("FE FF 00 80 F0 00 62 02 00*4");
+ByteBuffer envelope_around(Bytes bytes) {
+    ByteBuffer body = qm::test::hex("FE FF 00 80 F0 00 62 02 00*4");
     ByteWriter out(body);
     out.u32(static_cast<Ouint32>(bytes.size())).bytes(bytes);
     out.u16(qm::test::crc16(body));
     return qm::test::stuff(body);
 }
 
-Frame unstuffed(Bytes frame) {
-    Frame body;
+ByteBuffer unstuffed(Bytes frame) {
+    ByteBuffer body;
     for (std::size_t i = 0; i < frame.size(); ++i) {
         if (frame[i] == 0xA5 || frame[i] == 0x5A) continue; // the start bytes and the end byte
         const bool escaped = frame[i] == 0x5B || frame[i] == 0xA6;

@@ -14,19 +14,19 @@ namespace qm::sim::test {
 struct AreaSample {
     std::uint8_t id = 1;
     Rect rect{0, 0, 8, 1};
-    std::vector<Frame> pages{};
+    std::vector<ByteBuffer> pages{};
     std::uint8_t mode = 1; // how its pages appear
 };
-Frame content_of(const std::vector<AreaSample>& areas);
+ByteBuffer content_of(const std::vector<AreaSample>& areas);
 // The same as a payload, from its command header 01 A7 00 00 00 on.
-Frame payload_of(const std::vector<AreaSample>& areas);
+ByteBuffer payload_of(const std::vector<AreaSample>& areas);
 
 // A whole stuffed frame: the handshake, and an envelope around any bytes.
-Frame handshake(std::uint16_t sequence = 2);
-Frame envelope_around(Bytes bytes);
+ByteBuffer handshake(std::uint16_t sequence = 2);
+ByteBuffer envelope_around(Bytes bytes);
 
 // The body of a frame that comes alone.
-Frame unstuffed(Bytes frame);
+ByteBuffer unstuffed(Bytes frame);
 
 // "RG./..Y": rows from the top; R, G, B, Y(ellow), M(agenta), C(yan), W(hite) and . for black. Any other
 // colour shows as ?.

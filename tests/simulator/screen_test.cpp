@@ -23,7 +23,7 @@ const Verdict kTaken{0, 0};
 Verdict refused(ErrorValue error) { return {1, static_cast<int>(error)}; }
 
 Verdict send(const Simulator& sim, Bytes payload) {
-    const Frame body = test::unstuffed(Client(sim.port()).ask(envelope_around(payload)));
+    const ByteBuffer body = test::unstuffed(Client(sim.port()).ask(envelope_around(payload)));
     if (body.size() < 28) return {};
     const Bytes answer = Bytes(body).subspan(body[4] == 5 ? 27 : 28);
     if (answer.size() != 9 || answer[1] != 0xA0) return {};
@@ -81,7 +81,7 @@ TEST(Screen, AnAreaSentAgainReplacesItself) {
 
 TEST(Screen, CutsAreasAtItsEdges) {
     Simulator sim(small_screen());
-    EXPECT_EQ(send(sim, payload_of({{1, {6, 1, 9, 3}, {Frame(6, 0x00)}}})), kTaken);
+    EXPECT_EQ(send(sim, payload_of({{1, {6, 1, 9, 3}, {ByteBuffer(6, 0x00)}}})), kTaken);
     EXPECT_EQ(letters(sim.screen()), "......../......RR");
     EXPECT_EQ(send(sim, payload_of({{2, {65535, 65535, 1, 1}, {hex("00")}}})), kTaken);
     EXPECT_EQ(letters(sim.screen()), "......../......RR");
@@ -89,9 +89,9 @@ TEST(Screen, CutsAreasAtItsEdges) {
 
 TEST(Screen, StaysAsItIsWhenAPayloadIsRefused) {
     Simulator sim(small_screen());
-    const Frame good = payload_of({{1, {0, 0, 8, 1}, {hex("00")}}});
+    const ByteBuffer good = payload_of({{1, {0, 0, 8, 1}, {hex("00")}}});
     send(sim, good);
-    Frame cut = payload_of({{1, {0, 0, 8, 1}, {hex("FF")}}});
+    ByteBuffer cut = payload_of({{1, {0, 0, 8, 1}, {hex("FF")}}});
     cut.pop_back();
     EXPECT_EQ(send(sim, cut), refused(ErrorValue::malformed));
     // The first area is good, the second one has too few pixels.
@@ -108,14 +108,14 @@ TEST(Screen, IsReportedWhenItChangesAndOnlyThen) {
     std::vector<std::string> reported; // written by the simulator's thread before it answers
     options.on_screen = [&](const Image& screen) { reported.push_back(letters(screen)); };
     Simulator sim(options);
-    const Frame payload = payload_of({{1, {0, 0, 8, 1}, {hex("7F")}}});
+    const ByteBuffer payload = payload_of({{1, {0, 0, 8, 1}, {hex("7F")}}});
     for (int i = 0; i < 2; ++i) EXPECT_EQ(send(sim, payload), kTaken);
     EXPECT_EQ(reported, std::vector<std::string>{"R......./........"});
 }
 
 TEST(Screen, AreasTakeNoMoreThanTheMemory) {
     Simulator sim({.type = 0x0166, .color = ScreenColor::full}); // 24 MB a page
-    const Frame page(3 * 4000 * 2000, 0x11);
+    const ByteBuffer page(3 * 4000 * 2000, 0x11);
     EXPECT_EQ(send(sim, payload_of({{1, {0, 0, 4000, 2000}, {page}}})), kTaken);
     EXPECT_EQ(send(sim, payload_of({{2, {0, 0, 4000, 2000}, {page}}})), kTaken);
     EXPECT_EQ(send(sim, payload_of({{3, {0, 0, 4000, 2000}, {page}}})), refused(ErrorValue::no_memory));
@@ -129,12 +129,12 @@ TEST(Screen, TakesAPageOfItsOwnSizeAndNoLongerFrame) {
                    .height = 2800,
                    .color = ScreenColor::full,
                    .on_request = [&](const std::string& words) { log += words + "\n"; }});
-    const Frame update = payload_of({{1, {0, 0, 4096, 2800}, {Frame(3 * 4096 * 2800, 0xFF)}}});
+    const ByteBuffer update = payload_of({{1, {0, 0, 4096, 2800}, {ByteBuffer(3 * 4096 * 2800, 0xFF)}}});
     for (int i = 0; i < 2; ++i) EXPECT_EQ(send(sim, update), kTaken) << "also in the place of the same";
     EXPECT_EQ(sim.screen().at(4095, 2799), (Rgb{255, 255, 255}));
     Client client(sim.port());
     client.send(hex("A5"));
-    client.send(Frame(3 * 4096 * 2800 + (std::size_t{32} << 20U) + 1, 0x11));
+    client.send(ByteBuffer(3 * 4096 * 2800 + (std::size_t{32} << 20U) + 1, 0x11));
     client.send(hex("5A"));
     EXPECT_FALSE(client.ask(test::handshake()).empty());
     EXPECT_EQ(sim.bad_frames(), 1U);
@@ -143,11 +143,11 @@ TEST(Screen, TakesAPageOfItsOwnSizeAndNoLongerFrame) {
 
 TEST(Payloads, AreKeptByteForByteWhetherTakenOrRefused) {
     Simulator sim(small_screen());
-    const Frame good = payload_of({{1, {0, 0, 8, 1}, {hex("5A")}}});
-    const Frame bad = hex("01 A7 00 00 00 A5 5A 5B A6");
+    const ByteBuffer good = payload_of({{1, {0, 0, 8, 1}, {hex("5A")}}});
+    const ByteBuffer bad = hex("01 A7 00 00 00 A5 5A 5B A6");
     send(sim, good);
     send(sim, bad);
-    EXPECT_EQ(sim.payloads(), (std::vector<Frame>{good, bad}));
+    EXPECT_EQ(sim.payloads(), (std::vector<ByteBuffer>{good, bad}));
     for (int i = 0; i < 70; ++i) send(sim, good);
     EXPECT_EQ(sim.payloads().size(), 64U);
     EXPECT_EQ(sim.payloads().back(), good);

@@ -1,7 +1,7 @@
 // UDP on loopback: the controllers' protocol and the Wi-Fi module.
 #include "host.h"
 
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -19,16 +19,16 @@ class UdpClient {
         EXPECT_EQ(::connect(m_socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     }
     void send(Bytes bytes) { EXPECT_GE(::send(m_socket.get(), bytes.data(), bytes.size(), 0), 0); }
-    Frame ask(Bytes bytes) {
+    ByteBuffer ask(Bytes bytes) {
         send(bytes);
-        Frame answer(65536);
+        ByteBuffer answer(65536);
         if (wait_ready(m_socket.get(), POLLIN, Clock::now() + std::chrono::seconds(10)) <= 0) return {};
         const ssize_t length = ::recv(m_socket.get(), answer.data(), answer.size(), 0);
         answer.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
         return answer;
     }
     std::string ask_text(const std::string& text) {
-        const Frame answer = ask({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+        const ByteBuffer answer = ask({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
         return {answer.begin(), answer.end()};
     }
 
@@ -41,7 +41,7 @@ TEST(Udp, AnswersAsTcpDoesAndIsDeafToWhatIsNoFrame) {
     UdpClient client(sim.udp_port());
     for (const char* noise : {"", "41 54", "A5*8 01 5A", "A5*8"}) client.send(test::hex(noise));
     EXPECT_EQ(client.ask(test::handshake()), test::Client(sim.port()).ask(test::handshake()));
-    const Frame off = client.ask(test::command_frame(0xA2, 5, test::hex("00")));
+    const ByteBuffer off = client.ask(test::command_frame(0xA2, 5, test::hex("00")));
     EXPECT_TRUE(test::answer_in(off).acknowledged());
     EXPECT_FALSE(sim.state().power);
 }
@@ -49,11 +49,11 @@ TEST(Udp, AnswersAsTcpDoesAndIsDeafToWhatIsNoFrame) {
 TEST(Udp, FaultsSpoilDatagramsToo) {
     Simulator sim({.udp = 0, .udp_listen = "127.0.0.1"});
     UdpClient client(sim.udp_port());
-    const Frame good = client.ask(test::handshake());
+    const ByteBuffer good = client.ask(test::handshake());
     sim.set_fault(Fault{FaultKind::delay, 0, std::chrono::milliseconds(1)});
     EXPECT_EQ(client.ask(test::handshake()), good);
     sim.set_fault(Fault{FaultKind::bad_crc});
-    Frame spoilt = client.ask(test::handshake());
+    ByteBuffer spoilt = client.ask(test::handshake());
     EXPECT_NE(spoilt, good);
     EXPECT_EQ(spoilt.size(), good.size());
 }

@@ -5,9 +5,9 @@
 
 namespace qm::test {
 
-Frame hex(std::string_view text) {
+ByteBuffer hex(std::string_view text) {
     std::istringstream words{std::string(text)};
-    Frame out;
+    ByteBuffer out;
     for (std::string word; words >> word;) {
         const auto star = word.find('*');
         const std::size_t count = star == word.npos ? 1 : std::stoul(word.substr(star + 1));

@@ -10,7 +10,7 @@
 namespace qm::test {
 
 // "A5*8 FE 00" is eight bytes A5, then FE and 00.
-Frame hex(std::string_view text);
+ByteBuffer hex(std::string_view text);
 std::string hex_text(Bytes bytes);
 
 // Whole byte strings, shown in hex when they differ.

@@ -27,15 +27,15 @@ class MemoryLink : public ON_command {
         return QM_OK;
     }
 
-    [[nodiscard]] Frame sent() const {
-        Frame all;
-        for (const Frame& piece : pieces) all.insert(all.end(), piece.begin(), piece.end());
+    [[nodiscard]] ByteBuffer sent() const {
+        ByteBuffer all;
+        for (const ByteBuffer& piece : pieces) all.insert(all.end(), piece.begin(), piece.end());
         return all;
     }
 
     std::size_t sends_until_failure = static_cast<std::size_t>(-1);
-    std::vector<Frame> pieces;
-    std::deque<Frame> answers;       // without one, a receive fails
+    std::vector<ByteBuffer> pieces;
+    std::deque<ByteBuffer> answers;  // without one, a receive fails
     int capacity = -1, timeout = -1; // of the latest receive
 };
 

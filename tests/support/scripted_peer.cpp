@@ -20,14 +20,14 @@ PeerConnection::PeerConnection(Descriptor fd) : m_fd(std::move(fd)) {
 
 bool PeerConnection::read_byte(Ouint8& byte) { return ::recv(m_fd.get(), &byte, 1, 0) == 1; }
 
-Frame PeerConnection::read_frame() {
-    Frame frame;
+ByteBuffer PeerConnection::read_frame() {
+    ByteBuffer frame;
     for (Ouint8 byte = 0; byte != 0x5A && read_byte(byte);) frame.push_back(byte);
     return frame;
 }
 
-Frame PeerConnection::read_all() {
-    Frame all;
+ByteBuffer PeerConnection::read_all() {
+    ByteBuffer all;
     Ouint8 chunk[4096];
     for (ssize_t n; (n = ::recv(m_fd.get(), chunk, sizeof chunk, 0)) > 0;)
         all.insert(all.end(), chunk, chunk + n);
@@ -62,10 +62,11 @@ void ScriptedPeer::join() {
     if (m_thread.joinable()) m_thread.join();
 }
 
-ScriptedPeer::Script ScriptedPeer::answering(std::vector<Frame> answers, std::vector<Frame>* requests) {
+ScriptedPeer::Script ScriptedPeer::answering(std::vector<ByteBuffer> answers,
+                                             std::vector<ByteBuffer>* requests) {
     return [answers = std::move(answers), requests](PeerConnection& client) {
-        for (const Frame& answer : answers) {
-            Frame request = client.read_frame();
+        for (const ByteBuffer& answer : answers) {
+            ByteBuffer request = client.read_frame();
             if (requests) requests->push_back(std::move(request));
             client.send(answer);
         }

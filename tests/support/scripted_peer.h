@@ -1,8 +1,8 @@
 // A controller on 127.0.0.1 that does exactly what a test tells it.
 #pragma once
 
+#include "support/Descriptor.h"
 #include "support/bytes.h"
-#include "support/descriptor.h"
 
 #include <functional>
 #include <thread>
@@ -16,9 +16,9 @@ class PeerConnection {
 
     // Up to the first end byte, which a stuffed frame holds once; what came until then when the client
     // closes.
-    Frame read_frame();
+    ByteBuffer read_frame();
     // Until the client closes.
-    Frame read_all();
+    ByteBuffer read_all();
     void send(Bytes bytes);
     // Closes so that the client sees a reset.
     void reset();
@@ -47,7 +47,7 @@ class ScriptedPeer {
 
     // Answers the n-th request of a connection with the n-th of the answers, then waits for the client to
     // close. The requests are appended to *requests when there is one.
-    static Script answering(std::vector<Frame> answers, std::vector<Frame>* requests = nullptr);
+    static Script answering(std::vector<ByteBuffer> answers, std::vector<ByteBuffer>* requests = nullptr);
 
   private:
     void serve(const Script& script);

@@ -6,8 +6,8 @@
 namespace qm::test {
 namespace {
 
-Frame application_layer(const AnswerFrame& answer) {
-    Frame out;
+ByteBuffer application_layer(const AnswerFrame& answer) {
+    ByteBuffer out;
     ByteWriter(out)
         .u8(0)
         .u8(answer.group)
@@ -45,8 +45,8 @@ Ouint16 crc16(Bytes bytes) {
     return static_cast<Ouint16>(crc);
 }
 
-Frame stuff(Bytes body) {
-    Frame out(8, 0xA5);
+ByteBuffer stuff(Bytes body) {
+    ByteBuffer out(8, 0xA5);
     for (const Ouint8 b : body) {
         if (b == 0x5A || b == 0xA5)
             out.insert(out.end(), {static_cast<Ouint8>(b + 1), 2});
@@ -59,9 +59,9 @@ Frame stuff(Bytes body) {
     return out;
 }
 
-Frame AnswerFrame::body() const {
-    const Frame application = application_layer(*this);
-    Frame out;
+ByteBuffer AnswerFrame::body() const {
+    const ByteBuffer application = application_layer(*this);
+    ByteBuffer out;
     ByteWriter writer(out);
     if (version == 0xF0) {
         common_header(writer, *this);

@@ -11,7 +11,7 @@ namespace qm::test {
 // CRC-16/ARC, bit by bit.
 Ouint16 crc16(Bytes bytes);
 
-Frame stuff(Bytes body);
+ByteBuffer stuff(Bytes body);
 
 struct AnswerFrame {
     Ouint8 version = 7; // 5, 7 or 0xF0 (an envelope)
@@ -20,7 +20,7 @@ struct AnswerFrame {
     Ouint8 option = 0; // a reserved byte in generation 5, none in an envelope
     Ouint8 group = 0xA2, cmd = 0x80;
     Ouint16 error = 0;
-    Frame payload{};
+    ByteBuffer payload{};
 
     // Lengths to claim in place of the true ones: of the payload, and of all that follows the link header.
     std::optional<Ouint16> claimed_payload{}, claimed_data{};
@@ -28,8 +28,8 @@ struct AnswerFrame {
     Ouint16 crc_fault = 0;
     Ouint8 header_fault = 0;
 
-    [[nodiscard]] Frame body() const;
-    [[nodiscard]] Frame bytes() const { return stuff(body()); }
+    [[nodiscard]] ByteBuffer body() const;
+    [[nodiscard]] ByteBuffer bytes() const { return stuff(body()); }
 };
 
 } // namespace qm::test

@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* kLoopback = "127.0.0.1";
-const Frame kRequest = hex("A5 01 5A");
+const ByteBuffer kRequest = hex("A5 01 5A");
 
 // Receives into a buffer of 8 bytes: the result, and the bytes that the peer's length covers.
 struct Received {
@@ -28,7 +28,7 @@ struct Received {
         why = reason();
         bytes.resize(static_cast<std::size_t>(length));
     }
-    Frame bytes;
+    ByteBuffer bytes;
     int code;
     std::string why;
 };
@@ -103,7 +103,7 @@ TEST(TcpReceive, ReasonTellsWhatCameInsteadOfAnAnswer) {
         {"", 0, "The connection was closed after 0 bytes of the answer."},
     };
     for (const auto& c : cases) {
-        const Frame bytes = hex(c.bytes);
+        const ByteBuffer bytes = hex(c.bytes);
         ScriptedPeer controller(
             [&](PeerConnection& client) { ::send(client.fd(), bytes.data(), bytes.size(), c.flags); });
         TcpPeer peer;

@@ -21,8 +21,8 @@ struct PingRecord {
     Ping_data data;
 };
 
-Frame handshake_answer() { return AnswerFrame{.protocol_type = 0x33}.bytes(); }
-Frame ping_answer(Frame payload) { return AnswerFrame{.payload = std::move(payload)}.bytes(); }
+ByteBuffer handshake_answer() { return AnswerFrame{.protocol_type = 0x33}.bytes(); }
+ByteBuffer ping_answer(ByteBuffer payload) { return AnswerFrame{.payload = std::move(payload)}.bytes(); }
 
 // Pings a controller that does as the script says; a failure must leave the record as it was.
 int ping(const ScriptedPeer::Script& script) {
@@ -44,7 +44,7 @@ TEST(Handshake, DecidesTheFramingOfTheCommandsThatFollow) {
          "A5*8 FE FF 00 80 07 33 62 5B 02 00 00 04 00 FF 00 96 00 00*6 05 00 1E 78 00 83 01 A2 00 00 00 5A"},
     };
     for (const auto& c : cases) {
-        std::vector<Frame> requests;
+        std::vector<ByteBuffer> requests;
         ScriptedPeer controller(ScriptedPeer::answering({c.answer.bytes(), c.answer.bytes()}, &requests));
         {
             HV_Client client;
@@ -60,30 +60,30 @@ TEST(Handshake, DecidesTheFramingOfTheCommandsThatFollow) {
 }
 
 TEST(TcpPing, FillsTheRecordWithTheAnswerAndZeros) {
-    const Frame whole = hex(kRecord);
-    Frame longer = whole;
+    const ByteBuffer whole = hex(kRecord);
+    ByteBuffer longer = whole;
     longer.insert(longer.end(), 20, 0x77);
-    const Frame answers[] = {whole, longer, Frame(whole.begin(), whole.begin() + 10), {}};
-    for (const Frame& answer : answers) {
+    const ByteBuffer answers[] = {whole, longer, ByteBuffer(whole.begin(), whole.begin() + 10), {}};
+    for (const ByteBuffer& answer : answers) {
         SCOPED_TRACE(answer.size());
         ScriptedPeer controller(ScriptedPeer::answering({handshake_answer(), ping_answer(answer)}));
         PingRecord record;
         EXPECT_EQ(cmd_tcpPing(kLoopback, controller.port(), &record.data), QM_OK);
         const std::size_t filled = std::min(answer.size(), whole.size());
         EXPECT_EQ(hex_text(record.bytes().first(filled)), hex_text(Bytes(whole).first(filled)));
-        EXPECT_EQ(hex_text(record.bytes().subspan(filled)), hex_text(Frame(52 - filled)));
+        EXPECT_EQ(hex_text(record.bytes().subspan(filled)), hex_text(ByteBuffer(52 - filled)));
     }
 }
 
 TEST(TcpPing, RefusalsAndBadAnswersAreReported) {
     const AnswerFrame good;
-    Frame open_ended = good.bytes();
+    ByteBuffer open_ended = good.bytes();
     open_ended.back() = 0x00;
     AnswerFrame too_long;
-    too_long.payload = Frame(1025);
+    too_long.payload = ByteBuffer(1025);
     struct {
         const char* symptom;
-        Frame handshake, answer;
+        ByteBuffer handshake, answer;
         int code;
     } const cases[] = {
         {"handshake without end byte", open_ended, {}, QM_FAILED},
@@ -115,7 +115,7 @@ TEST(TcpPing, ControllerThatEndsTheConnectionOrStaysSilentFails) {
 }
 
 TEST(TcpPing, NullPointersAreRefusedWithoutAConnection) {
-    std::vector<Frame> requests;
+    std::vector<ByteBuffer> requests;
     ScriptedPeer controller(ScriptedPeer::answering({handshake_answer()}, &requests));
     PingRecord record;
     EXPECT_EQ(cmd_tcpPing(nullptr, controller.port(), &record.data), QM_FAILED);

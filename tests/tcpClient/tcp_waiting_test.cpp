@@ -39,10 +39,10 @@ bool asleep(pid_t thread) {
 TEST(Waiting, SlowPeerStillGetsTheWholeLargeFrame) {
     const pid_t sender = ::gettid();
     constexpr std::size_t kSize = 12U << 20; // more than the buffers between the two hold
-    Frame taken;
+    ByteBuffer taken;
     taken.reserve(kSize);
     ScriptedPeer controller([&](PeerConnection& client) {
-        Frame part(1U << 22);
+        ByteBuffer part(1U << 22);
         do { // the sender has filled all buffers, or is through, before more is taken
             EXPECT_TRUE(wait_for([&] { return asleep(sender); }));
             const auto count = ::recv(client.fd(), part.data(), part.size(), MSG_WAITALL);
@@ -50,7 +50,7 @@ TEST(Waiting, SlowPeerStillGetsTheWholeLargeFrame) {
             taken.insert(taken.end(), part.begin(), part.end());
         } while (!part.empty());
     });
-    Frame frame(kSize);
+    ByteBuffer frame(kSize);
     for (std::size_t i = 0; i < frame.size(); ++i) frame[i] = static_cast<Ouint8>(i * 7 + (i >> 13));
     {
         TcpPeer peer;
@@ -97,7 +97,7 @@ TEST(Waiting, HostWithMoreThan1024DescriptorsIsServed) {
         std::vector<Descriptor> crowd;
         while (crowd.size() < kCrowd) crowd.emplace_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
         ASSERT_GE(crowd.back().get(), 1024);
-        const Frame answer = AnswerFrame{}.bytes();
+        const ByteBuffer answer = AnswerFrame{}.bytes();
         ScriptedPeer controller(ScriptedPeer::answering({answer, answer}));
         Ping_data data{};
         EXPECT_EQ(cmd_tcpPing(kLoopback, controller.port(), &data), QM_OK);

@@ -15,7 +15,7 @@ constexpr std::size_t kOversize = 4096, kFalseLength = 1000;
 struct Fields {
     std::uint8_t group = kGlobalGroup, cmd = kAck;
     std::uint16_t error = 0;
-    Frame payload;
+    ByteBuffer payload;
     std::size_t length_claimed = 0; // beyond the payload's own
 };
 
@@ -24,7 +24,7 @@ Fields fields_of(const Request& request, const Reply& reply) {
     if (const auto* error = std::get_if<ErrorValue>(&reply)) {
         fields.cmd = kNack;
         fields.error = static_cast<std::uint16_t>(*error);
-    } else if (const auto* payload = std::get_if<Frame>(&reply)) {
+    } else if (const auto* payload = std::get_if<ByteBuffer>(&reply)) {
         fields.group = request.group;
         fields.cmd = static_cast<std::uint8_t>(request.cmd + kAnswered);
         fields.payload = *payload;
@@ -44,8 +44,8 @@ void spoil_fields(Fields& fields, const Request& request, FaultKind kind) {
 }
 
 // Reserved, cmdgroup, cmd, status u16, Error u16, datalen u16, payload.
-Frame application_of(const Fields& fields) {
-    Frame application;
+ByteBuffer application_of(const Fields& fields) {
+    ByteBuffer application;
     ByteWriter out(application);
     out.u8(0).u8(fields.group).u8(fields.cmd).u16(0).u16(fields.error);
     out.u16(static_cast<std::uint16_t>(fields.payload.size() + fields.length_claimed)).bytes(fields.payload);
@@ -56,9 +56,9 @@ Frame application_of(const Fields& fields) {
 // reserved byte, msgseq u16, a reserved byte and framelenmax of 8 bits, in generation 6 the option byte,
 // msgseq u16 and framelenmax of 16 bits; encryptiontype, randomnumber, secret 6, datalen u16,
 // datachecksum u16, in generation 6 a reserved byte; headerchecksum.
-Frame link_header(const Request& request, Sender sender, Bytes application, bool spoil_crc) {
+ByteBuffer link_header(const Request& request, Sender sender, Bytes application, bool spoil_crc) {
     const bool five = generation_of(sender.type) == Generation::five;
-    Frame header;
+    ByteBuffer header;
     ByteWriter out(header);
     out.u16(request.source).u16(sender.address).u8(five ? 5 : 7).u8(kProtocolType).u16(sender.type).u8(0);
     out.u8(five ? 0 : kOption).u16(request.sequence).u16(five ? 0x8400 : 0x00FF).u8(0x96).u8(0).zeros(6);
@@ -69,19 +69,19 @@ Frame link_header(const Request& request, Sender sender, Bytes application, bool
     return header;
 }
 
-Frame frame_of(const Fields& fields, const Request& request, Sender sender,
-               const std::optional<Fault>& fault) {
-    const Frame application = application_of(fields);
-    Frame body = link_header(request, sender, application, fault && fault->kind == FaultKind::bad_crc);
+ByteBuffer frame_of(const Fields& fields, const Request& request, Sender sender,
+                    const std::optional<Fault>& fault) {
+    const ByteBuffer application = application_of(fields);
+    ByteBuffer body = link_header(request, sender, application, fault && fault->kind == FaultKind::bad_crc);
     if (fault && fault->kind == FaultKind::bad_header) body.back() ^= 0xFFU;
     ByteWriter(body).bytes(application);
-    Frame frame;
+    ByteBuffer frame;
     frame.resize(LedPacket::Transfer_Packet(body, frame).size());
     return frame;
 }
 
-Frame garbage() {
-    Frame bytes(64);
+ByteBuffer garbage() {
+    ByteBuffer bytes(64);
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(37 * i + 11);
     return bytes;
 }

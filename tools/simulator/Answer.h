@@ -14,7 +14,7 @@ namespace qm::sim {
 struct Ack {};
 
 // What carrying out a command comes to: done, refused, or a payload.
-using Reply = std::variant<Ack, ErrorValue, Frame>;
+using Reply = std::variant<Ack, ErrorValue, ByteBuffer>;
 
 // How a controller signs its answers.
 struct Sender {
@@ -27,7 +27,7 @@ struct Delivery {
     enum class Then { stay, close, reset };
 
     std::chrono::milliseconds late{0}; // before the first byte
-    Frame bytes;
+    ByteBuffer bytes;
     std::size_t first = 0;              // bytes of the first piece
     std::chrono::milliseconds pause{0}; // before the rest
     Then then = Then::stay;

@@ -42,7 +42,7 @@ struct UnitPlace {
 // Images of one size, of which the lit pixels are shown in the colour of the unit.
 struct GlyphImages {
     int width = 0, height = 0;
-    std::vector<Frame> glyphs;
+    std::vector<ByteBuffer> glyphs;
 };
 
 struct DigitalClock {

@@ -29,7 +29,8 @@ std::string name_of(const Request& request) {
 std::string words_of_reply(const Reply& reply) {
     if (const auto* error = std::get_if<ErrorValue>(&reply))
         return "refused with " + std::to_string(static_cast<unsigned>(*error)) + ", " + words_of(*error);
-    if (const auto* payload = std::get_if<Frame>(&reply)) return std::to_string(payload->size()) + " bytes";
+    if (const auto* payload = std::get_if<ByteBuffer>(&reply))
+        return std::to_string(payload->size()) + " bytes";
     return "acknowledged";
 }
 
@@ -42,11 +43,11 @@ Outcome carry_out(State& state, const Request& request, Moment now) {
     return command->carry_out(state, request.payload(), now);
 }
 
-void remember(std::deque<Frame>& payloads, const Request& request) {
+void remember(std::deque<ByteBuffer>& payloads, const Request& request) {
     if (request.group != kDynamicAreaGroup) return;
     payloads.push_back(request.application);
     std::size_t bytes = 0;
-    for (const Frame& payload : payloads) bytes += payload.size();
+    for (const ByteBuffer& payload : payloads) bytes += payload.size();
     while (payloads.size() > 1 && (payloads.size() > kPayloadsKept || bytes > kPayloadBytesKept)) {
         bytes -= payloads.front().size();
         payloads.pop_front();

@@ -72,7 +72,7 @@ struct State {
     Voices voices;
     std::uint64_t dynamic_version = 0; // counts the changes of areas and voices
     std::optional<HeldScreen> held;
-    std::deque<Frame> payloads; // dynamic-area commands received, most recent last
+    std::deque<ByteBuffer> payloads; // dynamic-area commands received, most recent last
 };
 
 // The controller's own clock.

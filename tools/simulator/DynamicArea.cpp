@@ -20,7 +20,7 @@ struct Parse {
     ErrorValue error = ErrorValue::malformed;
 };
 
-Frame copy(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
+ByteBuffer copy(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
 // AreaId 1, RunMode 1, Timeout 2, RelateAllPro 1, RelateProNum 2, the program numbers 2 each, ImmePlay 1,
 // Reserved 4. The numbers are there only when the area is not shown with every program.

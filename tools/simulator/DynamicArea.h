@@ -17,14 +17,14 @@ struct Page {
     std::uint16_t stay_time = 0;
     std::uint8_t repeat_time = 0;
     std::uint16_t valid_len = 0;
-    Frame pixels; // in the controller's own layout
+    ByteBuffer pixels; // in the controller's own layout
 };
 
 struct Sound {
     std::uint8_t person = 0, volume = 0, speed = 0, data_mode = 0;
     std::uint32_t replay_times = 0, replay_delay = 0;
     std::uint8_t reserved_para_len = 0, num_deal = 0, languages = 0, word_style = 0;
-    Frame text;
+    ByteBuffer text;
 };
 
 struct DynamicArea {

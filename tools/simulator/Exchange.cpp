@@ -48,8 +48,8 @@ std::string Exchange::ask_wifi(std::string_view text) {
 
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
 
-Exchange::Turn Exchange::take(const std::variant<Frame, BadFrame>& frame) {
-    const auto* body = std::get_if<Frame>(&frame);
+Exchange::Turn Exchange::take(const std::variant<ByteBuffer, BadFrame>& frame) {
+    const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
     Report report;
@@ -182,7 +182,7 @@ std::vector<DynamicArea> Exchange::dynamic_areas() const {
     return areas;
 }
 
-std::vector<Frame> Exchange::payloads() const {
+std::vector<ByteBuffer> Exchange::payloads() const {
     const std::lock_guard lock(m_mutex);
     const auto& payloads = m_controller.state().payloads;
     return {payloads.begin(), payloads.end()};

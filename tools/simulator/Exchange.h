@@ -22,7 +22,7 @@ class Exchange {
     // The options outlive the exchange.
     explicit Exchange(const Options& options);
 
-    Turn take(const std::variant<Frame, BadFrame>& frame);
+    Turn take(const std::variant<ByteBuffer, BadFrame>& frame);
     // What fills the screen goes into one frame, and 32 MiB besides.
     [[nodiscard]] std::size_t longest_frame() const;
     // One datagram for the Wi-Fi module, and the answer.
@@ -34,7 +34,7 @@ class Exchange {
     void set_fault(std::optional<Fault> fault);
     [[nodiscard]] Image screen() const;
     [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
-    [[nodiscard]] std::vector<Frame> payloads() const;
+    [[nodiscard]] std::vector<ByteBuffer> payloads() const;
     [[nodiscard]] Snapshot state() const;
     [[nodiscard]] std::vector<StoredFile> files() const;
     [[nodiscard]] std::optional<StoredFile> file(const std::string& name) const;

@@ -45,7 +45,7 @@ FileSystem::Result FileSystem::start_write(FileFamily family, const Announcement
 FileSystem::Result FileSystem::write_block(FileFamily family, const Block& block) {
     if (!m_pending || m_pending->family != family || m_pending->announcement.name != block.name)
         return ErrorValue::out_of_order;
-    Frame& data = m_pending->data;
+    ByteBuffer& data = m_pending->data;
     if (block.offset != data.size()) return ErrorValue::out_of_order;
     const std::size_t missing = m_pending->announcement.length - data.size();
     if (block.data.empty() || block.data.size() > missing) return ErrorValue::bad_length;

@@ -24,7 +24,7 @@ struct StoredFile {
     FileFamily family = FileFamily::ordinary;
     std::string name; // 4 characters, any bytes
     std::uint8_t type = 0;
-    Frame data;
+    ByteBuffer data;
     std::uint32_t crc = 0;      // as it was announced: the last 4 bytes, which close a program with its CRC
     std::uint32_t data_crc = 0; // CRC-32 of the data
     std::uint64_t version = 0;  // differs from write to write
@@ -91,7 +91,7 @@ class FileSystem {
     struct Pending {
         FileFamily family;
         Announcement announcement;
-        Frame data;
+        ByteBuffer data;
     };
 
     [[nodiscard]] std::optional<Key> resolve(FileFamily family, const std::string& name) const;

@@ -12,7 +12,7 @@ constexpr BadFrame kCutOff{"it is cut off by the start of another"}, kBroken{"it
 
 } // namespace
 
-std::optional<std::variant<Frame, BadFrame>> FrameSplitter::next(Bytes& input) {
+std::optional<std::variant<ByteBuffer, BadFrame>> FrameSplitter::next(Bytes& input) {
     while (!input.empty()) {
         const std::uint8_t byte = input.front();
         input = input.subspan(1);
@@ -34,7 +34,7 @@ void FrameSplitter::start() {
     m_state = State::started;
 }
 
-std::variant<Frame, BadFrame> FrameSplitter::finish() {
+std::variant<ByteBuffer, BadFrame> FrameSplitter::finish() {
     const State at_end = std::exchange(m_state, State::outside);
     if (at_end == State::inside) return std::exchange(m_body, {});
     if (at_end == State::spoilt) return m_bad;

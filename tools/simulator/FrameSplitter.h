@@ -22,20 +22,20 @@ class FrameSplitter {
     // Takes bytes off the front of input until a frame ends. Gives the unstuffed body of that frame, which is
     // never empty, or what is wrong with it; nothing when input ran out first. Bytes between frames are
     // skipped.
-    std::optional<std::variant<Frame, BadFrame>> next(Bytes& input);
+    std::optional<std::variant<ByteBuffer, BadFrame>> next(Bytes& input);
 
   private:
     enum class State { outside, started, inside, escaping, spoilt };
 
     void start();
-    std::variant<Frame, BadFrame> finish();
+    std::variant<ByteBuffer, BadFrame> finish();
     void collect(std::uint8_t byte);
     void spoil(BadFrame bad);
 
     std::size_t m_longest;
     State m_state = State::outside;
     std::uint8_t m_escape = 0; // first byte of the escape pair at hand
-    Frame m_body;
+    ByteBuffer m_body;
     BadFrame m_bad{}; // the one that is skipped
 };
 

@@ -46,7 +46,7 @@ struct Border {
     std::uint8_t style = 0, speed = 0, move_step = 0;
     std::uint8_t unit_length = 0, unit_width = 0, direct_bit = 0; // as the file says; 0 where it does not
     int length = 0, thickness = 0;                                // of the pattern, in pixels
-    Frame pixels;
+    ByteBuffer pixels;
 };
 
 enum class AreaType : std::uint8_t { pictures = 0, time = 2, background = 11 };

@@ -18,7 +18,7 @@ struct Request {
     bool malformed = false; // the frame is good, the command inside it is not
     bool wants_answer = true;
     std::uint8_t group = 0, cmd = 0;
-    Frame application; // the command's own header, then its payload
+    ByteBuffer application; // the command's own header, then its payload
     std::size_t payload_at = 0;
 
     [[nodiscard]] Bytes payload() const { return Bytes(application).subspan(payload_at); }

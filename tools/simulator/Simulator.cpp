@@ -41,7 +41,7 @@ std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input) {
 
 std::vector<Datagram> answer_text(Exchange& exchange, Bytes input) {
     const std::string answer = exchange.ask_wifi({reinterpret_cast<const char*>(input.data()), input.size()});
-    return {{Frame(answer.begin(), answer.end())}};
+    return {{ByteBuffer(answer.begin(), answer.end())}};
 }
 
 } // namespace
@@ -127,7 +127,7 @@ std::optional<StoredFile> Simulator::file(const std::string& name) const {
 }
 Image Simulator::screen() const { return m_impl->m_exchange.screen(); }
 std::vector<DynamicArea> Simulator::dynamic_areas() const { return m_impl->m_exchange.dynamic_areas(); }
-std::vector<Frame> Simulator::payloads() const { return m_impl->m_exchange.payloads(); }
+std::vector<ByteBuffer> Simulator::payloads() const { return m_impl->m_exchange.payloads(); }
 std::map<std::string, std::string> Simulator::program_errors() const {
     return m_impl->m_exchange.state().program_errors;
 }

@@ -81,7 +81,7 @@ class Simulator {
     [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
     // The dynamic-area payloads received (01 A7 ...), refused ones included, byte for byte, most recent last.
     // The latest 64 are kept, and fewer when they are large.
-    [[nodiscard]] std::vector<Frame> payloads() const;
+    [[nodiscard]] std::vector<ByteBuffer> payloads() const;
 
     // Why programs cannot be played, by their names: they are files that are not what they should be.
     [[nodiscard]] std::map<std::string, std::string> program_errors() const;

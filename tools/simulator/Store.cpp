@@ -17,7 +17,7 @@ constexpr const char* kIndex = "index.json";
 constexpr const char* kOrdinary = "ordinary";
 constexpr const char* kConfiguration = "configuration";
 
-Frame read_whole(const fs::path& path) {
+ByteBuffer read_whole(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
@@ -85,7 +85,7 @@ Store::Contents Store::load() {
 }
 
 Store::Contents Store::load_index() {
-    const Frame text = read_whole(m_folder / kIndex);
+    const ByteBuffer text = read_whole(m_folder / kIndex);
     const auto index = nlohmann::json::parse(text.begin(), text.end());
     Contents contents{state_from(index.at("settings")), {}};
     for (const auto& entry : index.at("files")) contents.files.push_back(file_from(entry));

@@ -12,7 +12,7 @@
 namespace qm::sim {
 
 struct Datagram {
-    Frame bytes;
+    ByteBuffer bytes;
     std::chrono::milliseconds late{0}; // before it is sent
 };
 

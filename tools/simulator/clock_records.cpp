@@ -187,7 +187,7 @@ class ClockReader {
     bool take_glyphs(Bytes pixels) {
         ByteReader in(pixels);
         for (GlyphImages& set : m_digital.sets)
-            for (Frame& glyph : set.glyphs) {
+            for (ByteBuffer& glyph : set.glyphs) {
                 const Bytes image = in.bytes(glyph_length(set));
                 glyph.assign(image.begin(), image.end());
             }
@@ -269,7 +269,7 @@ class ClockReader {
     Attempt& m_attempt;
     bool m_six;
     DigitalClock m_digital;
-    std::vector<Frame> m_settings;
+    std::vector<ByteBuffer> m_settings;
 };
 
 } // namespace

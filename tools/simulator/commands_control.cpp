@@ -18,7 +18,7 @@ Outcome ping(State& state, Bytes, Moment now) { return {ping_record(state, now),
 
 Outcome read_id(State&, Bytes, Moment) {
     constexpr std::string_view kId = "QMSIM001";
-    return {Frame(kId.begin(), kId.end()), {}};
+    return {ByteBuffer(kId.begin(), kId.end()), {}};
 }
 
 Outcome status(State& state, Bytes, Moment now) { return {status_record(state, now), {}}; }
@@ -125,7 +125,7 @@ Outcome set_display_mode(State& state, Bytes payload, Moment) {
 }
 
 Outcome battle_time(State& state, Bytes, Moment now) {
-    Frame record;
+    ByteBuffer record;
     ByteWriter out(record);
     write_clock(out, clock_of(state, now));
     return {std::move(record), {}};
@@ -142,7 +142,7 @@ Outcome stopwatch(State& state, Bytes payload, Moment now) {
     }
     if (payload[0] == kStart) watch.running = true;
     if (payload[0] == kStop) watch.running = false;
-    Frame value;
+    ByteBuffer value;
     ByteWriter(value).u32(static_cast<std::uint32_t>(watch.at(now.up).count()));
     return {std::move(value), {}};
 }

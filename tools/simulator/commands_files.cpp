@@ -109,7 +109,7 @@ template <FileFamily family> Outcome write_block(State& state, Bytes payload, Mo
 template <FileFamily family> Outcome start_read(State& state, Bytes payload, Moment) {
     const StoredFile* file = state.files.read(family, text_of(payload), 0);
     if (!file) return refuse(ErrorValue::no_such_file);
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter out(answer);
     name(out, file->name);
     out.u32(static_cast<std::uint32_t>(file->data.size())).u32(file->crc);
@@ -125,7 +125,7 @@ template <FileFamily family> Outcome read_block(State& state, Bytes payload, Mom
     if (offset > file->data.size()) return refuse(ErrorValue::bad_value);
     const Bytes rest = Bytes(file->data).subspan(offset);
     const Bytes data = rest.first(std::min(rest.size(), kReadBlock));
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter out(answer);
     name(out, file->name);
     out.u8(data.size() == rest.size()).u32(offset).bytes(data);
@@ -145,7 +145,7 @@ std::vector<const StoredFile*> listed(const State& state) {
 Outcome start_directory(State& state, Bytes payload, Moment) {
     if (payload[1] == 0) return refuse(ErrorValue::bad_value);
     state.listing = {payload[0], std::min<std::size_t>(payload[1], kMostEntries)};
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter(answer).u16(static_cast<unsigned>(listed(state).size()));
     return {std::move(answer), {}};
 }
@@ -163,7 +163,7 @@ Outcome directory_block(State& state, Bytes payload, Moment) {
     const auto files = listed(state);
     if (index > files.size()) return refuse(ErrorValue::bad_value);
     const std::size_t count = std::min(files.size() - index, state.listing.block_size);
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter out(answer);
     out.u8(index + count == files.size()).u16(static_cast<unsigned>(index));
     out.u8(static_cast<unsigned>(count)).u8(0);
@@ -183,7 +183,7 @@ Outcome end_transfer(State& state, Bytes, Moment) {
 
 // Total and available bytes, u32 each.
 Outcome memory_volume(State& state, Bytes, Moment) {
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter(answer).u32(FileSystem::kCapacity).u32(state.files.available());
     return {std::move(answer), {}};
 }
@@ -191,7 +191,7 @@ Outcome memory_volume(State& state, Bytes, Moment) {
 // Direction (0 reads, 1 writes), name 4, CRC u32 once the file is whole, offset u32.
 Outcome transfer_status(State& state, Bytes, Moment) {
     const Transfer& transfer = state.files.transfer();
-    Frame answer;
+    ByteBuffer answer;
     ByteWriter out(answer);
     out.u8(transfer.writes);
     name(out, transfer.name);

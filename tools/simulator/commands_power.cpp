@@ -56,7 +56,7 @@ Outcome set_brightness(State& state, Bytes payload, Moment) {
 
 // u32, in the units of the brightness levels.
 Outcome sensor_brightness(State&, Bytes, Moment) {
-    Frame value;
+    ByteBuffer value;
     ByteWriter(value).u32(kBrightest);
     return {std::move(value), {}};
 }

@@ -63,7 +63,7 @@ void scan_part(ByteWriter& out, const State& state) {
 }
 
 void naming(ByteWriter& out, const ControllerState& settings) {
-    Frame names;
+    ByteBuffer names;
     ByteWriter texts(names);
     field(texts, settings.name, kName);
     field(texts, settings.location, kLocation);
@@ -75,8 +75,8 @@ void naming(ByteWriter& out, const ControllerState& settings) {
 // ControllerType u16, FirmwareVersion 8, ScreenParaStatus, uAddress u16, Baudrate, ScreenWidth u16,
 // ScreenHeight u16, Color, CurrentBrigtness, CurrentOnOffStatus, ScanConfNumber u16, reversed 9, ipAdder 20
 // (filled in by the host).
-Frame ping_record(const State& state, Moment now) {
-    Frame record;
+ByteBuffer ping_record(const State& state, Moment now) {
+    ByteBuffer record;
     record.reserve(52);
     ByteWriter out(record);
     identity(out, state);
@@ -86,8 +86,8 @@ Frame ping_record(const State& state, Moment now) {
 
 // onoffStatus, timingOnOff, brightnessAdjMode, brightness; what it is doing; switchStatus, CustomID 12,
 // BarCode 16. The clock is in BCD, as in every clock record.
-Frame status_record(const State& state, Moment now) {
-    Frame record;
+ByteBuffer status_record(const State& state, Moment now) {
+    ByteBuffer record;
     record.reserve(61);
     ByteWriter out(record);
     const ControllerState& settings = state.settings;
@@ -99,9 +99,9 @@ Frame status_record(const State& state, Moment now) {
 }
 
 // password 8, ip, subNetMask, gate 4 each, port u16, mac 6, netID 12.
-Frame heartbeat_record(const State& state) {
+ByteBuffer heartbeat_record(const State& state) {
     const Network& network = state.settings.network;
-    Frame record;
+    ByteBuffer record;
     record.reserve(40);
     ByteWriter out(record);
     out.bytes(network.password).bytes(network.ip).bytes(network.subnet_mask).bytes(network.gateway);
@@ -109,9 +109,9 @@ Frame heartbeat_record(const State& state) {
     return record;
 }
 
-Frame net_search_record(const State& state, Moment now) {
+ByteBuffer net_search_record(const State& state, Moment now) {
     const ControllerState& settings = state.settings;
-    Frame record;
+    ByteBuffer record;
     record.reserve(595);
     ByteWriter out(record);
     network_head(out, settings.network);

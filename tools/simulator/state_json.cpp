@@ -129,7 +129,7 @@ struct Reader {
 };
 
 std::string clock_text(LocalSeconds time) {
-    Frame record;
+    ByteBuffer record;
     ByteWriter out(record);
     write_clock(out, time);
     const auto part = [&](std::size_t i) { return hex_of({&record[i], 1}); };

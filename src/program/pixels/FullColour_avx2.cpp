@@ -1,7 +1,7 @@
-#include "program/FullColour.h"
+#include "program/pixels/FullColour.h"
 
 #ifdef __x86_64__
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 
 #include <algorithm>
 #include <immintrin.h>

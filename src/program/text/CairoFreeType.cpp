@@ -1,6 +1,6 @@
-#include "program/CairoFreeType.h"
+#include "program/text/CairoFreeType.h"
 
-#include "program/Font.h"
+#include "program/text/Font.h"
 #include "support/files.h"
 #include "support/message.h"
 

@@ -1,4 +1,4 @@
-#include "program/LitPixels.h"
+#include "program/pixels/LitPixels.h"
 
 #ifdef __x86_64__
 #include <immintrin.h>

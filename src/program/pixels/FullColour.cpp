@@ -1,6 +1,6 @@
-#include "program/FullColour.h"
+#include "program/pixels/FullColour.h"
 
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 #include "support/processor.h"
 
 namespace qm {

@@ -1,4 +1,4 @@
-#include "program/TextRepair.h"
+#include "program/text/text_repair.h"
 
 namespace qm {
 namespace {

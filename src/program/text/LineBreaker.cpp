@@ -1,4 +1,4 @@
-#include "program/LineBreaker.h"
+#include "program/text/LineBreaker.h"
 
 #include <algorithm>
 

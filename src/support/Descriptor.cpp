@@ -1,4 +1,4 @@
-#include "support/descriptor.h"
+#include "support/Descriptor.h"
 
 #include <cerrno>
 #include <unistd.h>

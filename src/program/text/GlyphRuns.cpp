@@ -1,4 +1,4 @@
-#include "program/GlyphRuns.h"
+#include "program/text/GlyphRuns.h"
 
 #include <algorithm>
 #include <cmath>

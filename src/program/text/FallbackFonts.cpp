@@ -1,6 +1,6 @@
-#include "program/FallbackFonts.h"
+#include "program/text/FallbackFonts.h"
 
-#include "program/Font.h"
+#include "program/text/Font.h"
 
 #include <cairo-ft.h>
 

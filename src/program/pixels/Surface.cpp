@@ -1,6 +1,5 @@
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
 
-#include "qm_sdk_dual.h"
 #include "support/reason.h"
 
 #include <cstring>
@@ -48,6 +47,19 @@ std::vector<unsigned char> Canvas32::png() const {
 void require_success(cairo_status_t status) {
     if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
     if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
+}
+
+Oint8 set_cairoColor(cairo_t* c, Ouint32 color) {
+    if (color < 8) {
+        // Bit 0 of a palette index is red, bit 1 green, bit 2 blue.
+        cairo_set_source_rgb(c, color & 1U, color >> 1U & 1U, color >> 2U & 1U);
+        return 0;
+    }
+    const auto component = [color](unsigned shift) {
+        return static_cast<double>(static_cast<float>((color >> shift & 0xFFU) / 255.0));
+    };
+    cairo_set_source_rgb(c, component(16), component(8), component(0));
+    return 0;
 }
 
 void disable_antialias(cairo_t* context) {

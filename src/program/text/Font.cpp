@@ -1,7 +1,7 @@
-#include "program/Font.h"
+#include "program/text/Font.h"
 
-#include "program/CairoFreeType.h"
-#include "program/TextRepair.h"
+#include "program/text/CairoFreeType.h"
+#include "program/text/text_repair.h"
 
 #include <cairo-ft.h>
 

@@ -1,7 +1,7 @@
-#include "program/TextLayout.h"
+#include "program/text/TextLayout.h"
 
-#include "program/HVarea.h"
-#include "program/LineBreaker.h"
+#include "program/text/LineBreaker.h"
+#include "program/text/alignment.h"
 
 #include <algorithm>
 #include <limits>
@@ -31,7 +31,7 @@ InkRange ink_of(std::u16string_view text, Font& font) {
 
 // Top of a block of lines in an area. A block that is higher than the area starts at its top.
 int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
-    if (valign == kCentre) return HVarea::get_y_area(areaHeight, lines, lineHeight);
+    if (valign == kCentre) return get_y_area(areaHeight, lines, lineHeight);
     return valign == kEnd ? std::max(0, areaHeight - lines * lineHeight) : 0;
 }
 
@@ -114,7 +114,7 @@ class Layout {
             const auto line =
                 std::u16string_view(m_text).substr(lines[i].begin, lines[i].end - lines[i].begin);
             const LineExtent extent = measure_line(line, m_font, m_style.txtSpace);
-            const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
+            const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
             place_line(line, x + extent.start, baseline(static_cast<int>(i), static_cast<int>(lines.size())));
             right = std::max(right, x + extent.width);
         }
@@ -126,7 +126,7 @@ class Layout {
     void set_strip() {
         const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
         if (extent.width == 0) return;
-        const int x = HVarea::get_x_area(m_style.Halign, m_frame.width, extent.width);
+        const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
         place_line(m_text, x + extent.start, baseline(0, 1));
         const int end = x + extent.width, width = m_frame.width;
         const int missing = m_frame.running == Running::right ? (width - end % width) % width : 0;
@@ -168,7 +168,7 @@ class Layout {
     void set_column_page(std::span<const TextLine> columns, int pitch, int cell) {
         const std::size_t first = m_out.glyphs.size();
         const int width = static_cast<int>(columns.size()) * pitch;
-        const int left = HVarea::get_x_area(m_style.Halign, m_frame.width, width);
+        const int left = get_x_area(m_style.Halign, m_frame.width, width);
         for (std::size_t i = 0; i < columns.size(); ++i)
             place_column(columns[i], left + static_cast<int>(i) * pitch, pitch, cell);
         add({first, m_out.glyphs.size() - first, 0, std::min(left + width, m_frame.width)});
@@ -181,7 +181,7 @@ class Layout {
         int y = count == 1 ? baseline(0, 1) : top + m_font.ascent();
         for (std::size_t i = column.begin; i < column.end; ++i, y += cell) {
             const GlyphShape& shape = m_font.shape(m_text[i]);
-            place(shape, x + HVarea::get_x_area(1, pitch, shape.advance), y);
+            place(shape, x + get_x_area(1, pitch, shape.advance), y);
         }
     }
 

@@ -1,6 +1,8 @@
 // Owned cairo objects, and the one place where drawing contexts are made.
 #pragma once
 
+#include "qm_sdk_dual.h"
+
 #include <cairo.h>
 
 #include <memory>
@@ -41,6 +43,9 @@ class Canvas32 {
 
 // Throws for every status but success.
 void require_success(cairo_status_t status);
+
+// Sets the source colour: a palette index below 8, else 0xRRGGBB. Always 0.
+Oint8 set_cairoColor(cairo_t* c, Ouint32 color);
 
 // Sets antialiasing to none on a context, its other font options untouched.
 void disable_antialias(cairo_t* context);

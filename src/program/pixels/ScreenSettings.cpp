@@ -1,4 +1,4 @@
-#include "program/ScreenSettings.h"
+#include "program/pixels/ScreenSettings.h"
 
 #include "support/message.h"
 

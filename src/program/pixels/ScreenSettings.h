@@ -1,8 +1,8 @@
 // The screen that everything is rendered for, and the lock that guards rendering.
 #pragma once
 
-#include "program/PixelData.h"
-#include "program/Surface.h"
+#include "program/pixels/PixelData.h"
+#include "program/pixels/Surface.h"
 #include "support/bytes.h"
 
 #include <mutex>

@@ -1,4 +1,4 @@
-#include "program/LitPixels.h"
+#include "program/pixels/LitPixels.h"
 
 #include "support/processor.h"
 

@@ -1,7 +1,7 @@
 // The installed fonts that stand in for a chosen one where it lacks a character.
 #pragma once
 
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
 #include "qm_sdk_dual.h"
 
 #include <fontconfig/fontconfig.h>

@@ -1,7 +1,7 @@
 // Breaks a text into lines and pages and gives every character its place.
 #pragma once
 
-#include "program/Font.h"
+#include "program/text/Font.h"
 
 #include <string_view>
 

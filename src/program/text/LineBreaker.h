@@ -1,7 +1,7 @@
 // Breaks a text into lines of a width.
 #pragma once
 
-#include "program/TextLayout.h"
+#include "program/text/TextLayout.h"
 
 #include <string>
 

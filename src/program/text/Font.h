@@ -1,9 +1,9 @@
 // A font at a size: the shapes of its characters, measured once, and drawing with them.
 #pragma once
 
-#include "program/FallbackFonts.h"
-#include "program/GlyphRuns.h"
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
+#include "program/text/FallbackFonts.h"
+#include "program/text/GlyphRuns.h"
 #include "qm_sdk_dual.h"
 
 #include <array>

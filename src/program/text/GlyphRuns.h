@@ -2,7 +2,7 @@
 // filling pixels.
 #pragma once
 
-#include "program/Surface.h"
+#include "program/pixels/Surface.h"
 #include "qm_sdk_dual.h"
 
 #include <algorithm>

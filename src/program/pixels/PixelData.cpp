@@ -1,7 +1,7 @@
-#include "program/PixelData.h"
+#include "program/pixels/PixelData.h"
 
-#include "program/FullColour.h"
-#include "program/LitPixels.h"
+#include "program/pixels/FullColour.h"
+#include "program/pixels/LitPixels.h"
 
 #include <algorithm>
 #include <array>
