@@ -11,6 +11,8 @@ set(qm_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/qm_sdkDual)
 install(TARGETS qm_sdkDual EXPORT qm_sdkDualTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES include/qm_sdk_dual.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/qm_sdk_dual DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT qm_sdkDualTargets NAMESPACE qm_sdkDual:: DESTINATION ${qm_cmake_dir})
 
 configure_package_config_file(cmake/qm_sdkDualConfig.cmake.in ${PROJECT_BINARY_DIR}/qm_sdkDualConfig.cmake

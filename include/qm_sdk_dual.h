@@ -155,6 +155,15 @@ typedef struct Ping_data {
 } Ping_data;
 QM_RECORD_SIZE(Ping_data, 52);
 
+/* What a controller type tells: see qm_controller_type. */
+typedef struct QM_ControllerType {
+    char model[8];       /* of the series, such as "G6-T0", NUL-terminated; empty when it is not known */
+    Ouint8 generation;   /* of protocol, programs and areas: 5 or 6; 0 for neither */
+    Ouint8 transferMode; /* how pixels are packed: 0 and 4 as bit planes, 3 as 16-bit, 5 as 24-bit full
+                          * colour; 0 for a type that is not known */
+} QM_ControllerType;
+QM_RECORD_SIZE(QM_ControllerType, 10);
+
 /* What a generation-5 controller says of its network settings. */
 typedef struct heartbeatData {
     Ouint8 password[8];   /* for the server, as in cmd_udpSetIP */
@@ -1453,7 +1462,7 @@ QM_API int dynamicArea_changeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_removeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
 
-/* ---- Reasons, messages and version ----------------------------------------------------------------- */
+/* ---- Reasons, messages, types and version ---------------------------------------------------------- */
 
 /* Why the calling thread's last call did not return 0: one English sentence with the facts, such as
  * "Connecting to 192.168.0.199:5005 was refused." or "Argument nPort is 80, and may be 1024 to 65535.", which
@@ -1476,6 +1485,10 @@ QM_API const char* qm_last_error(void) QM_NOTHROW;
  * is closed with dlclose, so one that goes away must be taken back before. */
 QM_API void qm_set_message_handler(void (*handler)(const char* message, void* context),
                                    void* context) QM_NOTHROW;
+
+/* What a controller type tells; nobody is asked. type may be null. Returns the generation: 5, 6, or 0 when it
+ * is of neither. */
+QM_API int qm_controller_type(Ouint16 controllerType, QM_ControllerType* type) QM_NOTHROW;
 
 /* Version of the library at hand, such as "1.0.0". */
 QM_API const char* qm_version(void) QM_NOTHROW;

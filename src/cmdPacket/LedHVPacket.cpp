@@ -1,6 +1,7 @@
 #include "cmdPacket/LedHVPacket.h"
 
 #include "global.h"
+#include "support/controller_types.h"
 #include "support/message.h"
 #include "support/reason.h"
 
@@ -58,28 +59,6 @@ void close_header(ByteBuffer& body) { body.push_back(calc_xor(body)); }
 
 } // namespace
 
-Framing framing_of(Ouint16 controllerType) {
-    switch (controllerType & 0xFF) {
-    case 0x50:
-    case 0x51:
-    case 0x52:
-    case 0x53:
-    case 0x54:
-    case 0x55:
-    case 0x5E:
-        return Framing::generation5;
-    case 0x58:
-    case 0x62:
-    case 0x63:
-    case 0x64:
-    case 0x66:
-    case 0x74:
-        return Framing::generation6;
-    default:
-        return Framing::none;
-    }
-}
-
 Ouint16 LedHVPacket::next_seqno() {
     const Ouint16 seqno = m_seqno;
     m_seqno = static_cast<Ouint16>(m_seqno + 2);
@@ -128,14 +107,9 @@ void LedHVPacket::envelope_header(Ouint32 length) {
 
 Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
     if (payload.size() > kMaxPayload) return too_long(payload.size());
-    switch (framing_of(m_DeviceType)) {
-    case Framing::generation5:
-        return Pack5(group, cmd, payload);
-    case Framing::generation6:
-        return Pack6(group, cmd, payload);
-    case Framing::none:
-        break;
-    }
+    const Generation generation = generation_of(m_DeviceType);
+    if (generation == Generation::five) return Pack5(group, cmd, payload);
+    if (generation == Generation::six) return Pack6(group, cmd, payload);
     (void)fail(QM_FAILED, "The controller says that it is of type 0x%04X, which is of neither generation.",
                m_DeviceType);
     return {};

@@ -6,10 +6,6 @@
 
 namespace qm {
 
-// Generation of the framing, by the low byte of a controller type.
-enum class Framing { none, generation5, generation6 };
-[[nodiscard]] Framing framing_of(Ouint16 controllerType);
-
 // Where an answer's payload goes: the caller's buffer, and how much of it was filled.
 struct Answer {
     std::span<Ouint8> buffer;

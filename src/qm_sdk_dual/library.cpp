@@ -1,7 +1,10 @@
 // What the library says about itself and about its calls.
 #include "qm_sdk_dual.h"
+#include "support/controller_types.h"
 #include "support/message.h"
 #include "support/reason.h"
+
+#include <cstring>
 
 #define QM_TEXT(number) #number
 #define QM_VERSION_TEXT(major, minor, patch) QM_TEXT(major) "." QM_TEXT(minor) "." QM_TEXT(patch)
@@ -10,6 +13,17 @@ const char* qm_last_error() noexcept { return qm::reason(); }
 
 void qm_set_message_handler(void (*handler)(const char* message, void* context), void* context) noexcept {
     qm::set_message_handler(handler, context);
+}
+
+int qm_controller_type(Ouint16 controllerType, QM_ControllerType* type) noexcept {
+    const int generation = static_cast<int>(qm::generation_of(controllerType));
+    if (!type) return generation;
+    *type = {};
+    if (const qm::ControllerSeries* series = qm::series_of(controllerType))
+        std::strncpy(type->model, series->model, sizeof type->model - 1);
+    type->generation = static_cast<Ouint8>(generation);
+    type->transferMode = qm::transfer_mode_of(controllerType).value_or(0);
+    return generation;
 }
 
 const char* qm_version() noexcept {

@@ -8,7 +8,7 @@ mv "$WORK_DIR/staging" "$WORK_DIR/prefix"
 cd "$WORK_DIR/prefix"
 
 for file in \
-  "$INCLUDEDIR/qm_sdk_dual.h" "$LIBDIR/libqm_sdkDual.so" "$LIBDIR/libqm_sdkDual.so.1" \
+  "$INCLUDEDIR/qm_sdk_dual.h" "$INCLUDEDIR/qm_sdk_dual.hpp" "$LIBDIR/libqm_sdkDual.so" "$LIBDIR/libqm_sdkDual.so.1" \
   "$LIBDIR/pkgconfig/qm_sdkDual.pc" "$LIBDIR/cmake/qm_sdkDual/qm_sdkDualConfig.cmake" \
   "$LIBDIR/cmake/qm_sdkDual/qm_sdkDualConfigVersion.cmake" share/doc/qm_sdkDual/LICENSE; do
   [[ -f $file ]] || { echo "not installed: $file" >&2; exit 1; }

@@ -1,0 +1,178 @@
+// A controller at an address, and what it can be asked to do.
+#pragma once
+
+#include "areas.hpp"
+
+#include <ctime>
+
+namespace qm {
+
+// Names an address and holds no connection: every call makes one of its own, waits for the answer, and may be
+// made from any thread. Calls fail as those of qm_sdk_dual.h do that they are made of.
+class Controller {
+  public:
+    explicit Controller(std::string ip = "127.0.0.1", std::uint16_t port = 5005)
+        : m_ip(std::move(ip)), m_port(port) {}
+
+    [[nodiscard]] const std::string& ip() const { return m_ip; }
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+    [[nodiscard]] std::string address() const { return m_ip + ":" + std::to_string(m_port); }
+
+    // Any call of the C interface that begins with ip and port: call(cmd_setDispMode, 3).
+    template <class Port, class... Parameters, class... Arguments>
+    Result<> call(int (*function)(const char*, Port, Parameters...), Arguments... arguments) const {
+        return Result<>::of(function(m_ip.c_str(), m_port, static_cast<Parameters>(arguments)...));
+    }
+
+    [[nodiscard]] Result<Identity> ping() const {
+        Ping_data record{};
+        return give(call(cmd_tcpPing, &record), [&] { return detail::identity_of(record); });
+    }
+    [[nodiscard]] Result<Status> status() const {
+        ControllerStatus_G56 record{};
+        return give(call(cmd_check_controllerStatus, &record), [&] { return detail::status_of(record); });
+    }
+
+    // ---- Areas, which are shown at once
+
+    // Shows a text in the whole screen, in the largest size that fits.
+    Result<> show(const std::string& text) const {
+        Area area;
+        area.text = text;
+        return show(area);
+    }
+    // Asks the controller for its screen first.
+    Result<> show(const Area& area) const {
+        const auto identity = ping();
+        return identity ? show({area}, Screen::of(*identity)) : Result<>(identity.error());
+    }
+    // For a screen that is known. Without programs the areas are shown at once; with them, together with
+    // these, without interrupting what is being played. Areas of generation 5 do not speak.
+    Result<> show(const std::vector<Area>& areas, const Screen& screen,
+                  const std::optional<ProgramNumbers>& programs = std::nullopt) const {
+        return detail::AreaSender(m_ip.c_str(), m_port, screen, programs).send(areas);
+    }
+    // Removes areas by their numbers, or all when there are none.
+    Result<> remove_areas(const std::vector<std::uint8_t>& ids, unsigned generation) const {
+        std::vector<Oint8> numbers(ids.begin(), ids.end());
+        const auto count = static_cast<Oint8>(ids.empty() ? -1 : static_cast<int>(ids.size()));
+        const auto remove = generation == 5 ? dynamicArea_DelAreaS_5G : dynamicArea_DelAreas_6G;
+        if (ids.empty()) numbers.push_back(-1); // which is not read
+        return call(remove, count, numbers.data());
+    }
+    // Speaks a text; generation 6.
+    Result<> say(const Speech& speech) const {
+        return Result<>::of(
+            dynamicArea_InsertSoundIndepend(m_ip.c_str(), m_port, {0, detail::sound_of(speech)}, 0, 0));
+    }
+
+    // ---- Light and clock
+
+    Result<> switch_screen(bool on) const { return call(cmd_coerceOnOff, on); }
+    // By timer, in place of the one that was set. Periods must not overlap; 1 to 255.
+    Result<> switch_screen(const std::vector<OnPeriod>& periods) const {
+        std::vector<Ouint8> data;
+        for (const OnPeriod& p : periods)
+            data.insert(data.end(), {p.on_hour, p.on_minute, p.off_hour, p.off_minute});
+        return call(cmd_timingOnOff, periods.size(), data.data());
+    }
+    Result<> cancel_timer() const { return call(cmd_cancelTimingOnOff); }
+    // Of the whole day, 0 to 255; controllers take 0 to 15 as a rule.
+    Result<> set_brightness(std::uint8_t level) const {
+        std::array<std::uint8_t, 48> levels{};
+        levels.fill(level);
+        return set_brightness(levels, 0);
+    }
+    // By the clock, a level for each half hour of the day.
+    Result<> set_brightness(const std::array<std::uint8_t, 48>& levels) const {
+        return set_brightness(levels, 1);
+    }
+    // To this host's local time.
+    Result<> set_clock() const { return call(cmd_check_time); }
+    Result<> restart() const { return call(cmd_sysReset); }
+
+    // ---- Files
+
+    [[nodiscard]] Result<std::vector<FileEntry>> files(std::uint8_t type = 0) const {
+        const Directory directory(m_ip.c_str(), m_port, type);
+        if (!directory.listed) return directory.listed.error();
+        return directory.files();
+    }
+    // Writes a file, in place of the one of its name unless that is to be kept, which then is a refusal.
+    Result<> write(const File& file, bool overwrite = true) const {
+        return call(cmd_ofsWriteFile, file.name.c_str(), file.type, file.bytes.size(), overwrite,
+                    file.bytes.data());
+    }
+    // Writes files as one transfer, which ends in any case. What watch(file) returns lives while a file is
+    // written.
+    template <class Watch> Result<> upload(const std::vector<File>& files, Watch watch) const {
+        auto done = in_step("announcing the transfer", call(cmd_ofsStartFileTransf));
+        if (!done) return done;
+        for (const File& file : files) {
+            [[maybe_unused]] const auto watching = watch(file);
+            done = in_step("writing " + file.name, write(file));
+            if (!done) break;
+        }
+        const auto ended = in_step("ending the transfer", call(cmd_ofsEndFileTransf));
+        return done ? ended : done;
+    }
+    Result<> upload(const std::vector<File>& files) const {
+        return upload(files, [](const File&) { return 0; });
+    }
+    Result<> remove_files(const std::vector<std::string>& names) const {
+        std::string all;
+        for (const std::string& name : names) all += name;
+        return call(cmd_ofsDeleteFormatFile, names.size(), all.c_str());
+    }
+    [[nodiscard]] Result<Volume> volume() const {
+        Volume volume;
+        return give(call(cmd_ofsGetMemoryVolume, &volume.total, &volume.available), [&] { return volume; });
+    }
+    // Erases all files.
+    Result<> format() const { return call(cmd_ofsFormat); }
+
+  private:
+    static Result<> in_step(const std::string& step, const Result<>& done) {
+        return done ? done : Result<>(Error{done.error().status, done.error().reason, step});
+    }
+    template <class Make> static auto give(const Result<>& done, Make make) -> Result<decltype(make())> {
+        if (!done) return done.error();
+        return make();
+    }
+
+    Result<> set_brightness(const std::array<std::uint8_t, 48>& levels, Ouint8 mode) const {
+        Brightness record{};
+        record.BrightnessMode = mode;
+        std::copy(levels.begin(), levels.end(), record.HalfHourValue);
+        return call(cmd_setBrightness, &record);
+    }
+
+    // A listing, released at its end.
+    struct Directory {
+        Directory(const char* ip, std::uint16_t port, std::uint8_t type) {
+            block.fileType = type;
+            listed = Result<>::of(cmd_ofsReedDirBlock(ip, port, &block));
+        }
+        ~Directory() { cmd_ofs_freeDirBlock(&block); }
+        Directory(const Directory&) = delete;
+        Directory& operator=(const Directory&) = delete;
+
+        [[nodiscard]] std::vector<FileEntry> files() const {
+            std::vector<FileEntry> files(block.fileNumber);
+            for (std::size_t i = 0; i < files.size(); ++i) {
+                FileAttribute_G56 entry{};
+                cmd_getFileAttr(&block, detail::u16(static_cast<unsigned>(i)), &entry);
+                files[i] = {detail::text_of(entry.fileName), entry.fileType, entry.fileLen, entry.fileCRC};
+            }
+            return files;
+        }
+
+        GetDirBlock_G56 block{};
+        Result<> listed;
+    };
+
+    std::string m_ip;
+    std::uint16_t m_port;
+};
+
+} // namespace qm

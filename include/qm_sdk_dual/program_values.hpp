@@ -1,0 +1,53 @@
+// What a program is made of. Numbers without a unit are the controller's own.
+#pragma once
+
+#include "values.hpp"
+
+namespace qm {
+
+// When and how often a program is played.
+struct PlayRules {
+    struct Period { // of the day; may run past midnight
+        std::uint8_t start_hour = 0, start_minute = 0, start_second = 0;
+        std::uint8_t end_hour = 0, end_minute = 0, end_second = 0;
+    };
+
+    unsigned style = 0, priority = 0, play_times = 1, time_span = 0;
+    unsigned week = 0xFF;                           // days on which it is played; 0xFF all
+    std::optional<std::array<Date, 2>> life_span{}; // first and last day; else it lives for ever
+    std::vector<Period> periods{};                  // at most 8; none plays at any time
+};
+
+// A pattern that is repeated along the edges, and moves.
+struct Border {
+    std::string picture; // PNG file, at most 255 x 255; as high as the border is thick
+    Size size{};         // of the picture
+    unsigned style = 0, speed = 8, step = 1;
+};
+
+// How an area of generation 6 lies over what is below.
+struct AreaFlags {
+    unsigned background_flag = 0, transparency = 0, equal = 0;
+};
+
+// Live date, day of the week and time of day, as far as they are given.
+struct DigitalClock {
+    std::optional<unsigned> date, week, time; // DateStyle, WeekStyle, TimeStyle
+    bool underline = false;
+    TextStyle style{}; // its alignment is the horizontal one
+};
+
+struct ClockHand {
+    std::optional<unsigned> width, length; // pixels; else by the clock's size
+    std::uint32_t color = eRed;            // a palette index but for generation 6 in full colour
+};
+
+struct AnalogClock {
+    std::optional<std::array<unsigned, 2>> pivot{}; // in the area; else its middle
+    unsigned marks = eLINE;                         // E_ClockStyle
+    std::uint32_t main_color = eYellow, mark_color = eGreen, background = eBlack;
+    std::string picture{}; // of the dial, a PNG file; or none
+    ClockHand hour{}, minute{{}, {}, eGreen}, second{{}, {}, eYellow};
+};
+
+} // namespace qm

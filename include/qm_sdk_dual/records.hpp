@@ -1,0 +1,188 @@
+// Between the values of this interface and the packed records of the C interface.
+#pragma once
+
+#include "values.hpp"
+
+#include <numeric>
+
+namespace qm::detail {
+
+inline std::uint8_t u8(unsigned value) { return static_cast<std::uint8_t>(value); }
+inline std::uint16_t u16(unsigned value) { return static_cast<std::uint16_t>(value); }
+inline const Ouint8* bytes_of(const std::string& text) {
+    return reinterpret_cast<const Ouint8*>(text.c_str());
+}
+
+// A text field of a record, which ends at its first zero or fills it.
+template <class Byte, std::size_t size> std::string text_of(const Byte (&field)[size]) {
+    static_assert(sizeof(Byte) == 1);
+    const auto* first = reinterpret_cast<const char*>(field);
+    return {first, std::find(first, first + size, '\0')};
+}
+
+// ---- Text that fits its area
+
+constexpr unsigned kLargestSize = 1000, kSmallestFitting = 6; // points
+
+// Characters of each line. As the library counts them, CR, LF and CR LF end one, and an end at the very end
+// begins no other.
+inline std::vector<unsigned> line_lengths(const std::string& text) {
+    std::vector<unsigned> lengths{0};
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool last = i + 1 == text.size();
+        if (text[i] == '\n' || (text[i] == '\r' && !last && text[i + 1] != '\n')) {
+            if (!last) lengths.push_back(0);
+        } else if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80 && text[i] != '\r') {
+            ++lengths.back();
+        }
+    }
+    return lengths;
+}
+
+constexpr unsigned rounded_up(unsigned a, unsigned b) { return (a + b - 1) / b; }
+// Width of a full-width character for a size in points.
+constexpr unsigned em_width(unsigned points) { return (points * 4 + 1) / 3; }
+// Ascent and descent as in most fonts, each rounded up.
+constexpr unsigned line_height(unsigned points) {
+    const unsigned em = em_width(points);
+    return rounded_up(15 * em, 16) + rounded_up(15 * em, 64);
+}
+
+// Columns of stacked characters for lines of so many characters, broken where a column is full.
+inline unsigned columns_of(const std::vector<unsigned>& lengths, unsigned spacing, unsigned height,
+                           unsigned points) {
+    const unsigned longest = std::max(1U, (height + spacing) / (line_height(points) + spacing));
+    unsigned columns = 0;
+    for (const unsigned length : lengths) columns += std::max(1U, rounded_up(length, longest));
+    return columns;
+}
+
+// In points: the largest with which the given lines fit the height, or the whole text when it is vertical.
+inline unsigned fitting_size(const TextStyle& style, const std::string& text, const Rect& rect,
+                             bool running) {
+    const bool single = style.one_line.value_or(running);
+    std::vector<unsigned> lengths = line_lengths(text);
+    if (single) { // its line ends become spaces; when it runs, it is as long as it likes
+        const auto spaces = static_cast<unsigned>(lengths.size()) - 1;
+        lengths = {running ? 1 : std::accumulate(lengths.begin(), lengths.end(), spaces)};
+    }
+    const auto fits = [&](unsigned points) {
+        if (!style.vertical) return line_height(points) * lengths.size() <= rect.height;
+        const unsigned columns = columns_of(lengths, style.spacing, rect.height, points);
+        return line_height(points) <= rect.height && columns * em_width(points) <= rect.width &&
+               (columns == 1 || !single);
+    };
+    unsigned points = kSmallestFitting;
+    while (points < kLargestSize && fits(points + 1)) ++points;
+    return points;
+}
+
+// ---- Pages and speech
+
+template <class Page> Page page_of(const Effect& effect) {
+    Page page{};
+    page.DisplayMode = u8(effect.mode);
+    page.Speed = u8(effect.speed);
+    page.StayTime = u16(effect.stay_time());
+    page.RepeatTime = u8(effect.repeat);
+    return page;
+}
+
+// The page of a text in rect.
+template <class Page>
+Page page_of(const Effect& effect, const TextStyle& style, const std::string& text, const Rect& rect) {
+    const bool running = effect.running();
+    Page page = page_of<Page>(effect);
+    page.ValidLen = rect.width;
+    page.arrMode = style.one_line.value_or(running) ? SINGLELINE : MULTILINE;
+    page.fontSize = u16(style.size ? *style.size : fitting_size(style, text, rect, running));
+    page.color = style.color;
+    page.fontBold = style.bold;
+    page.fontItalic = style.italic;
+    page.tdirection = style.vertical ? eVertical : eHorizontal;
+    page.txtSpace = u16(style.spacing);
+    page.Halign = u8(static_cast<unsigned>(style.halign));
+    page.Valign = u8(static_cast<unsigned>(style.valign));
+    return page;
+}
+
+// What the records of speech have in common.
+template <class Record> Record voice_of(const Speech& speech) {
+    Record record{};
+    record.SoundPerson = static_cast<decltype(record.SoundPerson)>(speech.voice);
+    record.SoundVolum = static_cast<decltype(record.SoundVolum)>(speech.volume);
+    record.SoundSpeed = static_cast<decltype(record.SoundSpeed)>(speech.speed);
+    record.SoundDataMode = static_cast<decltype(record.SoundDataMode)>(speech.encoding);
+    record.SoundReplayTimes = static_cast<decltype(record.SoundReplayTimes)>(speech.repeat);
+    record.SoundReplayDelay = static_cast<decltype(record.SoundReplayDelay)>(speech.delay);
+    record.Soundnumdeal = static_cast<decltype(record.Soundnumdeal)>(speech.digits);
+    record.Soundlanguages = static_cast<decltype(record.Soundlanguages)>(speech.language);
+    record.Soundwordstyle = static_cast<decltype(record.Soundwordstyle)>(speech.word_style);
+    return record;
+}
+
+// Points to the text, which has to live as long.
+inline HVSound_6G sound_of(const Speech& speech) {
+    auto record = voice_of<HVSound_6G>(speech);
+    record.SoundFlag = 1;
+    record.SoundDataLen = static_cast<Ouint32>(speech.text.size());
+    record.SoundData = bytes_of(speech.text);
+    return record;
+}
+
+// ---- What controllers say
+
+// Nothing when the fields, all in BCD, are no time.
+inline std::optional<Time> time_of(unsigned year, unsigned month, unsigned day, unsigned hour,
+                                   unsigned minute, unsigned second) {
+    const unsigned fields[] = {year, month, day, hour, minute, second};
+    unsigned plain[6]{};
+    for (std::size_t i = 0; i < 6; ++i) {
+        const auto value = from_bcd(fields[i]);
+        if (!value) return std::nullopt;
+        plain[i] = *value;
+    }
+    const Time time{{plain[0], plain[1], plain[2]}, plain[3], plain[4], plain[5]};
+    const bool possible = is_day(time.date) && time.hour < 24 && time.minute < 60 && time.second < 60;
+    return possible ? std::optional(time) : std::nullopt;
+}
+
+inline Identity identity_of(const Ping_data& ping) {
+    Identity identity;
+    identity.type = ControllerType::of(ping.ControllerType);
+    identity.firmware = text_of(ping.FirmwareVersion);
+    identity.screen = {ping.ScreenWidth, ping.ScreenHeight};
+    identity.color = ping.Color;
+    identity.brightness = ping.CurrentBrigtness;
+    identity.power = ping.CurrentOnOffStatus;
+    identity.address = ping.uAddress;
+    identity.baud_rate = ping.Baudrate;
+    identity.ip = text_of(ping.ipAdder);
+    return identity;
+}
+
+inline Status status_of(const ControllerStatus_G56& record) {
+    Status status;
+    status.power = record.onoffStatus;
+    status.timer = record.timingOnOff;
+    status.brightness_mode = record.brightnessAdjMode;
+    status.brightness = record.brightness;
+    status.programs = record.programeNumber;
+    status.program = text_of(record.currentProgram);
+    status.screen_lock = record.screenLockStatus;
+    status.program_lock = record.programLockStatus;
+    status.running_mode = record.runningMode;
+    status.clock_status = record.RTCStatus;
+    status.clock = time_of(u16(static_cast<unsigned>(record.RTCYear)), record.RTCMonth, record.RTCDate,
+                           record.RTCHour, record.RTCMinute, record.RTCSecond);
+    std::copy_n(record.temperature1, 3, status.temperature1.begin());
+    std::copy_n(record.temperature2, 3, status.temperature2.begin());
+    status.humidity = record.humidity;
+    status.noise = record.noise;
+    status.switch_status = record.switchStatus;
+    status.custom_id = text_of(record.CustomID);
+    status.bar_code = text_of(record.BarCode);
+    return status;
+}
+
+} // namespace qm::detail
