@@ -159,8 +159,7 @@ QM_RECORD_SIZE(Ping_data, 52);
 typedef struct QM_ControllerType {
     char model[8];       /* of the series, such as "G6-T0", NUL-terminated; empty when it is not known */
     Ouint8 generation;   /* of protocol, programs and areas: 5 or 6; 0 for neither */
-    Ouint8 transferMode; /* how pixels are packed: 0 and 4 as bit planes, 3 as 16-bit, 5 as 24-bit full
-                          * colour; 0 for a type that is not known */
+    Ouint8 transferMode; /* of pixels: 0 and 4 as bit planes, 3 as 16-bit and 5 as 24-bit full colour */
 } QM_ControllerType;
 QM_RECORD_SIZE(QM_ControllerType, 10);
 

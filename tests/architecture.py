@@ -15,7 +15,6 @@ CIRCLES = {
     "src/program/text/CairoFreeType src/program/text/FallbackFonts src/program/text/Font",
     "src/program/pixels/FullColour src/program/pixels/PixelData",
     "src/program/text/LineBreaker src/program/text/TextLayout",
-    "tools/qmctl/ProgramDescription tools/qmctl/clock_values tools/qmctl/program_files",
     "tools/simulator/Controller tools/simulator/commands",
     "tools/simulator/DynamicArea tools/simulator/page_records",
     "tools/simulator/Exchange tools/simulator/Server tools/simulator/Session tools/simulator/Simulator",
@@ -29,6 +28,10 @@ HEAD_END = re.compile(r"(\)|\]|\b(noexcept|const|override|mutable|try)|->[\s\w:<
 
 def parent(path):
     return path.rpartition("/")[0]
+
+
+def unit_of(path):  # a header and its source are one
+    return path if path.endswith(".hpp") else path.rpartition(".")[0]
 
 
 def function_lengths(text):
@@ -58,14 +61,15 @@ def faults(root):
     for path in sorted(set(re.findall(r"`((?:docs|include|src|tests|tools)/[\w./]+)`", page))):
         if not (root / path).exists(): yield f"docs/architecture.md names {path}, which is not there"
     allowed = {}
-    for folder, others in re.findall(r"^\| `([\w/]+)` \|[^|]*\|([^|]*)\|$", page, re.M):
-        allowed[folder] = {folder} | set(re.findall(r"`([\w/]+)`", others))
+    for folder, others in re.findall(r"^\| `([\w./]+)` \|[^|]*\|([^|]*)\|$", page, re.M):
+        allowed[folder] = {folder} | set(re.findall(r"`([\w./]+)`", others))
         for other in sorted(allowed[folder] - allowed.keys()):
             yield f"docs/architecture.md lets {folder} include {other}, which has no row above it"
 
     files = {path.relative_to(root).as_posix(): path.read_text() for top in ("include", "src", "tools")
              for path in sorted((root / top).rglob("*")) if path.suffix in (".h", ".hpp", ".cpp")}
-    units = {path.rpartition(".")[0]: set() for path in files}
+    units = {unit_of(path): set() for path in files}
+    room = lambda path: path if path in allowed else parent(path)
     for path, text in files.items():
         if (lines := text.count("\n")) > LONGEST_FILE and path != MANUAL: yield f"{path} has {lines} lines"
         for first, length in function_lengths(text):
@@ -73,9 +77,9 @@ def faults(root):
         for name in re.findall(r'^\s*#\s*include\s*["<]([^">]+)', text, re.M):
             places = (os.path.normpath(f"{place}/{name}") for place in (parent(path), "src", "include", "tools"))
             if not (target := next((place for place in places if place in files), None)): continue
-            units[path.rpartition(".")[0]] |= {target.rpartition(".")[0]} - {path.rpartition(".")[0]}
-            if parent(target) not in allowed.get(parent(path), ()):
-                yield f"{path} includes {name}: {parent(path)} may not include {parent(target)}"
+            units[unit_of(path)] |= {unit_of(target)} - {unit_of(path)}
+            if room(target) not in allowed.get(room(path), ()):
+                yield f"{path} includes {name}: {room(path)} may not include {room(target)}"
 
     reached = {unit: reached_from(unit, units) for unit in units}
     circles = {" ".join(sorted(other for other in reached[unit] if unit in reached[other]))

@@ -60,10 +60,17 @@ class Controller {
         if (ids.empty()) numbers.push_back(-1); // which is not read
         return call(remove, count, numbers.data());
     }
-    // Speaks a text; generation 6.
-    Result<> say(const Speech& speech) const {
-        return Result<>::of(
-            dynamicArea_InsertSoundIndepend(m_ip.c_str(), m_port, {0, detail::sound_of(speech)}, 0, 0));
+    // Speaks a text; generation 6. The flags are VoiceFlg and StoreFlag of the speech unit.
+    Result<> say(const Speech& speech, unsigned voice_flag = 0, unsigned store_flag = 0) const {
+        return Result<>::of(dynamicArea_InsertSoundIndepend(m_ip.c_str(), m_port,
+                                                            {0, detail::sound_of(speech)},
+                                                            detail::u8(voice_flag), detail::u8(store_flag)));
+    }
+    // Replaces entries of the list of voices; generation 6.
+    Result<> replace_voices(const std::vector<VoiceEntry>& entries, unsigned store_flag = 0) const {
+        std::vector<HVSoundDepend_6G> records;
+        for (const VoiceEntry& entry : entries) records.push_back({entry.id, detail::sound_of(entry.speech)});
+        return call(dynamicArea_UpdateSoundIndepend, records.data(), records.size(), store_flag);
     }
 
     // ---- Light and clock
@@ -174,5 +181,12 @@ class Controller {
     std::string m_ip;
     std::uint16_t m_port;
 };
+
+// Looks for a controller whose address is not known, by broadcast: see cmd_searchController.
+[[nodiscard]] inline Result<Identity> search() {
+    Ping_data record{};
+    if (const int status = cmd_searchController(&record); status != QM_OK) return Error::last(status);
+    return detail::identity_of(record);
+}
 
 } // namespace qm

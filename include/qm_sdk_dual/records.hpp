@@ -22,7 +22,7 @@ template <class Byte, std::size_t size> std::string text_of(const Byte (&field)[
 
 // ---- Text that fits its area
 
-constexpr unsigned kLargestSize = 1000, kSmallestFitting = 6; // points
+constexpr unsigned kSmallestFitting = 6; // points
 
 // Characters of each line. As the library counts them, CR, LF and CR LF end one, and an end at the very end
 // begins no other.
@@ -77,6 +77,20 @@ inline unsigned fitting_size(const TextStyle& style, const std::string& text, co
     return points;
 }
 
+} // namespace qm::detail
+
+namespace qm {
+
+// Points in which a text is drawn in an area.
+inline unsigned font_size(const TextStyle& style, const std::string& text, const Rect& area,
+                          const Effect& effect) {
+    return style.size ? *style.size : detail::fitting_size(style, text, area, effect.running());
+}
+
+} // namespace qm
+
+namespace qm::detail {
+
 // ---- Pages and speech
 
 template <class Page> Page page_of(const Effect& effect) {
@@ -91,11 +105,10 @@ template <class Page> Page page_of(const Effect& effect) {
 // The page of a text in rect.
 template <class Page>
 Page page_of(const Effect& effect, const TextStyle& style, const std::string& text, const Rect& rect) {
-    const bool running = effect.running();
     Page page = page_of<Page>(effect);
     page.ValidLen = rect.width;
-    page.arrMode = style.one_line.value_or(running) ? SINGLELINE : MULTILINE;
-    page.fontSize = u16(style.size ? *style.size : fitting_size(style, text, rect, running));
+    page.arrMode = style.one_line.value_or(effect.running()) ? SINGLELINE : MULTILINE;
+    page.fontSize = u16(font_size(style, text, rect, effect));
     page.color = style.color;
     page.fontBold = style.bold;
     page.fontItalic = style.italic;
@@ -132,21 +145,6 @@ inline HVSound_6G sound_of(const Speech& speech) {
 
 // ---- What controllers say
 
-// Nothing when the fields, all in BCD, are no time.
-inline std::optional<Time> time_of(unsigned year, unsigned month, unsigned day, unsigned hour,
-                                   unsigned minute, unsigned second) {
-    const unsigned fields[] = {year, month, day, hour, minute, second};
-    unsigned plain[6]{};
-    for (std::size_t i = 0; i < 6; ++i) {
-        const auto value = from_bcd(fields[i]);
-        if (!value) return std::nullopt;
-        plain[i] = *value;
-    }
-    const Time time{{plain[0], plain[1], plain[2]}, plain[3], plain[4], plain[5]};
-    const bool possible = is_day(time.date) && time.hour < 24 && time.minute < 60 && time.second < 60;
-    return possible ? std::optional(time) : std::nullopt;
-}
-
 inline Identity identity_of(const Ping_data& ping) {
     Identity identity;
     identity.type = ControllerType::of(ping.ControllerType);
@@ -173,7 +171,7 @@ inline Status status_of(const ControllerStatus_G56& record) {
     status.program_lock = record.programLockStatus;
     status.running_mode = record.runningMode;
     status.clock_status = record.RTCStatus;
-    status.clock = time_of(u16(static_cast<unsigned>(record.RTCYear)), record.RTCMonth, record.RTCDate,
+    status.clock = time_from_bcd(u16(static_cast<unsigned>(record.RTCYear)), record.RTCMonth, record.RTCDate,
                            record.RTCHour, record.RTCMinute, record.RTCSecond);
     std::copy_n(record.temperature1, 3, status.temperature1.begin());
     std::copy_n(record.temperature2, 3, status.temperature2.begin());

@@ -46,6 +46,8 @@ struct Effect {
     [[nodiscard]] unsigned stay_time() const { return stay.value_or(running() ? 0 : 300); }
 };
 
+constexpr unsigned kLargestSize = 1000; // points
+
 enum class Align : unsigned { start, center, end }; // left or top, centre, right or bottom
 
 struct TextStyle {
@@ -64,6 +66,12 @@ struct Speech {
     unsigned voice = 0, volume = 10, speed = 5, encoding = 0;
     unsigned repeat = 0, delay = 0; // repetitions, and the pause between them
     unsigned digits = 0, language = 0, word_style = 0;
+};
+
+// An entry of a controller's list of voices.
+struct VoiceEntry {
+    std::uint8_t id = 0;
+    Speech speech;
 };
 
 // An area that is shown at once, over the programs: a text, or a picture.
@@ -102,6 +110,20 @@ constexpr std::optional<unsigned> from_bcd(unsigned bcd) {
     if (bcd == 0) return 0;
     const auto high = from_bcd(bcd >> 4U);
     return !high || (bcd & 0xFU) > 9 ? std::nullopt : std::optional(*high * 10 + (bcd & 0xFU));
+}
+
+// Nothing when the fields, all in BCD, are no time.
+inline std::optional<Time> time_from_bcd(unsigned year, unsigned month, unsigned day, unsigned hour,
+                                         unsigned minute, unsigned second) {
+    std::array<unsigned, 6> fields{year, month, day, hour, minute, second};
+    for (unsigned& field : fields) {
+        const auto plain = from_bcd(field);
+        if (!plain) return std::nullopt;
+        field = *plain;
+    }
+    const Time time{{fields[0], fields[1], fields[2]}, fields[3], fields[4], fields[5]};
+    const bool possible = is_day(time.date) && time.hour < 24 && time.minute < 60 && time.second < 60;
+    return possible ? std::optional(time) : std::nullopt;
 }
 
 // What a controller says of itself when it is asked who it is.

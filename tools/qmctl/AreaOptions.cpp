@@ -1,18 +1,11 @@
 #include "AreaOptions.h"
 
-#include "program_values.h"
-
 namespace qm::ctl {
 namespace {
 
-E_ScreenColor_G56 color_of(const Ping_data& screen) {
-    const bool known = screen.Color >= SCREEN_COLOR_SINGLE && screen.Color <= SCREEN_COLOR_FULLCOLOR;
-    return known ? static_cast<E_ScreenColor_G56>(screen.Color) : SCREEN_COLOR_DOUBLE;
-}
-
-std::vector<Ouint16> read_programs(const std::string& text) {
+ProgramNumbers read_programs(const std::string& text) {
     constexpr std::size_t kMost = 512;
-    std::vector<Ouint16> programs;
+    ProgramNumbers programs;
     if (text == "all") return programs;
     for (const std::string_view number : split(text, ','))
         programs.push_back(static_cast<Ouint16>(read_number(std::string(number), 0, 9999)));
@@ -22,15 +15,81 @@ std::vector<Ouint16> read_programs(const std::string& text) {
 
 } // namespace
 
-Screen screen_of(const Ping_data& ping) {
-    return {color_of(ping), generation_of(ping.ControllerType), {0, 0, ping.ScreenWidth, ping.ScreenHeight}};
+void require_area_port(const Session& session) {
+    for (const Controller& controller : session.controllers)
+        if (controller.port() < 1024)
+            throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
+                             std::to_string(controller.port()));
 }
 
-void ProgramOption::add_to(ArgumentList& command) {
-    add_value(command, "--with-program", m_programs, "N[,N...]",
+Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::string& where) {
+    const bool known = screen.width > 0 && screen.height > 0;
+    if (!given && !known) throw Failure("the controller says that its screen has no pixels; give " + where);
+    if (!given) return {0, 0, static_cast<Ouint16>(screen.width), static_cast<Ouint16>(screen.height)};
+    if (const std::string wrong = known ? beyond(*given, screen) : ""; !wrong.empty())
+        throw UsageError(where + ": " + wrong);
+    return *given;
+}
+
+void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
+                const std::optional<ProgramNumbers>& programs) {
+    for (const Area& area : areas)
+        if (area.speech && screen.generation == 5)
+            throw UsageError("speech needs a controller of generation 6");
+    require(session.controller.show(areas, screen, programs));
+}
+
+void add_program_option(ArgumentList& command, std::optional<ProgramNumbers>& programs) {
+    add_value(command, "--with-program", programs, "N[,N...]",
               "Show it only together with these programs, or with all, without interrupting what is\n"
               "being played (default with all, at once)",
               read_programs);
+}
+
+void add_text_options(ArgumentList& command, TextStyle& style) {
+    add_value(command, "--font", style.font, "FONT",
+              "Font family, or a .ttf, .ttc, .otf, .otb, .pcf, .pcf.gz or .bdf file\n(default " + style.font +
+                  ", which has Latin and Chinese)",
+              read_font);
+    add_number(command, "--size", style.size, 1, kLargestSize,
+               "Points, 1 to 1000; 12 points are 16 pixels (default the largest with which the\n"
+               "given lines fit the height, or the whole text fits when --vertical; at least 6)");
+    add_value(command, "--color", style.color, "COLOR",
+              "black, red, green, yellow, blue, magenta, cyan, white or #RRGGBB (default red)", read_color);
+    const auto single = command.add_flag("--single", "One line, cut into pages (default when running)",
+                                         [&style] { style.one_line = true; });
+    command
+        .add_flag("--multi", "Lines wrapped to the width (default otherwise)",
+                  [&style] { style.one_line = false; })
+        .excludes(single);
+    add_value(command, "--halign", style.halign, "WORD", "left, center or right (default center)",
+              [](const std::string& text) { return read_align(text, kHorizontal); });
+    add_value(command, "--valign", style.valign, "WORD", "top, center or bottom (default center)",
+              [](const std::string& text) { return read_align(text, kVertical); });
+    command.add_flag("--bold", style.bold, "Bold");
+    command.add_flag("--italic", style.italic, "Italic; a family without an italic face stays upright");
+    add_number(command, "--spacing", style.spacing, 0, 255, "Pixels added between characters (default 0)");
+    command.add_flag("--vertical", style.vertical, "Characters stacked into columns");
+}
+
+std::string read_speech(const std::string& text) {
+    constexpr std::size_t kLongest = 65515;
+    if (text.empty() || text.size() > kLongest) expected("a text of 1 to 65515 bytes");
+    return text;
+}
+
+void add_speech_options(ArgumentList& command, Speech& speech) {
+    constexpr unsigned kByte = 0xFF, kMost = 0x7FFFFFFF;
+    add_number(command, "--voice", speech.voice, 0, kByte, "Voice of the speech unit (default 0)");
+    add_number(command, "--volume", speech.volume, 0, kByte, "Volume (default 10)");
+    add_number(command, "--speech-speed", speech.speed, 0, kByte, "Speed of speech (default 5)");
+    add_number(command, "--encoding", speech.encoding, 0, kByte,
+               "How the speech unit reads the bytes of the text (default 0)");
+    add_number(command, "--speech-repeat", speech.repeat, 0, kMost, "Repetitions (default 0)");
+    add_number(command, "--delay", speech.delay, 0, kMost, "Pause between them (default 0)");
+    add_number(command, "--digits", speech.digits, 0, kByte, "How digits are spoken (default 0)");
+    add_number(command, "--language", speech.language, 0, kByte, "Language (default 0)");
+    add_number(command, "--word-style", speech.word_style, 0, kByte, "Word style (default 0)");
 }
 
 void AreaOptions::add_to(ArgumentList& command) {
@@ -49,51 +108,24 @@ void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--stay", m_effect.stay, 0, 65535,
                "How long a page stays, in the controller's unit (default 300; 0 when running)");
     add_number(command, "--repeat", m_effect.repeat, 0, 255, "Repetitions of a page, 0 to 255 (default 1)");
-    m_programs.add_to(command);
+    add_program_option(command, m_programs);
 }
 
-void require_area_port(const Session& session) {
-    for (const Controller& controller : session.controllers)
-        if (controller.port < 1024)
-            throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
-                             std::to_string(controller.port));
-}
-
-Rect area_rect(const std::optional<Rect>& given, const Screen& screen, const std::string& where) {
-    const PixelSize size{screen.rect.width, screen.rect.height};
-    const bool known = size.width > 0 && size.height > 0;
-    if (!given && !known) throw Failure("the controller says that its screen has no pixels; give " + where);
-    if (!given) return screen.rect;
-    if (const std::string wrong = known ? beyond(*given, size) : ""; !wrong.empty())
-        throw UsageError(where + ": " + wrong);
-    return *given;
-}
-
-Target AreaOptions::target(const Session& session) const {
-    Target target{static_cast<Ouint8>(m_id), {}, screen_of(session.ping())};
-    target.rect = area_rect(m_rect, target.screen, "--rect");
-    if (m_color) target.screen.color = static_cast<E_ScreenColor_G56>(*m_color);
-    return target;
-}
-
-HVpageHeader_G6 AreaOptions::page(const Rect& rect) const {
-    HVpageHeader_G6 page{};
-    m_effect.apply_to(page);
-    page.ValidLen = rect.width;
-    return page;
-}
-
-Result describe(const Session& session, const Target& target) {
-    const unsigned x = target.rect.x, y = target.rect.y;
-    const unsigned width = target.rect.width, height = target.rect.height;
-    Result result = session.result();
-    result.add("Area", "area", unsigned{target.id})
+Report AreaOptions::show(const Session& session, Area& area) {
+    Screen screen = Screen::of(require(session.controller.ping()));
+    const Rect rect = area_rect(m_rect, screen.size, "--rect");
+    if (m_color) screen.color = static_cast<E_ScreenColor_G56>(*m_color);
+    area.id = static_cast<Ouint8>(m_id);
+    area.rect = rect;
+    area.effect = m_effect;
+    show_areas(session, {area}, screen, m_programs);
+    return session.report()
+        .add("Area", "area", m_id)
         .add("Rectangle",
-             std::to_string(width) + " x " + std::to_string(height) + " pixels at " + std::to_string(x) +
-                 "," + std::to_string(y),
-             "rect", {x, y, width, height})
-        .add("Screen", "screen", word_for(kScreenColors, target.screen.color));
-    return result;
+             to_string({rect.width, rect.height}) + " pixels at " + std::to_string(rect.x) + "," +
+                 std::to_string(rect.y),
+             "rect", {unsigned{rect.x}, unsigned{rect.y}, unsigned{rect.width}, unsigned{rect.height}})
+        .add("Screen", "screen", word_for(kScreenColors, screen.color));
 }
 
 } // namespace qm::ctl

@@ -73,7 +73,7 @@ CommandLine::CommandLine(Session& session)
 void CommandLine::add_shared_options() {
     ArgumentList shared(m_app);
     const auto named = add_value(shared, "-c,--controller", m_session.controllers, "IP[:PORT]",
-                                 "Address of the controller (default " + m_session.controller.text() +
+                                 "Address of the controller (default " + m_session.controller.address() +
                                      ");\nseveral, separated by commas, get the verb all at once",
                                  read_controllers);
     add_value(shared, "--controllers", m_session.controllers, "FILE",

@@ -111,15 +111,15 @@ void store(const Field& field, const json& value, unsigned char* record) {
 }
 
 // What the controller says of itself already.
-json told_by(const Ping_data& controller) {
-    return {{"Address", unsigned{controller.uAddress}},
-            {"Baudrate", unsigned{controller.Baudrate}},
-            {"ScreenWidth", unsigned{controller.ScreenWidth}},
-            {"ScreenHeight", unsigned{controller.ScreenHeight}},
-            {"Color", unsigned{controller.Color}}};
+json told_by(const Identity& controller) {
+    return {{"Address", controller.address},
+            {"Baudrate", controller.baud_rate},
+            {"ScreenWidth", controller.screen.width},
+            {"ScreenHeight", controller.screen.height},
+            {"Color", controller.color}};
 }
 
-template <class Record> Record build(Fields fields, const json& given, const Ping_data& controller) {
+template <class Record> Record build(Fields fields, const json& given, const Identity& controller) {
     for (const auto& [name, value] : given.items())
         if (!find(fields, name))
             throw std::invalid_argument("the controller's generation has no field " + name);
@@ -148,11 +148,11 @@ nlohmann::json read_configuration(const std::string& path) {
     return fields;
 }
 
-ConfigFile configuration5(const json& fields, const Ping_data& controller) {
+ConfigFile configuration5(const json& fields, const Identity& controller) {
     return build<ConfigFile>(kFields5, fields, controller);
 }
 
-ConfigFile_G6 configuration6(const json& fields, const Ping_data& controller) {
+ConfigFile_G6 configuration6(const json& fields, const Identity& controller) {
     return build<ConfigFile_G6>(kFields6, fields, controller);
 }
 

@@ -14,7 +14,7 @@ namespace qm::ctl {
 // The records. Fields that the ping tells are taken from there when they are not given; the others have to be
 // given, but for FileType, the reserved bytes and CRC16. Throw std::invalid_argument with what is
 // wrong: a field that is missing, or one of the other generation.
-[[nodiscard]] ConfigFile configuration5(const nlohmann::json& fields, const Ping_data& controller);
-[[nodiscard]] ConfigFile_G6 configuration6(const nlohmann::json& fields, const Ping_data& controller);
+[[nodiscard]] ConfigFile configuration5(const nlohmann::json& fields, const Identity& controller);
+[[nodiscard]] ConfigFile_G6 configuration6(const nlohmann::json& fields, const Identity& controller);
 
 } // namespace qm::ctl

@@ -29,8 +29,8 @@ constexpr std::array<unsigned char, 28> kHandshake{0xA5, 0xA5, 0xA5, 0xA5, 0xA5,
 sockaddr_in address_of(const Controller& to) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_port = htons(to.port);
-    ::inet_pton(AF_INET, to.ip.c_str(), &address.sin_addr);
+    address.sin_port = htons(to.port());
+    ::inet_pton(AF_INET, to.ip().c_str(), &address.sin_addr);
     return address;
 }
 
@@ -90,20 +90,20 @@ std::string Probe::route() const {
                        ::getsockname(socket, reinterpret_cast<sockaddr*>(&from), &size) == 0;
     const int error = errno;
     if (socket >= 0) ::close(socket);
-    if (!found) fail("No way leads from this host to " + m_to.ip, error);
+    if (!found) fail("No way leads from this host to " + m_to.ip(), error);
     const std::string interface = interface_of(from.sin_addr);
-    return m_to.ip + ", from " + text_of(from.sin_addr) + (interface.empty() ? "" : " on " + interface);
+    return m_to.ip() + ", from " + text_of(from.sin_addr) + (interface.empty() ? "" : " on " + interface);
 }
 
 std::string Probe::connect() {
-    const std::string what = "Connecting to " + m_to.text();
+    const std::string what = "Connecting to " + m_to.address();
     m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     int error = on_address(::connect, m_socket, address_of(m_to)) == 0 ? 0 : errno;
     if (error == EINPROGRESS) error = wait_for(m_socket, POLLOUT) ? pending_error(m_socket) : ETIMEDOUT;
     if (error == ECONNREFUSED) throw std::runtime_error(what + " was refused.");
     if (error == ETIMEDOUT) throw std::runtime_error(what + " got no answer within 3 s.");
     if (error != 0) fail(what + " failed", error);
-    return std::to_string(m_to.port) + " is open";
+    return std::to_string(m_to.port()) + " is open";
 }
 
 std::string Probe::shake_hands() {

@@ -15,6 +15,11 @@ constexpr std::size_t kWidth = 30;
 Progress::Progress(Session& session, std::string name, std::size_t size)
     : m_session(session), m_name(std::move(name)), m_size(size), m_thread([this] { watch(); }) {}
 
+std::unique_ptr<Progress> Progress::of(Session& session, const File& file) {
+    if (session.json || session.verbose || !session.output.is_terminal()) return nullptr;
+    return std::make_unique<Progress>(session, file.name, file.bytes.size());
+}
+
 Progress::~Progress() {
     {
         const std::lock_guard lock(m_mutex);
@@ -40,8 +45,7 @@ std::optional<std::size_t> Progress::offset() const {
     Ouint8 writes = 0;
     std::array<char, 4> name{};
     Ouint32 crc = 0, offset = 0;
-    const Controller& of = m_session.controller;
-    if (cmd_ofsGetTransStatus(of.ip.c_str(), of.port, &writes, name.data(), &crc, &offset) != QM_OK)
+    if (!m_session.controller.call(cmd_ofsGetTransStatus, &writes, name.data(), &crc, &offset))
         return std::nullopt;
     const bool ours = writes == 1 && std::ranges::equal(name, m_name);
     return ours ? std::min<std::size_t>(offset, m_size) : 0;

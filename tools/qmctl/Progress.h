@@ -5,9 +5,8 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
-#include <optional>
-#include <string>
 #include <thread>
 
 namespace qm::ctl {
@@ -17,6 +16,8 @@ namespace qm::ctl {
 class Progress {
   public:
     Progress(Session& session, std::string name, std::size_t size);
+    // While a file is being written; null when nobody looks.
+    [[nodiscard]] static std::unique_ptr<Progress> of(Session& session, const File& file);
     // Wipes the bar.
     ~Progress();
     Progress(const Progress&) = delete;

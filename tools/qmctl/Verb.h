@@ -8,6 +8,7 @@
 
 namespace qm::ctl {
 
+class Report;
 class Session;
 
 // One verb: its arguments, and what it does once all of them are known to be good.
@@ -18,8 +19,8 @@ class Verb {
     // Reads and checks what needs no controller, before the first one is asked; trouble is thrown as
     // UsageError.
     virtual void prepare(const Session&) {}
-    // Prints the result; trouble is thrown as UsageError or Failure.
-    virtual void run(Session& session) = 0;
+    // Does it; trouble is thrown as UsageError or Failure.
+    virtual Report run(Session& session) = 0;
 };
 
 struct VerbEntry {

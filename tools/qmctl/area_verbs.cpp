@@ -1,7 +1,5 @@
 // Verbs that put text and pictures on the screen at once, without a program being written.
-#include "AreaSending.h"
-#include "Speech.h"
-#include "TextOptions.h"
+#include "AreaOptions.h"
 #include "Verb.h"
 
 #include <iostream>
@@ -26,77 +24,52 @@ std::string read_standard_input() {
     return text;
 }
 
-AreaContent content_at(const Target& target, const AreaOptions& options) {
-    AreaContent area;
-    area.id = target.id;
-    area.rect = target.rect;
-    area.page = options.page(target.rect);
-    return area;
-}
-
-class Text : public Verb {
+class ShowText : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_value(command, "TEXT", m_text, "", "The text in UTF-8; - reads it from standard input", read_text)
+        add_value(command, "TEXT", m_area.text, "", "The text in UTF-8; - reads it from standard input",
+                  read_text)
             .required();
-        m_area.add_to(command);
-        m_look.add_to(command);
-        add_value(command, "--say", m_speech_text, "TEXT", "A text to speak with it (generation 6)",
+        m_options.add_to(command);
+        add_text_options(command, m_area.style);
+        add_value(command, "--say", m_speech.text, "TEXT", "A text to speak with it (generation 6)",
                   read_speech);
-        m_speech.add_to(command);
+        add_speech_options(command, m_speech);
     }
-
     void prepare(const Session& session) override {
         require_area_port(session);
-        if (m_text == "-") m_text = read_standard_input();
+        if (m_area.text == "-") m_area.text = read_standard_input();
+        if (!m_speech.text.empty()) m_area.speech = m_speech;
     }
-
-    void run(Session& session) override {
-        const Target target = m_area.target(session);
-        AreaContent area = content_at(target, m_area);
-        area.text = m_text;
-        area.font = m_look.font();
-        m_look.apply_to(area.page, m_text, target.rect, m_area.running());
-        if (!m_speech_text.empty()) area.speech = m_speech.sound(m_speech_text);
-        send_areas(session.controller, target.screen, {area}, m_area.programs());
-        Result result = describe(session, target);
-        result.add("Font", "font", m_look.font())
-            .add("Size", std::to_string(area.page.fontSize) + " points", "size",
-                 unsigned{area.page.fontSize});
-        if (area.speech) result.add("Says", "speech", m_speech_text);
-        session.print(result);
+    Report run(Session& session) override {
+        Report report = m_options.show(session, m_area);
+        const unsigned points = font_size(m_area.style, m_area.text, *m_area.rect, m_area.effect);
+        report.add("Font", "font", m_area.style.font)
+            .add("Size", std::to_string(points) + " points", "size", points);
+        if (m_area.speech) report.add("Says", "speech", m_speech.text);
+        return report;
     }
 
   private:
-    std::string m_text;
-    std::string m_speech_text;
-    AreaOptions m_area;
-    TextOptions m_look;
-    SpeechOptions m_speech;
+    Area m_area;
+    Speech m_speech;
+    AreaOptions m_options;
 };
 
-class Picture : public Verb {
+class ShowPicture : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_value(command, "FILE", m_path, "", "A PNG picture", read_png_path).required();
-        m_area.add_to(command);
+        add_value(command, "FILE", m_area.picture, "", "A PNG picture", read_png_path).required();
+        m_options.add_to(command);
     }
-
     void prepare(const Session& session) override { require_area_port(session); }
-
-    void run(Session& session) override {
-        const Target target = m_area.target(session);
-        AreaContent area = content_at(target, m_area);
-        area.picture = m_path;
-        send_areas(session.controller, target.screen, {area}, m_area.programs());
-        Result result = describe(session, target);
-        result.add("Picture", "picture", m_path);
-        session.print(result);
+    Report run(Session& session) override {
+        return m_options.show(session, m_area).add("Picture", "picture", m_area.picture);
     }
 
   private:
-    std::string m_path;
-    AreaOptions m_area;
+    Area m_area;
+    AreaOptions m_options;
 };
 
 constexpr VerbEntry kVerbs[] = {
@@ -106,9 +79,9 @@ constexpr VerbEntry kVerbs[] = {
      "  qmctl text --color '#00FF00' --mode left --font 'DejaVu Sans' 'A long line that runs'\n"
      "  date | qmctl -c 192.168.0.199 text --area 1 --rect 0,16,128,16 -\n"
      "A text that begins with a dash stands behind two: qmctl text -- '--> Exit'",
-     make_verb<Text>},
+     make_verb<ShowText>},
     {"picture", "Show a PNG picture, from its top left corner",
-     "Example:\n  qmctl picture --rect 0,0,32,32 logo.png", make_verb<Picture>}};
+     "Example:\n  qmctl picture --rect 0,0,32,32 logo.png", make_verb<ShowPicture>}};
 
 } // namespace
 

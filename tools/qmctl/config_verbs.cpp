@@ -13,17 +13,17 @@ class Push : public Verb { // NOLINT(bugprone-exception-escape)
                   read_configuration)
             .required();
     }
-    void run(Session& session) override {
-        const Ping_data controller = session.ping();
-        const unsigned generation = generation_of(controller.ControllerType);
+    Report run(Session& session) override {
+        const Identity controller = require(session.controller.ping());
+        const unsigned generation = controller.type.generation;
         send(session, controller, generation);
-        Result result = session.result();
-        result.add("Generation", "generation", generation).add("Configuration", "file", "C000");
-        session.print(result);
+        return session.report()
+            .add("Generation", "generation", generation)
+            .add("Configuration", "file", "C000");
     }
 
   private:
-    void send(const Session& session, const Ping_data& controller, unsigned generation) const {
+    void send(const Session& session, const Identity& controller, unsigned generation) const {
         if (generation == 0)
             throw Failure("a controller of an unknown generation; its configuration is as it was");
         try {

@@ -45,7 +45,7 @@ std::string read_password(const std::string& text) {
     return text;
 }
 
-OnOffTime read_on_off_time(const std::string& text) {
+OnPeriod read_on_period(const std::string& text) {
     const auto times = split(text, '-');
     const auto on = times.size() == 2 ? to_time(times[0]) : std::nullopt;
     const auto off = times.size() == 2 ? to_time(times[1]) : std::nullopt;

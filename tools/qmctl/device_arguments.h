@@ -3,16 +3,12 @@
 
 #include "arguments.h"
 
-#include <array>
-
 namespace qm::ctl {
 
 [[nodiscard]] std::string read_name(const std::string& text);     // 4 bytes
 [[nodiscard]] std::string read_password(const std::string& text); // 6 bytes
 
-// Hour and minute of switching on, then of switching off.
-using OnOffTime = std::array<Ouint8, 4>;
-[[nodiscard]] OnOffTime read_on_off_time(const std::string& text); // HH:MM-HH:MM
+[[nodiscard]] OnPeriod read_on_period(const std::string& text); // HH:MM-HH:MM
 
 using Levels = std::array<Ouint8, 48>;
 [[nodiscard]] Levels read_levels(const std::string& path); // a file of 48 numbers

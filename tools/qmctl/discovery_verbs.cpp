@@ -5,27 +5,25 @@
 namespace qm::ctl {
 namespace {
 
-void describe(Result& result, const Ping_data& data) {
-    const unsigned width = data.ScreenWidth, height = data.ScreenHeight;
-    result.add("Model", "model", model_name(data.ControllerType))
-        .add("Type", hex(data.ControllerType, 4), "type", unsigned{data.ControllerType})
-        .add("Firmware", "firmware", printable(octets(data.FirmwareVersion)))
-        .add("Screen", std::to_string(width) + " x " + std::to_string(height) + " pixels", "width", width)
-        .add("height", height)
-        .add("Colour", "color", word_for(kScreenColors, data.Color))
-        .add("Brightness", "brightness", unsigned{data.CurrentBrigtness})
-        .add("Power", "power", word_for(kOffOn, data.CurrentOnOffStatus))
-        .add("Screen address", "address", unsigned{data.uAddress});
+void describe(Report& report, const Identity& identity) {
+    report.add("Model", "model", model_name(identity.type))
+        .add("Type", hex(identity.type.code, 4), "type", unsigned{identity.type.code})
+        .add("Firmware", "firmware", printable(identity.firmware))
+        .add("Screen", to_string(identity.screen) + " pixels", "width", identity.screen.width)
+        .add("height", identity.screen.height)
+        .add("Colour", "color", word_for(kScreenColors, identity.color))
+        .add("Brightness", "brightness", identity.brightness)
+        .add("Power", "power", word_for(kOffOn, identity.power))
+        .add("Screen address", "address", identity.address);
 }
 
 class Ping : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        const Ping_data data = session.ping();
-        Result result = session.result();
-        describe(result, data);
-        session.print(result);
+    Report run(Session& session) override {
+        Report report = session.report();
+        describe(report, require(session.controller.ping()));
+        return report;
     }
 };
 
@@ -35,30 +33,30 @@ class Find : public Verb {
         command.add_flag("--network", m_network,
                          "Ask for the network settings of whoever answers the broadcast");
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.broadcast = true;
-        Result result;
+        Report report;
         if (m_network)
-            find_network(result);
+            find_network(report);
         else
-            find(result);
-        session.print(result);
+            find(report);
+        return report;
     }
 
   private:
-    static void find(Result& result) {
-        Ping_data data{};
-        require_answer(cmd_searchController(&data));
-        result.add("Found at", "ip", printable(octets(data.ipAdder)));
-        describe(result, data);
+    static void find(Report& report) {
+        const auto found = search();
+        require_answer(found ? QM_OK : found.error().status);
+        report.add("Found at", "ip", printable(found->ip));
+        describe(report, *found);
     }
-    static void find_network(Result& result) {
+    static void find_network(Report& report) {
         NetSearchCmdRet data{};
         const int status = cmd_udpNetworkSearch_6G(&data);
-        if (status != QM_TRUNCATED) return require_answer(status), describe(result, data);
+        if (status != QM_TRUNCATED) return require_answer(status), describe(report, data);
         NetSearchCmdRet_Web web{}; // a controller with a web server says more
         require_answer(cmd_udpNetworkSearch_6G_Web(&web));
-        describe(result, web);
+        describe(report, web);
     }
 
     bool m_network = false;

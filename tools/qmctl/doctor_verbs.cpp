@@ -1,7 +1,7 @@
 // The verb that finds out why a controller does not do what it should.
 #include "Probe.h"
 #include "Verb.h"
-#include "names.h"
+#include "arguments.h"
 #include "record_text.h"
 
 #include <cstdlib>
@@ -26,33 +26,33 @@ class Examination {
     std::string handshake() { return m_probe.shake_hands(); }
 
     std::string type() {
-        m_ping = m_session.ping(); // which tells it
-        const unsigned generation = generation_of(m_ping->ControllerType);
-        const std::string found = hex(m_ping->ControllerType, 4) + ", " + model_name(m_ping->ControllerType);
-        if (generation == 0) wrong(found + ", which is of neither generation.");
-        return found + ", generation " + std::to_string(generation);
+        m_identity = require(m_session.controller.ping()); // which tells it
+        const ControllerType& type = m_identity->type;
+        const std::string found = hex(type.code, 4) + ", " + model_name(type);
+        if (type.generation == 0) wrong(found + ", which is of neither generation.");
+        return found + ", generation " + std::to_string(type.generation);
     }
 
     std::string ping() {
-        if (!m_ping) m_ping = m_session.ping(); // once more, for its reason
-        return "answered; firmware " + printable(octets(m_ping->FirmwareVersion));
+        if (!m_identity) m_identity = require(m_session.controller.ping()); // once more, for its reason
+        return "answered; firmware " + printable(m_identity->firmware);
     }
 
     std::string screen() {
-        const unsigned width = m_ping->ScreenWidth, height = m_ping->ScreenHeight, color = m_ping->Color;
-        const std::string found = std::to_string(width) + " x " + std::to_string(height) + " pixels, " +
-                                  word_for(kScreenColors, color) + ", " +
-                                  word_for(kOffOn, m_ping->CurrentOnOffStatus) + ", brightness " +
-                                  std::to_string(m_ping->CurrentBrigtness);
+        const auto& [width, height] = m_identity->screen;
+        const unsigned color = m_identity->color;
+        const std::string found = to_string({width, height}) + " pixels, " + word_for(kScreenColors, color) +
+                                  ", " + word_for(kOffOn, m_identity->power) + ", brightness " +
+                                  std::to_string(m_identity->brightness);
         const bool known = color >= SCREEN_COLOR_SINGLE && color <= SCREEN_COLOR_FULLCOLOR;
         if (width == 0 || height == 0 || !known) wrong(found + ", which is no screen.");
         return found;
     }
 
     std::string clock() {
-        const auto time = iso_time(clock_of(status()));
+        const auto& time = status().clock;
         if (!time) wrong("It shows no time.");
-        std::string found = *time;
+        std::string found = iso_time(*time);
         std::ranges::replace(found, 'T', ' ');
         const std::time_t ahead = seconds_of(*time) - std::time(nullptr);
         if (std::abs(ahead) <= kMostDrift) return found;
@@ -61,43 +61,46 @@ class Examination {
     }
 
     std::string disk() {
-        Ouint32 total = 0, available = 0;
-        m_session.command(cmd_ofsGetMemoryVolume, &total, &available);
-        const std::string found = std::to_string(available) + " of " + std::to_string(total) + " bytes free";
-        if (available == 0) wrong(found + ".");
+        const Volume volume = require(m_session.controller.volume());
+        const std::string found =
+            std::to_string(volume.available) + " of " + std::to_string(volume.total) + " bytes free";
+        if (volume.available == 0) wrong(found + ".");
         return found;
     }
 
     std::string program() {
-        const ControllerStatus_G56& now = status();
-        const std::string name = printable(octets(now.currentProgram));
-        std::string found = (name.empty() ? "none" : name) + " is played; " +
-                            std::to_string(now.programeNumber) + " on the disk";
-        if (now.screenLockStatus) found += "; the screen is locked";
-        if (now.programLockStatus) found += "; the program is locked";
+        const Status& now = status();
+        const std::string name = printable(now.program);
+        std::string found =
+            (name.empty() ? "none" : name) + " is played; " + std::to_string(now.programs) + " on the disk";
+        if (now.screen_lock) found += "; the screen is locked";
+        if (now.program_lock) found += "; the program is locked";
         return found;
     }
 
   private:
-    const ControllerStatus_G56& status() {
-        if (m_status) return *m_status;
-        ControllerStatus_G56 status{};
-        m_session.command(cmd_check_controllerStatus, &status);
-        return m_status.emplace(status);
+    const Status& status() {
+        if (!m_status) m_status = require(m_session.controller.status());
+        return *m_status;
     }
 
     // Of this host's local time.
-    static std::time_t seconds_of(const std::string& iso) {
-        std::tm time{};
-        ::strptime(iso.c_str(), "%Y-%m-%dT%H:%M:%S", &time);
-        time.tm_isdst = -1;
-        return std::mktime(&time);
+    static std::time_t seconds_of(const Time& time) {
+        std::tm local{};
+        local.tm_year = static_cast<int>(time.date.year) - 1900;
+        local.tm_mon = static_cast<int>(time.date.month) - 1;
+        local.tm_mday = static_cast<int>(time.date.day);
+        local.tm_hour = static_cast<int>(time.hour);
+        local.tm_min = static_cast<int>(time.minute);
+        local.tm_sec = static_cast<int>(time.second);
+        local.tm_isdst = -1;
+        return std::mktime(&local);
     }
 
     const Session& m_session;
     Probe m_probe;
-    std::optional<Ping_data> m_ping;
-    std::optional<ControllerStatus_G56> m_status;
+    std::optional<Identity> m_identity;
+    std::optional<Status> m_status;
 };
 
 struct Step {
@@ -142,29 +145,28 @@ Finding take(const Step& step, Examination& examination) {
 class Doctor : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        Result result = session.result();
+    Report run(Session& session) override {
+        Report report = session.report();
         Examination examination(session);
         auto steps = nlohmann::ordered_json::array();
         for (const Step& step : kSteps) {
             const Finding finding = take(step, examination);
-            steps.push_back(describe(result, step, finding));
+            steps.push_back(describe(report, step, finding));
             if (finding.ok) continue;
-            if (!session.failed) result.fail(finding.status, finding.text);
-            session.failed = true;
+            if (report.ok()) report.fail(finding.status, finding.text);
             if (step.needed) break;
         }
-        result.add("steps", std::move(steps));
-        session.print(result);
+        report.add("steps", std::move(steps));
+        return report;
     }
 
   private:
-    static nlohmann::ordered_json describe(Result& result, const Step& step, const Finding& finding) {
+    static nlohmann::ordered_json describe(Report& report, const Step& step, const Finding& finding) {
         if (finding.ok) {
-            result.show(step.name, "ok: " + finding.text);
+            report.show(step.name, "ok: " + finding.text);
             return {{"step", step.name}, {"ok", true}, {"found", finding.text}};
         }
-        result.show(step.name, "FAILED: " + finding.text + " Check next: " + step.next);
+        report.show(step.name, "FAILED: " + finding.text + " Check next: " + step.next);
         return {{"step", step.name}, {"ok", false}, {"reason", finding.text}, {"next", step.next}};
     }
 };

@@ -1,82 +1,71 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
-#include "AreaSending.h"
-#include "JsonReader.h"
-#include "Speech.h"
+#include "AreaOptions.h"
 #include "Verb.h"
-#include "device_arguments.h"
+#include "sign/JsonReader.h"
+#include "sign/program_reading.h"
 
 namespace qm::ctl {
 namespace {
 
 // What no dynamic area can be is refused.
-void require_dynamic(const Area& area, bool with_programs) {
+void require_dynamic(const AreaDescription& area, bool with_programs) {
     const auto refuse = [&](const std::string& why) { throw JsonError(area.where + ": " + why); };
     if (area.id > 0xFF) refuse("a dynamic area has a number from 0 to 255");
     if (area.border) refuse("a dynamic area has no border");
-    if (area.background_flag || area.transparency || area.equal)
+    if (area.flags.background_flag || area.flags.transparency || area.flags.equal)
         refuse("a dynamic area has no background_flag, transparency or equal");
     if (area.text.empty() == area.pictures.empty() || area.pictures.size() > 1)
         refuse("a dynamic area has either a text or one picture");
-    if (with_programs && area.sound && area.text.empty())
+    if (with_programs && area.speech && area.text.empty())
         refuse("a picture with speech cannot be related to programs");
 }
 
 // An area of the description in path as a dynamic one.
-AreaContent content_of(const Area& area, const Screen& screen, const std::string& path) {
-    AreaContent content;
-    content.id = static_cast<Ouint8>(area.id);
-    content.rect = area_rect(area.rect, screen, path + ": " + area.where + ".rect");
-    content.speech = area.sound;
-    const Effect& effect = area.pictures.empty() ? area.effect : area.pictures.front().effect;
-    effect.apply_to(content.page);
-    content.page.ValidLen = content.rect.width;
-    if (area.pictures.empty()) {
-        content.text = area.text;
-        content.font = area.style.font;
-        area.style.apply_to(content.page, area.text, content.rect, effect.running());
-    } else {
-        content.picture = area.pictures.front().picture.path;
-    }
-    return content;
+Area dynamic_area(const AreaDescription& described, const Screen& screen, const std::string& path) {
+    const bool picture = !described.pictures.empty();
+    Area area;
+    area.id = static_cast<Ouint8>(described.id);
+    area.rect = area_rect(described.rect, screen.size, path + ": " + described.where + ".rect");
+    area.text = described.text;
+    area.style = described.style;
+    area.effect = picture ? described.pictures.front().effect : described.effect;
+    area.picture = picture ? described.pictures.front().picture.path : "";
+    area.speech = described.speech;
+    return area;
 }
 
 class SendAreas : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path).required();
-        m_programs.add_to(command);
+        add_program_option(command, m_programs);
     }
     void prepare(const Session& session) override {
         require_area_port(session);
         try {
-            m_description = read_program(m_path);
-            for (const Area& area : m_description.areas)
-                require_dynamic(area, m_programs.value().has_value());
+            m_areas = read_program(m_path).areas;
+            for (const AreaDescription& area : m_areas) require_dynamic(area, m_programs.has_value());
         } catch (const std::runtime_error& wrong) {
             throw UsageError(m_path + ": " + wrong.what());
         }
-        if (m_description.areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
+        if (m_areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
     }
-    void run(Session& session) override {
-        const Screen screen = screen_of(session.ping());
-        std::vector<AreaContent> areas;
-        nlohmann::ordered_json ids;
-        std::string words;
-        for (const Area& area : m_description.areas) {
-            areas.push_back(content_of(area, screen, m_path));
-            ids.push_back(area.id);
-            words += (words.empty() ? "" : ", ") + std::to_string(area.id);
+    Report run(Session& session) override {
+        const Screen screen = Screen::of(require(session.controller.ping()));
+        std::vector<Area> areas;
+        std::vector<unsigned> ids;
+        for (const AreaDescription& described : m_areas) {
+            areas.push_back(dynamic_area(described, screen, m_path));
+            ids.push_back(described.id);
         }
-        send_areas(session.controller, screen, areas, m_programs.value());
-        Result result = session.result();
-        result.add("Areas", words, "areas", ids);
-        session.print(result);
+        show_areas(session, areas, screen, m_programs);
+        return session.report().add("Areas", listed(ids), "areas", ids);
     }
 
   private:
     std::string m_path;
-    ProgramOption m_programs;
-    ProgramDescription m_description;
+    std::optional<ProgramNumbers> m_programs;
+    std::vector<AreaDescription> m_areas;
 };
 
 class RemoveAreas : public Verb {
@@ -92,20 +81,13 @@ class RemoveAreas : public Verb {
         m_all = std::find(m_ids.begin(), m_ids.end(), kAll) != m_ids.end();
         if (m_all && m_ids.size() > 1) throw UsageError("expected numbers of areas or all, not both");
     }
-    void run(Session& session) override {
-        const bool five = generation_of(session.ping().ControllerType) == 5;
-        const char* ip = session.controller.ip.c_str();
-        std::vector<Oint8> ids;
-        for (const int id : m_ids) ids.push_back(static_cast<Oint8>(id));
-        const auto several = five ? dynamicArea_DelAreaS_5G : dynamicArea_DelAreas_6G;
-        const auto count = static_cast<Oint8>(m_all ? kAll : static_cast<int>(ids.size()));
-        Session::require(several(ip, session.controller.port, count, ids.data()));
-        Result result = session.result();
-        std::string words;
-        for (const int id : m_ids) words += (words.empty() ? "" : ", ") + std::to_string(id);
-        result.add("Deleted", m_all ? "all areas" : words, "deleted",
-                   m_all ? nlohmann::ordered_json("all") : nlohmann::ordered_json(m_ids));
-        session.print(result);
+    Report run(Session& session) override {
+        const Identity identity = require(session.controller.ping());
+        std::vector<Ouint8> ids;
+        if (!m_all) ids.assign(m_ids.begin(), m_ids.end());
+        require(session.controller.remove_areas(ids, identity.type.generation));
+        if (m_all) return session.report().add("Deleted", "all areas", "deleted", "all");
+        return session.report().add("Deleted", listed(m_ids), "deleted", m_ids);
     }
 
   private:
@@ -114,33 +96,23 @@ class RemoveAreas : public Verb {
     bool m_all = false;
 };
 
-HVSoundDepend_6G entry_of(unsigned voice, const Sound& sound) {
-    return {static_cast<Ouint8>(voice), record_of(sound)};
-}
-
 class Say : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_value(command, "TEXT", m_text, "", "What to say", read_speech).required();
+        add_value(command, "TEXT", m_speech.text, "", "What to say", read_speech).required();
         add_number(command, "--flag", m_flag, 0, 255, "VoiceFlg of the speech unit (default 0)");
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
-        m_speech.add_to(command);
+        add_speech_options(command, m_speech);
     }
     void prepare(const Session& session) override { require_area_port(session); }
-    void run(Session& session) override {
-        const Sound sound = m_speech.sound(m_text);
-        Session::require(dynamicArea_InsertSoundIndepend(
-            session.controller.ip.c_str(), session.controller.port, entry_of(0, sound),
-            static_cast<Ouint8>(m_flag), static_cast<Ouint8>(m_store)));
-        Result result = session.result();
-        result.add("Says", "text", m_text);
-        session.print(result);
+    Report run(Session& session) override {
+        require(session.controller.say(m_speech, m_flag, m_store));
+        return session.report().add("Says", "text", m_speech.text);
     }
 
   private:
-    std::string m_text;
     unsigned m_flag = 0, m_store = 0;
-    SpeechOptions m_speech;
+    Speech m_speech;
 };
 
 class UpdateSounds : public Verb {
@@ -154,26 +126,21 @@ class UpdateSounds : public Verb {
                                     read_speech(text.substr(equals + 1))};
                    });
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
-        m_speech.add_to(command);
+        add_speech_options(command, m_speech);
     }
     void prepare(const Session& session) override { require_area_port(session); }
-    void run(Session& session) override {
-        std::vector<Sound> sounds;
-        for (const Entry& entry : m_entries) sounds.push_back(m_speech.sound(entry.text));
-        std::vector<HVSoundDepend_6G> records;
+    Report run(Session& session) override {
+        std::vector<VoiceEntry> entries;
         nlohmann::ordered_json texts;
-        std::string words;
-        for (std::size_t i = 0; i < sounds.size(); ++i) {
-            records.push_back(entry_of(m_entries[i].voice, sounds[i]));
-            texts[std::to_string(m_entries[i].voice)] = m_entries[i].text;
-            words += (words.empty() ? "" : ", ") + std::to_string(m_entries[i].voice);
+        std::vector<unsigned> voices;
+        for (const Entry& entry : m_entries) {
+            m_speech.text = entry.text;
+            entries.push_back({static_cast<Ouint8>(entry.voice), m_speech});
+            voices.push_back(entry.voice);
+            texts[std::to_string(entry.voice)] = entry.text;
         }
-        Session::require(dynamicArea_UpdateSoundIndepend(
-            session.controller.ip.c_str(), session.controller.port, records.data(),
-            static_cast<Ouint16>(records.size()), static_cast<Ouint8>(m_store)));
-        Result result = session.result();
-        result.add("Sounds", words, "sounds", texts);
-        session.print(result);
+        require(session.controller.replace_voices(entries, m_store));
+        return session.report().add("Sounds", listed(voices), "sounds", texts);
     }
 
   private:
@@ -183,7 +150,7 @@ class UpdateSounds : public Verb {
     };
     std::vector<Entry> m_entries;
     unsigned m_store = 0;
-    SpeechOptions m_speech;
+    Speech m_speech;
 };
 
 constexpr VerbEntry kVerbs[] = {

@@ -15,50 +15,25 @@ constexpr int kMostNames = 8191;          // that one command carries
 constexpr unsigned kLargestBlock = 32758; // that one frame carries
 constexpr std::uintmax_t kLongest = 0xFFFFFFFF;
 
-// A listing, released at the end.
-class Directory {
-  public:
-    Directory(const Session& session, unsigned type)
-        : Directory() { // so that a listing cut short is released
-        m_block.fileType = static_cast<Ouint8>(type);
-        session.command(cmd_ofsReedDirBlock, &m_block);
-    }
-    ~Directory() { cmd_ofs_freeDirBlock(&m_block); }
-    Directory(const Directory&) = delete;
-    Directory& operator=(const Directory&) = delete;
-
-    [[nodiscard]] std::vector<FileAttribute_G56> files() const {
-        std::vector<FileAttribute_G56> files(m_block.fileNumber);
-        for (std::size_t i = 0; i < files.size(); ++i)
-            Session::require(cmd_getFileAttr(&m_block, static_cast<Ouint16>(i), &files[i]));
-        return files;
-    }
-
-  private:
-    Directory() = default;
-
-    GetDirBlock_G56 m_block{};
-};
-
 class List : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_number(command, "--type", m_type, 0, 255,
                    "Kind of files, in the controller's numbers (default 0, programs)");
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         std::vector<std::vector<std::string>> lines{{"Name", "Type", "Bytes", "CRC-32"}};
         auto values = nlohmann::ordered_json::array();
-        for (const FileAttribute_G56& file : Directory(session, m_type).files()) {
-            const std::string name = printable(octets(file.fileName));
-            const unsigned type = file.fileType, size = file.fileLen, crc = file.fileCRC;
-            lines.push_back({name, std::to_string(type), std::to_string(size), hex(crc, 8)});
-            values.push_back({{"name", name}, {"type", type}, {"size", size}, {"crc32", crc}});
+        for (const FileEntry& file : require(session.controller.files(static_cast<Ouint8>(m_type)))) {
+            const std::string name = printable(file.name);
+            lines.push_back(
+                {name, std::to_string(file.type), std::to_string(file.size), hex(file.checksum, 8)});
+            values.push_back(
+                {{"name", name}, {"type", file.type}, {"size", file.size}, {"crc32", file.checksum}});
         }
-        Result result = session.result();
-        result.add("Files", std::to_string(values.size()), "type", m_type)
+        return session.report()
+            .add("Files", std::to_string(values.size()), "type", m_type)
             .list(std::move(lines), "files", values);
-        session.print(result);
     }
 
   private:
@@ -81,7 +56,7 @@ class Put : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_path, "", "The file to write", read_path).required();
-        add_value(command, "NAME", m_name, "",
+        add_value(command, "NAME", m_file.name, "",
                   "Its name there, 4 characters (default the name of FILE up to its dot)", read_name);
         add_number(command, "--type", m_type, 0, 255,
                    "Kind of file, in the controller's numbers (default 0, a program)");
@@ -92,24 +67,21 @@ class Put : public Verb {
                          "No bar, and no questions about it to the controller");
     }
     void prepare(const Session&) override {
-        if (m_name.empty()) m_name = name_of(m_path);
-        m_content = content_of(m_path);
+        if (m_file.name.empty()) m_file.name = name_of(m_path);
+        m_file.type = static_cast<Ouint8>(m_type);
+        m_file.bytes = content_of(m_path);
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         set_packetLen(static_cast<Ouint16>(m_block));
         {
-            std::optional<Progress> progress;
-            if (!m_no_progress && !session.json && !session.verbose && session.output.is_terminal())
-                progress.emplace(session, m_name, m_content.size());
-            session.command(cmd_ofsWriteFile, m_name.c_str(), m_type, m_content.size(), !m_no_overwrite,
-                            m_content.data());
+            const auto bar = m_no_progress ? nullptr : Progress::of(session, m_file);
+            require(session.controller.write(m_file, !m_no_overwrite));
         }
-        Result result = session.result();
-        result.add("File", "file", m_path)
-            .add("Name", "name", m_name)
+        return session.report()
+            .add("File", "file", m_path)
+            .add("Name", "name", m_file.name)
             .add("Type", "type", m_type)
-            .add("Bytes", "size", m_content.size());
-        session.print(result);
+            .add("Bytes", "size", m_file.bytes.size());
     }
 
   private:
@@ -120,8 +92,8 @@ class Put : public Verb {
         return stem;
     }
 
-    std::string m_path, m_name;
-    std::vector<Ouint8> m_content;
+    std::string m_path;
+    File m_file;
     unsigned m_type = 0, m_block = 1024;
     bool m_no_overwrite = false, m_no_progress = false;
 };
@@ -131,32 +103,23 @@ class Remove : public Verb {
     void add_arguments(ArgumentList& command) override {
         add_values(command, "NAME", m_names, kMostNames, "Names of 4 characters", read_name);
     }
-    void run(Session& session) override {
-        std::string names, words;
-        for (const std::string& name : m_names) {
-            names += name;
-            words += (words.empty() ? "" : ", ") + name;
-        }
-        session.command(cmd_ofsDeleteFormatFile, m_names.size(), names.data());
-        Result result = session.result();
-        result.add("Removed", words, "removed", m_names);
-        session.print(result);
+    Report run(Session& session) override {
+        require(session.controller.remove_files(m_names));
+        return session.report().add("Removed", listed(m_names), "removed", m_names);
     }
 
   private:
     std::vector<std::string> m_names;
 };
 
-class Volume : public Verb {
+class ShowVolume : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        Ouint32 total = 0, available = 0;
-        session.command(cmd_ofsGetMemoryVolume, &total, &available);
-        Result result = session.result();
-        result.add("Total", std::to_string(total) + " bytes", "total", total)
-            .add("Available", std::to_string(available) + " bytes", "available", available);
-        session.print(result);
+    Report run(Session& session) override {
+        const Volume volume = require(session.controller.volume());
+        return session.report()
+            .add("Total", std::to_string(volume.total) + " bytes", "total", volume.total)
+            .add("Available", std::to_string(volume.available) + " bytes", "available", volume.available);
     }
 };
 
@@ -168,11 +131,9 @@ class Format : public Verb {
     void prepare(const Session&) override {
         if (!m_yes) throw UsageError("fs format erases all files of the controller: expected --yes");
     }
-    void run(Session& session) override {
-        session.command(cmd_ofsFormat);
-        Result result = session.result();
-        result.add("Files", "all erased", "formatted", true);
-        session.print(result);
+    Report run(Session& session) override {
+        require(session.controller.format());
+        return session.report().add("Files", "all erased", "formatted", true);
     }
 
   private:
@@ -187,7 +148,7 @@ constexpr VerbEntry kVerbs[] = {
      "Examples:\n  qmctl fs put P001.bin\n  qmctl fs put new.bin P002 --no-overwrite --block 512",
      make_verb<Put>},
     {"fs rm", "Remove files", "Example:\n  qmctl fs rm P001 P002", make_verb<Remove>},
-    {"fs df", "Show the memory for files", "Example:\n  qmctl fs df", make_verb<Volume>},
+    {"fs df", "Show the memory for files", "Example:\n  qmctl fs df", make_verb<ShowVolume>},
     {"fs format", "Erase all files", "Example:\n  qmctl fs format --yes", make_verb<Format>}};
 
 } // namespace

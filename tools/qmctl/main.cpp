@@ -1,8 +1,8 @@
 // qmctl: the library's calls from the command line.
 #include "CommandLine.h"
 #include "ExitStatus.h"
-#include "ManyControllers.h"
 #include "Session.h"
+#include "many_controllers.h"
 
 #include <algorithm>
 #include <iostream>
@@ -38,7 +38,7 @@ int run(Session& session, std::span<char* const> arguments) {
         session.refuse(error);
         return kUsage;
     } catch (const Failure& failure) { // of a check that needs no controller
-        session.report(failure);
+        session.tell(failure);
         return kFailed;
     }
 }
@@ -47,15 +47,16 @@ int run(Session& session, std::span<char* const> arguments) {
 
 int run_verb(Session& session, Verb& verb) {
     try {
-        verb.run(session);
-        return session.failed ? kFailed : kDone;
+        const Report report = verb.run(session);
+        session.print(report);
+        return report.ok() ? kDone : kFailed;
     } catch (const UsageError& error) {
         session.refuse(error);
         return kUsage;
     } catch (const Failure& failure) {
-        session.report(failure);
+        session.tell(failure);
     } catch (const std::exception& error) {
-        session.report(Failure(error.what()));
+        session.tell(Failure(error.what()));
     }
     return kFailed;
 }

@@ -1,23 +1,22 @@
 // What controllers say of their networks, and who answers a broadcast.
 #pragma once
 
-#include "Session.h"
-#include "names.h"
+#include "arguments.h"
 #include "record_text.h"
 
 namespace qm::ctl {
 
-// Throws Failure as Session::require, with words for a broadcast that nobody answers.
+// Throws Failure unless a call has succeeded, with words for a broadcast that nobody answers.
 void require_answer(int status);
 
 // Of either kind of network-search record; they share these fields.
-template <class Record> void describe(Result& result, const Record& data) {
+template <class Record> void describe(Report& report, const Record& data) {
     const auto number = [](auto value) {
         return unsigned{static_cast<std::make_unsigned_t<decltype(value)>>(value)};
     };
     const unsigned width = number(data.ScreenWidth), height = number(data.ScreenHeight);
-    const auto type = static_cast<Ouint16>(data.ControllerType);
-    result.add("MAC address", "mac", hex(octets(data.Mac), ":"))
+    const auto type = ControllerType::of(static_cast<Ouint16>(data.ControllerType));
+    report.add("MAC address", "mac", hex(octets(data.Mac), ":"))
         .add("IP address", "ip", dotted(octets(data.IP)))
         .add("Subnet mask", "subnet_mask", dotted(octets(data.SubNetMask)))
         .add("Gateway", "gateway", dotted(octets(data.Gate)))
@@ -32,9 +31,9 @@ template <class Record> void describe(Result& result, const Record& data) {
         .add("Custom ID", "custom_id", printable(octets(data.CustomID)))
         .add("Bar code", "bar_code", printable(octets(data.BarCode)))
         .add("Model", "model", model_name(type))
-        .add("Type", hex(type, 4), "type", unsigned{type})
+        .add("Type", hex(type.code, 4), "type", unsigned{type.code})
         .add("Firmware", "firmware", printable(octets(data.FirmwareVersion)))
-        .add("Screen", std::to_string(width) + " x " + std::to_string(height) + " pixels", "width", width)
+        .add("Screen", to_string({width, height}) + " pixels", "width", width)
         .add("height", height)
         .add("Colour", "color", word_for(kScreenColors, number(data.Color)))
         .add("Screen address", "address", number(data.Address))

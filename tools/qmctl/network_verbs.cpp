@@ -11,20 +11,19 @@ namespace {
 class ShowNetwork : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        const Controller& of = session.controller;
-        Result result = session.result();
+    Report run(Session& session) override {
+        Report report = session.report();
         NetSearchCmdRet data{};
-        const int status = cmd_tcpNetworkSearch_6G(of.ip.c_str(), of.port, &data);
-        if (status == QM_TRUNCATED) { // a controller with a web server says more
+        const auto asked = session.controller.call(cmd_tcpNetworkSearch_6G, &data);
+        if (asked.error().status == QM_TRUNCATED) { // a controller with a web server says more
             NetSearchCmdRet_Web web{};
             session.command(cmd_tcpNetworkSearch_6G_Web, &web);
-            describe(result, web);
+            describe(report, web);
         } else {
-            Session::require(status);
-            describe(result, data);
+            require(asked);
+            describe(report, data);
         }
-        session.print(result);
+        return report;
     }
 };
 
@@ -53,19 +52,19 @@ class SetIp : public Verb {
         add_value(command, "--password", m_password, "TEXT", "For the server, up to 8 bytes", read_field<8>);
         add_value(command, "--net-id", m_net_id, "TEXT", "Network ID, up to 12 bytes", read_field<12>);
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.broadcast = true;
         require_answer(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
                                     m_gateway.c_str(), static_cast<int16_t>(m_port),
-                                    static_cast<Ouint8>(m_server_mode), m_server.ip.c_str(),
-                                    static_cast<int16_t>(m_server.port), m_password.data(),
+                                    static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
+                                    static_cast<int16_t>(m_server.port()), m_password.data(),
                                     static_cast<int16_t>(m_heartbeat), m_net_id.data()));
-        Result result;
-        result.add("IP address", "ip", m_ip)
+        Report report;
+        report.add("IP address", "ip", m_ip)
             .add("Subnet mask", "subnet_mask", m_mask)
             .add("Gateway", "gateway", m_gateway)
             .add("Port", "port", m_port);
-        session.print(result);
+        return report;
     }
 
   private:
@@ -90,12 +89,12 @@ class SetMac : public Verb {
                   })
             .required();
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.broadcast = true;
         require_answer(cmd_udpSetMac(m_mac.fields.c_str()));
-        Result result;
-        result.add("MAC address", "mac", m_mac.text);
-        session.print(result);
+        Report report;
+        report.add("MAC address", "mac", m_mac.text);
+        return report;
     }
 
   private:
@@ -111,15 +110,15 @@ class Wifi : public Verb {
             add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
         ssid.needs(key);
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.broadcast = true;
         if (m_ssid.empty())
             show();
         else
             require_accepted(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
-        Result result;
-        result.add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
-        session.print(result);
+        Report report;
+        report.add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
+        return report;
     }
 
   private:
@@ -127,17 +126,17 @@ class Wifi : public Verb {
 
     static void require_accepted(int status) {
         if (status == QM_FAILED)
-            throw Failure(status,
+            throw Failure(Error::last(status),
                           "no Wi-Fi module took all settings; those before the one that it did not take are "
                           "kept");
-        Session::require(status);
+        require(Result<>::of(status));
     }
 
     void show() {
         unsigned char ssid[513]{}, key[513]{}; // an answer has at most 511 bytes
         const int status = cmd_AT_getWifiSsidPwd(reinterpret_cast<char*>(ssid), reinterpret_cast<char*>(key));
         if (status == kShortAnswer)
-            throw Failure(status, "the Wi-Fi module's answer is too short to hold its settings");
+            throw Failure(Error::last(status), "the Wi-Fi module's answer is too short to hold its settings");
         require_answer(status);
         m_ssid = reinterpret_cast<const char*>(ssid);
         m_key = reinterpret_cast<const char*>(key);
@@ -169,10 +168,10 @@ constexpr VerbEntry kVerbs[] = {
 
 void require_answer(int status) {
     if (status == QM_FAILED)
-        throw Failure(status,
+        throw Failure(Error::last(status),
                       "no controller gave a good answer (is it powered and on this network, and does the "
                       "firewall let UDP ports 5009 and 14769 in?)");
-    Session::require(status);
+    require(Result<>::of(status));
 }
 
 Family network_verbs() { return kVerbs; }

@@ -2,8 +2,6 @@
 #include "Verb.h"
 #include "device_arguments.h"
 
-#include <algorithm>
-
 namespace qm::ctl {
 namespace {
 
@@ -12,38 +10,37 @@ constexpr int kMostPeriods = 255;
 template <unsigned on> class Switch : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        session.command(cmd_coerceOnOff, on);
-        Result result = session.result();
-        result.add("Power", "power", word_for(kOffOn, on));
-        session.print(result);
+    Report run(Session& session) override {
+        require(session.controller.switch_screen(on));
+        return session.report().add("Power", "power", word_for(kOffOn, on));
     }
 };
 
 struct Period {
-    OnOffTime times;
+    OnPeriod times;
     std::string text;
 };
 
-int minute_of_day(Ouint8 hour, Ouint8 minute) { return 60 * hour + minute; }
+int begin_of(const OnPeriod& period) { return 60 * period.on_hour + period.on_minute; }
+int end_of(const OnPeriod& period) { return 60 * period.off_hour + period.off_minute; }
 
-// Whether time is in a period, which may run past midnight.
-bool covers(const OnOffTime& period, int time) {
-    const int on = minute_of_day(period[0], period[1]), off = minute_of_day(period[2], period[3]);
-    return on < off ? on <= time && time < off : time >= on || time < off;
+// Whether a minute of the day is in a period, which may run past midnight.
+bool covers(const OnPeriod& period, int minute) {
+    const int on = begin_of(period), off = end_of(period);
+    return on < off ? on <= minute && minute < off : minute >= on || minute < off;
 }
 
-bool overlap(const OnOffTime& a, const OnOffTime& b) {
-    return covers(a, minute_of_day(b[0], b[1])) || covers(b, minute_of_day(a[0], a[1]));
+bool overlap(const OnPeriod& a, const OnPeriod& b) {
+    return covers(a, begin_of(b)) || covers(b, begin_of(a));
 }
 
-class Timer : public Verb {
+class SetTimer : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_values(command, "PERIOD", m_periods, kMostPeriods,
                    "HH:MM-HH:MM: when the screen is on; up to 255 of them", [](const std::string& text) {
-                       const OnOffTime times = read_on_off_time(text);
-                       if (times[0] == times[2] && times[1] == times[3]) expected("two different times");
+                       const OnPeriod times = read_on_period(text);
+                       if (begin_of(times) == end_of(times)) expected("two different times");
                        return Period{times, text};
                    });
     }
@@ -54,19 +51,15 @@ class Timer : public Verb {
                     throw UsageError("expected periods that do not overlap, not '" + other->text + "' and '" +
                                      period->text + "'");
     }
-    void run(Session& session) override {
-        std::vector<Ouint8> data;
-        nlohmann::ordered_json texts;
-        std::string words;
+    Report run(Session& session) override {
+        std::vector<OnPeriod> periods;
+        std::vector<std::string> texts;
         for (const Period& period : m_periods) {
-            data.insert(data.end(), period.times.begin(), period.times.end());
+            periods.push_back(period.times);
             texts.push_back(period.text);
-            words += (words.empty() ? "" : ", ") + period.text;
         }
-        session.command(cmd_timingOnOff, m_periods.size(), data.data());
-        Result result = session.result();
-        result.add("On at", words, "timer", texts);
-        session.print(result);
+        require(session.controller.switch_screen(periods));
+        return session.report().add("On at", listed(texts), "timer", texts);
     }
 
   private:
@@ -76,11 +69,9 @@ class Timer : public Verb {
 class CancelTimer : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
-        session.command(cmd_cancelTimingOnOff);
-        Result result = session.result();
-        result.add("Timer", "timer", "off");
-        session.print(result);
+    Report run(Session& session) override {
+        require(session.controller.cancel_timer());
+        return session.report().add("Timer", "timer", "off");
     }
 };
 
@@ -99,25 +90,18 @@ class SetBrightness : public Verb {
         if (!m_level && !m_levels)
             throw UsageError("brightness: expected a number from 0 to 255, or --table FILE");
     }
-    void run(Session& session) override {
-        Brightness brightness{};
-        brightness.BrightnessMode = m_levels ? kByClock : kManual;
-        if (m_levels)
-            std::ranges::copy(*m_levels, brightness.HalfHourValue);
-        else
-            std::ranges::fill(brightness.HalfHourValue, static_cast<Ouint8>(*m_level));
-        session.command(cmd_setBrightness, &brightness);
-        Result result = session.result();
-        if (m_level)
-            result.add("Brightness", "brightness", *m_level);
-        else
-            result.add("Brightness", "by clock", "brightness",
-                       std::vector<unsigned>(m_levels->begin(), m_levels->end()));
-        session.print(result);
+    Report run(Session& session) override {
+        const Controller& to = session.controller;
+        if (m_level) {
+            require(to.set_brightness(static_cast<Ouint8>(*m_level)));
+            return session.report().add("Brightness", "brightness", *m_level);
+        }
+        require(to.set_brightness(*m_levels));
+        return session.report().add("Brightness", "by clock", "brightness",
+                                    std::vector<unsigned>(m_levels->begin(), m_levels->end()));
     }
 
   private:
-    static constexpr Ouint8 kManual = 0, kByClock = 1;
     std::optional<unsigned> m_level;
     std::optional<Levels> m_levels;
 };
@@ -128,7 +112,7 @@ constexpr VerbEntry kVerbs[] = {
     {"power timer", "Switch the screen by timer, in place of the timer that was set",
      "A period may run past midnight; they must not overlap.\n\nExample:\n  qmctl power timer 07:30-12:00 "
      "13:00-22:15",
-     make_verb<Timer>},
+     make_verb<SetTimer>},
     {"power cancel", "End the timer", "Example:\n  qmctl power cancel", make_verb<CancelTimer>},
     {"brightness", "Set the brightness, of the whole day or by the clock",
      "Controllers know 0 to 15 as a rule and refuse what is beyond their scale.\n\n"

@@ -1,10 +1,12 @@
 // Verbs that make a program from its description.
-#include "JsonReader.h"
-#include "ProgramOverview.h"
-#include "ProgramUpload.h"
+#include "Progress.h"
 #include "Verb.h"
-#include "program_files.h"
+#include "arguments.h"
 #include "record_text.h"
+#include "sign/JsonReader.h"
+#include "sign/ProgramOverview.h"
+#include "sign/files.h"
+#include "sign/program_reading.h"
 
 #include <iostream>
 
@@ -18,67 +20,78 @@ class ProgramVerb : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE.json", m_path, "", "The description of the program", read_path).required();
-        m_options.add_to(command);
+        add_number(command, "--generation", m_wishes.generation, 5, 6,
+                   "Generation of the controller, 5 or 6 (default as the description says)");
+        add_value(command, "--type", m_wishes.type, "TYPE",
+                  "Type of the controller, such as 0x0262 (likewise)", read_type);
+        add_word(command, "--screen", m_wishes.color, kScreenColors,
+                 "Colours of the screen: single, double, three or full (likewise)");
     }
 
     void prepare(const Session&) final {
         name_the_file([this] {
             m_program = read_program(m_path);
-            (void)m_options.generation(m_program);
+            (void)generation_for(m_wishes, m_program);
             require_drawable(m_program);
+            return 0;
         });
     }
 
-    void run(Session& session) final {
-        name_the_file([&] { make(session); });
+    Report run(Session& session) final {
+        return name_the_file([&] { return make(session); });
     }
 
   protected:
-    virtual void make(Session& session) = 0;
+    virtual Report make(Session& session) = 0;
 
-    void fit(const Session& session, bool sending) {
-        m_target = m_options.target(session, m_program, sending);
-        m_notes = fit_to(m_program, m_target);
+    // A builder for the screen; what generation 5 has not is told and left out.
+    ProgramBuilder build(const Session& session, bool sending) {
+        m_screen = target_for(m_wishes, m_program, session.controller, sending);
+        m_notes = fit_to(m_program, m_screen);
         for (const std::string& note : m_notes) std::cerr << "qmctl: note: " << note << "\n";
+        return {m_program, m_screen};
     }
 
-    void describe(Result& result) const {
-        result.add("Generation", "generation", m_target.generation)
-            .add("Type", hex(m_target.type, 4), "type", unsigned{m_target.type})
-            .add("Screen", to_string(m_target.size) + " pixels, " + word_for(kScreenColors, m_target.color),
-                 "screen", word_for(kScreenColors, m_target.color))
-            .add("width", m_target.size.width)
-            .add("height", m_target.size.height);
-        if (!m_notes.empty()) result.add("notes", m_notes);
+    Report& describe(Report& report) const {
+        report.add("Generation", "generation", m_screen.generation)
+            .add("Type", hex(m_screen.type, 4), "type", unsigned{m_screen.type})
+            .add("Screen", to_string(m_screen.size) + " pixels, " + word_for(kScreenColors, m_screen.color),
+                 "screen", word_for(kScreenColors, m_screen.color))
+            .add("width", m_screen.size.width)
+            .add("height", m_screen.size.height);
+        if (!m_notes.empty()) report.add("notes", m_notes);
+        return report;
     }
 
-    std::string m_path;
-    ProgramTargetOptions m_options;
-    ProgramDescription m_program;
-    ProgramTarget m_target;
-    std::vector<std::string> m_notes;
+    [[nodiscard]] const ProgramDescription& program() const { return m_program; }
+    [[nodiscard]] const Screen& screen() const { return m_screen; }
 
   private:
     // What is wrong with the description is told with its name.
-    template <class Step> void name_the_file(Step step) const {
+    template <class Step> auto name_the_file(Step step) const -> decltype(step()) {
         try {
-            step();
+            return step();
         } catch (const JsonError& error) {
             throw UsageError(m_path + ": " + error.what());
         }
     }
+
+    std::string m_path;
+    ScreenWishes m_wishes;
+    ProgramDescription m_program;
+    Screen m_screen;
+    std::vector<std::string> m_notes;
 };
 
-void list_files(Result& result, const std::vector<ProgramFile>& files) {
+void list_files(Report& report, const std::vector<File>& files) {
     std::vector<std::vector<std::string>> lines{{"Name", "Type", "Bytes", "CRC-32"}};
     Json values = Json::array();
-    for (const ProgramFile& file : files) {
-        lines.push_back(
-            {file.name, std::to_string(file.type), std::to_string(file.bytes.size()), hex(file.crc(), 8)});
-        values.push_back(
-            {{"name", file.name}, {"type", file.type}, {"size", file.bytes.size()}, {"crc32", file.crc()}});
+    for (const auto& [name, type, bytes] : files) {
+        const Ouint32 crc = crc_at_end(bytes);
+        lines.push_back({name, std::to_string(type), std::to_string(bytes.size()), hex(crc, 8)});
+        values.push_back({{"name", name}, {"type", type}, {"size", bytes.size()}, {"crc32", crc}});
     }
-    result.list(std::move(lines), "files", std::move(values));
+    report.list(std::move(lines), "files", std::move(values));
 }
 
 std::string_view text_of(const std::vector<Ouint8>& bytes) {
@@ -94,15 +107,13 @@ class Build : public ProgramVerb {
     }
 
   protected:
-    void make(Session& session) override {
-        fit(session, false);
-        const auto files = ProgramBuilder(m_program, m_target).files();
-        for (const ProgramFile& file : files) write_file(m_folder, file.name, text_of(file.bytes));
-        Result result;
-        describe(result);
-        result.add("Folder", "folder", m_folder);
-        list_files(result, files);
-        session.print(result);
+    Report make(Session& session) override {
+        const auto files = build(session, false).files();
+        for (const File& file : files) write_file(m_folder, file.name, text_of(file.bytes));
+        Report report;
+        describe(report).add("Folder", "folder", m_folder);
+        list_files(report, files);
+        return report;
     }
 
   private:
@@ -118,25 +129,23 @@ class Preview : public ProgramVerb {
     }
 
   protected:
-    void make(Session& session) override {
-        fit(session, false);
-        const auto areas = ProgramBuilder(m_program, m_target).pages();
-        Result result;
-        describe(result);
-        result.add("Folder", "folder", m_folder);
+    Report make(Session& session) override {
+        const auto areas = build(session, false).pages();
+        Report report;
+        describe(report).add("Folder", "folder", m_folder);
         std::vector<std::vector<std::string>> lines{{"Area", "Pages", "Pixels"}};
         Json values = Json::array();
         for (const AreaPages& area : areas) {
-            const PixelSize size{area.rect.width, area.rect.height};
+            const Size size{area.rect.width, area.rect.height};
             values.push_back({{"area", area.name},
                               {"width", size.width},
                               {"height", size.height},
                               {"pages", write_pages(area)}});
             lines.push_back({area.name, std::to_string(area.pages.size()), to_string(size)});
         }
-        write_file(m_folder, kOverview, draw_overview(m_program, m_target, areas));
-        result.add("Overview", "overview", kOverview).list(std::move(lines), "areas", std::move(values));
-        session.print(result);
+        write_file(m_folder, kOverview, draw_overview(program(), screen(), areas));
+        return report.add("Overview", "overview", kOverview)
+            .list(std::move(lines), "areas", std::move(values));
     }
 
   private:
@@ -157,14 +166,13 @@ class Preview : public ProgramVerb {
 
 class Send : public ProgramVerb {
   protected:
-    void make(Session& session) override {
-        fit(session, true);
-        const auto files = ProgramBuilder(m_program, m_target).files();
-        upload(session, files);
-        Result result = session.result();
-        describe(result);
-        list_files(result, files);
-        session.print(result);
+    Report make(Session& session) override {
+        const auto files = build(session, true).files();
+        require(
+            session.controller.upload(files, [&](const File& file) { return Progress::of(session, file); }));
+        Report report = session.report();
+        list_files(describe(report), files);
+        return report;
     }
 };
 

@@ -26,12 +26,11 @@ class Keep {
 template <unsigned lock> class LockScreen : public Verb {
   public:
     void add_arguments(ArgumentList& command) override { m_keep.add_to(command); }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_screenLock, m_keep.given(), lock);
-        Result result = session.result();
-        result.add("Screen", "screen", word_for(kLockWords, lock))
+        return session.report()
+            .add("Screen", "screen", word_for(kLockWords, lock))
             .add("Kept", m_keep.words(), "keep", m_keep.given());
-        session.print(result);
     }
 
   private:
@@ -47,14 +46,14 @@ template <unsigned lock> class LockProgram : public Verb {
             add_number(command, "--for", m_duration, 0, 0xFFFFFFFF,
                        "How long, in the controller's units (default 0, until it is unlocked)");
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_programLock, m_keep.given(), lock, m_name.c_str(), m_duration);
-        Result result = session.result();
-        result.add("Program", "program", m_name)
+        Report report = session.report();
+        report.add("Program", "program", m_name)
             .add("State", "state", word_for(kLockWords, lock))
             .add("Kept", m_keep.words(), "keep", m_keep.given());
-        if (lock == kLock) result.add("Duration", "duration", m_duration);
-        session.print(result);
+        if (lock == kLock) report.add("Duration", "duration", m_duration);
+        return report;
     }
 
   private:
@@ -71,11 +70,9 @@ class SetPassword : public Verb {
             .required();
         add_value(command, "NEW", m_new, "", "The new one, 6 characters", read_password).required();
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_setPassword, m_old.c_str(), m_new.c_str());
-        Result result = session.result();
-        result.add("Password", "password", "set");
-        session.print(result);
+        return session.report().add("Password", "password", "set");
     }
 
   private:
@@ -88,11 +85,9 @@ class DeletePassword : public Verb {
         add_value(command, "PASSWORD", m_password, "", "The present password, 6 characters", read_password)
             .required();
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_deletePassword, m_password.c_str());
-        Result result = session.result();
-        result.add("Password", "password", "deleted");
-        session.print(result);
+        return session.report().add("Password", "password", "deleted");
     }
 
   private:
@@ -106,11 +101,9 @@ class ActivateFirmware : public Verb {
                   read_name)
             .required();
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_firmwareActivate, m_name.c_str());
-        Result result = session.result();
-        result.add("Firmware", "firmware", m_name);
-        session.print(result);
+        return session.report().add("Firmware", "firmware", m_name);
     }
 
   private:
@@ -120,11 +113,9 @@ class ActivateFirmware : public Verb {
 class Reset : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
-    void run(Session& session) override {
+    Report run(Session& session) override {
         session.command(cmd_sysReset);
-        Result result = session.result();
-        result.add("Restart", "begun", "reset", true);
-        session.print(result);
+        return session.report().add("Restart", "begun", "reset", true);
     }
 };
 
@@ -143,11 +134,9 @@ template <const Setting& setting> class SetNumber : public Verb {
                        : static_cast<int>(read_number(text, 0, static_cast<unsigned>(setting.max)));
         }).required();
     }
-    void run(Session& session) override {
+    Report run(Session& session) override {
         setting.send(session, m_value);
-        Result result = session.result();
-        result.add(setting.label, setting.key, m_value);
-        session.print(result);
+        return session.report().add(setting.label, setting.key, m_value);
     }
 
   private:

@@ -1,4 +1,4 @@
-// Words for the codes that controllers and the library speak in.
+// Words for codes.
 #pragma once
 
 #include "qm_sdk_dual.h"
@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-namespace qm::ctl {
+namespace qm::sign {
 
 struct Name {
     const char* word;
@@ -18,15 +18,12 @@ inline constexpr Name kScreenColors[] = {{"single", SCREEN_COLOR_SINGLE},
                                          {"double", SCREEN_COLOR_DOUBLE},
                                          {"three", SCREEN_COLOR_THREE},
                                          {"full", SCREEN_COLOR_FULLCOLOR}};
-
-inline constexpr Name kOffOn[] = {{"off", 0}, {"on", 1}};
+inline constexpr Name kModes[] = {{"static", 1}, {"left", 4}, {"right", 38}};
+inline constexpr Name kHorizontal[] = {{"left", 0}, {"center", 1}, {"right", 2}};
+inline constexpr Name kVertical[] = {{"top", 0}, {"center", 1}, {"bottom", 2}};
 
 // The word for code, or "unknown (9)".
 [[nodiscard]] std::string word_for(Names names, unsigned code);
-// "G6-T0 (0x62)", by the low byte of a controller type.
-[[nodiscard]] std::string model_name(Ouint16 controllerType);
-// Of the protocol that a controller of that type speaks: 5, 6, or 0 for a type that is not known.
-[[nodiscard]] unsigned generation_of(Ouint16 controllerType);
 [[nodiscard]] std::string status_meaning(int status);
 
-} // namespace qm::ctl
+} // namespace qm::sign

@@ -1,4 +1,4 @@
-#include "Result.h"
+#include "Report.h"
 
 #include <algorithm>
 
@@ -30,37 +30,37 @@ std::string aligned(const std::vector<std::vector<std::string>>& rows) {
 
 } // namespace
 
-Result& Result::show(std::string label, std::string text) {
+Report& Report::show(std::string label, std::string text) {
     m_rows.push_back({std::move(label), std::move(text)});
     return *this;
 }
 
-Result& Result::add(std::string label, std::string text, std::string key, Json value) {
+Report& Report::add(std::string label, std::string text, std::string key, Json value) {
     return show(std::move(label), std::move(text)).add(std::move(key), std::move(value));
 }
 
-Result& Result::add(std::string label, std::string key, Json value) {
+Report& Report::add(std::string label, std::string key, Json value) {
     std::string text = value.is_string() ? value.get<std::string>() : value.dump();
     return add(std::move(label), std::move(text), std::move(key), std::move(value));
 }
 
-Result& Result::add(std::string key, Json value) {
+Report& Report::add(std::string key, Json value) {
     m_values[std::move(key)] = std::move(value);
     return *this;
 }
 
-Result& Result::fail(int status, const std::string& reason) {
+Report& Report::fail(int status, const std::string& reason) {
     m_values["ok"] = false;
     m_values["status"] = status;
     return add("reason", reason);
 }
 
-Result& Result::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
+Report& Report::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
     m_list = std::move(lines);
     return add(std::move(key), std::move(values));
 }
 
-std::string Result::table() const {
+std::string Report::table() const {
     std::vector<std::vector<std::string>> rows;
     for (const Row& row : m_rows) rows.push_back({row.label, row.text});
     std::string text = aligned(rows);
@@ -68,7 +68,7 @@ std::string Result::table() const {
     return text;
 }
 
-std::string Result::line() const {
+std::string Report::line() const {
     std::string text;
     for (std::size_t i = 1; i < m_rows.size(); ++i)
         text.append(text.empty() ? "" : "; ").append(m_rows[i].label).append(" ").append(m_rows[i].text);
@@ -77,7 +77,7 @@ std::string Result::line() const {
     return text.append("\n");
 }
 
-std::string Result::json() const { return one_line(m_values); }
+std::string Report::json() const { return one_line(m_values); }
 
 std::string failure_json(int status, const std::string& meaning, const std::string& reason,
                          const std::string& controller) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 using Json = nlohmann::json;
@@ -118,4 +118,4 @@ void Object::finish() const {
             throw JsonError(member(m_path, name) + ": unknown field; known are " + list(m_asked));
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

@@ -1,14 +1,14 @@
-#include "ProgramDescription.h"
+#include "program_reading.h"
 
 #include "JsonReader.h"
-#include "clock_values.h"
-#include "program_files.h"
+#include "clock_reading.h"
+#include "files.h"
 
 #include <fstream>
 #include <iterator>
 #include <set>
 
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
@@ -29,7 +29,7 @@ class Reader {
             object.take_number("generation", program.generation, 5, 6);
             object.take("screen", program.screen, [&](const Field& f) { return screen(f); });
             program.id = object.require("id").number(0, 9999);
-            play_rules(object, program);
+            play_rules(object, program.rules);
             object.take("border", program.border, [&](const Field& f) { return border(f); });
             object.take("background", program.background, [&](const Field& f) { return background(f); });
             for (const Field& area_field : object.require("areas").list(0, kMostAreas))
@@ -50,22 +50,22 @@ class Reader {
                              [](const std::string& text) { return read_word(text, kScreenColors); });
             object.take("size", screen.size, [](const Field& size) {
                 const auto values = size.list(2, 2);
-                return PixelSize{values[0].number(1, kLargestScreen), values[1].number(1, kLargestScreen)};
+                return Size{values[0].number(1, kLargestScreen), values[1].number(1, kLargestScreen)};
             });
             object.take_number("wiring", screen.wiring, 1, 2);
         });
         return screen;
     }
 
-    static void play_rules(Object& object, ProgramDescription& program) {
-        object.take_number("style", program.style, 0, kByte);
-        object.take_number("priority", program.priority, 0, kByte);
-        object.take_number("play_times", program.play_times, 0, kByte);
-        object.take_number("time_span", program.time_span, 0, kWord);
-        object.take_number("week", program.week, 0, kByte);
-        object.take("life_span", program.life_span, life_span);
-        object.take("play_periods", program.periods, [](const Field& field) {
-            std::vector<HVprogrampTime_G56> periods;
+    static void play_rules(Object& object, PlayRules& rules) {
+        object.take_number("style", rules.style, 0, kByte);
+        object.take_number("priority", rules.priority, 0, kByte);
+        object.take_number("play_times", rules.play_times, 0, kByte);
+        object.take_number("time_span", rules.time_span, 0, kWord);
+        object.take_number("week", rules.week, 0, kByte);
+        object.take("life_span", rules.life_span, life_span);
+        object.take("play_periods", rules.periods, [](const Field& field) {
+            std::vector<PlayRules::Period> periods;
             for (const Field& period : field.list(1, kMostPeriods))
                 periods.push_back(period.read(read_period));
             return periods;
@@ -82,18 +82,20 @@ class Reader {
         return span;
     }
 
-    Border border(const Field& field) const {
-        Border border;
+    PatternBorder border(const Field& field) const {
+        PatternBorder border;
         read_object(field, [&](Object& object) {
-            border.pattern = picture(object.require("picture"));
+            PictureFile pattern = picture(object.require("picture"));
+            border.picture = pattern.path;
+            border.size = pattern.size;
+            border.where = pattern.where;
             object.take_number("style", border.style, 0, kByte);
             object.take_number("speed", border.speed, 0, kByte);
             object.take_number("step", border.step, 0, kByte);
         });
-        const PixelSize size = border.pattern.size;
-        if (size.width > kByte || size.height > kByte)
-            throw JsonError(border.pattern.where + ": a border's pattern has at most 255 x 255 pixels, not " +
-                            to_string(size));
+        if (border.size.width > kByte || border.size.height > kByte)
+            throw JsonError(border.where + ": a border's pattern has at most 255 x 255 pixels, not " +
+                            to_string(border.size));
         return border;
     }
 
@@ -109,8 +111,8 @@ class Reader {
         return background;
     }
 
-    Area area(const Field& field) const {
-        Area area;
+    AreaDescription area(const Field& field) const {
+        AreaDescription area;
         area.where = field.path();
         read_object(field, [&](Object& object) {
             area.id = object.require("id").number(0, kLargestAreaId);
@@ -118,26 +120,27 @@ class Reader {
             clock(object, area);
             texts(object, area);
             area.style = style(object);
+            if (area.digital) area.digital->style = area.style;
             area.effect = effect(object, Effect());
             object.take("pictures", area.pictures,
                         [&](const Field& list) { return pictures(list, area.effect); });
             object.take("border", area.border, [&](const Field& f) { return border(f); });
-            object.take("sound", area.sound, sound);
-            object.take_number("background_flag", area.background_flag, 0, kByte);
-            object.take_number("transparency", area.transparency, 0, kByte);
-            object.take_number("equal", area.equal, 0, kByte);
+            object.take("sound", area.speech, speech);
+            object.take_number("background_flag", area.flags.background_flag, 0, kByte);
+            object.take_number("transparency", area.flags.transparency, 0, kByte);
+            object.take_number("equal", area.flags.equal, 0, kByte);
         });
         if (area.text.empty() && area.pictures.empty() && !area.is_clock())
             field.refuse("needs text, texts, pictures, digital or analog");
         return area;
     }
 
-    void clock(Object& object, Area& area) const {
+    void clock(Object& object, AreaDescription& area) const {
         object.take("digital", area.digital, read_digital);
         object.take("analog", area.analog, [&](const Field& field) {
             return read_analog(field, [&](const Field& file) { return picture(file); });
         });
-        object.take_text("battle", area.battle, read_battle);
+        object.take_text("battle", area.battle, read_moment);
         if (area.digital && area.analog) object.require("analog").refuse("digital is given, too");
         if (area.battle && !area.is_clock()) object.require("battle").refuse("needs digital or analog");
         if (area.is_clock()) refuse_beside_clock(object, area.digital.has_value());
@@ -151,7 +154,7 @@ class Reader {
         return {u16(0), u16(1), u16(2), u16(3)};
     }
 
-    static void texts(Object& object, Area& area) {
+    static void texts(Object& object, AreaDescription& area) {
         const auto one = object.find("text"), several = object.find("texts");
         if (one && several) several->refuse("text is given, too");
         if (one) area.text = one->text();
@@ -171,11 +174,10 @@ class Reader {
         object.take("vertical", style.vertical, &Field::flag);
         object.take("one_line", style.one_line, &Field::flag);
         object.take_number("spacing", style.spacing, 0, kByte);
-        const auto word_of = [](Names names) {
-            return [names](const std::string& text) { return read_word(text, names); };
-        };
-        object.take_text("align", style.halign, word_of(kHorizontal));
-        object.take_text("valign", style.valign, word_of(kVertical));
+        object.take_text("align", style.halign,
+                         [](const std::string& text) { return read_align(text, kHorizontal); });
+        object.take_text("valign", style.valign,
+                         [](const std::string& text) { return read_align(text, kVertical); });
         return style;
     }
 
@@ -223,26 +225,26 @@ class Reader {
         return file;
     }
 
-    static Sound sound(const Field& field) {
-        Sound sound;
+    static Speech speech(const Field& field) {
+        Speech speech;
         read_object(field, [&](Object& object) {
-            sound.text = object.require("text").text();
-            object.take_number("voice", sound.voice, 0, kByte);
-            object.take_number("volume", sound.volume, 0, kByte);
-            object.take_number("speed", sound.speed, 0, kByte);
-            object.take_number("encoding", sound.encoding, 0, kByte);
-            object.take_number("repeat", sound.repeat, 0, 0xFFFFFFFF);
-            object.take_number("delay", sound.delay, 0, 0xFFFFFFFF);
-            object.take_number("digits", sound.digits, 0, kByte);
-            object.take_number("language", sound.language, 0, kByte);
-            object.take_number("word_style", sound.word_style, 0, kByte);
+            speech.text = object.require("text").text();
+            object.take_number("voice", speech.voice, 0, kByte);
+            object.take_number("volume", speech.volume, 0, kByte);
+            object.take_number("speed", speech.speed, 0, kByte);
+            object.take_number("encoding", speech.encoding, 0, kByte);
+            object.take_number("repeat", speech.repeat, 0, 0xFFFFFFFF);
+            object.take_number("delay", speech.delay, 0, 0xFFFFFFFF);
+            object.take_number("digits", speech.digits, 0, kByte);
+            object.take_number("language", speech.language, 0, kByte);
+            object.take_number("word_style", speech.word_style, 0, kByte);
         });
-        return sound;
+        return speech;
     }
 
-    static void require_distinct(const std::vector<Area>& areas) {
+    static void require_distinct(const std::vector<AreaDescription>& areas) {
         std::set<unsigned> ids;
-        for (const Area& area : areas)
+        for (const AreaDescription& area : areas)
             if (!ids.insert(area.id).second)
                 throw JsonError(area.where + ".id: another area has the number " + std::to_string(area.id));
     }
@@ -260,4 +262,4 @@ ProgramDescription read_program(const std::string& path) {
     return Reader(std::filesystem::absolute(path).parent_path()).program(Field(json, ""));
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

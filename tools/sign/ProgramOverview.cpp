@@ -5,20 +5,16 @@
 #include <algorithm>
 #include <numbers>
 
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 constexpr unsigned kLed = 4, kGap = 12; // pixels of the overview
 constexpr std::size_t kMostScreens = 16;
 constexpr unsigned kHighest = 32000; // cairo's pictures end at 32767
 
-Rect whole(const PixelSize& size) {
-    return {0, 0, static_cast<Ouint16>(size.width), static_cast<Ouint16>(size.height)};
-}
-
-class Screen {
+class Canvas {
   public:
-    explicit Screen(const PixelSize& size)
+    explicit Canvas(const Size& size)
         : m_surface(opaque_picture(static_cast<int>(size.width), static_cast<int>(size.height))),
           m_context(cairo_create(m_surface.get())) {}
 
@@ -29,9 +25,8 @@ class Screen {
     }
 
     // The pattern along the four sides, turned as it goes round. Top and bottom own the corners.
-    void border(const Border& border, const Rect& rect) {
-        const Surface picture =
-            opaque(Surface(cairo_image_surface_create_from_png(border.pattern.path.c_str())));
+    void draw_border(const Border& border, const Rect& rect) {
+        const Surface picture = opaque(Surface(cairo_image_surface_create_from_png(border.picture.c_str())));
         const Pattern pattern(cairo_pattern_create_for_surface(picture.get()));
         cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
         cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_NEAREST);
@@ -43,7 +38,7 @@ class Screen {
             cairo_save(context());
             cairo_translate(context(), rect.x + sides[side].x, rect.y + sides[side].y);
             cairo_rotate(context(), side * std::numbers::pi / 2);
-            cairo_rectangle(context(), 0, 0, side % 2 ? h : w, border.pattern.size.height);
+            cairo_rectangle(context(), 0, 0, side % 2 ? h : w, border.size.height);
             cairo_matrix_t along;
             cairo_matrix_init_translate(&along, sides[side].before, 0);
             cairo_pattern_set_matrix(pattern.get(), &along);
@@ -61,13 +56,13 @@ class Screen {
     Context m_context;
 };
 
-Screen draw_screen(const ProgramDescription& program, const ProgramTarget& target,
+Canvas draw_screen(const ProgramDescription& program, const Screen& target,
                    const std::vector<AreaPages>& pages, std::size_t number) {
-    Screen screen(target.size);
+    Canvas screen(target.size);
     for (const AreaPages& area : pages) screen.page(area, number);
-    for (const Area& area : program.areas)
-        if (area.border) screen.border(*area.border, *area.rect);
-    if (program.border) screen.border(*program.border, whole(target.size));
+    for (const AreaDescription& area : program.areas)
+        if (area.border) screen.draw_border(*area.border, *area.rect);
+    if (program.border) screen.draw_border(*program.border, whole(target.size));
     light(screen.surface(), target.color);
     return screen;
 }
@@ -80,7 +75,7 @@ void draw_grid(cairo_t* context, unsigned width, unsigned height) {
     cairo_fill(context);
 }
 
-void place(cairo_t* context, const Screen& screen, const PixelSize& size, unsigned top) {
+void place(cairo_t* context, const Canvas& screen, const Size& size, unsigned top) {
     cairo_save(context);
     cairo_translate(context, 0, top);
     cairo_save(context);
@@ -95,7 +90,7 @@ void place(cairo_t* context, const Screen& screen, const PixelSize& size, unsign
 
 } // namespace
 
-std::string draw_overview(const ProgramDescription& program, const ProgramTarget& target,
+std::string draw_overview(const ProgramDescription& program, const Screen& target,
                           const std::vector<AreaPages>& pages) {
     std::size_t screens = 1;
     for (const AreaPages& area : pages) screens = std::max(screens, area.pages.size());
@@ -114,4 +109,4 @@ std::string draw_overview(const ProgramDescription& program, const ProgramTarget
     return png_of(surface.get());
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

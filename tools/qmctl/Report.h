@@ -8,23 +8,24 @@
 
 namespace qm::ctl {
 
-class Result {
+class Report {
   public:
     // A row of the table, and the same value for scripts.
-    Result& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
+    Report& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
     // A value that reads the same in both.
-    Result& add(std::string label, std::string key, nlohmann::ordered_json value);
+    Report& add(std::string label, std::string key, nlohmann::ordered_json value);
     // A row of the table only.
-    Result& show(std::string label, std::string text);
+    Report& show(std::string label, std::string text);
     // A value for scripts only.
-    Result& add(std::string key, nlohmann::ordered_json value);
+    Report& add(std::string key, nlohmann::ordered_json value);
 
     // Makes it that of a verb which found something wrong.
-    Result& fail(int status, const std::string& reason);
+    Report& fail(int status, const std::string& reason);
 
     // A list: its lines (the first one the headings) below the table, and the same for scripts.
-    Result& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
+    Report& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
 
+    [[nodiscard]] bool ok() const { return m_values["ok"]; }
     [[nodiscard]] std::string table() const;
     // The rows behind the first, which is the controller, in one line; "done" when there are none.
     [[nodiscard]] std::string line() const;

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 constexpr unsigned kDarkest = 96; // up to which a channel stays dark where LEDs are on or off
@@ -22,6 +22,13 @@ std::uint32_t lit(std::uint32_t pixel, E_ScreenColor_G56 screen) {
 }
 
 } // namespace
+
+bool is_drawable(const std::string& path, const Size& size) {
+    constexpr std::uint64_t kMostPixels = 64'000'000;
+    if (std::uint64_t{size.width} * size.height > kMostPixels) return false;
+    const Surface picture(cairo_image_surface_create_from_png(path.c_str()));
+    return cairo_surface_status(picture.get()) == CAIRO_STATUS_SUCCESS;
+}
 
 Surface picture_of(const std::string& png) {
     struct Reader {
@@ -80,4 +87,4 @@ std::string on_panel(const std::string& png, E_ScreenColor_G56 screen) {
     return png_of(panel.get());
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

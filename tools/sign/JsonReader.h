@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace qm::ctl {
+namespace qm::sign {
 
 // "areas[1].color: expected ..., not ..."
 class JsonError : public std::runtime_error {
@@ -89,4 +89,4 @@ template <class Read> void read_object(const Field& field, Read read) {
     object.finish();
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

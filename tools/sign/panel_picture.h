@@ -1,14 +1,14 @@
 // Pictures as a screen shows them.
 #pragma once
 
-#include "qm_sdk_dual.h"
+#include "qm_sdk_dual.hpp"
 
 #include <cairo.h>
 
 #include <memory>
 #include <string>
 
-namespace qm::ctl {
+namespace qm::sign {
 
 struct CairoCloser {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
@@ -18,6 +18,9 @@ struct CairoCloser {
 using Surface = std::unique_ptr<cairo_surface_t, CairoCloser>;
 using Context = std::unique_ptr<cairo_t, CairoCloser>;
 using Pattern = std::unique_ptr<cairo_pattern_t, CairoCloser>;
+
+// Whether the library can draw the picture in a PNG file of that size.
+[[nodiscard]] bool is_drawable(const std::string& path, const Size& size);
 
 // The picture in a PNG file of these bytes, and the bytes of a picture's.
 [[nodiscard]] Surface picture_of(const std::string& png);
@@ -35,4 +38,4 @@ void light(cairo_surface_t* picture, E_ScreenColor_G56 screen);
 // A PNG file of what the screen shows of one.
 [[nodiscard]] std::string on_panel(const std::string& png, E_ScreenColor_G56 screen);
 
-} // namespace qm::ctl
+} // namespace qm::sign

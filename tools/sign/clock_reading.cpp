@@ -1,8 +1,6 @@
-#include "clock_values.h"
+#include "clock_reading.h"
 
-#include <chrono>
-
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
@@ -21,10 +19,10 @@ auto word_of(Names names) {
     return [names](const std::string& text) { return read_word(text, names); };
 }
 
-void take_hand(Object& clock, const std::string& name, ClockHand& hand) {
+void take_hand(Object& clock, const std::string& name, ClockHand& hand, std::string& where) {
     const auto field = clock.find(name);
     if (!field) return;
-    hand.where = field->path();
+    where = field->path();
     read_object(*field, [&](Object& object) {
         object.take_number("width", hand.width, 0, kByte);
         object.take_number("length", hand.length, 0, kByte);
@@ -46,42 +44,23 @@ DigitalClock read_digital(const Field& field) {
     return clock;
 }
 
-AnalogClock read_analog(const Field& field, const std::function<PictureFile(const Field&)>& read_picture) {
-    AnalogClock clock;
+ClockFace read_analog(const Field& field, const std::function<PictureFile(const Field&)>& read_picture) {
+    ClockFace clock;
     read_object(field, [&](Object& object) {
         object.take("pivot", clock.pivot, [](const Field& pivot) {
             const auto values = pivot.list(2, 2);
             return std::array{values[0].number(0, kWord), values[1].number(0, kWord)};
         });
-        object.take_text("marks", clock.style, word_of(kMarks));
+        object.take_text("marks", clock.marks, word_of(kMarks));
         object.take_text("main_color", clock.main_color, read_color);
         object.take_text("mark_color", clock.mark_color, read_color);
         object.take_text("background", clock.background, read_color);
-        object.take("picture", clock.picture, read_picture);
-        take_hand(object, "hour", clock.hour);
-        take_hand(object, "minute", clock.minute);
-        take_hand(object, "second", clock.second);
+        object.take("picture", clock.dial, read_picture);
+        take_hand(object, "hour", clock.hour, clock.hands[0]);
+        take_hand(object, "minute", clock.minute, clock.hands[1]);
+        take_hand(object, "second", clock.second, clock.hands[2]);
     });
     return clock;
-}
-
-HVTimeAreaBattle_G6 read_battle(const std::string& text) {
-    const auto space = text.find(' ');
-    if (space == std::string::npos) expected("a moment such as 2024-12-31 23:59:59");
-    const Date date = read_date(text.substr(0, space));
-    const auto time = read_time(text.substr(space + 1));
-    const std::chrono::year_month_day day(std::chrono::year(static_cast<int>(date.year)),
-                                          std::chrono::month(date.month), std::chrono::day(date.day));
-    HVTimeAreaBattle_G6 battle{};
-    const auto byte = [](unsigned value) { return static_cast<Ouint8>(bcd(value)); };
-    battle.BattleStartYear = static_cast<Ouint16>(bcd(date.year));
-    battle.BattleStartMonth = byte(date.month);
-    battle.BattleStartDate = byte(date.day);
-    battle.BattleStartHour = byte(time[0]);
-    battle.BattleStartMinute = byte(time[1]);
-    battle.BattleStartSecond = byte(time[2]);
-    battle.BattleStartWeek = byte(std::chrono::weekday(std::chrono::sys_days(day)).c_encoding());
-    return battle;
 }
 
 void refuse_beside_clock(Object& area, bool digital) {
@@ -95,4 +74,4 @@ void refuse_beside_clock(Object& area, bool digital) {
     if (!digital) std::for_each(std::begin(kOfText), std::end(kOfText), refuse);
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

@@ -1,14 +1,14 @@
 // The files that a program is made from and becomes.
 #pragma once
 
-#include "ProgramDescription.h"
+#include "qm_sdk_dual.hpp"
 
 #include <filesystem>
 
-namespace qm::ctl {
+namespace qm::sign {
 
 // As its header states it.
-[[nodiscard]] PixelSize png_size(const std::string& path);
+[[nodiscard]] Size png_size(const std::string& path);
 
 // Makes the folder when there is none, and the file. Throws std::runtime_error.
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes);
@@ -27,4 +27,4 @@ class TemporaryFolder {
     int m_before; // descriptor of the folder to go back to
 };
 
-} // namespace qm::ctl
+} // namespace qm::sign

@@ -1,4 +1,4 @@
-#include "program_files.h"
+#include "files.h"
 
 #include <array>
 #include <cerrno>
@@ -8,7 +8,7 @@
 #include <fstream>
 #include <unistd.h>
 
-namespace qm::ctl {
+namespace qm::sign {
 namespace {
 
 [[noreturn]] void fail(const std::string& what) {
@@ -18,7 +18,7 @@ namespace {
 } // namespace
 
 // Behind the signature: length and name of the first chunk, width and height; big-endian.
-PixelSize png_size(const std::string& path) {
+Size png_size(const std::string& path) {
     std::array<char, 24> start{};
     std::ifstream(path, std::ios::binary).read(start.data(), start.size());
     const auto u32 = [&](std::size_t at) {
@@ -55,4 +55,4 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(m_path, ignored);
 }
 
-} // namespace qm::ctl
+} // namespace qm::sign

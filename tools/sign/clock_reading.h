@@ -4,15 +4,14 @@
 #include "JsonReader.h"
 #include "ProgramDescription.h"
 
-namespace qm::ctl {
+namespace qm::sign {
 
 [[nodiscard]] DigitalClock read_digital(const Field& field);
 // The dial picture is read by the caller's reader.
-[[nodiscard]] AnalogClock read_analog(const Field& field,
-                                      const std::function<PictureFile(const Field&)>& read_picture);
-[[nodiscard]] HVTimeAreaBattle_G6 read_battle(const std::string& text); // YYYY-MM-DD HH:MM[:SS]
+[[nodiscard]] ClockFace read_analog(const Field& field,
+                                    const std::function<PictureFile(const Field&)>& read_picture);
 
 // Refuses the area's fields that mean nothing for a clock.
 void refuse_beside_clock(Object& area, bool digital);
 
-} // namespace qm::ctl
+} // namespace qm::sign

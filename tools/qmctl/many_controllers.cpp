@@ -1,4 +1,4 @@
-#include "ManyControllers.h"
+#include "many_controllers.h"
 
 #include "ExitStatus.h"
 #include "Session.h"
@@ -64,7 +64,7 @@ int finish_one(Session& session, std::vector<Job>& jobs) {
         session.controller = *job->controller;
         jobs.erase(job);
         if (line.empty())
-            session.report(Failure("ended without a result"));
+            session.tell(Failure("ended without a result"));
         else
             session.output.write(line);
         return WIFEXITED(state) ? WEXITSTATUS(state) : kFailed;
@@ -90,7 +90,7 @@ int run_on_all(Session& session, Verb& verb) {
             jobs.push_back(start(session, verb, controller));
         } catch (const std::system_error& error) { // the others get theirs
             session.controller = controller;
-            session.report(Failure(error.what()));
+            session.tell(Failure(error.what()));
             statuses.push_back(kFailed);
         }
     }

@@ -1,0 +1,25 @@
+#include "errors.h"
+
+namespace qm::sign {
+namespace {
+
+// "writing P001: The controller refused with error 107 (status 107)"
+std::string in_words(const Error& error, const std::string& words) {
+    std::string reason = error.reason;
+    if (reason.ends_with('.')) reason.pop_back();
+    return words + (words.empty() || reason.empty() ? "" : ": ") + reason + " (status " +
+           std::to_string(error.status) + ")";
+}
+
+} // namespace
+
+Failure::Failure(Error error, const std::string& words)
+    : std::runtime_error(in_words(error, words.empty() ? error.step : words)), m_error(std::move(error)) {
+    if (!words.empty()) m_error.step = words;
+}
+
+void require(const Result<>& done, const std::string& words) {
+    if (!done) throw Failure(done.error(), words);
+}
+
+} // namespace qm::sign

@@ -1,0 +1,33 @@
+// Which screen a program is made for, and whether it fits.
+#pragma once
+
+#include "ProgramDescription.h"
+
+namespace qm::sign {
+
+// What goes before the description.
+struct ScreenWishes {
+    std::optional<unsigned> generation, type, color;
+};
+
+// As wishes or description say. Throws UsageError or JsonError for what contradicts itself.
+[[nodiscard]] std::optional<unsigned> generation_for(const ScreenWishes& wishes,
+                                                     const ProgramDescription& program);
+
+// Wishes go before the description, and the description before the controller, which is asked when something
+// is open. Before a program is sent, the controller is always asked, and goes before the description. Throws
+// likewise, and Failure.
+[[nodiscard]] Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
+                                const Controller& controller, bool sending);
+
+// Fills what the description left to the screen, and takes out what the generation does not have; returns a
+// line for everything taken out. Throws JsonError for what does not fit the screen.
+std::vector<std::string> fit_to(ProgramDescription& program, const Screen& screen);
+
+[[nodiscard]] Rect whole(const Size& screen);
+// What a border leaves of a rectangle, if there is one.
+[[nodiscard]] Rect inside(const Rect& rect, const std::optional<PatternBorder>& border);
+
+[[nodiscard]] std::string hex_type(unsigned type); // 0x0262
+
+} // namespace qm::sign
