@@ -1,6 +1,7 @@
 // Base of every area: identity, geometry, font, and the helpers that all drawing areas share.
 #pragma once
 
+#include "program/pixels/FullColour.h"
 #include "program/pixels/ScreenSettings.h"
 #include "program/text/Font.h"
 

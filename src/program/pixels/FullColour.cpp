@@ -1,6 +1,5 @@
 #include "program/pixels/FullColour.h"
 
-#include "program/pixels/PixelData.h"
 #include "support/processor.h"
 
 namespace qm {

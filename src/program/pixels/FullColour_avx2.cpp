@@ -1,8 +1,6 @@
 #include "program/pixels/FullColour.h"
 
 #ifdef __x86_64__
-#include "program/pixels/PixelData.h"
-
 #include <algorithm>
 #include <immintrin.h>
 

@@ -1,6 +1,6 @@
 #include "program/text/CairoFreeType.h"
 
-#include "program/text/Font.h"
+#include "program/pixels/Surface.h"
 #include "support/files.h"
 #include "support/message.h"
 
@@ -60,7 +60,6 @@ void CairoFreeType::InitFt() {
 }
 
 void CairoFreeType::DestroyFt() {
-    forget_fonts();
     for (auto& [path, font] : g_faceList()) {
         font.variants = {};
         FT_Done_Face(font.face);

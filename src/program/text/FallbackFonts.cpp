@@ -1,7 +1,5 @@
 #include "program/text/FallbackFonts.h"
 
-#include "program/text/Font.h"
-
 #include <cairo-ft.h>
 
 namespace qm {

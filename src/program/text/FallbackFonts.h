@@ -2,6 +2,7 @@
 #pragma once
 
 #include "program/pixels/Surface.h"
+#include "program/text/FontChoice.h"
 #include "qm_sdk_dual.h"
 
 #include <fontconfig/fontconfig.h>
@@ -10,8 +11,6 @@
 #include <optional>
 
 namespace qm {
-
-struct FontChoice;
 
 // The fonts are put in order once: the best comes first. Which of them has a character then follows from the
 // choice and the character alone, whatever was drawn before, and a character that none has costs no search.

@@ -195,11 +195,6 @@ void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
                                                            : show_by_cairo(c, glyphs, dx));
 }
 
-void forget_fonts() {
-    kept_fonts().clear();
-    kept_fallbacks().clear();
-}
-
 std::shared_ptr<Font> font_for(const FontChoice& choice) {
     auto& kept = kept_fonts();
     if (const auto known = kept.find(choice); known != kept.end()) return known->second;

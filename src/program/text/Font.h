@@ -3,11 +3,11 @@
 
 #include "program/pixels/Surface.h"
 #include "program/text/FallbackFonts.h"
+#include "program/text/FontChoice.h"
 #include "program/text/GlyphRuns.h"
 #include "qm_sdk_dual.h"
 
 #include <array>
-#include <compare>
 #include <map>
 #include <memory>
 #include <span>
@@ -24,17 +24,6 @@ struct FontNames {
     std::string family, path;
 };
 [[nodiscard]] FontNames font_names(const char* fontName);
-
-// Which font, as the caller described it: a family name wins over a file path.
-struct FontChoice {
-    std::string style; // family name
-    std::string path;  // font file
-    double size = 0;   // pixels
-    bool bold = false;
-    bool italic = false;
-
-    auto operator<=>(const FontChoice&) const = default; // NOLINT(modernize-use-nullptr)
-};
 
 // Selects the font's face (not its size) on a context and turns antialiasing off. False when its
 // file could not be opened, so that the context keeps the font it has.
@@ -101,9 +90,6 @@ class Font {
     GlyphRuns m_runs;
     std::vector<cairo_glyph_t> m_cairoGlyphs;
 };
-
-// Drops the fonts that are kept.
-void forget_fonts();
 
 // The font for a choice, kept for the next text that asks for it. Under the renderer's lock.
 std::shared_ptr<Font> font_for(const FontChoice& choice);

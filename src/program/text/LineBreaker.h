@@ -1,9 +1,10 @@
 // Breaks a text into lines of a width.
 #pragma once
 
-#include "program/text/TextLayout.h"
+#include "program/text/Font.h"
 
 #include <string>
+#include <string_view>
 
 namespace qm {
 
