@@ -39,16 +39,12 @@ class HVarea {
     virtual ~HVarea() = default;
 
     // Position or size has changed.
-    virtual void MoveArea() {}
+    virtual void MoveArea() = 0;
     // Draws and converts everything for the screen settings of this moment. False when something is missing;
     // it has been reported and is left out.
-    virtual bool PreparePageData() { return true; }
-    // Appends the record of a generation-5 program file.
-    virtual void AssembleData(ByteBuffer& program) const { (void)program; }
-    // Appends the record and the pixel data of a generation-6 program.
-    virtual void AssembleData_G6(ProgramFiles& files) const { (void)files; }
-    // Whether the length before the record is worked out, or the previous area's is written again.
-    [[nodiscard]] virtual bool states_its_length() const { return true; }
+    virtual bool PreparePageData() = 0;
+    // Appends the record, and in generation 6 the pixel data.
+    virtual void assemble(ProgramFiles& files) const = 0;
 
     // Sets the rectangle everywhere it is kept; the content follows with MoveArea.
     void setGeometry(const qm_G5_area_header& header);

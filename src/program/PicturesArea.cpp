@@ -188,8 +188,8 @@ const qm_G5_page_header& PicturesArea::header_of(std::size_t page) const {
 }
 
 // Area header 9; border; page count u16; for each page: length u32 of what follows, page header 13, pixels.
-void PicturesArea::AssembleData(ByteBuffer& program) const {
-    ByteWriter out(program);
+void PicturesArea::assemble(ProgramFiles& files) const {
+    ByteWriter out(files.program);
     m_aHeader.append(out);
     append_frame(out);
     const std::vector<PageInFile> pages = pages_in_file();

@@ -51,7 +51,7 @@ class PicturesArea : public HVarea {
     // Draws every page and converts it for the screen settings, text pages first. False when a picture
     // could not be read: it is reported and has no page.
     bool PreparePageData() override;
-    void AssembleData(ByteBuffer& program) const override;
+    void assemble(ProgramFiles& files) const override;
 
     // Renders a page, from 0, as a PNG for a preview. The result is valid until the next one; false, after a
     // message, when there is no such page or its picture cannot be read.

@@ -83,7 +83,7 @@ void PicturesArea_g6::append_sound(ByteWriter& out) const {
 
 // Area header 9; border; header part two 3; speech; zero 5; page count u16; for each page: 26 as u32, page
 // header 18, position in the data file u32, length u32.
-void PicturesArea_g6::AssembleData_G6(ProgramFiles& files) const {
+void PicturesArea_g6::assemble(ProgramFiles& files) const {
     ByteWriter out(files.program);
     m_aHeader.append(out);
     append_frame(out);

@@ -33,7 +33,7 @@ class PicturesArea_g6 : public PicturesArea {
     bool EnableSound(const HVPicAreaSoundHeader_G6& header, const char* soundData);
     void DisableSound();
 
-    void AssembleData_G6(ProgramFiles& files) const override;
+    void assemble(ProgramFiles& files) const override;
 
     qm_G6_page_header m_6pHeader; // of the text pages
     qm_G6_area_header_p2 m_aHeader_p2;

@@ -158,11 +158,25 @@ void ProgramObj::append_play_periods(ByteWriter& out) const {
     }
 }
 
+void ProgramObj::append_areas(ProgramFiles& files) const {
+    ByteWriter out(files.program);
+    out.u8(static_cast<Ouint8>(m_iAreaNum));
+    for (const auto& area : _areaList) {
+        area->PreparePageData();
+        clear_reason(); // a picture that cannot be read is left out
+        const std::size_t start = files.program.size();
+        out.u32(0);
+        area->assemble(files);
+        out.set_u32(start, static_cast<Ouint32>(files.program.size() - start - 4));
+    }
+}
+
 // Header 19; play periods; border: 0, or header 7 and pixels; background 0; area count u8; for each area:
 // length u32, record; CRC-32.
 void ProgramObj::SendProgram() {
     p_src.clear();
-    ByteWriter out(p_src);
+    ProgramFiles files{std::move(p_src), {}};
+    ByteWriter out(files.program);
     append_header(out, m_header, m_headerName);
     append_play_periods(out);
     if (screenFrame) {
@@ -172,9 +186,10 @@ void ProgramObj::SendProgram() {
     } else {
         out.u8(0);
     }
-    out.u8(0).u8(static_cast<Ouint8>(m_iAreaNum));
-    append_areas(p_src, [this](const HVarea& area) { area.AssembleData(p_src); });
-    pCRC32 = close_with_crc(p_src);
+    out.u8(0);
+    append_areas(files);
+    pCRC32 = close_with_crc(files.program);
+    p_src = std::move(files.program);
     write_debugging_copy(p_src);
 }
 

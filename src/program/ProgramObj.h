@@ -3,7 +3,6 @@
 
 #include "program/HVarea.h"
 #include "program/HVframe.h"
-#include "support/reason.h"
 
 #include <array>
 #include <memory>
@@ -56,8 +55,8 @@ class ProgramObj {
     void remove_areas(Ouint16 areaID, bool all);
     static bool no_such_kind(Ouint8 type); // false
     void append_play_periods(ByteWriter& out) const;
-    // Appends every area's record behind its length, made by assemble.
-    template <class Assemble> void append_areas(ByteBuffer& program, Assemble&& assemble);
+    // Appends the number of areas, and every area's record behind its length.
+    void append_areas(ProgramFiles& files) const;
 
     int m_iAreaNum = 0; // counts areas that were replaced, too
     std::vector<std::unique_ptr<HVarea>> _areaList;
@@ -72,19 +71,5 @@ class ProgramObj {
 
 // Appends the CRC-32 of a file to it, and gives it.
 Ouint32 close_with_crc(ByteBuffer& file);
-
-template <class Assemble> void ProgramObj::append_areas(ByteBuffer& program, Assemble&& assemble) {
-    Ouint32 length = 0;
-    for (const auto& area : _areaList) {
-        area->PreparePageData();
-        clear_reason(); // a picture that cannot be read is left out
-        const std::size_t start = program.size();
-        ByteWriter(program).u32(0);
-        assemble(*area);
-        // Controllers know a bordered time area by the length of the area before it.
-        if (area->states_its_length()) length = static_cast<Ouint32>(program.size() - start - 4);
-        ByteWriter(program).set_u32(start, length);
-    }
-}
 
 } // namespace qm

@@ -108,8 +108,8 @@ void ProgramObj_g6::SendProgram() {
         append_frame(out, m_fHeader, screenFrame->pixels.bytes());
     else
         out.u8(0);
-    out.u8(m_bIfHaveBK).u8(static_cast<Ouint8>(m_iAreaNum));
-    append_areas(files.program, [&files](const HVarea& area) { area.AssembleData_G6(files); });
+    out.u8(m_bIfHaveBK);
+    append_areas(files);
     pCRC32 = close_with_crc(files.program);
     dCRC32 = close_with_crc(files.data);
     p_src = std::move(files.program);

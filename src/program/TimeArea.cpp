@@ -278,8 +278,8 @@ void TimeArea::append_digital(ByteWriter& out, Ouint32 firstGlyph) const {
 // Area header 9; no border; then of a digital clock what append_digital says, positions counted from the
 // page's first byte, and the page and the glyphs; of an analog one kind 1, unit count 1, no glyph sets,
 // setting 14, style u8, zero 1, length of the page u32, and the page.
-void TimeArea::AssembleData(ByteBuffer& program) const {
-    ByteWriter out(program);
+void TimeArea::assemble(ProgramFiles& files) const {
+    ByteWriter out(files.program);
     m_aHeader.append(out);
     out.u8(0);
     if (m_analogClock) {

@@ -43,7 +43,7 @@ class TimeArea : public HVarea {
 
     // Draws the page and the glyphs and converts them. False when the dial picture cannot be read.
     bool PreparePageData() override;
-    void AssembleData(ByteBuffer& program) const override;
+    void assemble(ProgramFiles& files) const override;
 
     // Renders the page for a preview: a digital clock as it is now, an analog one without its hands. False,
     // after a message, for another number than 0 and for an area without room.

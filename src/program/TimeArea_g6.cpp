@@ -57,7 +57,7 @@ void TimeArea_G6::cancel_battle_time() {
 // as in other areas: 26 as u32, page header 18, position in the data file u32, length u32. Then of a digital
 // clock what append_digital says, positions counted in the data file; of an analog one kind 1, unit count 1,
 // no glyph sets, length of the setting u8, the setting, style u8, zero 1.
-void TimeArea_G6::AssembleData_G6(ProgramFiles& files) const {
+void TimeArea_G6::assemble(ProgramFiles& files) const {
     constexpr unsigned kPageRecord = 26;
     ByteWriter out(files.program);
     m_aHeader.append(out);

@@ -23,7 +23,7 @@ class TimeArea_G6 : public TimeArea {
     void set_battle_time(const HVTimeAreaBattle_G6& header);
     void cancel_battle_time();
 
-    void AssembleData_G6(ProgramFiles& files) const override;
+    void assemble(ProgramFiles& files) const override;
 
     qm_G6_area_header_p3 m_aHeader_p3;
 
