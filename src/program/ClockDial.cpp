@@ -1,7 +1,5 @@
 #include "program/ClockDial.h"
 
-#include "program/HVarea.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>

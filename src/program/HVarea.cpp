@@ -4,8 +4,6 @@
 #include "support/message.h"
 #include "support/reason.h"
 
-#include <cmath>
-
 namespace qm {
 
 void qm_G5_area_header::append(ByteWriter& out) const {
@@ -41,11 +39,9 @@ Oint8 HVarea::get_cairoFace(cairo_t* c, bool bold, bool italic) const {
     return 0;
 }
 
-double HVarea::round(double r) { return r > 0 ? std::floor(r + 0.5) : std::ceil(r - 0.5); }
-
 void HVarea::TranCanvToInfo(const Ouint8* buffer, Ouint8* pInfoBuf, Ouint32& nInfoLen, Oint32 nLeft,
                             Oint32 nWidth, Oint32 nHeight, Oint32 nPx, Oint32 nPixelMode, Oint32 nMKStyle) {
-    const PixelLayout layout{nPx, nPixelMode, nMKStyle, align_pixels(screen_settings().m_tranMode)};
+    const PixelLayout layout{nPx, nPixelMode, nMKStyle, getAlignPixels(screen_settings().m_tranMode)};
     nInfoLen = static_cast<Ouint32>(convert_pixels(buffer, nLeft, nWidth, nHeight, layout, pInfoBuf));
 }
 

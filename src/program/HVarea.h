@@ -51,22 +51,6 @@ class HVarea {
 
     // Selects this area's font on the context and turns antialiasing off. Always 0.
     Oint8 get_cairoFace(cairo_t* c, bool bold, bool italic) const;
-    static Ouint32 getAlignPixels(TranPixelMode mode) { return align_pixels(mode); }
-    // Half away from zero.
-    static double round(double r);
-
-    // One iconv conversion; iInLen and iOutLen are the bytes left in each buffer. -1 for an unknown encoding
-    // or invalid input, else the number of irreversible conversions.
-    static long ChangeCode(const char* pFromCode, const char* pToCode, const char* pInBuf,
-                           std::size_t& iInLen, char* pOutBuf, std::size_t& iOutLen);
-    // Converts in place; on an error what was converted up to there remains, and -1 is returned. "Unicode"
-    // is UCS-2 little-endian.
-    static long GB2312ToUTF8(std::string& str);
-    static long GB2312ToUnicode(std::string& str);
-    static long UTF8ToUnicode(std::string& str);
-    static long UnicodeToUTF8(std::string& str);
-    static long UTF8ToGB2312(std::string& str);
-    static long UnicodeToGB2312(std::string& str);
 
     // Converts a drawn image for the screen settings: see convert_pixels. Only nLeft modulo the alignment
     // unit matters; the unit follows the screen settings, not nPixelMode.

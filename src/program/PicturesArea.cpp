@@ -1,6 +1,6 @@
 #include "program/PicturesArea.h"
 
-#include "program/text/text_repair.h"
+#include "program/text/encoding.h"
 #include "support/message.h"
 
 #include <algorithm>
@@ -8,20 +8,6 @@
 
 namespace qm {
 namespace {
-
-double pixels_of_points(Ouint16 points) {
-    return std::min(HVarea::round(points * 4.0 / 3.0), kMaxFontPixels);
-}
-
-std::u16string ucs2_of(std::string_view utf8) {
-    std::string text = repair_utf8(utf8);
-    HVarea::UTF8ToUnicode(text);
-    std::u16string units(text.size() / 2, u'\0');
-    for (std::size_t i = 0; i < units.size(); ++i)
-        units[i] = static_cast<char16_t>(static_cast<Ouint8>(text[2 * i]) |
-                                         static_cast<Ouint8>(text[2 * i + 1]) << 8U);
-    return units;
-}
 
 // Draws the picture at the top left of the canvas; false when it cannot be read.
 bool draw_picture(Canvas32& canvas, const std::string& path) {
@@ -109,8 +95,9 @@ void PicturesArea::Reload() {
         return;
     }
     if (!has_room()) return;
-    m_font = font_for({_fontStyle, _fontPathName, pixels_of_points(m_pfontData.fontSize),
-                       m_pfontData.fontBold, m_pfontData.fontItalic});
+    m_font =
+        font_for({_fontStyle, _fontPathName, std::min(pixels_of_points(m_pfontData.fontSize), kMaxFontPixels),
+                  m_pfontData.fontBold, m_pfontData.fontItalic});
     m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
                      {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order});
     endPageLen = m_text.endPageLen;

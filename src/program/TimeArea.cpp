@@ -99,7 +99,7 @@ void TimeArea::AddContent(const HVtimeAreaData_G56& record) {
 void TimeArea::ChangeContent(const HVtimeAreaData_G56& record) {
     std::memcpy(&m_timeData, &record, sizeof record);
     m_timeData.fontName = nullptr; // the caller's
-    fontSize = round(record.fontSize * 4.0 / 3.0);
+    fontSize = pixels_of_points(record.fontSize);
     m_timeColor = record.color;
     Reload();
 }

@@ -23,7 +23,7 @@ void ScreenSettings::set(Ouint32 color, Ouint16 controllerType, Ouint32 doubleCo
 
 PixelLayout ScreenSettings::layout() const {
     return {static_cast<int>(m_screenColor), m_tranMode, static_cast<int>(m_doubleColorPixel),
-            align_pixels(m_tranMode)};
+            getAlignPixels(m_tranMode)};
 }
 
 ScreenSettings& screen_settings() {

@@ -21,7 +21,7 @@ struct ScreenSettings {
 };
 
 // Unit of the rows of bit planes, in pixels.
-[[nodiscard]] constexpr Ouint32 align_pixels(int tranMode) { return tranMode == Tran_Pixel_Mode4 ? 32 : 8; }
+[[nodiscard]] constexpr Ouint32 getAlignPixels(int tranMode) { return tranMode == Tran_Pixel_Mode4 ? 32 : 8; }
 
 // The process's settings. Whoever reads or sets them, or renders, holds the renderer's lock.
 ScreenSettings& screen_settings();

@@ -71,6 +71,10 @@ std::shared_ptr<FallbackFonts> fallbacks_of(FontChoice choice) {
 
 } // namespace
 
+double round(double r) { return r > 0 ? std::floor(r + 0.5) : std::ceil(r - 0.5); }
+
+double pixels_of_points(Ouint16 points) { return round(points * 4.0 / 3.0); }
+
 FontNames font_names(const char* fontName) {
     if (qm_is_font_file(fontName)) return {{}, fontName};
     return {repair_utf8(fontName), {}}; // cairo takes no other

@@ -19,6 +19,11 @@ namespace qm {
 // A larger font fills no screen, but its glyphs fill the memory.
 constexpr double kMaxFontPixels = 4096;
 
+// Half away from zero.
+[[nodiscard]] double round(double r);
+// Whole pixels of a size in points.
+[[nodiscard]] double pixels_of_points(Ouint16 points);
+
 // What a caller's font name stands for; one of them is empty.
 struct FontNames {
     std::string family, path;
