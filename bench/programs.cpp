@@ -97,7 +97,7 @@ void compare_text(const std::string& name, const std::string& text, const char* 
     const auto pages = [=] {
         const auto area = area_of(text, font);
         area->PreparePageData();
-        return area->pixelDataList.size();
+        return area->pages.size();
     };
     const std::size_t count = pages();
     require(count > 100, name + ": pages are missing");

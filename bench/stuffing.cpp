@@ -58,8 +58,8 @@ ByteBuffer picture_data() {
     area.PreparePageData();
     ByteBuffer data;
     while (data.size() < kBytes)
-        for (const CData& page : area.pixelDataList)
-            data.insert(data.end(), page.bytes().begin(), page.bytes().end());
+        for (const Page& page : area.pages)
+            data.insert(data.end(), page.pixels.bytes().begin(), page.pixels.bytes().end());
     data.resize(kBytes);
     return data;
 }

@@ -1,6 +1,7 @@
 #include "DynamicArea/DynamicArea.h"
 
 #include "DynamicArea/DynamicArea_6G_records.h"
+#include "program/pixels/ScreenSettings.h"
 #include "support/message.h"
 #include "support/reason.h"
 #include "tcpClient/HV_Client.h"
@@ -43,13 +44,8 @@ int open_as(HV_Client& client, const char* ip, Ouint16 port, Ouint16 controllerT
     return connected;
 }
 
-} // namespace
-
-int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType) {
-    return ping(ip, port, controllerType, Purpose::update);
-}
-
-int send_dynamic_payload(const char* ip, Ouint16 port, Ouint16 controllerType, Bytes payload) {
+// Connects, and sends the payload to a controller of that type.
+int send_payload(const char* ip, Ouint16 port, Ouint16 controllerType, Bytes payload) {
     HV_Client client;
     if (const int code = open_as(client, ip, port, controllerType); code != QM_OK) return code;
     // No room for an answer's payload: a plain acknowledgement is the good answer.
@@ -57,6 +53,21 @@ int send_dynamic_payload(const char* ip, Ouint16 port, Ouint16 controllerType, B
     if (payload.size() > kLongestShortPayload)
         return client.send_recv_cmd_1K2(hv_GPR_5HDynamicArea, 0, payload, answer);
     return client.send_recv_cmd_1K(hv_GPR_5HDynamicArea, 0, payload, answer);
+}
+
+} // namespace
+
+int send_built(const ControllerAddress& to, const std::function<CData()>& build) {
+    Ouint16 controllerType = 0;
+    if (const int code = ping(to.ip, to.port, controllerType, Purpose::update); code != QM_OK) return code;
+    CData payload;
+    {
+        const auto lock = lock_renderer();
+        screen_settings().set(to.color, controllerType, DOUBLE_COLOR_PIXTYPE_1);
+        payload = build();
+    }
+    if (payload.m_nDataLen == 0) return QM_FAILED;
+    return send_payload(to.ip, to.port, controllerType, payload.bytes());
 }
 
 Ouint32 CVemarProtocol_DelDynamicArea::GetSize() const {
@@ -73,7 +84,7 @@ CData CVemarProtocol_DelDynamicArea::GetData() const {
     header.Cmd = kDelete;
     header.append(out);
     out.u8(static_cast<Ouint8>(DeleteAreaNum)).bytes(vctDeleteAreaId);
-    return CData(Bytes(payload));
+    return CData(std::move(payload));
 }
 
 int CDynamicAreaOperator::dynamicArea_DelArea(const char* pIP, Ouint16 nPort, Oint8 uAreaId) {
@@ -96,7 +107,7 @@ int CDynamicAreaOperator::dynamicArea_DelAreas(const char* pIP, Ouint16 nPort, O
 int CDynamicAreaOperator::SendDelAreaInfo(const char* pIP, Ouint16 nPort, Bytes payload) {
     Ouint16 controllerType = 0;
     const int code = ping(pIP, nPort, controllerType, Purpose::deletion);
-    return code == QM_OK ? send_dynamic_payload(pIP, nPort, controllerType, payload) : code;
+    return code == QM_OK ? send_payload(pIP, nPort, controllerType, payload) : code;
 }
 
 } // namespace qm

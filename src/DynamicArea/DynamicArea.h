@@ -1,8 +1,9 @@
-// What dynamic areas of both generations share: the ping before and the exchange behind the rendering, and
-// deletion.
+// What dynamic areas of both generations share: how they are sent, and deletion.
 #pragma once
 
 #include "support/bytes.h"
+
+#include <functional>
 
 namespace qm {
 
@@ -13,11 +14,10 @@ struct ControllerAddress {
     Ouint32 color;
 };
 
-// Pings the controller for its type; the ping's result, with the message when it failed.
-int ping_for_type(const char* ip, Ouint16 port, Ouint16& controllerType);
-
-// Connects, and sends the payload to a controller of that type; the result of the exchange.
-int send_dynamic_payload(const char* ip, Ouint16 port, Ouint16 controllerType, Bytes payload);
+// Pings the controller for its type, and sends it the payload that build makes for its screen; an empty one
+// is not sent: -1. The result of the exchange, or of what failed before it. The renderer is locked while
+// build runs, since its settings are the controller's until all pages are made, and never on the network.
+int send_built(const ControllerAddress& to, const std::function<CData()>& build);
 
 // The command that deletes areas.
 struct CVemarProtocol_DelDynamicArea {

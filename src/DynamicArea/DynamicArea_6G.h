@@ -6,45 +6,9 @@
 #include "program/PicturesArea_g6.h"
 #include "support/reason.h"
 
-#include <memory>
 #include <optional>
 
 namespace qm {
-
-// The whole add/update command.
-class CDynamicArea_ALL_6G {
-  public:
-    CVemarProtocol_DynamicAreaCmdHeader m_oCmdHeader;
-    std::vector<std::unique_ptr<CVemarProtocol_DynamicArea_6G>> m_vctDynamicArea;
-
-    void Clear() { m_vctDynamicArea.clear(); }
-
-    // Adds an area; -1, after a message, when its number is taken.
-    Oint32 AddArea(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag, bool soundFlag,
-                   Ouint8 transparency, Ouint8 areaEqual);
-    // The same with the speech of sound, when its SoundFlag is 1.
-    Oint32 AddArea(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag, Ouint8 transparency,
-                   Ouint8 areaEqual, const HVSound_6G& sound);
-    // An area that is shown together with programs only; with none, it is shown with all of them. It never
-    // interrupts what is being played.
-    Oint32 AddAreaRelateProg(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag, bool soundFlag,
-                             Ouint8 transparency, Ouint8 areaEqual, std::span<const Ouint16> programs);
-    Oint32 AddAreaRelateProgSound(Ouint8 areaId, const qm_G5_area_header& header, bool frameFlag,
-                                  Ouint8 transparency, Ouint8 areaEqual, std::span<const Ouint16> programs,
-                                  const HVSound_6G& sound);
-
-    // Adds a page to the area, or to the last area of the list when none has the number; -1, after a message,
-    // when there is none at all.
-    Oint32 AddPage(Ouint8 areaId, const qm_G6_page_header& page, Bytes data);
-    Oint32 AddPages(Ouint8 areaId, const qm_G6_page_header& page, std::span<const CData> pages);
-
-    // The payload: command header, AreaNum (u16), the description of every area, the pixel data of every
-    // area.
-    [[nodiscard]] CData GetDynamicAreaData();
-
-  private:
-    [[nodiscard]] CVemarProtocol_DynamicArea_6G* find(Ouint8 areaId);
-};
 
 // The programs that an area is shown with, as the exports take them.
 struct RelatedPrograms {
@@ -68,23 +32,35 @@ struct AreaRequest {
     std::optional<RelatedPrograms> programs{};
 };
 
+// The whole add/update command.
+class CDynamicArea_ALL_6G {
+  public:
+    CVemarProtocol_DynamicAreaCmdHeader m_oCmdHeader;
+    std::vector<CVemarProtocol_DynamicArea_6G> m_vctDynamicArea;
+
+    // Adds an area without pages; -1, after a message, when its number is taken. One with a list of programs
+    // is shown with these only, with an empty list with all, and never interrupts what is being played.
+    Oint32 AddArea(const AreaRequest& area);
+    // Adds pages to the area, or to the last area of the list when none has the number; -1, after a message,
+    // when there is none at all.
+    Oint32 AddPages(Ouint8 areaId, std::vector<Page> pages);
+
+    // The payload: command header, AreaNum (u16), the description of every area, the pixel data of every
+    // area.
+    [[nodiscard]] CData GetDynamicAreaData();
+};
+
 class CBuild_DynamicArea_6G : public CDynamicAreaOperator {
   public:
     // Renders the areas and sends them in one command. The result of the exchange, or of what failed before
     // it.
-    int UpdateOrAdd(const ControllerAddress& to, std::span<const AreaRequest> areas);
+    static int UpdateOrAdd(const ControllerAddress& to, std::span<const AreaRequest> areas);
 
     // Speech without an area. A text that its size field cannot hold is refused with -1.
     static int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint16 nPort, const HVSoundDepend_6G& sound,
                                                Ouint8 VoiceFlg, Ouint8 StoreFlag);
     static int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint16 nPort,
                                                std::span<const HVSoundDepend_6G> sounds, Ouint8 StoreFlag);
-
-  private:
-    int BuildDynamic_Area_Page(const AreaRequest& area);
-    Oint32 add_area(const AreaRequest& area);
-
-    CDynamicArea_ALL_6G m_oDynamicAll;
 };
 
 } // namespace qm

@@ -10,7 +10,7 @@ template <class Append> CData serialised(Append&& append) {
     ByteBuffer bytes;
     ByteWriter out(bytes);
     append(out);
-    return CData(Bytes(bytes));
+    return CData(std::move(bytes));
 }
 
 CVemarProtocol_DynamicAreaCmdHeader header_of(Ouint8 cmd) {

@@ -95,14 +95,9 @@ void LedHVPacket::link_header6(Bytes application) {
 // datalen u32.
 void LedHVPacket::envelope_header(Ouint32 length) {
     m_body.clear();
-    ByteWriter(m_body)
-        .u16(m_DstAddr)
-        .u16(kHostAddress)
-        .u8(kVersionEnvelope)
-        .u8(0)
-        .u16(m_DeviceType)
-        .u32(0)
-        .u32(length);
+    m_body.reserve(kEnvelopeSize + std::size_t{length} + sizeof(Ouint16)); // with a CRC behind
+    ByteWriter out(m_body);
+    out.u16(m_DstAddr).u16(kHostAddress).u8(kVersionEnvelope).u8(0).u16(m_DeviceType).u32(0).u32(length);
 }
 
 Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
@@ -177,7 +172,7 @@ CData LedHVPacket::Pack6HnX_DynamicArea2(Ouint8, Ouint8, Bytes payload) {
     const std::size_t size = stuffed_length(m_body);
     if (size > kMaxStuffed) return too_long(size), CData::error();
     CData frame(static_cast<Ouint32>(size));
-    const std::size_t length = Transfer_Packet(m_body, frame.m_pData.get());
+    const std::size_t length = Transfer_Packet(m_body, frame.m_pData.data());
     if (length != frame.m_nDataLen) {
         say("tmp_len = %d; oDataRet.m_nDataLen = %d \n", static_cast<int>(length),
             static_cast<int>(frame.m_nDataLen));

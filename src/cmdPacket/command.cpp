@@ -77,7 +77,7 @@ int ON_command::send_recv_cmd_1K2(Ouint8 cmd_group, Ouint8 cmd, Bytes data, Answ
     if (frame.is_error()) return QM_FAILED;
     const int whole = static_cast<int>(frame.m_nDataLen / kPiece);
     const int remainder = static_cast<int>(frame.m_nDataLen % kPiece);
-    const Ouint8* next = frame.m_pData.get();
+    const Ouint8* next = frame.m_pData.data();
     for (int i = 0; i < whole; ++i, next += kPiece) {
         if (Send(next, kPiece) != 0) {
             say("Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = %d !\n",

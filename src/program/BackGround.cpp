@@ -4,7 +4,6 @@ namespace qm {
 
 void BackGround::backGroundClolor(Ouint32 color) {
     set_drawing_rectangle();
-    m_pHeader = m_6pHeader;
     _BGcolor = color;
 }
 

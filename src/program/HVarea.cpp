@@ -10,19 +10,6 @@ void qm_G5_area_header::append(ByteWriter& out) const {
     out.u8(AreaType).u16(AreaX).u16(AreaY).u16(AreaWidth).u16(AreaHeight);
 }
 
-bool HVarea::no_such_page(int pageNum, std::size_t count) {
-    say("Error:pageNum out of range.\n");
-    (void)fail(QM_FAILED, "Argument pageNum is %d, and the area has %zu pages, counted from 0.", pageNum,
-               count);
-    return false;
-}
-
-bool HVarea::no_room_for_pages() {
-    say("Error:unable to generate pictures.\n");
-    (void)fail(QM_FAILED, "The area has no room for pages.");
-    return false;
-}
-
 HVarea::HVarea() { CairoFreeType::InitFt(); }
 
 void HVarea::setGeometry(const qm_G5_area_header& header) {
@@ -32,6 +19,33 @@ void HVarea::setGeometry(const qm_G5_area_header& header) {
     _areaY = header.AreaY;
     _areaWidth = header.AreaWidth;
     _areaHeight = header.AreaHeight;
+}
+
+void HVarea::set_drawing_rectangle() {
+    m_AreaLeft = m_aHeader.AreaX + border();
+    m_AreaWidth = m_aHeader.AreaWidth - 2 * border();
+    m_AreaHeight = m_aHeader.AreaHeight - 2 * border();
+}
+
+bool HVarea::LoadAreaPage(int pageNum) {
+    pngData.clear();
+    if (pageNum < 0 || static_cast<std::size_t>(pageNum) >= page_count()) {
+        say("Error:pageNum out of range.\n");
+        (void)fail(QM_FAILED, "Argument pageNum is %d, and the area has %zu pages, counted from 0.", pageNum,
+                   page_count());
+        return false;
+    }
+    set_drawing_rectangle();
+    if (has_room()) {
+        Canvas32 canvas(m_AreaWidth, m_AreaHeight);
+        if (!draw_page(canvas, static_cast<std::size_t>(pageNum))) return false;
+        pngData = canvas.png();
+    } else {
+        (void)fail(QM_FAILED, "The area has no room for pages.");
+    }
+    if (!pngData.empty()) return true;
+    say("Error:unable to generate pictures.\n");
+    return false;
 }
 
 Oint8 HVarea::get_cairoFace(cairo_t* c, bool bold, bool italic) const {

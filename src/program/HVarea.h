@@ -46,6 +46,12 @@ class HVarea {
     // Appends the record, and in generation 6 the pixel data.
     virtual void assemble(ProgramFiles& files) const = 0;
 
+    // Renders a page, from 0, as a PNG for a preview. The result is valid until the next one; false, after a
+    // message, when there is no such page, no room for it, or its picture cannot be read.
+    bool LoadAreaPage(int pageNum);
+    [[nodiscard]] Bytes preview() const { return pngData; }
+    [[nodiscard]] virtual std::size_t page_count() const = 0;
+
     // Sets the rectangle everywhere it is kept; the content follows with MoveArea.
     void setGeometry(const qm_G5_area_header& header);
 
@@ -59,10 +65,6 @@ class HVarea {
 
     static constexpr GammaTable r_gam = gamma_table(), g_gam = gamma_table(), b_gam = gamma_table();
 
-    // Why there is no preview of a page; both say so, and give false.
-    static bool no_such_page(int pageNum, std::size_t count);
-    static bool no_room_for_pages();
-
     Ouint16 _areaID = 0;
     Ouint8 _areaType = 0;
     Ouint16 _areaX = 0, _areaY = 0, _areaWidth = 0, _areaHeight = 0;
@@ -71,6 +73,20 @@ class HVarea {
     std::string _fontPathName;
     qm_G5_area_header m_aHeader;
     Ouint32 _alignPixels = 0;
+
+  protected:
+    // The rectangle that is drawn on, inside the border, in screen coordinates.
+    void set_drawing_rectangle();
+    [[nodiscard]] bool has_room() const { return m_AreaWidth > 0 && m_AreaHeight > 0; }
+    // How thick the border is.
+    [[nodiscard]] virtual int border() const { return 0; }
+    // Draws a page on a black canvas; false, after a message, when its picture cannot be read.
+    virtual bool draw_page(Canvas32& canvas, std::size_t page) = 0;
+
+    int m_AreaLeft = 0;
+
+  private:
+    ByteBuffer pngData;
 };
 
 } // namespace qm

@@ -9,6 +9,12 @@
 namespace qm {
 namespace {
 
+// What both generations begin with, 9 bytes.
+ByteWriter& append_common(ByteWriter& out, const qm_G6_page_header& h) {
+    out.u8(h.PageStyle).u8(h.DisplayMode).u8(h.ClearMode).u8(h.Speed).u16(h.StayTime).u8(h.RepeatTime);
+    return out.u16(h.ValidLen);
+}
+
 // Draws the picture at the top left of the canvas; false when it cannot be read.
 bool draw_picture(Canvas32& canvas, const std::string& path) {
     const SurfacePtr picture = load_picture(path);
@@ -22,17 +28,17 @@ bool draw_picture(Canvas32& canvas, const std::string& path) {
 } // namespace
 
 void PicturesArea::AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
-                              const qm_G5_page_header& header) {
+                              const qm_G6_page_header& header) {
     set_text(str, font_names(fontName), fontData, header);
 }
 
 void PicturesArea::AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData,
-                                 const qm_G5_page_header& header) {
+                                 const qm_G6_page_header& header) {
     set_text(str, {_fontStyle, _fontPathName}, fontData, header);
 }
 
 void PicturesArea::set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData,
-                            qm_G5_page_header header) {
+                            qm_G6_page_header header) {
     const auto exchange = [&] {
         areaStr.swap(text);
         _fontStyle.swap(font.family);
@@ -44,7 +50,7 @@ void PicturesArea::set_text(std::string text, FontNames font, qm_G5_G6_fontData 
     reload_or(exchange);
 }
 
-void PicturesArea::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G5_page_header& header) {
+void PicturesArea::AreaAddPic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header) {
     if (page_count() >= kMostPages) throw std::length_error("too many pages");
     set_drawing_rectangle();
     m_pictures.push_back({picID, picPath, header});
@@ -75,13 +81,6 @@ void PicturesArea::reload_or(const std::function<void()>& undo) {
     }
 }
 
-void PicturesArea::set_drawing_rectangle() {
-    const int border = areaFrame ? areaFrame->frameHeight : 0;
-    m_AreaLeft = m_aHeader.AreaX + border;
-    m_AreaWidth = m_aHeader.AreaWidth - 2 * border;
-    m_AreaHeight = m_aHeader.AreaHeight - 2 * border;
-}
-
 void PicturesArea::Reload() {
     set_drawing_rectangle();
     m_text = {};
@@ -105,29 +104,33 @@ void PicturesArea::Reload() {
 }
 
 bool PicturesArea::PreparePageData() {
-    pixelDataList.clear();
-    m_shownPictures.clear();
+    pages.clear();
     set_drawing_rectangle();
     if (!has_room()) return page_count() == GetTextPageNumber();
     Canvas32 canvas(m_AreaWidth, m_AreaHeight);
     for (std::size_t i = 0; i < GetTextPageNumber(); ++i) {
         canvas.clear();
         draw_own_page(canvas, i);
-        add_page(canvas);
+        add_page(canvas, m_pHeader);
     }
-    return !shows_pictures() || prepare_pictures(canvas);
+    if (!shows_pictures()) return true;
+    for (const Picture& picture : m_pictures)
+        if (draw_picture(canvas, picture.path))
+            add_page(canvas, picture.header);
+        else
+            say("Error:The picture does not exist.ID:%d\n", picture.id);
+    return pages.size() == page_count();
 }
 
-bool PicturesArea::prepare_pictures(Canvas32& canvas) {
-    for (std::size_t i = 0; i < m_pictures.size(); ++i) {
-        if (draw_picture(canvas, m_pictures[i].path)) {
-            add_page(canvas);
-            m_shownPictures.push_back(i);
-        } else {
-            say("Error:The picture does not exist.ID:%d\n", m_pictures[i].id);
-        }
+bool PicturesArea::draw_page(Canvas32& canvas, std::size_t page) {
+    if (page < GetTextPageNumber()) {
+        draw_own_page(canvas, page);
+        return true;
     }
-    return m_shownPictures.size() == m_pictures.size();
+    if (draw_picture(canvas, m_pictures[page - GetTextPageNumber()].path)) return true;
+    say(page + 1 == page_count() ? "Error:The last picture is not exist.\n"
+                                 : "Error:The picture is not exist.\n");
+    return false;
 }
 
 void PicturesArea::draw_own_page(Canvas32& canvas, std::size_t number) {
@@ -141,8 +144,10 @@ void PicturesArea::draw_own_page(Canvas32& canvas, std::size_t number) {
     cairo_restore(c);
 }
 
-void qm_G5_page_header::append_common(ByteWriter& out) const {
-    out.u8(PageStyle).u8(DisplayMode).u8(ClearMode).u8(Speed).u16(StayTime).u8(RepeatTime).u16(ValidLen);
+void qm_G6_page_header::append_g5(ByteWriter& out) const { append_common(out, *this).zeros(4); }
+
+void qm_G6_page_header::append_g6(ByteWriter& out) const {
+    append_common(out, *this).u8(0).u8(CartoonFrameRate).zeros(6).u8(BackNotValidFlag);
 }
 
 void PicturesArea::append_frame(ByteWriter& out) const {
@@ -157,21 +162,16 @@ void PicturesArea::append_frame(ByteWriter& out) const {
 
 std::vector<PicturesArea::PageInFile> PicturesArea::pages_in_file() const {
     const std::size_t texts = GetTextPageNumber();
-    const Ouint8 mode = m_pHeader.DisplayMode;
-    const bool lastFirst = running_of(mode) == Running::right;
-    const bool partial = lastFirst || mode == 4;
-    std::vector<PageInFile> pages;
-    for (std::size_t i = 0; i < pixelDataList.size(); ++i) {
-        const std::size_t index = i < texts && lastFirst ? texts - 1 - i : i;
-        const bool ends = partial && i + 1 == texts;
-        pages.push_back({index, static_cast<Ouint16>(ends ? endPageLen : m_AreaWidth)});
+    const bool lastFirst = running_of(m_pHeader.DisplayMode) == Running::right;
+    const bool partial = lastFirst || m_pHeader.DisplayMode == 4;
+    std::vector<PageInFile> inFile;
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        const Page& page = pages[i < texts && lastFirst ? texts - 1 - i : i];
+        inFile.push_back({page.header, page.pixels.bytes()});
+        inFile.back().header.ValidLen =
+            static_cast<Ouint16>(partial && i + 1 == texts ? endPageLen : m_AreaWidth);
     }
-    return pages;
-}
-
-const qm_G5_page_header& PicturesArea::header_of(std::size_t page) const {
-    if (page < GetTextPageNumber()) return m_pHeader;
-    return m_pictures[m_shownPictures[picture_of(page)]].header;
+    return inFile;
 }
 
 // Area header 9; border; page count u16; for each page: length u32 of what follows, page header 13, pixels.
@@ -179,36 +179,12 @@ void PicturesArea::assemble(ProgramFiles& files) const {
     ByteWriter out(files.program);
     m_aHeader.append(out);
     append_frame(out);
-    const std::vector<PageInFile> pages = pages_in_file();
     out.u16(static_cast<Ouint16>(pages.size()));
-    for (const PageInFile& page : pages) {
-        const CData& pixels = pixelDataList[page.index];
-        qm_G5_page_header header = header_of(page.index);
-        header.ValidLen = page.validLen;
-        out.u32(pixels.m_nDataLen + 13);
-        header.append_common(out);
-        out.zeros(4).bytes(pixels.bytes());
+    for (const PageInFile& page : pages_in_file()) {
+        out.u32(CData::length_of(page.pixels) + 13);
+        page.header.append_g5(out);
+        out.bytes(page.pixels);
     }
-}
-
-bool PicturesArea::LoadAreaPage(int pageNum) {
-    pngData.clear();
-    const auto page = static_cast<std::size_t>(pageNum);
-    if (pageNum < 0 || page >= page_count()) return no_such_page(pageNum, page_count());
-    set_drawing_rectangle();
-    if (!has_room()) return no_room_for_pages();
-    Canvas32 canvas(m_AreaWidth, m_AreaHeight);
-    if (page < GetTextPageNumber()) {
-        draw_own_page(canvas, page);
-    } else if (!draw_picture(canvas, m_pictures[picture_of(page)].path)) {
-        say(page + 1 == page_count() ? "Error:The last picture is not exist.\n"
-                                     : "Error:The picture is not exist.\n");
-        return false;
-    }
-    pngData = canvas.png();
-    if (!pngData.empty()) return true;
-    say("Error:unable to generate pictures.\n");
-    return false;
 }
 
 } // namespace qm

@@ -5,14 +5,6 @@
 
 namespace qm {
 
-// The page header of generation 6; its reserved bytes are zero. 18 bytes.
-struct qm_G6_page_header : qm_G5_page_header {
-    Ouint8 CartoonFrameRate = 0;
-    Ouint8 BackNotValidFlag = 0;
-
-    void append(ByteWriter& out) const;
-};
-
 // The second part of the area header; 3 bytes.
 struct qm_G6_area_header_p2 {
     Ouint8 BackGroundFlag = 0, Transparency = 0, AreaEqual = 0;
@@ -22,10 +14,6 @@ class PicturesArea_g6 : public PicturesArea {
   public:
     using PicturesArea::PicturesArea;
 
-    void AreaAddTxt(const char* str, const char* fontName, const qm_G5_G6_fontData& fontData,
-                    const qm_G6_page_header& header);
-    void AreaChangeTxt(const char* str, const qm_G5_G6_fontData& fontData, const qm_G6_page_header& header);
-    void AreaAddPic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header);
     // Replaces the picture page of that number; false when there is none.
     bool AreaChangePic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header);
 
@@ -35,22 +23,18 @@ class PicturesArea_g6 : public PicturesArea {
 
     void assemble(ProgramFiles& files) const override;
 
-    qm_G6_page_header m_6pHeader; // of the text pages
     qm_G6_area_header_p2 m_aHeader_p2;
 
   private:
-    [[nodiscard]] const qm_G6_page_header& header_of(std::size_t page) const;
     void append_sound(ByteWriter& out) const;
 
-    std::vector<qm_G6_page_header> m_pageHeaderList_G6; // of the pictures, in the order added
-    bool m_enableSound = false;
     HVPicAreaSoundHeader_G6 m_sdHeader{};
-    std::string m_soundData;
+    std::string m_soundData; // empty: no speech
 };
 
 // What the callers' records mean for the page header and for the text.
 [[nodiscard]] qm_G6_page_header page_header_of(const HVpageHeader_G6& header);
-[[nodiscard]] qm_G5_page_header page_header_of(const HVpageHeader& header);
+[[nodiscard]] qm_G6_page_header page_header_of(const HVpageHeader& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader& header);
 [[nodiscard]] qm_G5_G6_fontData font_data_of(const HVfontData& font);

@@ -135,12 +135,6 @@ void TimeArea::RemoveDialPic() {
     m_picture.reset();
 }
 
-void TimeArea::Reload() {
-    m_AreaLeft = m_aHeader.AreaX;
-    m_AreaWidth = m_aHeader.AreaWidth;
-    m_AreaHeight = m_aHeader.AreaHeight;
-}
-
 std::pair<int, int> TimeArea::pivot() const { return {m_acHeader.OrignPointX, m_acHeader.OrignPointY}; }
 
 TimeText TimeArea::text() const {
@@ -217,19 +211,13 @@ bool TimeArea::draw_analog(Canvas32& canvas) const {
     return true;
 }
 
-bool TimeArea::LoadAreaPage(int pageNum) {
-    m_preview.clear();
-    if (pageNum != 0) return no_such_page(pageNum, page_count());
-    Reload();
-    if (!has_room()) return no_room_for_pages();
-    Canvas32 canvas(m_AreaWidth, m_AreaHeight);
+bool TimeArea::draw_page(Canvas32& canvas, std::size_t) {
     if (m_analogClock)
         (void)draw_analog(canvas);
     else
         draw_digital(canvas, TimeFontModel(text(), m_AreaWidth, m_AreaHeight));
     clear_reason(); // a clock without its dial picture is one
-    m_preview = canvas.png();
-    return !m_preview.empty();
+    return true;
 }
 
 Ouint32 TimeArea::setTimeSetting(ByteBuffer& dataAdd, Ouint8 mode) const {

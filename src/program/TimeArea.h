@@ -38,18 +38,14 @@ class TimeArea : public HVarea {
     void ChangeDialPicAdd(Bytes picture);
     void RemoveDialPic();
 
-    void Reload();
+    void Reload() { set_drawing_rectangle(); }
     void MoveArea() override { Reload(); }
 
     // Draws the page and the glyphs and converts them. False when the dial picture cannot be read.
     bool PreparePageData() override;
     void assemble(ProgramFiles& files) const override;
 
-    // Renders the page for a preview: a digital clock as it is now, an analog one without its hands. False,
-    // after a message, for another number than 0 and for an area without room.
-    bool LoadAreaPage(int pageNum);
-    [[nodiscard]] Bytes preview() const { return m_preview; }
-    [[nodiscard]] static std::size_t page_count() { return 1; }
+    [[nodiscard]] std::size_t page_count() const override { return 1; }
 
     // Appends the record with which the screen shows a unit in the area's colour, and gives its length: 2
     // bytes, 5 in full colour, 3 in full colour of 16-bit pixels.
@@ -74,6 +70,8 @@ class TimeArea : public HVarea {
     // Where the hands turn.
     [[nodiscard]] virtual std::pair<int, int> pivot() const;
     void set_clock(E_ClockStyle style, const ClockColor_G56& color);
+    // The face as a preview shows it: a digital clock as it is now, an analog one without its hands.
+    bool draw_page(Canvas32& canvas, std::size_t page) override;
 
     bool m_analogClock = false;
     Ouint32 m_clockStyle = eLINE;
@@ -83,11 +81,9 @@ class TimeArea : public HVarea {
     void draw_digital(Canvas32& canvas, const TimeFontModel& model) const;
     bool draw_analog(Canvas32& canvas) const;
     void prepare_glyphs();
-    [[nodiscard]] bool has_room() const { return m_AreaWidth > 0 && m_AreaHeight > 0; }
 
     HVtimeAreaData_G56 m_timeData{}; // without the font's name
     Ouint32 m_timeColor = 0;
-    int m_AreaLeft = 0;
     _QM_G56_ANALOGCLOCKSETTING m_acHeader;
     ClockColor_G56 _clockColor{};
     bool m_useDialPic = false;
@@ -98,7 +94,6 @@ class TimeArea : public HVarea {
     CData m_page;
     ByteBuffer m_glyphs; // of every set, one after the other
     std::vector<Ouint32> m_setOffsets;
-    ByteBuffer m_preview;
 };
 
 } // namespace qm

@@ -66,7 +66,7 @@ void TimeArea_G6::assemble(ProgramFiles& files) const {
     out.zeros(6).u16(1).u32(kPageRecord);
     qm_G6_page_header pageHeader;
     pageHeader.ValidLen = m_aHeader.AreaWidth;
-    pageHeader.append(out);
+    pageHeader.append_g6(out);
     out.u32(files.add_pixels(page())).u32(CData::length_of(page()));
     if (!m_analogClock) return append_digital(out, files.add_pixels(glyphs()));
     const ByteBuffer setting = m_clockSetting.empty() ? clock_setting(m_header) : m_clockSetting;

@@ -57,7 +57,7 @@ bool can_be_built(const AreaRequest& area) {
 
 int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, std::span<const AreaRequest> areas) {
     if (!valid_address(ip, port) || !std::all_of(areas.begin(), areas.end(), can_be_built)) return QM_FAILED;
-    return CBuild_DynamicArea_6G().UpdateOrAdd(address_of(ip, port, color), areas);
+    return CBuild_DynamicArea_6G::UpdateOrAdd(address_of(ip, port, color), areas);
 }
 
 // A missing list of programs is noticed only when the area is put together.

@@ -11,7 +11,8 @@ const char* text_of(const Ouint8* bytes) { return reinterpret_cast<const char*>(
 
 // An item of neither kind has no pages; one whose pointers are missing gives nothing.
 std::optional<ContentItem_5G> item_of(const DynamicAreaBaseInfo_5G& info) {
-    ContentItem_5G item{{info.DisplayMode, info.ClearMode, info.Speed, info.StayTime, info.RepeatTime}, {}};
+    ContentItem_5G item{{0, info.DisplayMode, info.ClearMode, info.Speed, info.StayTime, info.RepeatTime},
+                        {}};
     if (info.nType == 1) {
         if (!given({{"fontName", info.fontName}, {"strAreaTxtContent", info.strAreaTxtContent}}))
             return std::nullopt;
@@ -40,15 +41,15 @@ int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, const AreaRequ
 int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                   Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
                                   Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
-                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame,
-                                  Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
-                                  Ouint8 RepeatTime, HVfontData oFont, const char* fontName,
+                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader, Ouint8 DisplayMode,
+                                  Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime, Ouint8 RepeatTime,
+                                  HVfontData oFont, const char* fontName,
                                   const char* strAreaTxtContent) noexcept {
     return guarded({{"fontName", fontName}, {"strAreaTxtContent", strAreaTxtContent}}, [&] {
         return update(pIP, nPort, color,
                       {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay,
-                       uAreaX, uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
-                      {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime},
+                       uAreaX, uAreaY, uWidth, uHeight},
+                      {{0, DisplayMode, ClearMode, Speed, StayTime, RepeatTime},
                        TextContent_5G{font_data_of(oFont), fontName, strAreaTxtContent}});
     });
 }
@@ -56,25 +57,25 @@ int dynamicArea_AddAreaWithTxt_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_
 int dynamicArea_AddAreaWithPic_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                   Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
                                   Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
-                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame,
-                                  Ouint8 DisplayMode, Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime,
-                                  Ouint8 RepeatTime, const char* filePath) noexcept {
+                                  Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader, Ouint8 DisplayMode,
+                                  Ouint8 ClearMode, Ouint8 Speed, Ouint16 StayTime, Ouint8 RepeatTime,
+                                  const char* filePath) noexcept {
     return guarded({{"filePath", filePath}}, [&] {
         return update(pIP, nPort, color,
                       {uAreaId, RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial, ImmePlay,
-                       uAreaX, uAreaY, uWidth, uHeight, oFrame.AreaFFlag},
-                      {{DisplayMode, ClearMode, Speed, StayTime, RepeatTime}, filePath});
+                       uAreaX, uAreaY, uWidth, uHeight},
+                      {{0, DisplayMode, ClearMode, Speed, StayTime, RepeatTime}, filePath});
     });
 }
 
 int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G56 color, Ouint8 uAreaId,
                                 Ouint8 RunMode, Ouint16 Timeout, Ouint8 RelateAllPro, Ouint16 RelateProNum,
                                 Ouint16* RelateProSerial, Ouint8 ImmePlay, Ouint16 uAreaX, Ouint16 uAreaY,
-                                Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader oFrame, Ouint8 nInfoCount,
+                                Ouint16 uWidth, Ouint16 uHeight, HVareaframeHeader, Ouint8 nInfoCount,
                                 DynamicAreaBaseInfo_5G** pInfo) noexcept {
     return guarded({{"pInfo", pInfo}}, [&] {
         const AreaRequest_5G area{uAreaId,  RunMode, Timeout, RelateAllPro, RelateProNum, RelateProSerial,
-                                  ImmePlay, uAreaX,  uAreaY,  uWidth,       uHeight,      oFrame.AreaFFlag};
+                                  ImmePlay, uAreaX,  uAreaY,  uWidth,       uHeight};
         if (!can_be_sent(pIP, nPort, area) || !in_range("nInfoCount", nInfoCount, 1, 255))
             return QM_FAILED + 0;
         std::vector<ContentItem_5G> items;

@@ -168,19 +168,15 @@ int program_pictureAreaRemoveFrame(Ouint16 areaID) noexcept {
 }
 
 int program_pictureAreaGetOnePage(Ouint16 areaID, Oint32 pageNum, getPageData* page) noexcept {
-    const auto render = [&](auto& area) {
-        page->allPageNub = static_cast<Ouint16>(area.page_count());
-        if (!area.LoadAreaPage(pageNum)) return QM_FAILED + 0;
-        page->pageLen = static_cast<Ouint32>(area.preview().size());
-        page->fileAddre = area.preview().data();
-        return QM_OK + 0;
-    };
     const Call call{__func__, "pages"};
     return guarded({{"page", page}}, [&] {
         *page = {};
         return with_area<HVarea>(areaID, call, {}, [&](HVarea& area) {
-            if (auto* clock = dynamic_cast<TimeArea*>(&area)) return render(*clock);
-            return render(dynamic_cast<PicturesArea&>(area));
+            page->allPageNub = static_cast<Ouint16>(area.page_count());
+            if (!area.LoadAreaPage(pageNum)) return QM_FAILED;
+            page->pageLen = static_cast<Ouint32>(area.preview().size());
+            page->fileAddre = area.preview().data();
+            return QM_OK;
         });
     });
 }

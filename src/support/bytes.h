@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <span>
 #include <stdexcept>
 #include <utility>
@@ -23,23 +22,12 @@ using ByteBuffer = std::vector<Ouint8>;
     return byte != 0;
 }
 
-// An owned byte buffer of a fixed length, zeroed when it is made.
+// An owned byte buffer of a fixed length.
 class CData {
   public:
     CData() = default;
-    explicit CData(Ouint32 length) : m_pData(std::make_unique<Ouint8[]>(length)), m_nDataLen(length) {}
-    explicit CData(Bytes bytes) : CData(length_of(bytes)) {
-        std::copy(bytes.begin(), bytes.end(), m_pData.get());
-    }
-    CData(const CData& other) { *this = other.is_error() ? error() : CData(other.bytes()); }
-    CData(CData&& other) noexcept
-        : m_pData(std::move(other.m_pData)), m_nDataLen(std::exchange(other.m_nDataLen, 0)) {}
-    CData& operator=(CData other) noexcept {
-        std::swap(m_pData, other.m_pData);
-        std::swap(m_nDataLen, other.m_nDataLen);
-        return *this;
-    }
-    ~CData() = default;
+    explicit CData(Ouint32 length) : m_pData(length), m_nDataLen(length) {}
+    explicit CData(ByteBuffer bytes) : m_pData(std::move(bytes)), m_nDataLen(length_of(m_pData)) {}
 
     // A buffer that holds nothing but the mark that it could not be built.
     static CData error() {
@@ -47,9 +35,9 @@ class CData {
         mark.m_nDataLen = 0xFFFFFFFFU;
         return mark;
     }
-    [[nodiscard]] bool is_error() const { return !m_pData && m_nDataLen == 0xFFFFFFFFU; }
+    [[nodiscard]] bool is_error() const { return m_pData.empty() && m_nDataLen == 0xFFFFFFFFU; }
 
-    [[nodiscard]] Bytes bytes() const { return {m_pData.get(), m_pData ? m_nDataLen : 0}; }
+    [[nodiscard]] Bytes bytes() const { return m_pData; }
 
     // A length as the records state it; throws for more than 32 bits can say.
     static Ouint32 length_of(Bytes bytes) {
@@ -57,7 +45,7 @@ class CData {
         return static_cast<Ouint32>(bytes.size());
     }
 
-    std::unique_ptr<Ouint8[]> m_pData;
+    ByteBuffer m_pData;
     Ouint32 m_nDataLen = 0;
 };
 

@@ -31,13 +31,13 @@ qm_G5_G6_fontData font_data(Ouint16 points = 12, bool bold = false) {
     return data;
 }
 
-std::vector<Ouint8> bytes_of(const CData& data) { return {data.bytes().begin(), data.bytes().end()}; }
+ByteBuffer bytes_of(const Page& page) { return {page.pixels.bytes().begin(), page.pixels.bytes().end()}; }
 
 std::vector<Ouint8> page_from_file(bool bold) {
     Area area(96, 32);
     area.AreaAddTxt("Signs", kFontFile, font_data(12, bold), {});
     area.prepare();
-    return bytes_of(area.pixelDataList.at(0));
+    return bytes_of(area.pages.at(0));
 }
 
 // The same text drawn by cairo alone, as 24-bit pixels.
@@ -66,9 +66,9 @@ TEST(PicturesArea, DrawsTextAsCairoDoes) {
     Area area(128, 32);
     area.AreaAddTxt("Hamburgefonts", "DejaVu Sans", font_data(), {});
     area.prepare();
-    ASSERT_EQ(area.pixelDataList.size(), 1U);
+    ASSERT_EQ(area.pages.size(), 1U);
     const int ascent = font_for({"DejaVu Sans", "", 16, false, false})->ascent();
-    EXPECT_EQ(bytes_of(area.pixelDataList[0]), drawn_by_cairo("Hamburgefonts", 128, 32, 16, ascent));
+    EXPECT_EQ(bytes_of(area.pages[0]), drawn_by_cairo("Hamburgefonts", 128, 32, 16, ascent));
 }
 
 TEST(PicturesArea, KeepsPlainAndBoldOfOneFontFileApart) {
@@ -87,7 +87,7 @@ TEST(PicturesArea, PrefersTheFamilyAndReportsAFontFileThatCannotBeOpened) {
         area.Reload();
         EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error 1 opening font.\n") << "not a second time";
         area.prepare();
-        EXPECT_EQ(area.pixelDataList.size(), 1U);
+        EXPECT_EQ(area.pages.size(), 1U);
     }
 }
 
@@ -106,7 +106,7 @@ TEST(PicturesArea, ReportsWhatItCannotShow) {
                                                       "Error:The picture does not exist.ID:5\n"
                                                       "Error:The picture does not exist.ID:6\n");
     EXPECT_FALSE(area.complete);
-    EXPECT_TRUE(area.pixelDataList.empty());
+    EXPECT_TRUE(area.pages.empty());
 }
 
 TEST(PicturesArea, CutsAPictureToTheAreaAndFillsWithBlack) {
@@ -123,7 +123,7 @@ TEST(PicturesArea, CutsAPictureToTheAreaAndFillsWithBlack) {
     const std::vector<Ouint8> row{0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 0, 0};
     std::vector<Ouint8> expected = row;
     expected.insert(expected.end(), row.begin(), row.end());
-    EXPECT_EQ(bytes_of(area.pixelDataList.at(0)), expected);
+    EXPECT_EQ(bytes_of(area.pages.at(0)), expected);
 }
 
 TEST(TextRepair, ReplacesWhatUcs2CannotHold) {

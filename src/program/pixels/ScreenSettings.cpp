@@ -39,7 +39,7 @@ std::unique_lock<std::mutex> lock_renderer() {
 CData convert_canvas(Canvas32& canvas, int left) {
     const PixelLayout layout = screen_settings().layout();
     CData data(static_cast<Ouint32>(pixel_data_size(left, canvas.width(), canvas.height(), layout)));
-    convert_pixels(canvas.pixels(), left, canvas.width(), canvas.height(), layout, data.m_pData.get());
+    convert_pixels(canvas.pixels(), left, canvas.width(), canvas.height(), layout, data.m_pData.data());
     require_success(cairo_status(canvas.context()));
     return data;
 }
