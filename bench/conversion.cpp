@@ -2,7 +2,7 @@
 // memory, full colour beside the plain form and beside a library that does much the same.
 #include "compare.h"
 
-#include "program/pixels/PixelData.h"
+#include "program/pixels/pixel_packing.h"
 #include "reference_conversion.h"
 
 #include <benchmark/benchmark.h>

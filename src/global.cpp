@@ -5,12 +5,12 @@
 namespace qm {
 namespace {
 
-template <class Word> constexpr std::array<Word, 256> crc_table(Word polynomial) {
-    std::array<Word, 256> table{};
+template <class Crc> constexpr std::array<Crc, 256> crc_table(Crc polynomial) {
+    std::array<Crc, 256> table{};
     for (unsigned i = 0; i < 256; ++i) {
-        Word crc = static_cast<Word>(i);
+        Crc crc = static_cast<Crc>(i);
         for (int bit = 0; bit < 8; ++bit)
-            crc = static_cast<Word>((crc & 1U) ? (crc >> 1U) ^ polynomial : crc >> 1U);
+            crc = static_cast<Crc>((crc & 1U) ? (crc >> 1U) ^ polynomial : crc >> 1U);
         table[i] = crc;
     }
     return table;

@@ -33,11 +33,6 @@ template <class Value> void set_option(int fd, int level, int name, Value value)
     ::setsockopt(fd, level, name, &value, sizeof value);
 }
 
-bool says_ok(Bytes datagram) {
-    const std::string_view text(reinterpret_cast<const char*>(datagram.data()), datagram.size());
-    return text.find("OK") != text.npos || text.find("ok") != text.npos;
-}
-
 // The first socket that has a datagram before the deadline, or -1.
 int readable_socket(const std::vector<Descriptor>& sockets, Clock::time_point deadline) {
     std::vector<pollfd> entries;

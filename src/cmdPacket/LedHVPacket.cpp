@@ -28,7 +28,9 @@ Ouint16 u16_at(Bytes bytes, std::size_t offset) {
     return static_cast<Ouint16>(bytes[offset] | bytes[offset + 1] << 8);
 }
 
-void application_header(ByteWriter& out, Ouint8 group, Ouint8 cmd, Bytes payload) {
+void write_application(ByteBuffer& application, Ouint8 group, Ouint8 cmd, Bytes payload) {
+    application.clear();
+    ByteWriter out(application);
     out.u8(1).u8(group).u8(cmd).u16(static_cast<Ouint16>(payload.size())).bytes(payload);
 }
 
@@ -111,18 +113,14 @@ Bytes LedHVPacket::Pack(Ouint8 group, Ouint8 cmd, Bytes payload) {
 }
 
 Bytes LedHVPacket::Pack5(Ouint8 group, Ouint8 cmd, Bytes payload) {
-    m_application.clear();
-    ByteWriter writer(m_application);
-    application_header(writer, group, cmd, payload);
+    write_application(m_application, group, cmd, payload);
     if (m_application.size() > kMaxApplication) return too_long(m_application.size());
     link_header5(m_application);
     return stuffed();
 }
 
 Bytes LedHVPacket::Pack6(Ouint8 group, Ouint8 cmd, Bytes payload) {
-    m_application.clear();
-    ByteWriter writer(m_application);
-    application_header(writer, group, cmd, payload);
+    write_application(m_application, group, cmd, payload);
     return Pack6_OnlyHeader(m_application);
 }
 

@@ -20,6 +20,11 @@ int size_of(Bytes bytes) { return static_cast<int>(bytes.size()); }
 Ouint16 packet_len() { return g_packetLen; }
 void set_packet_len(Ouint16 len) { g_packetLen = len; }
 
+bool says_ok(Bytes answer) {
+    const std::string_view text(reinterpret_cast<const char*>(answer.data()), answer.size());
+    return text.find("OK") != text.npos || text.find("ok") != text.npos;
+}
+
 int ON_command::Send(const Ouint8*, int) { return QM_FAILED; }
 int ON_command::Recv(Ouint8*, int&, int) { return QM_FAILED; }
 
@@ -106,8 +111,7 @@ int ON_command::send_AT_cmd(const char* cmdData, Ouint16 dataLen) {
     if (Send(reinterpret_cast<const Ouint8*>(cmdData), dataLen) != 0) return QM_FAILED;
     Bytes received;
     if (receive_frame(kTimeout, received) != 0) return QM_FAILED;
-    const std::string_view text(reinterpret_cast<const char*>(received.data()), received.size());
-    if (text.find("OK") != text.npos || text.find("ok") != text.npos) return QM_OK;
+    if (says_ok(received)) return QM_OK;
     return received.empty() ? refuse(received) : fail(QM_FAILED, "The Wi-Fi module did not answer OK.");
 }
 

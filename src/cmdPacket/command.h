@@ -31,6 +31,9 @@ struct FileToWrite {
     Bytes data;
 };
 
+// Whether a Wi-Fi module agrees: its answer contains "OK" or "ok".
+[[nodiscard]] bool says_ok(Bytes answer);
+
 class ON_command : public LedHVPacket {
   public:
     // Sends len bytes; 0 or -1.
@@ -87,7 +90,7 @@ class ON_command : public LedHVPacket {
     int hv_cmd_set_timingReset(const TimingReset& cmdData);
     int hv_cmd_set_dispMode(Ouint8 dispMode);
     int hv_cmd_battie_time(Ouint8 mode, BattleTime& battieData);
-    // No room for a value: a proper answer is -1.
+    // There is no room for the value that comes: a proper answer is -1.
     int hv_cmd_get_stopwatch(Ouint8 mode);
     int hv_cmd_get_sensorBrightnessValue();
     int hv_cmd_set_speedAdjust(std::int16_t speed);
@@ -108,7 +111,7 @@ class ON_command : public LedHVPacket {
     int hv_cmd_conf_writeFile(const FileToWrite& file);
     int hv_cmd_ofs_startReedFile(char* fileName);
     int hv_cmd_conf_startReedFile(char* fileName, Ouint32& fileSize, Ouint32& fileCrc);
-    // No room for data: a proper answer is -1.
+    // There is no room for the data that come: a proper answer is -1.
     int hv_cmd_ofs_reedFileBlock(const char* fileName);
     int hv_cmd_conf_reedFileBlock(const char* fileName);
     // dataAddre is allocated with malloc.

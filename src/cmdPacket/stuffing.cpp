@@ -21,7 +21,7 @@ std::size_t copy_plain(Bytes bytes, Ouint8* out) {
     constexpr std::size_t kBlock = 64;
     std::size_t at = 0;
     for (; bytes.size() - at >= kBlock; at += kBlock) {
-        Ouint8 found = 0; // without a way out, so that the compiler takes many bytes at once
+        Ouint8 found = 0; // no early exit, so that the compiler takes many bytes at once
         for (std::size_t i = 0; i < kBlock; ++i) found |= static_cast<Ouint8>(needs_escape(bytes[at + i]));
         if (found) break;
         std::memcpy(out + at, &bytes[at], kBlock);

@@ -21,7 +21,7 @@ struct StuffingKernels {
 extern const StuffingKernels kPortableStuffing; // for any processor
 extern const StuffingKernels kAvx2Stuffing;     // where has_avx2() says so
 
-// The faster ones.
+// Those that are faster on this processor.
 [[nodiscard]] const StuffingKernels& stuffing_kernels();
 
 } // namespace qm

@@ -11,13 +11,19 @@ class BackGround : public PicturesArea_g6 {
 
     // Makes the background one colour; kNoColor shows the pictures again. The colour page has the area's own
     // page header, which no operation sets.
-    void backGroundClolor(Ouint32 color);
+    void backGroundClolor(Ouint32 color) {
+        set_drawing_rectangle();
+        _BGcolor = color;
+    }
 
     // The colour is a page, and hides the pictures. A background has no text.
     [[nodiscard]] std::size_t GetTextPageNumber() const override { return has_color() ? 1 : 0; }
 
   protected:
-    void draw_own_page(Canvas32& canvas, std::size_t page) override;
+    void draw_own_page(Canvas32& canvas, std::size_t) override {
+        set_cairoColor(canvas.context(), _BGcolor);
+        cairo_paint(canvas.context());
+    }
     [[nodiscard]] bool shows_pictures() const override { return !has_color(); }
 
   private:

@@ -37,8 +37,8 @@ class Direction {
     double m_sin, m_cos;
 };
 
-// How large marks are on a circle: of lines length and half of their width, else half of a side or diameter
-// beyond the middle pixel.
+// The size of an hour's mark: of a line its length and half of its width; of a square or a disc how far it
+// reaches from its middle pixel.
 struct MarkSize {
     int length;
     double halfWidth;
@@ -87,7 +87,7 @@ class Marks {
         }
     }
 
-    // A thin stroke has a pixel a step; a wide one has those in it.
+    // A line of one pixel a step, and where it is wider than that, every pixel inside it.
     void draw_line(const Direction& direction, const MarkSize& size) {
         for (int distance = m_radius; distance > m_radius - size.length; --distance)
             fill_around(direction.x(distance), direction.y(distance), 0, [](int, int) { return true; });

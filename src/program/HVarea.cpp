@@ -12,15 +12,6 @@ void qm_G5_area_header::append(ByteWriter& out) const {
 
 HVarea::HVarea() { CairoFreeType::InitFt(); }
 
-void HVarea::setGeometry(const qm_G5_area_header& header) {
-    m_aHeader = header;
-    _areaType = header.AreaType;
-    _areaX = header.AreaX;
-    _areaY = header.AreaY;
-    _areaWidth = header.AreaWidth;
-    _areaHeight = header.AreaHeight;
-}
-
 void HVarea::set_drawing_rectangle() {
     m_AreaLeft = m_aHeader.AreaX + border();
     m_AreaWidth = m_aHeader.AreaWidth - 2 * border();

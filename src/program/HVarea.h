@@ -52,8 +52,8 @@ class HVarea {
     [[nodiscard]] Bytes preview() const { return pngData; }
     [[nodiscard]] virtual std::size_t page_count() const = 0;
 
-    // Sets the rectangle everywhere it is kept; the content follows with MoveArea.
-    void setGeometry(const qm_G5_area_header& header);
+    // Sets kind and rectangle; the content follows with MoveArea.
+    void setGeometry(const qm_G5_area_header& header) { m_aHeader = header; }
 
     // Selects this area's font on the context and turns antialiasing off. Always 0.
     Oint8 get_cairoFace(cairo_t* c, bool bold, bool italic) const;
@@ -66,13 +66,10 @@ class HVarea {
     static constexpr GammaTable r_gam = gamma_table(), g_gam = gamma_table(), b_gam = gamma_table();
 
     Ouint16 _areaID = 0;
-    Ouint8 _areaType = 0;
-    Ouint16 _areaX = 0, _areaY = 0, _areaWidth = 0, _areaHeight = 0;
     Oint32 m_AreaWidth = 0, m_AreaHeight = 0; // of the drawing rectangle
     std::string _fontStyle;                   // family name; wins over the path
     std::string _fontPathName;
     qm_G5_area_header m_aHeader;
-    Ouint32 _alignPixels = 0;
 
   protected:
     // The rectangle that is drawn on, inside the border, in screen coordinates.

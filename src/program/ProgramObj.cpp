@@ -60,7 +60,7 @@ std::optional<ProgramName> program_name(Ouint32 programID) {
 Ouint32 close_with_crc(ByteBuffer& file) {
     const Ouint32 crc = calc_crc32(file);
     ByteWriter(file).u32(crc);
-    (void)CData::length_of(file); // the caller is told it in 32 bits
+    (void)CData::length_of(file); // throws: the caller is told the length in 32 bits
     return crc;
 }
 
@@ -134,9 +134,9 @@ void ProgramObj::deleteArea(Ouint16 areaID) {
 bool ProgramObj::MoveArea(Ouint16 areaID, const qm_G5_area_header& rectangle) {
     HVarea* area = getArea(areaID);
     if (!area) return false;
-    qm_G5_area_header header = rectangle;
-    header.AreaType = area->_areaType;
     const qm_G5_area_header before = area->m_aHeader;
+    qm_G5_area_header header = rectangle;
+    header.AreaType = before.AreaType;
     area->setGeometry(header);
     try {
         area->MoveArea();

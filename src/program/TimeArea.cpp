@@ -25,52 +25,26 @@ Channels channels_of(Ouint32 color) {
 // The palette index that comes nearest, by halves. What is dark in all channels becomes red.
 Ouint8 palette_index(Ouint32 color) {
     if (color < 8) return static_cast<Ouint8>(color);
-    const auto high = [](unsigned channel) { return channel > 128; };
     const Channels c = channels_of(color);
-    const bool r = high(c.red), g = high(c.green), b = high(c.blue);
-    if (r && g && b) return eWhite;
-    if (r && g) return eYellow;
-    if (r && b) return eMagenta;
-    if (g && b) return eCyan;
-    if (g) return eGreen;
-    if (!r && b) return eBlue;
-    return eRed;
+    const auto bit = [](unsigned channel, unsigned place) { return channel > 128 ? 1U << place : 0U; };
+    const unsigned index = bit(c.red, 0) | bit(c.green, 1) | bit(c.blue, 2);
+    return static_cast<Ouint8>(index == 0 ? eRed : index);
 }
 
 bool full_color() { return screen_settings().m_screenColor == SCREEN_COLOR_FULLCOLOR; }
 
 // What a unit shows at a moment: its glyphs from left to right.
 std::vector<std::size_t> glyphs_at(TimeUnit unit, const std::tm& now) {
-    const auto number = [&](int value) {
-        std::vector<std::size_t> digits(static_cast<std::size_t>(digits_of(unit)));
-        for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, value /= 10)
-            *digit = static_cast<std::size_t>(value % 10);
-        return digits;
-    };
-    switch (unit) {
-    case TimeUnit::year:
-    case TimeUnit::twoDigitYear:
-        return number(now.tm_year + 1900);
-    case TimeUnit::month:
-        return number(now.tm_mon + 1);
-    case TimeUnit::day:
-        return number(now.tm_mday);
-    case TimeUnit::hour24:
-        return number(now.tm_hour);
-    case TimeUnit::hour12:
-        return number((now.tm_hour + 11) % 12 + 1);
-    case TimeUnit::minute:
-        return number(now.tm_min);
-    case TimeUnit::second:
-        return number(now.tm_sec);
-    case TimeUnit::amPm:
-        return {now.tm_hour < 12 ? 0U : 1U};
-    case TimeUnit::weekday:
-        return {static_cast<std::size_t>(now.tm_wday)};
-    case TimeUnit::literal:
-        break;
-    }
-    return {0};
+    const int year = now.tm_year + 1900, hour12 = (now.tm_hour + 11) % 12 + 1;
+    const int ofUnits[] = {year,   year,       now.tm_mon + 1, now.tm_mday,       now.tm_hour,
+                           hour12, now.tm_min, now.tm_sec,     now.tm_hour >= 12, now.tm_wday,
+                           0};
+    static_assert(std::size(ofUnits) == static_cast<std::size_t>(TimeUnit::literal) + 1);
+    auto value = static_cast<std::size_t>(ofUnits[static_cast<std::size_t>(unit)]);
+    std::vector<std::size_t> glyphs(static_cast<std::size_t>(std::max(1, digits_of(unit))), value);
+    for (std::size_t i = digits_of(unit) > 0 ? glyphs.size() : 0; i-- > 0; value /= 10)
+        glyphs[i] = value % 10;
+    return glyphs;
 }
 
 } // namespace
@@ -170,7 +144,7 @@ bool TimeArea::PreparePageData() {
     return whole;
 }
 
-// The controller colours what is lit.
+// Glyphs are white: the controller colours what is lit.
 void TimeArea::prepare_glyphs() {
     m_model = std::make_unique<TimeFontModel>(text(), m_AreaWidth, m_AreaHeight);
     for (const GlyphSet& set : m_model->sets()) {

@@ -54,7 +54,7 @@ TimePiece kind_of(const TimePiece& piece) {
     return digits_of(piece.unit) > 0 ? TimePiece{TimeUnit::year} : piece;
 }
 
-// Names stand in their cells as the lines do in the area, single characters in the middle.
+// Names are aligned in their cells as the lines are in the area; single characters are centred.
 Ouint8 align_in_cell(const TimePiece& kind, Ouint8 align) {
     constexpr Ouint8 kCentre = 1;
     return kind.unit == TimeUnit::weekday || kind.unit == TimeUnit::amPm ? align : kCentre;
@@ -113,8 +113,8 @@ void TimeFontModel::add_underline(int size) {
     m_underlineTop = 1 + m_underline / 2;
 }
 
-// The cell is as wide as the widest text, or as all ink. Slanted ink leans out on one side and leaves room on
-// the other: all texts move together.
+// The cell is as wide as the widest text, and holds all ink. Slanted ink leans out on one side and leaves
+// room on the other, so that all texts move together.
 GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, Ouint8 align) const {
     GlyphSet set;
     std::vector<Run> runs;
@@ -204,7 +204,7 @@ int TimeFontModel::height_of_lines() const {
     return std::max(1, height);
 }
 
-// A space shows nothing but the line below it.
+// A space shows nothing but its underline.
 bool TimeFontModel::shows(const TimePiece& piece) const { return m_underline > 0 || piece != kSpace; }
 
 // The arrangement of which most is seen, as near as possible to the one that was asked for. Lines may touch.

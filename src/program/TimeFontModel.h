@@ -6,7 +6,7 @@
 
 namespace qm {
 
-// What is to be shown. Groups are date, day of the week and time, as far as they are.
+// What is to be shown. Groups are date, day of the week and time, those that are wanted.
 struct TimeText {
     std::vector<TimePieces> groups;
     Ouint32 weekStyle = Monday;
@@ -76,7 +76,7 @@ class TimeFontModel {
     FontChoice m_choice;
     std::shared_ptr<Font> m_font;
     int m_underlineTop = 0, m_underline = 0;
-    std::vector<TimePiece> m_kinds; // a piece that each set is for
+    std::vector<TimePiece> m_kinds; // for each set a piece that it is for
     std::vector<GlyphSet> m_sets;
     std::vector<Line> m_lines;
     std::vector<PlacedUnit> m_units;

@@ -6,7 +6,9 @@
 namespace qm {
 namespace {
 
-// Y M D date, H hour of 24, I hour of 12, N minute, S second, P AM or PM; the rest stays as it is.
+// The letters of formats, in the order of TimeUnit: I is the hour of 12, N the minute, P AM or PM. The rest
+// of a format stays as it is.
+constexpr std::u16string_view kUnits = u"YyMDHINSP";
 constexpr std::u16string_view kDates[] = {u"Y-M-D", u"Y/M/D", u"D-M-Y",  u"D/M/Y",
                                           u"M-D",   u"M/D",   u"M月D日", u"Y年M月D日"};
 constexpr std::u16string_view kTimes[] = {u"H:N:S", u"H时N分S秒", u"H:N", u"H时N分", u"P I:N", u"I:N P"};
@@ -18,26 +20,9 @@ constexpr std::u16string_view kChinese[] = {u"星期日", u"星期一", u"星期
 constexpr std::size_t kShortName = 3;
 
 TimePiece piece_of(char16_t c) {
-    switch (c) {
-    case u'Y':
-        return {TimeUnit::year};
-    case u'M':
-        return {TimeUnit::month};
-    case u'D':
-        return {TimeUnit::day};
-    case u'H':
-        return {TimeUnit::hour24};
-    case u'I':
-        return {TimeUnit::hour12};
-    case u'N':
-        return {TimeUnit::minute};
-    case u'S':
-        return {TimeUnit::second};
-    case u'P':
-        return {TimeUnit::amPm};
-    default:
-        return {TimeUnit::literal, c};
-    }
+    const std::size_t unit = kUnits.find(c);
+    if (unit == kUnits.npos) return {TimeUnit::literal, c};
+    return {static_cast<TimeUnit>(unit)};
 }
 
 template <std::size_t N> TimePieces pieces_of(const std::u16string_view (&formats)[N], Ouint32 style) {

@@ -1,4 +1,4 @@
-// A file of our own for bytes that only a file can hand on.
+// A temporary file, for bytes that are only taken as a file.
 #pragma once
 
 #include "support/bytes.h"

@@ -90,9 +90,9 @@ class ByteReader {
   public:
     explicit ByteReader(Bytes data) : m_left(data) {}
 
-    Ouint8 u8() { return static_cast<Ouint8>(take(1)); }
-    Ouint16 u16() { return static_cast<Ouint16>(take(2)); }
-    Ouint32 u32() { return take(4); }
+    Ouint8 u8() { return static_cast<Ouint8>(number(1)); }
+    Ouint16 u16() { return static_cast<Ouint16>(number(2)); }
+    Ouint32 u32() { return number(4); }
     Bytes bytes(std::size_t count) {
         if (!has(count)) return {};
         const Bytes head = m_left.first(count);
@@ -123,10 +123,10 @@ class ByteReader {
         return m_ok;
     }
     template <class T> void update_with(T& value, std::size_t width) {
-        const Ouint32 field = take(width);
+        const Ouint32 field = number(width);
         if (m_ok) value = static_cast<T>(field);
     }
-    Ouint32 take(std::size_t width) {
+    Ouint32 number(std::size_t width) {
         Ouint32 value = 0;
         const Bytes field = bytes(width);
         for (std::size_t i = 0; i < field.size(); ++i) value |= static_cast<Ouint32>(field[i]) << (8 * i);

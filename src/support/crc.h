@@ -22,7 +22,7 @@ template <std::uint32_t Polynomial>
 template <std::uint32_t Polynomial>
 [[nodiscard]] std::uint32_t crc_by_folding(std::uint32_t crc, std::span<const std::uint8_t> bytes);
 
-// The faster one.
+// The one that is faster on this processor.
 template <std::uint32_t Polynomial> [[nodiscard]] CrcKernel crc_kernel();
 
 } // namespace qm

@@ -1,4 +1,4 @@
-// What the processor has beyond the least of its kind. Kernels for it are chosen while the program runs.
+// Instructions that not every processor has; kernels with them are chosen while the program runs.
 #pragma once
 
 namespace qm {

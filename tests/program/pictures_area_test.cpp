@@ -1,5 +1,5 @@
 #include "program/PicturesArea.h"
-#include "program/text/text_repair.h"
+#include "program/text/encoding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "program/pixels/PixelData.h"
+#include "program/pixels/pixel_packing.h"
 
 #include "reference_conversion.h"
 

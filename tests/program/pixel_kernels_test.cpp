@@ -1,7 +1,7 @@
 // Each kernel beside the plain form, on its own: a program runs one of them only.
 #include "program/pixels/FullColour.h"
 #include "program/pixels/LitPixels.h"
-#include "program/pixels/PixelData.h"
+#include "program/pixels/pixel_packing.h"
 #include "support/processor.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // Slow and simple, so that the real one can be compared with it.
 #pragma once
 
-#include "program/pixels/PixelData.h"
+#include "program/pixels/pixel_packing.h"
 
 #include <vector>
 

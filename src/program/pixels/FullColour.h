@@ -35,7 +35,7 @@ struct FullColourKernels {
 extern const FullColourKernels kPortableFullColour; // for any processor
 extern const FullColourKernels kAvx2FullColour;     // where has_avx2() says so
 
-// The faster ones.
+// Those that are faster on this processor.
 [[nodiscard]] const FullColourKernels& full_colour_kernels();
 
 } // namespace qm

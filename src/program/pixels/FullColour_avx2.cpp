@@ -15,7 +15,7 @@ namespace {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), bytes);
 }
 
-// 24 bytes of eight pixels, as six words at the places that the order gives them.
+// 24 bytes of eight pixels, as six numbers of 32 bits at the places that the order gives them.
 [[gnu::target("avx2")]] inline __m256i pack_24bit(const Ouint8* pixels, __m256i order) {
     // 12 bytes of each four pixels first.
     const __m256i turned =
@@ -38,7 +38,7 @@ namespace {
         store(out + 3 * i + 32, _mm256_blend_epi32(second, third, 0b11110000));
         store(out + 3 * i + 64, _mm256_blend_epi32(third, fourth, 0b11111100));
     }
-    for (; 3 * (count - i) >= 32; i += 8) // the last 8 bytes of a store come again
+    for (; 3 * (count - i) >= 32; i += 8) // 8 bytes too many, which the next store overwrites
         store(out + 3 * i, pack_24bit(pixels + 4 * i, atBegin));
     kPortableFullColour.to_24bit(pixels + 4 * i, count - i, out + 3 * i);
 }

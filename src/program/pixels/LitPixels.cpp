@@ -5,7 +5,7 @@
 namespace qm {
 namespace {
 
-void find_dark_portable(const Ouint8* pixels, std::size_t count, Ouint32* dark) {
+void find_dark_portable(const Ouint8* pixels, std::size_t count, DarkBits* dark) {
     for (std::size_t n = 0; n < count; ++n) {
         Ouint32 lit = 0;
         for (int i = 0; i < 8; ++i, pixels += 4) {
@@ -18,7 +18,7 @@ void find_dark_portable(const Ouint8* pixels, std::size_t count, Ouint32* dark) 
     }
 }
 
-void split_portable(const Ouint32* dark, std::size_t count, ByteOrder order, const ChannelBytes& out) {
+void split_portable(const DarkBits* dark, std::size_t count, ByteOrder order, const ChannelBytes& out) {
     const std::size_t flip = order == ByteOrder::fours_reversed ? 3 : 0;
     for (std::size_t n = 0; n < count; ++n) {
         out.blue[n ^ flip] = static_cast<Ouint8>(dark[n]);

@@ -6,20 +6,20 @@
 namespace qm {
 namespace {
 
-// Bytes from where a picture is read to where it is fetched: the processor's own guess ends with each memory
-// page.
+// How far ahead, in bytes, a picture is fetched into the cache: the processor's own fetching ends with each
+// memory page.
 constexpr std::size_t kAhead = 2048;
 
 [[gnu::target("avx2")]] inline __m256i load(const void* bytes) {
     return _mm256_loadu_si256(static_cast<const __m256i*>(bytes));
 }
 
-[[gnu::target("avx2")]] void find_dark_avx2(const Ouint8* pixels, std::size_t count, Ouint32* dark) {
+[[gnu::target("avx2")]] void find_dark_avx2(const Ouint8* pixels, std::size_t count, DarkBits* dark) {
     const __m256i highestDark = _mm256_set1_epi8(96);
     // The channels of four pixels together, the last pixel first, for its bit is the lowest.
     const __m256i byChannel =
         _mm256_broadcastsi128_si256(_mm_setr_epi8(12, 8, 4, 0, 13, 9, 5, 1, 14, 10, 6, 2, 15, 11, 7, 3));
-    // Then those of all eight.
+    // The channels of all eight pixels together.
     const __m256i ofAllEight = _mm256_setr_epi32(4, 0, 5, 1, 6, 2, 7, 3);
 #pragma GCC unroll 4
     for (std::size_t n = 0; n < count; ++n) {
@@ -28,7 +28,7 @@ constexpr std::size_t kAhead = 2048;
         const __m256i below = _mm256_cmpeq_epi8(_mm256_min_epu8(eight, highestDark), eight);
         const __m256i channels =
             _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(below, byChannel), ofAllEight);
-        dark[n] = static_cast<Ouint32>(_mm256_movemask_epi8(channels));
+        dark[n] = static_cast<DarkBits>(_mm256_movemask_epi8(channels));
     }
 }
 
@@ -36,7 +36,7 @@ constexpr std::size_t kAhead = 2048;
     _mm_storel_epi64(reinterpret_cast<__m128i*>(out), bytes);
 }
 
-[[gnu::target("avx2")]] void split_avx2(const Ouint32* dark, std::size_t count, ByteOrder order,
+[[gnu::target("avx2")]] void split_avx2(const DarkBits* dark, std::size_t count, ByteOrder order,
                                         const ChannelBytes& out) {
     const __m128i byChannel = order == ByteOrder::straight
                                   ? _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15)

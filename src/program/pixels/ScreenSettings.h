@@ -1,8 +1,8 @@
 // The screen that everything is rendered for, and the lock that guards rendering.
 #pragma once
 
-#include "program/pixels/PixelData.h"
 #include "program/pixels/Surface.h"
+#include "program/pixels/pixel_packing.h"
 #include "support/bytes.h"
 
 #include <mutex>

@@ -19,9 +19,9 @@ class FallbackFonts {
     // For the style of a choice, in any size.
     explicit FallbackFonts(const FontChoice& choice);
 
-    // The number of the first font from a number on that says it has the character.
+    // The number of the first font, counted from a number on, that says it has the character.
     [[nodiscard]] std::optional<int> find(char16_t character, int from) const;
-    // A font, for the size of a choice.
+    // A font by its number, in the size of a choice.
     [[nodiscard]] FontFacePtr open(int number, const FontChoice& choice) const;
 
   private:

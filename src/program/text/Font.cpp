@@ -1,7 +1,7 @@
 #include "program/text/Font.h"
 
 #include "program/text/CairoFreeType.h"
-#include "program/text/text_repair.h"
+#include "program/text/encoding.h"
 
 #include <cairo-ft.h>
 

@@ -81,7 +81,7 @@ class Font {
     void find_glyph(char16_t character, GlyphShape& shape);
     unsigned face_of(int fallback);
     bool has_runs(const GlyphShape& shape);
-    // Both draw the first glyphs, those with runs and those of one face without, and return how many.
+    // Each draws the leading glyphs of a kind, with runs or of one face without, and returns how many.
     std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
     std::size_t show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 

@@ -38,8 +38,8 @@ PixelBox room_for(const PixelBox& box, cairo_scaled_font_t* font) {
     return {box.left - slant - bold, box.top - bold, box.right + slant + bold, box.bottom + bold};
 }
 
-// Draws the glyph alone, in a colour that one with colours of its own has not all over. False when cairo
-// cannot.
+// Draws the glyph alone, in a colour that a glyph with colours of its own would not have everywhere. False
+// when cairo cannot.
 bool draw_alone(Canvas32& drawing, cairo_scaled_font_t* font, unsigned long index, const PixelBox& room) {
     cairo_t* c = drawing.context();
     const cairo_glyph_t glyph{index, static_cast<double>(-room.left), static_cast<double>(-room.top)};
@@ -54,7 +54,7 @@ struct Ink {
     bool oneColour = true;
 };
 
-// The ink of a drawing, whose pixel at the top left has the place that room says.
+// The box around the ink of a drawing whose top left pixel is that of room.
 Ink ink_of(Canvas32& drawing, const PixelBox& room) {
     const Ouint32 lit = source_pixel(drawing.context());
     const auto* pixel = reinterpret_cast<const Ouint32*>(drawing.pixels());

@@ -1,5 +1,5 @@
-// What the glyphs of a font light, drawn by cairo once, while there is room: from then on drawing them is
-// filling pixels.
+// Glyphs as runs of lit pixels: cairo draws a glyph once, and from then on it is drawn by filling its runs,
+// as long as there is room for them.
 #pragma once
 
 #include "program/pixels/Surface.h"
@@ -59,7 +59,7 @@ class OneColour {
 
 class GlyphRuns {
   public:
-    // A glyph: its runs, and around its origin what they cover and where they were found.
+    // Which runs are a glyph's; what they cover around its origin, and the room in which they were found.
     struct Glyph {
         Ouint32 first, count, round;
         PixelBox box, room;
@@ -72,7 +72,7 @@ class GlyphRuns {
 
     // Whether its runs are still there: when they are too many, all of them make room for new ones.
     [[nodiscard]] bool keeps(const Glyph& glyph) const { return glyph.round == m_round; }
-    // Draws a glyph of former days again; nothing when cairo cannot.
+    // Finds the runs of a glyph again that has lost them; nothing when cairo cannot.
     std::optional<Glyph> renew(cairo_scaled_font_t* font, unsigned long index, const Glyph& glyph);
 
     // Draws a glyph that is kept, with its origin at x, y.
@@ -93,7 +93,7 @@ class GlyphRuns {
     Glyph keep(Canvas32& drawing, const PixelBox& room, const PixelBox& box);
 
     std::vector<Run> m_runs;
-    Ouint32 m_round = 0; // how often they made room
+    Ouint32 m_round = 0; // counts how often they made room
 };
 
 } // namespace qm

@@ -21,7 +21,7 @@ std::vector<char> break_opportunities(std::u16string_view text) {
     return breaks;
 }
 
-// Takes characters into one line after the other.
+// Adds characters to one line after the other.
 class Breaker {
   public:
     Breaker(std::u16string_view text, Font& font, int spacing, int width)
@@ -29,13 +29,13 @@ class Breaker {
           m_breaks(break_opportunities(text)) {}
 
     std::vector<TextLine> run() {
-        while (m_next < m_text.size()) take();
+        while (m_next < m_text.size()) add_next();
         if (m_begin < m_text.size()) end_line(m_text.size(), m_text.size());
         return std::move(m_lines);
     }
 
   private:
-    void take() {
+    void add_next() {
         const char16_t c = m_text[m_next];
         if (c == u'\n') return end_line(m_next, m_next + 1);
         const GlyphShape& shape = m_font.shape(c);

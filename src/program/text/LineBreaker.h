@@ -12,7 +12,7 @@ struct TextLine {
     std::size_t begin, end; // characters, trailing spaces left out
 };
 
-// What a line takes: the shift that keeps its first glyph's overhang inside, and its width with it.
+// The room of a line: the shift that keeps its first glyph's overhang inside, and its width with it.
 struct LineExtent {
     int start, width;
 };

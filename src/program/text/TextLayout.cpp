@@ -35,9 +35,6 @@ int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
     return valign == kEnd ? std::max(0, areaHeight - lines * lineHeight) : 0;
 }
 
-// The page count of a file has 16 bits.
-constexpr std::size_t kMaxPages = 0xFFFF;
-
 class Layout {
   public:
     Layout(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
@@ -82,7 +79,7 @@ class Layout {
     }
 
     void add(const TextPage& page) {
-        if (m_out.pages.size() == kMaxPages) throw std::length_error("too many pages");
+        if (m_out.pages.size() == kMostPages) throw std::length_error("too many pages");
         m_out.pages.push_back(page);
     }
 

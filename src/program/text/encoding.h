@@ -18,7 +18,11 @@ long UnicodeToUTF8(std::string& str);
 long UTF8ToGB2312(std::string& str);
 long UnicodeToGB2312(std::string& str);
 
-// The characters of a text that is first repaired (repair_utf8).
+// The text with U+FFFD for every invalid sequence and for every character outside the Basic Multilingual
+// Plane, so that one bad character never swallows the rest.
+[[nodiscard]] std::string repair_utf8(std::string_view text);
+
+// The characters of a text that is repaired first.
 [[nodiscard]] std::u16string ucs2_of(std::string_view utf8);
 
 } // namespace qm

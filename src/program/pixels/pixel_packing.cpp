@@ -1,4 +1,4 @@
-#include "program/pixels/PixelData.h"
+#include "program/pixels/pixel_packing.h"
 
 #include "program/pixels/FullColour.h"
 #include "program/pixels/LitPixels.h"
@@ -49,38 +49,38 @@ class Rows {
         : m_canvas(canvas), m_firstWhole((canvas.leftPad + 7) / 8),
           m_lastWhole(std::max(m_firstWhole, (canvas.leftPad + canvas.width) / 8)) {}
 
-    // Hands on each piece: its position in a plane, and its words of find_dark.
-    template <class Take> void for_each_piece(const Take& take) const {
-        std::array<Ouint32, kPiece> dark;
+    // Hands on each piece: its position in a plane, and the dark bits of its bytes.
+    template <class Use> void for_each_piece(const Use& use) const {
+        std::array<DarkBits, kPiece> dark;
         const std::size_t rowBytes = m_canvas.rowLen / 8;
         for (std::size_t y = 0; y < m_canvas.height; ++y)
             for (std::size_t from = 0, to; from < rowBytes; from = to) {
                 to = std::min(rowBytes, from + kPiece);
                 find_dark(y, from, to, dark.data());
-                take(y * rowBytes + from, std::span<const Ouint32>(dark.data(), to - from));
+                use(y * rowBytes + from, std::span<const DarkBits>(dark.data(), to - from));
             }
     }
 
   private:
-    void find_dark(std::size_t y, std::size_t from, std::size_t to, Ouint32* dark) const {
+    void find_dark(std::size_t y, std::size_t from, std::size_t to, DarkBits* dark) const {
         const std::size_t whole = std::clamp(m_firstWhole, from, to),
                           edge = std::clamp(m_lastWhole, whole, to);
-        for (std::size_t byte = from; byte < whole; ++byte) dark[byte - from] = edge_word(y, byte);
+        for (std::size_t byte = from; byte < whole; ++byte) dark[byte - from] = edge_bits(y, byte);
         if (whole < edge)
             m_kernels.find_dark(m_canvas.row(y) + 4 * (8 * whole - m_canvas.leftPad), edge - whole,
                                 dark + (whole - from));
-        for (std::size_t byte = edge; byte < to; ++byte) dark[byte - from] = edge_word(y, byte);
+        for (std::size_t byte = edge; byte < to; ++byte) dark[byte - from] = edge_bits(y, byte);
     }
 
     // Columns outside the image are dark.
-    [[nodiscard]] Ouint32 edge_word(std::size_t y, std::size_t byte) const {
+    [[nodiscard]] DarkBits edge_bits(std::size_t y, std::size_t byte) const {
         const std::size_t first = m_canvas.leftPad, last = first + m_canvas.width;
         const std::size_t from = std::max(8 * byte, first), to = std::min(8 * byte + 8, last);
         Ouint8 padded[32] = {};
         if (from < to)
             std::memcpy(padded + 4 * (from - 8 * byte), m_canvas.row(y) + 4 * (from - first),
                         4 * (to - from));
-        Ouint32 dark;
+        DarkBits dark;
         m_kernels.find_dark(padded, 1, &dark);
         return dark;
     }
@@ -98,7 +98,7 @@ class PlaneBytes {
           m_swapped(layout.screenColor == static_cast<int>(SCREEN_COLOR_DOUBLE) &&
                     layout.doubleColorPixel != static_cast<int>(DOUBLE_COLOR_PIXTYPE_1)) {}
 
-    void set(std::span<const Ouint32> dark, ByteOrder order) {
+    void set(std::span<const DarkBits> dark, ByteOrder order) {
         lit_pixel_kernels().split(dark.data(), dark.size(), order,
                                   {m_red.data(), m_green.data(), m_blue.data()});
         const std::size_t count = dark.size();
@@ -127,10 +127,10 @@ void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
     // As many groups as the alignment unit yields: fewer than there are where it is not 8.
     const std::size_t groups = canvas.total() / layout.alignPixels;
     PlaneBytes bytes(layout);
-    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const Ouint32> dark) {
+    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const DarkBits> dark) {
         const std::size_t count = at < groups ? std::min(groups - at, dark.size()) : 0;
         Ouint8* piece = out + planes * at;
-        if (planes == 3) { // as pixels that are words of the same channels
+        if (planes == 3) { // the bytes of dark bits are those of pixels
             static_assert(std::endian::native == std::endian::little);
             full_colour_kernels().to_24bit(reinterpret_cast<const Ouint8*>(dark.data()), count, piece);
             return;
@@ -153,7 +153,7 @@ void emit_words(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
     const std::size_t planeBytes = canvas.total() / 8, wordBytes = planeBytes / 4 * 4;
     const bool wholeRows = canvas.rowLen % 32 == 0; // else words reach over the ends of rows
     PlaneBytes bytes(layout);
-    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const Ouint32> dark) {
+    Rows(canvas).for_each_piece([&](std::size_t at, std::span<const DarkBits> dark) {
         bytes.set(dark, wholeRows ? ByteOrder::fours_reversed : ByteOrder::straight);
         for (std::size_t p = 0; p < planes; ++p) {
             const Ouint8* piece = bytes.plane(p);
