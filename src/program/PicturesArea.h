@@ -21,6 +21,25 @@ struct qm_G6_page_header {
     void append_g6(ByteWriter& out) const;
 };
 
+// What the callers' records of both generations mean for the page header and for the text.
+template <class Header> [[nodiscard]] qm_G6_page_header page_header_of(const Header& header) {
+    qm_G6_page_header page{header.PageStyle,
+                           header.DisplayMode,
+                           header.ClearMode,
+                           header.Speed,
+                           header.StayTime,
+                           header.RepeatTime,
+                           header.ValidLen,
+                           0,
+                           0};
+    if constexpr (requires { header.CartoonFrameRate; }) page.CartoonFrameRate = header.CartoonFrameRate;
+    return page;
+}
+template <class Header> [[nodiscard]] qm_G5_G6_fontData font_data_of(const Header& header) {
+    return {header.arrMode,    header.fontSize, header.color,  flag(header.fontBold), flag(header.fontItalic),
+            header.tdirection, header.txtSpace, header.Halign, header.Valign};
+}
+
 // A page that is ready for the controller. What is valid of it is worked out where it is written.
 struct Page {
     qm_G6_page_header header;
@@ -35,8 +54,8 @@ struct _QM_5J_AREAFRAME {
 
 class PicturesArea : public HVarea {
   public:
-    // A program, whose file holds the pages of text that runs to the right last first, takes the order of
-    // reading.
+    // Programs take the order of reading: their files hold the pages of text that runs to the right last page
+    // first.
     explicit PicturesArea(PageOrder order = PageOrder::reading) : m_order(order) {}
 
     // Sets text, font and settings and lays the text out anew.
@@ -94,8 +113,6 @@ class PicturesArea : public HVarea {
     std::vector<Picture> m_pictures;
 
   private:
-    static constexpr std::size_t kMostPages = 0xFFFF; // that their number can say
-
     void set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData, qm_G6_page_header header);
     // When the text cannot be laid out, for it has too many pages, the area is as it was before the change.
     void reload_or(const std::function<void()>& undo);

@@ -3,27 +3,6 @@
 #include <algorithm>
 
 namespace qm {
-namespace {
-
-// The fields that the page headers of both generations have in common.
-template <class Header> qm_G6_page_header common_fields(const Header& header) {
-    return {header.PageStyle,
-            header.DisplayMode,
-            header.ClearMode,
-            header.Speed,
-            header.StayTime,
-            header.RepeatTime,
-            header.ValidLen,
-            0,
-            0};
-}
-
-template <class Header> qm_G5_G6_fontData text_fields(const Header& header) {
-    return {header.arrMode,    header.fontSize, header.color,  flag(header.fontBold), flag(header.fontItalic),
-            header.tdirection, header.txtSpace, header.Halign, header.Valign};
-}
-
-} // namespace
 
 bool PicturesArea_g6::AreaChangePic(Ouint16 picID, const char* picPath, const qm_G6_page_header& header) {
     const auto known = std::find_if(m_pictures.begin(), m_pictures.end(),
@@ -72,16 +51,5 @@ void PicturesArea_g6::assemble(ProgramFiles& files) const {
         out.u32(files.add_pixels(page.pixels)).u32(CData::length_of(page.pixels));
     }
 }
-
-qm_G6_page_header page_header_of(const HVpageHeader_G6& header) {
-    qm_G6_page_header page = common_fields(header);
-    page.CartoonFrameRate = header.CartoonFrameRate;
-    return page;
-}
-
-qm_G6_page_header page_header_of(const HVpageHeader& header) { return common_fields(header); }
-qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header) { return text_fields(header); }
-qm_G5_G6_fontData font_data_of(const HVpageHeader& header) { return text_fields(header); }
-qm_G5_G6_fontData font_data_of(const HVfontData& font) { return text_fields(font); }
 
 } // namespace qm

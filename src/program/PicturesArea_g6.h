@@ -32,11 +32,4 @@ class PicturesArea_g6 : public PicturesArea {
     std::string m_soundData; // empty: no speech
 };
 
-// What the callers' records mean for the page header and for the text.
-[[nodiscard]] qm_G6_page_header page_header_of(const HVpageHeader_G6& header);
-[[nodiscard]] qm_G6_page_header page_header_of(const HVpageHeader& header);
-[[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader_G6& header);
-[[nodiscard]] qm_G5_G6_fontData font_data_of(const HVpageHeader& header);
-[[nodiscard]] qm_G5_G6_fontData font_data_of(const HVfontData& font);
-
 } // namespace qm

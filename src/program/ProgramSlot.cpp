@@ -8,7 +8,7 @@ namespace {
 
 constexpr useconds_t kPoll = 100;
 
-std::mutex g_slot; // guards both
+std::mutex g_slot; // guards the program and its owner
 std::unique_ptr<ProgramObj> P_programObj;
 long g_threadID = 0; // of the owner; 0 while the slot is free
 
@@ -22,7 +22,7 @@ void pause(std::unique_lock<std::mutex>& lock) {
 
 } // namespace
 
-template <class Program> ProgramAccess ProgramAccess::take() {
+template <class Program> ProgramAccess ProgramAccess::acquire() {
     const long caller = calling_thread();
     std::unique_lock lock(g_slot);
     while (g_threadID != caller) {
@@ -34,8 +34,8 @@ template <class Program> ProgramAccess ProgramAccess::take() {
     return ProgramAccess(std::move(lock));
 }
 
-ProgramAccess ProgramAccess::generation5() { return take<ProgramObj>(); }
-ProgramAccess ProgramAccess::generation6() { return take<ProgramObj_g6>(); }
+template ProgramAccess ProgramAccess::acquire<ProgramObj>();
+template ProgramAccess ProgramAccess::acquire<ProgramObj_g6>();
 
 ProgramAccess ProgramAccess::existing() {
     const long caller = calling_thread();
@@ -44,8 +44,6 @@ ProgramAccess ProgramAccess::existing() {
     return ProgramAccess(std::move(lock));
 }
 
-ProgramObj* ProgramAccess::g5() const { return g6() ? nullptr : P_programObj.get(); }
-ProgramObj_g6* ProgramAccess::g6() const { return dynamic_cast<ProgramObj_g6*>(P_programObj.get()); }
 ProgramObj* ProgramAccess::any() const { return P_programObj.get(); }
 
 void delete_program() {

@@ -4,6 +4,7 @@
 #include "program/ProgramObj_g6.h"
 
 #include <mutex>
+#include <type_traits>
 
 namespace qm {
 
@@ -11,21 +12,24 @@ namespace qm {
 class ProgramAccess {
   public:
     // Waits, without limit, for the slot to be free or the caller's, and puts an empty program of that
-    // generation into a free one.
-    static ProgramAccess generation5();
-    static ProgramAccess generation6();
+    // generation, a ProgramObj or a ProgramObj_g6, into a free one.
+    template <class Program> static ProgramAccess acquire();
     // Waits likewise, and leaves a free slot free.
     static ProgramAccess existing();
 
     // The program in the slot, or null when it is of the other generation.
-    [[nodiscard]] ProgramObj* g5() const;
-    [[nodiscard]] ProgramObj_g6* g6() const;
+    template <class Program> [[nodiscard]] Program* of_generation() const {
+        auto* const six = dynamic_cast<ProgramObj_g6*>(any());
+        if constexpr (std::is_same_v<Program, ProgramObj_g6>)
+            return six;
+        else
+            return six ? nullptr : any();
+    }
     // The program, whatever its generation; null when there is none.
     [[nodiscard]] ProgramObj* any() const;
 
   private:
     explicit ProgramAccess(std::unique_lock<std::mutex> lock) : m_lock(std::move(lock)) {}
-    template <class Program> static ProgramAccess take();
 
     std::unique_lock<std::mutex> m_lock;
 };

@@ -10,9 +10,11 @@ int ping_into(ON_command& connection, Ping_data& record) {
 }
 
 // The answer may be as long as the record; a longer one is cut.
-template <class Record> int search_6g_into(ON_command& connection, Record& record) {
-    return into_record<sizeof(Record)>(
-        record, [&](Answer& answer) { return connection.hv_cmd_networkSearch_6G(answer); });
+template <class Route, class Record> int search_6g(const Route& route, Record* record) {
+    return run(route, {{"retData", record}}, [=](ON_command& connection) {
+        return into_record<sizeof(Record)>(
+            *record, [&](Answer& answer) { return connection.hv_cmd_networkSearch_6G(answer); });
+    });
 }
 
 } // namespace
@@ -33,35 +35,27 @@ int cmd_udpNetworkSearch(heartbeatData* retData) noexcept {
     });
 }
 
-int cmd_udpNetworkSearch_6G(NetSearchCmdRet* retData) noexcept {
-    return run(Broadcast{}, {{"retData", retData}},
-               [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
-}
+int cmd_udpNetworkSearch_6G(NetSearchCmdRet* retData) noexcept { return search_6g(Broadcast{}, retData); }
 
 int cmd_udpNetworkSearch_6G_Web(NetSearchCmdRet_Web* retData) noexcept {
-    return run(Broadcast{}, {{"retData", retData}},
-               [&](ON_command& broadcast) { return search_6g_into(broadcast, *retData); });
+    return search_6g(Broadcast{}, retData);
 }
 
 int cmd_tcpNetworkSearch_6G(const char* ip, Ouint16 port, NetSearchCmdRet* retData) noexcept {
-    return run(Tcp{ip, port}, {{"retData", retData}},
-               [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return search_6g(Tcp{ip, port}, retData);
 }
 
 int cmd_tcpNetworkSearch_6G_Web(const char* ip, Ouint16 port, NetSearchCmdRet_Web* retData) noexcept {
-    return run(Tcp{ip, port}, {{"retData", retData}},
-               [&](ON_command& client) { return search_6g_into(client, *retData); });
+    return search_6g(Tcp{ip, port}, retData);
 }
 
 int cmd_uart_search_Net_6G(NetSearchCmdRet* retData, const char* uartPort, Ouint8 nBaudRateType) noexcept {
-    return run(Serial{uartPort, nBaudRateType}, {{"retData", retData}},
-               [&](ON_command& line) { return search_6g_into(line, *retData); });
+    return search_6g(Serial{uartPort, nBaudRateType}, retData);
 }
 
 int cmd_uart_search_Net_6G_Web(NetSearchCmdRet_Web* retData, const char* uartPort,
                                Ouint8 nBaudRateType) noexcept {
-    return run(Serial{uartPort, nBaudRateType}, {{"retData", retData}},
-               [&](ON_command& line) { return search_6g_into(line, *retData); });
+    return search_6g(Serial{uartPort, nBaudRateType}, retData);
 }
 
 int cmd_udpSetIP(Ouint8 mode, const char* ip, const char* subnetMask, const char* gateway, int16_t port,

@@ -9,6 +9,7 @@
 #include "tcpClient/HV_Client.h"
 
 #include <pthread.h>
+#include <type_traits>
 #include <utility>
 
 namespace qm {
@@ -25,6 +26,18 @@ class NoCancellation {
     int m_before = 0;
 };
 
+// The status that an operation gives, or whether it succeeded, or that it did, when it cannot fail.
+template <class Operation, class... Arguments>
+int status_of(const Operation& operation, Arguments&&... arguments) {
+    using Result = std::invoke_result_t<const Operation&, Arguments...>;
+    if constexpr (std::is_void_v<Result>)
+        return operation(std::forward<Arguments>(arguments)...), QM_OK;
+    else if constexpr (std::is_same_v<Result, bool>)
+        return operation(std::forward<Arguments>(arguments)...) ? QM_OK : QM_FAILED;
+    else
+        return operation(std::forward<Arguments>(arguments)...);
+}
+
 // Runs the body of an export, when the arguments that it needs are there; nothing may be thrown across the C
 // boundary. Every export goes through here, so that none leaves another one's reason behind.
 template <class Body> int guarded(std::initializer_list<Needed> needed, Body&& body) noexcept {
@@ -33,7 +46,7 @@ template <class Body> int guarded(std::initializer_list<Needed> needed, Body&& b
     if (in_message_handler()) return fail(QM_FAILED, "A message handler may not call the library.");
     if (!given(needed)) return QM_FAILED;
     try {
-        return conclude(std::forward<Body>(body)());
+        return conclude(status_of(body));
     } catch (...) {
         return fail_by_exception();
     }
@@ -43,7 +56,7 @@ template <class Body> int guarded(Body&& body) noexcept { return guarded({}, std
 
 // For calls that do nothing.
 inline int nothing_to_do() noexcept {
-    return guarded([] { return QM_OK; });
+    return guarded([] {});
 }
 
 // Where a controller is reached.

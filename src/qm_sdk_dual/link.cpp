@@ -9,9 +9,9 @@ namespace {
 // Hands a record's bytes over to be checked.
 template <class Record, class Check> int check(Record* data, Check&& check_bytes) noexcept {
     return guarded({{"data", data}}, [&] {
-        if (!given({{"fileAddre", data->fileAddre, data->fileLen != 0}})) return QM_FAILED;
+        if (!given({{"fileAddre", data->fileAddre, data->fileLen != 0}})) return false;
         check_bytes({data->fileAddre, data->fileLen});
-        return QM_OK;
+        return true;
     });
 }
 
@@ -26,8 +26,5 @@ int get_crc32(FileCRC32_G56* data) noexcept {
 }
 
 int set_packetLen(Ouint16 len) noexcept {
-    return guarded([&] {
-        set_packet_len(len);
-        return QM_OK;
-    });
+    return guarded([=] { set_packet_len(len); });
 }

@@ -23,10 +23,6 @@ int takes_no_such_content(const Call& call, Ouint16 areaID) {
     return fail(QM_FAILED, "Area %d takes no %s.", areaID, call.content);
 }
 
-bool is_valid(const HVprogramppGrp_G56& periods) {
-    return in_range("playTimeGrpNum", periods.playTimeGrpNum, 0, std::size(periods.timeGrp));
-}
-
 Ouint8* copy_for_caller(const ByteBuffer& file) {
     auto* copy = static_cast<Ouint8*>(std::malloc(file.size()));
     if (copy)

@@ -16,17 +16,13 @@ int set_header(const HVprogramHeader* header,
     return guarded({{"header", header}}, [&] {
         const auto name = program_name(header->ProgramID);
         if (!name) return QM_FAILED + 0;
-        return on_program_g5([&](ProgramObj& program) {
-            (program.*set)(*header, *name);
-            return QM_OK;
-        });
+        return on_program<ProgramObj>([&](ProgramObj& program) { (program.*set)(*header, *name); });
     });
 }
 
 int set_frame(const HVscreenframeHeader* header, const char* picPath) {
-    return with_program_g5({{"header", header}, {"picPath", picPath}}, [&](ProgramObj& program) {
+    return with_program<ProgramObj>({{"header", header}, {"picPath", picPath}}, [&](ProgramObj& program) {
         program.ProgramChangeFrame(*header, picPath);
-        return QM_OK;
     });
 }
 
@@ -59,13 +55,7 @@ int program_changeProgramParams(const HVprogramHeader* header) noexcept {
 }
 
 int program_addPlayPeriodGrp(const HVprogramppGrp_G56* periods) noexcept {
-    return guarded({{"periods", periods}}, [&] {
-        if (!is_valid(*periods)) return QM_FAILED + 0;
-        return on_program_g5([&](ProgramObj& program) {
-            program.addPlayPeriodGrp(*periods);
-            return QM_OK;
-        });
-    });
+    return add_play_periods<ProgramObj>(periods);
 }
 
 int program_addFrame(const HVscreenframeHeader* header, const char* picPath) noexcept {
@@ -76,47 +66,35 @@ int program_changeFrame(const HVscreenframeHeader* header, const char* picPath) 
     return set_frame(header, picPath);
 }
 
-int program_removeFrame(void) noexcept {
-    return with_program_g5({}, [](ProgramObj& program) {
-        program.ProgramRemoveFrame();
-        return QM_OK;
-    });
-}
+int program_removeFrame(void) noexcept { return remove_frame<ProgramObj>(); }
 
 int program_AddArea(Ouint16 areaID, const HVareaHeader* header) noexcept {
     return guarded({{"header", header}}, [&] {
         if (!is_drawable(*header)) return QM_FAILED + 0;
-        return on_program_g5([&](ProgramObj& program) {
-            return program.ProgramAddArea(areaID, area_header(*header)) ? QM_OK : QM_FAILED;
-        });
+        return on_program<ProgramObj>(
+            [&](ProgramObj& program) { return program.ProgramAddArea(areaID, area_header(*header)); });
     });
 }
 
-int program_deleteArea(Ouint16 areaID) noexcept {
-    return with_program_g5({}, [&](ProgramObj& program) {
-        program.deleteArea(areaID);
-        return QM_OK;
-    });
-}
+int program_deleteArea(Ouint16 areaID) noexcept { return delete_area<ProgramObj>(areaID); }
 
 int program_MoveArea(Ouint16 areaID, Oint32 x, Oint32 y, Oint32 width, Oint32 height) noexcept {
-    return with_program_g5(
-        {}, [&](ProgramObj& program) { return move_area(program, areaID, x, y, width, height); });
+    return move_area<ProgramObj>(areaID, x, y, width, height);
 }
 
 int program_IntegrateProgramFile(HVprogram* program) noexcept {
     return guarded({{"program", program}}, [&] {
         *program = {};
-        return on_program_g5([&](ProgramObj& source) {
+        return on_program<ProgramObj>([&](ProgramObj& source) {
             source.SendProgram();
             Ouint8* copy = copy_for_caller(source.p_src);
-            if (!copy) return QM_FAILED;
+            if (!copy) return false;
             std::copy(source.pFileName.begin(), source.pFileName.end(), program->fileName);
             program->fileType = source.pFileType;
             program->fileLen = static_cast<Ouint32>(source.p_src.size());
             program->fileAddre = copy;
             program->fileCRC32 = source.pCRC32;
-            return QM_OK;
+            return true;
         });
     });
 }
@@ -125,16 +103,10 @@ int program_freeBuffer(HVprogram* program) noexcept {
     return guarded({{"program", program}}, [&] {
         std::free(program->fileAddre);
         program->fileAddre = nullptr;
-        return QM_OK;
     });
 }
 
-int program_deleteProgram(void) noexcept {
-    return guarded([] {
-        delete_program();
-        return QM_OK;
-    });
-}
+int program_deleteProgram(void) noexcept { return guarded(delete_program); }
 
 int program_pictureArea(Ouint32, const char* ip, Ouint16 port) noexcept {
     return guarded({{"ip", ip}}, [&] {
