@@ -1,6 +1,5 @@
 #include "DynamicArea/DynamicArea.h"
 
-#include "DynamicArea/DynamicArea_6G_records.h"
 #include "program/pixels/ScreenSettings.h"
 #include "support/message.h"
 #include "support/reason.h"
@@ -78,13 +77,10 @@ Ouint32 CVemarProtocol_DelDynamicArea::GetSize() const {
 }
 
 CData CVemarProtocol_DelDynamicArea::GetData() const {
-    ByteBuffer payload;
-    ByteWriter out(payload);
-    CVemarProtocol_DynamicAreaCmdHeader header;
-    header.Cmd = kDelete;
-    header.append(out);
-    out.u8(static_cast<Ouint8>(DeleteAreaNum)).bytes(vctDeleteAreaId);
-    return CData(std::move(payload));
+    return serialised([this](ByteWriter& out) {
+        CVemarProtocol_DynamicAreaCmdHeader{.Cmd = kDelete}.append(out);
+        out.u8(static_cast<Ouint8>(DeleteAreaNum)).bytes(vctDeleteAreaId);
+    });
 }
 
 int CDynamicAreaOperator::dynamicArea_DelArea(const char* pIP, Ouint16 nPort, Oint8 uAreaId) {

@@ -1,7 +1,5 @@
 #include "DynamicArea/DynamicArea_5G.h"
 
-#include "DynamicArea/DynamicArea_6G_records.h"
-#include "program/PicturesArea.h"
 #include "support/reason.h"
 
 #include <optional>
@@ -10,6 +8,7 @@ namespace qm {
 namespace {
 
 constexpr std::size_t kLongest = 0xFFFF; // a position in the payload is a 16-bit quantity
+constexpr Ouint8 kDynamicAreaType = 0x10;
 constexpr std::size_t kAreaRecord = 24, kPageHeader = 13;
 
 // The pages of a single content item are written last page first in mode 38, and else as they are listed.
@@ -22,7 +21,7 @@ PageOrder order_of(const ContentItem_5G& item) {
 std::optional<ST_PageDataA_ValieLen> render(const AreaRequest_5G& area, const ContentItem_5G& item,
                                             PageOrder order) {
     PicturesArea content(order);
-    content.setGeometry({0x10, area.uAreaX, area.uAreaY, area.uWidth, area.uHeight});
+    content.setGeometry({kDynamicAreaType, area.uAreaX, area.uAreaY, area.uWidth, area.uHeight});
     const auto* text = std::get_if<TextContent_5G>(&item.content);
     if (text)
         content.AreaAddTxt(text->text, text->fontName, text->font, item.page);
@@ -80,17 +79,16 @@ CData CBuild_DynamicArea_5H::BuildDynamicAreaData(const AreaRequest_5G& area,
                    kLongest);
         return {};
     }
-    ByteBuffer payload;
-    payload.reserve(command.GetSize() + 4 + length);
-    ByteWriter out(payload);
-    command.append(out);
-    out.u32(static_cast<Ouint32>(length)).u8(area.uAreaId).u8(area.RunMode).u16(area.Timeout);
-    out.u8(area.RelateAllPro).u16(area.RelateProNum);
-    for (const Ouint16 program : programs) out.u16(program);
-    out.u8(area.ImmePlay).u32(0).u8(0x10).u16(area.uAreaX).u16(area.uAreaY).u16(area.uWidth);
-    out.u16(area.uHeight).u8(0).u16(static_cast<Ouint16>(count));
-    for (const ST_PageDataA_ValieLen& item : items) append_pages(out, item, order, area.uWidth);
-    return CData(std::move(payload));
+    const auto append = [&](ByteWriter& out) {
+        command.append(out);
+        out.u32(static_cast<Ouint32>(length)).u8(area.uAreaId).u8(area.RunMode).u16(area.Timeout);
+        out.u8(area.RelateAllPro).u16(area.RelateProNum);
+        for (const Ouint16 program : programs) out.u16(program);
+        out.u8(area.ImmePlay).u32(0).u8(kDynamicAreaType).u16(area.uAreaX).u16(area.uAreaY);
+        out.u16(area.uWidth).u16(area.uHeight).u8(0).u16(static_cast<Ouint16>(count));
+        for (const ST_PageDataA_ValieLen& item : items) append_pages(out, item, order, area.uWidth);
+    };
+    return serialised(append, command.GetSize() + 4 + length);
 }
 
 int CBuild_DynamicArea_5H::UpdateOrAdd(const ControllerAddress& to, const AreaRequest_5G& area,

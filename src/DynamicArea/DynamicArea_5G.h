@@ -2,7 +2,7 @@
 #pragma once
 
 #include "DynamicArea/DynamicArea.h"
-#include "program/PicturesArea_g6.h"
+#include "program/PicturesArea.h"
 
 #include <variant>
 

@@ -81,16 +81,15 @@ Oint32 CDynamicArea_ALL_6G::AddPages(Ouint8 areaId, std::vector<Page> pages) {
 }
 
 CData CDynamicArea_ALL_6G::GetDynamicAreaData() {
-    ByteBuffer payload;
     std::size_t size = m_oCmdHeader.GetSize() + sizeof(Ouint16);
-    for (CVemarProtocol_DynamicArea_6G& area : m_vctDynamicArea) size += area.GetSize();
-    payload.reserve(size);
-    ByteWriter out(payload);
-    m_oCmdHeader.append(out);
-    out.u16(static_cast<Ouint16>(m_vctDynamicArea.size()));
-    for (CVemarProtocol_DynamicArea_6G& area : m_vctDynamicArea) area.append_description(out);
-    for (const CVemarProtocol_DynamicArea_6G& area : m_vctDynamicArea) area.append_pages(out);
-    return CData(std::move(payload));
+    for (auto& area : m_vctDynamicArea) size += area.GetSize();
+    const auto append = [this](ByteWriter& out) {
+        m_oCmdHeader.append(out);
+        out.u16(static_cast<Ouint16>(m_vctDynamicArea.size()));
+        for (auto& area : m_vctDynamicArea) area.append_description(out);
+        for (const auto& area : m_vctDynamicArea) area.append_pages(out);
+    };
+    return serialised(append, size);
 }
 
 int CBuild_DynamicArea_6G::UpdateOrAdd(const ControllerAddress& to, std::span<const AreaRequest> areas) {

@@ -5,29 +5,11 @@
 namespace qm {
 namespace {
 
-// A record's bytes as a buffer of their own.
-template <class Append> CData serialised(Append&& append) {
-    ByteBuffer bytes;
-    ByteWriter out(bytes);
-    append(out);
-    return CData(std::move(bytes));
-}
-
-CVemarProtocol_DynamicAreaCmdHeader header_of(Ouint8 cmd) {
-    CVemarProtocol_DynamicAreaCmdHeader header;
-    header.Cmd = cmd;
-    return header;
-}
-
 Bytes bytes_of(const std::string& text) {
     return {reinterpret_cast<const Ouint8*>(text.data()), text.size()};
 }
 
 } // namespace
-
-CData CVemarProtocol_DynamicAreaCmdHeader::GetData() const {
-    return serialised([&](ByteWriter& out) { append(out); });
-}
 
 void CProtocol_PageSytle_6G::append(ByteWriter& out) const {
     out.u32(PageDataLen).u8(PageStyle).u8(DisplayMode).u8(ClearMode).u8(Speed).u16(StayTime).u8(RepeatTime);
@@ -75,7 +57,7 @@ void CProtocol_SoundIndepend_Insert_6G::append(ByteWriter& out) const {
 
 CData CProtocol_InsertSoundIndepend_All_6G::GetData() const {
     return serialised([&](ByteWriter& out) {
-        header_of(kInsert).append(out);
+        CVemarProtocol_DynamicAreaCmdHeader{.Cmd = kInsert}.append(out);
         m_oSound.append(out);
     });
 }
@@ -87,7 +69,7 @@ void CProtocol_SoundIndepend_Update_6G::append(ByteWriter& out) const {
 
 CData CProtocol_UpdateSoundIndepend_All_6G::GetData() const {
     return serialised([&](ByteWriter& out) {
-        header_of(kUpdate).append(out);
+        CVemarProtocol_DynamicAreaCmdHeader{.Cmd = kUpdate}.append(out);
         out.u8(StoreFlag).u8(VoiceNum);
         for (const CProtocol_SoundIndepend_Update_6G& sound : m_vctSound) sound.append(out);
     });

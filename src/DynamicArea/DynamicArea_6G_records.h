@@ -1,24 +1,11 @@
 // The payload that puts dynamic areas on a generation-6 controller.
 #pragma once
 
-#include "cmdPacket/LedHVPacket.h"
-#include "support/bytes.h"
+#include "DynamicArea/DynamicArea.h"
 
 #include <string>
 
 namespace qm {
-
-// Heads every dynamic-area, deletion and sound payload.
-struct CVemarProtocol_DynamicAreaCmdHeader {
-    Ouint8 RtnReq = 1;
-    Ouint8 CmdGroup = hv_GPR_5HDynamicArea;
-    Ouint8 Cmd = 0; // 0: add or update areas, 1: delete them, 2: update sounds, 7: insert a sound
-    Ouint16 Reserved = 0;
-
-    static constexpr Ouint32 GetSize() { return 5; }
-    void append(ByteWriter& out) const { out.u8(RtnReq).u8(CmdGroup).u8(Cmd).u16(Reserved); }
-    [[nodiscard]] CData GetData() const;
-};
 
 // One page: 30 bytes.
 struct CProtocol_PageSytle_6G {

@@ -40,12 +40,8 @@ AreaRequest picture_request(Ouint8 id, const qm_G5_area_header& where, const HVp
 
 AreaRequest text_request(Ouint8 id, const HVareaHeader_G6& header, const HVpageHeader_G6& page,
                          const char* fontName, const char* text) {
-    AreaRequest area{id,
-                     place(header.AreaX, header.AreaY, header.AreaWidth, header.AreaHeight),
-                     page_header_of(page),
-                     font_data_of(page),
-                     fontName,
-                     text};
+    const auto where = place(header.AreaX, header.AreaY, header.AreaWidth, header.AreaHeight);
+    AreaRequest area{id, where, page_header_of(page), font_data_of(page), fontName, text};
     if (header.stSoundData.SoundFlag == 1) area.sound = header.stSoundData;
     return area;
 }
@@ -56,7 +52,8 @@ bool can_be_built(const AreaRequest& area) {
 }
 
 int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, std::span<const AreaRequest> areas) {
-    if (!valid_address(ip, port) || !std::all_of(areas.begin(), areas.end(), can_be_built)) return QM_FAILED;
+    if (!valid_address(ip, port, kFirstPort6) || !std::all_of(areas.begin(), areas.end(), can_be_built))
+        return QM_FAILED;
     return CBuild_DynamicArea_6G::UpdateOrAdd(address_of(ip, port, color), areas);
 }
 
@@ -197,7 +194,7 @@ int dynamicAreaS_AddAreaPic_WithProgram_6G(const char* pIP, Ouint32 nPort, E_Scr
 int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G stSoundData,
                                     Ouint8 VoiceFlg, Ouint8 StoreFlag) noexcept {
     return guarded([&] {
-        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
+        if (!valid_address(pIP, nPort, kFirstPort6)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_InsertSoundIndepend(pIP, static_cast<Ouint16>(nPort),
                                                                       stSoundData, VoiceFlg, StoreFlag);
     });
@@ -206,23 +203,16 @@ int dynamicArea_InsertSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepen
 int dynamicArea_UpdateSoundIndepend(const char* pIP, Ouint32 nPort, HVSoundDepend_6G* stSoundData,
                                     Ouint16 nSoundDataCount, Ouint8 StoreFlag) noexcept {
     return guarded({{"stSoundData", stSoundData}}, [&] {
-        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
+        if (!valid_address(pIP, nPort, kFirstPort6)) return QM_FAILED + 0;
         return CBuild_DynamicArea_6G::dynamicArea_UpdateSoundIndepend(
             pIP, static_cast<Ouint16>(nPort), {stSoundData, nSoundDataCount}, StoreFlag);
     });
 }
 
 int dynamicArea_DelArea_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaId) noexcept {
-    return guarded([&] {
-        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
-        return CBuild_DynamicArea_6G::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort), uAreaId);
-    });
+    return delete_area(pIP, nPort, kFirstPort6, uAreaId);
 }
 
 int dynamicArea_DelAreas_6G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
-    return guarded({{"pAreaID", pAreaID}}, [&] {
-        if (!valid_address(pIP, nPort)) return QM_FAILED + 0;
-        return CBuild_DynamicArea_6G::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
-                                                           pAreaID);
-    });
+    return delete_areas(pIP, nPort, kFirstPort6, uAreaCount, pAreaID, true);
 }

@@ -1,6 +1,5 @@
 // Dynamic areas of generation 5, and what older callers still link to.
 #include "DynamicArea/DynamicArea_5G.h"
-#include "program/PicturesArea_g6.h"
 #include "qm_sdk_dual/dynamic_exports.h"
 
 using namespace qm;
@@ -27,7 +26,7 @@ std::optional<ContentItem_5G> item_of(const DynamicAreaBaseInfo_5G& info) {
 }
 
 bool can_be_sent(const char* ip, Ouint32 port, const AreaRequest_5G& area) {
-    return valid_address(ip, port, 0) && has_pixels("uWidth", area.uWidth, "uHeight", area.uHeight);
+    return valid_address(ip, port, kFirstPort5) && has_pixels("uWidth", area.uWidth, "uHeight", area.uHeight);
 }
 
 int update(const char* ip, Ouint32 port, E_ScreenColor_G56 color, const AreaRequest_5G& area,
@@ -89,19 +88,11 @@ int dynamicArea_AddAreaInfos_5G(const char* pIP, Ouint32 nPort, E_ScreenColor_G5
 }
 
 int dynamicArea_DelArea_5G(const char* pIP, Ouint32 nPort, Ouint8 uAreaId) noexcept {
-    return guarded([&] {
-        if (!valid_address(pIP, nPort, 0)) return QM_FAILED + 0;
-        return CBuild_DynamicArea_5H::dynamicArea_DelArea(pIP, static_cast<Ouint16>(nPort),
-                                                          static_cast<Oint8>(uAreaId));
-    });
+    return delete_area(pIP, nPort, kFirstPort5, static_cast<Oint8>(uAreaId));
 }
 
 int dynamicArea_DelAreaS_5G(const char* pIP, Ouint32 nPort, Oint8 uAreaCount, Oint8* pAreaID) noexcept {
-    return guarded({{"pAreaID", pAreaID, uAreaCount > 0}}, [&] {
-        if (!valid_address(pIP, nPort, 0)) return QM_FAILED + 0;
-        return CBuild_DynamicArea_5H::dynamicArea_DelAreas(pIP, static_cast<Ouint16>(nPort), uAreaCount,
-                                                           pAreaID);
-    });
+    return delete_areas(pIP, nPort, kFirstPort5, uAreaCount, pAreaID, uAreaCount > 0);
 }
 
 int dynamicArea_addDynamicArea(Ouint16, HVdynamicHeader*) noexcept { return nothing_to_do(); }

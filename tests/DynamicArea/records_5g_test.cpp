@@ -1,5 +1,6 @@
 // The payloads of generation 5, and of deletion and speech, byte for byte.
 #include "DynamicArea/DynamicArea_5G.h"
+#include "DynamicArea/DynamicArea_6G_records.h"
 #include "hex.h"
 #include "memory_link.h"
 #include "wire.h"
