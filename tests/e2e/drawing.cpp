@@ -1,6 +1,6 @@
 #include "drawing.h"
 
-#include "simulator/Series.h"
+#include "simulator/protocol/Series.h"
 
 #include <cairo.h>
 #include <cmath>

@@ -2,8 +2,8 @@
 #include "TemporaryFile.h"
 #include "child.h"
 #include "hex.h"
-#include "simulator/FileSystem.h"
 #include "simulator/Simulator.h"
+#include "simulator/controller/FileSystem.h"
 #include "support/Descriptor.h"
 
 #include <cstdlib>

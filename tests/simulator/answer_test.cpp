@@ -1,5 +1,5 @@
 // Answers byte for byte, well and spoilt. The CRCs were worked out apart from this code.
-#include "simulator/Answer.h"
+#include "simulator/wire/Delivery.h"
 
 #include "hex.h"
 #include "samples.h"

@@ -3,7 +3,7 @@
 #include "host.h"
 #include "program_samples.h"
 #include "samples.h"
-#include "simulator/Screen.h"
+#include "simulator/playback/Screen.h"
 
 #include <gmock/gmock.h>
 

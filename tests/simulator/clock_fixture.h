@@ -3,8 +3,8 @@
 
 #include "../program_file/fixture.h"
 
-#include "simulator/ProgramPlayer.h"
-#include "simulator/Series.h"
+#include "simulator/playback/ProgramPlayer.h"
+#include "simulator/protocol/Series.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 // Control and network commands: what they change, what the controller then says of itself, what it refuses.
 #include "host.h"
-#include "simulator/picture.h"
+#include "simulator/show/picture.h"
 
 #include <atomic>
 

@@ -1,5 +1,5 @@
 // What a controller reads out of the payload of dynamic areas, and that it takes no contradictory one.
-#include "simulator/DynamicArea.h"
+#include "simulator/playback/DynamicArea.h"
 
 #include "hex.h"
 #include "samples.h"

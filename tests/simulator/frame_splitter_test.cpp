@@ -1,5 +1,5 @@
 // Frames arrive whole, whatever pieces the network cuts them into.
-#include "simulator/FrameSplitter.h"
+#include "simulator/wire/FrameSplitter.h"
 
 #include "hex.h"
 

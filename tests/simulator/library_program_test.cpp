@@ -1,7 +1,7 @@
 // Programs that the library builds look on the controller's screen as their previews do.
 #include "../program_file/fixture.h"
 
-#include "simulator/ProgramPlayer.h"
+#include "simulator/playback/ProgramPlayer.h"
 
 #include <cairo.h>
 #include <cmath>

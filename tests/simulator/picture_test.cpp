@@ -1,6 +1,6 @@
 // The screen in a terminal and in files.
-#include "simulator/picture.h"
-#include "simulator/terminal.h"
+#include "simulator/show/picture.h"
+#include "simulator/show/terminal.h"
 #include "support/Descriptor.h"
 
 #include <array>

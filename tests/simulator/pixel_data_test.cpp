@@ -1,7 +1,7 @@
 // Pixel data as the LEDs show it. Every byte was worked out by hand: a bit of 0 is a lit LED, the leftmost
 // pixel is the most significant bit.
-#include "simulator/PixelData.h"
-#include "simulator/Series.h"
+#include "simulator/playback/PixelData.h"
+#include "simulator/protocol/Series.h"
 
 #include "hex.h"
 #include "samples.h"

@@ -1,7 +1,7 @@
 // A controller plays the programs that were written to it. Its time stands still until a test moves it.
 #include "host.h"
 #include "program_samples.h"
-#include "simulator/Programs.h"
+#include "simulator/controller/Programs.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Program files, read strictly: every byte worked out by hand.
-#include "simulator/ProgramFile.h"
+#include "simulator/playback/ProgramFile.h"
 
 #include "program_samples.h"
 

@@ -1,5 +1,5 @@
 // What programs show at chosen moments. One LED of red a letter R, on a screen in planes of 8 pixels.
-#include "simulator/ProgramPlayer.h"
+#include "simulator/playback/ProgramPlayer.h"
 
 #include "hex.h"
 #include "samples.h"

@@ -1,6 +1,6 @@
 // Which frames a controller understands, and that it stays silent to every spoilt one. The CRCs were worked
 // out apart from this code.
-#include "simulator/Request.h"
+#include "simulator/wire/open_request.h"
 
 #include "hex.h"
 

@@ -1,8 +1,8 @@
 // Payloads and frames put together field by field, and pictures written as letters.
 #pragma once
 
-#include "simulator/DynamicArea.h"
-#include "simulator/Image.h"
+#include "simulator/playback/DynamicArea.h"
+#include "simulator/playback/Image.h"
 
 #include <string>
 #include <vector>

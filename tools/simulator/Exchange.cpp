@@ -1,6 +1,7 @@
 #include "simulator/Exchange.h"
 
-#include "simulator/state_json.h"
+#include "simulator/controller/state_json.h"
+#include "simulator/wire/open_request.h"
 
 #include <algorithm>
 
@@ -48,21 +49,21 @@ std::string Exchange::ask_wifi(std::string_view text) {
 
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
 
-Exchange::Turn Exchange::take(const std::variant<ByteBuffer, BadFrame>& frame) {
+Delivery Exchange::answer(const ReceivedFrame& frame) {
     const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
     Report report;
-    Turn turn;
+    Delivery delivery;
     {
         const std::lock_guard lock(m_mutex);
-        turn = carry_out(opened, report);
+        delivery = carry_out(opened, report);
     }
     tell(report);
-    return turn;
+    return delivery;
 }
 
-Exchange::Turn Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Report& report) {
+Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Report& report) {
     if (const auto* bad = std::get_if<BadFrame>(&opened)) {
         ++m_bad_frames;
         report.words = std::string("bad frame, ") + bad->why + ": not answered";
@@ -79,9 +80,10 @@ Exchange::Turn Exchange::carry_out(const std::variant<Request, BadFrame>& opened
     m_look_again = Time{0};
     if (outcome.updated) note_screen(report);
     note_state(report);
-    Turn turn{std::nullopt, outcome.updated};
-    if (request.wants_answer) turn.delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
-    return turn;
+    Delivery delivery;
+    if (request.wants_answer) delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
+    delivery.updated = outcome.updated;
+    return delivery;
 }
 
 std::optional<Fault> Exchange::fault_for_this_one() {

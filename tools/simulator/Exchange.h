@@ -2,29 +2,24 @@
 // answers when a fault is set, and reports to the owner. Any thread may call it.
 #pragma once
 
-#include "simulator/Controller.h"
-#include "simulator/Simulator.h"
-#include "simulator/Store.h"
+#include "simulator/Options.h"
+#include "simulator/controller/Controller.h"
+#include "simulator/controller/Store.h"
+#include "simulator/wire/Answerer.h"
 
 #include <mutex>
 #include <optional>
 
 namespace qm::sim {
 
-class Exchange {
+class Exchange : public Answerer {
   public:
-    // What a frame leads to.
-    struct Turn {
-        std::optional<Delivery> delivery; // nothing for a frame that is not answered
-        bool updated = false;
-    };
-
     // The options outlive the exchange.
     explicit Exchange(const Options& options);
 
-    Turn take(const std::variant<ByteBuffer, BadFrame>& frame);
+    Delivery answer(const ReceivedFrame& frame) override;
     // What fills the screen goes into one frame, and 32 MiB besides.
-    [[nodiscard]] std::size_t longest_frame() const;
+    [[nodiscard]] std::size_t longest_frame() const override;
     // One datagram for the Wi-Fi module, and the answer.
     std::string ask_wifi(std::string_view text);
 
@@ -61,7 +56,7 @@ class Exchange {
 
     [[nodiscard]] Moment now() const;
     void restore();
-    Turn carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
+    Delivery carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
     std::optional<Fault> fault_for_this_one();
     [[nodiscard]] Known known() const;
     void note_screen(Report& report);

@@ -1,7 +1,8 @@
 #include "simulator/Simulator.h"
 
-#include "simulator/Server.h"
-#include "simulator/UdpServer.h"
+#include "simulator/Exchange.h"
+#include "simulator/wire/Server.h"
+#include "simulator/wire/UdpServer.h"
 
 #include <stdexcept>
 #include <thread>
@@ -32,9 +33,8 @@ std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input) {
     std::vector<Datagram> answers;
     FrameSplitter splitter(input.size());
     while (const auto frame = splitter.next(input)) {
-        Exchange::Turn turn = exchange.take(*frame);
-        if (turn.delivery && !turn.delivery->bytes.empty())
-            answers.push_back({std::move(turn.delivery->bytes), turn.delivery->late});
+        Delivery delivery = exchange.answer(*frame);
+        if (!delivery.bytes.empty()) answers.push_back({std::move(delivery.bytes), delivery.late});
     }
     return answers;
 }
@@ -46,7 +46,7 @@ std::vector<Datagram> answer_text(Exchange& exchange, Bytes input) {
 
 } // namespace
 
-// The context is destroyed before what its sessions use, which thus outlives them.
+// The context is destroyed before what its connections use, which thus outlives them.
 class Simulator::Impl {
   public:
     explicit Impl(Options options)
@@ -94,7 +94,7 @@ class Simulator::Impl {
         });
     }
 
-    // A session that ran out of memory is gone by the time its exception arrives here; the others go on.
+    // A connection that ran out of memory is gone by the time its exception arrives here; the others go on.
     void run() {
         while (!m_context.stopped()) try {
                 m_context.run();

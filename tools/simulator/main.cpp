@@ -1,11 +1,11 @@
 // qm_simulator: a controller on loopback whose screen can be seen.
-#include "simulator/PixelData.h"
-#include "simulator/Series.h"
-#include "simulator/Store.h"
-#include "simulator/picture.h"
-#include "simulator/settings.h"
-#include "simulator/state_json.h"
-#include "simulator/terminal.h"
+#include "simulator/Settings.h"
+#include "simulator/controller/Store.h"
+#include "simulator/controller/state_json.h"
+#include "simulator/playback/PixelData.h"
+#include "simulator/protocol/Series.h"
+#include "simulator/show/picture.h"
+#include "simulator/show/terminal.h"
 
 #include <asio.hpp>
 #include <csignal>

@@ -1,0 +1,99 @@
+#include "simulator/controller/Programs.h"
+
+#include <algorithm>
+
+namespace qm::sim {
+namespace {
+
+constexpr std::uint8_t kProgramType = 0;
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+bool is_program(const StoredFile& file) {
+    const std::string& name = file.name;
+    return file.family == FileFamily::ordinary && file.type == kProgramType && name.size() == 4 &&
+           (name[0] == 'P' || (is_digit(name[0]) && name[0] != '0')) &&
+           std::all_of(name.begin() + 1, name.end(), is_digit);
+}
+
+const StoredFile* data_of(const FileSystem& files, const std::string& name) {
+    return files.find(FileFamily::ordinary, std::string("D").append(name, 1));
+}
+
+} // namespace
+
+std::map<std::string, Programs::Versions> Programs::find_all(const FileSystem& files) const {
+    std::map<std::string, Versions> found;
+    if (m_generation == Generation::none) return found;
+    for (const StoredFile* file : files.all()) {
+        if (!is_program(*file)) continue;
+        const StoredFile* data = m_generation == Generation::six ? data_of(files, file->name) : nullptr;
+        if (m_generation == Generation::five || data)
+            found[file->name] = {file->version, data ? data->version : 0};
+    }
+    return found;
+}
+
+std::string Programs::update(const FileSystem& files, Time now) {
+    if (files.version() == m_seen || files.transferring()) return {};
+    m_seen = files.version();
+    const auto found = find_all(files);
+    std::string words = forget_missing(found);
+    for (const auto& [name, versions] : found) {
+        const auto known = m_known.find(name);
+        if (known != m_known.end() && known->second == versions) continue;
+        words += take(files, name);
+    }
+    m_known = found;
+    if (!words.empty()) m_since = now;
+    return words;
+}
+
+std::string Programs::forget_missing(const std::map<std::string, Versions>& found) {
+    std::string words;
+    for (const auto& [name, versions] : m_known) {
+        if (found.contains(name)) continue;
+        m_list.remove(name);
+        m_errors.erase(name);
+        words += "; program " + name + " is gone";
+    }
+    return words;
+}
+
+std::string Programs::take(const FileSystem& files, const std::string& name) {
+    const Bytes file = files.find(FileFamily::ordinary, name)->data;
+    ParsedProgram parsed = m_generation == Generation::six
+                               ? parse_program(file, data_of(files, name)->data, m_format)
+                               : parse_program(file, m_format);
+    if (const auto* error = std::get_if<std::string>(&parsed)) {
+        m_list.remove(name);
+        m_errors[name] = *error;
+        return "; program " + name + " cannot be played: " + *error;
+    }
+    m_errors.erase(name);
+    m_list.put(name, std::get<Program>(std::move(parsed)));
+    return "; program " + name + " is complete";
+}
+
+std::optional<Time> Programs::end_of_turn(Time now, LocalSeconds clock,
+                                          const std::optional<std::string>& locked) const {
+    constexpr int kMostSteps = 20000; // of running text, some minutes
+    if (m_known.size() < 2 || locked) return std::nullopt;
+    const std::string name = playing(now, clock, locked);
+    if (name.empty()) return std::nullopt;
+    std::optional<Time> at = now;
+    for (int i = 0; i < kMostSteps && at; ++i) {
+        const LocalSeconds then = clock + std::chrono::floor<std::chrono::seconds>(*at - now);
+        if (playing(*at, then, locked) != name) return at;
+        at = next_change(*at, then, locked);
+    }
+    return std::nullopt;
+}
+
+std::optional<Time> Programs::next_change(Time now, LocalSeconds clock,
+                                          const std::optional<std::string>& locked) const {
+    const auto next = m_list.next_change(now - m_since, clock, locked);
+    return next ? std::optional(*next + m_since) : std::nullopt;
+}
+
+} // namespace qm::sim

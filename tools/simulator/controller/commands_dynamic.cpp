@@ -1,0 +1,130 @@
+// Dynamic areas and speech, group 0xA7.
+#include "simulator/controller/commands.h"
+
+#include <algorithm>
+
+namespace qm::sim {
+namespace {
+
+constexpr std::size_t kAnyLength = SIZE_MAX;
+
+// Bytes for the pages of all areas. One that fills the screen can take the place of another.
+std::size_t pixel_memory(const Model& model) { return (std::size_t{64} << 20U) + 2 * model.page(); }
+
+std::size_t pixel_bytes(const DynamicArea& area) {
+    std::size_t bytes = 0;
+    for (const Page& page : area.pages) bytes += page.pixels.size();
+    return bytes;
+}
+
+bool fits_rectangle(PixelFormat format, const DynamicArea& area) {
+    const std::size_t expected = pixel_data_length(format, area.rect);
+    return std::all_of(area.pages.begin(), area.pages.end(),
+                       [&](const Page& page) { return page.pixels.size() == expected; });
+}
+
+// An area that is sent again takes the place of its former self, in front of all others. One that is to
+// interrupt nothing waits for the next program, unless it was on the screen already.
+void put(State& state, DynamicArea area, Moment now) {
+    bool known = false;
+    std::erase_if(state.areas, [&](const PlayedArea& played) {
+        if (played.area.id != area.id) return false;
+        known = played.since <= now.up;
+        return true;
+    });
+    const bool at_once = area.play_at_once || known;
+    const Time since = at_once ? now.up : end_of_turn(state, now).value_or(now.up);
+    state.areas.emplace_back(std::move(area), state.model.format, since);
+}
+
+std::string words_for(const DynamicArea& area) {
+    const auto number = [](auto value) { return std::to_string(value); };
+    const std::size_t pages = area.pages.size();
+    return "area " + number(area.id) + " at " + number(area.rect.x) + "," + number(area.rect.y) + " size " +
+           number(area.rect.width) + "x" + number(area.rect.height) + " with " + number(pages) +
+           (pages == 1 ? " page" : " pages") + (area.sound ? " and sound" : "");
+}
+
+std::string words_for(const std::vector<DynamicArea>& areas) {
+    constexpr std::size_t kListed = 8;
+    std::string words;
+    for (std::size_t i = 0; i < areas.size() && i < kListed; ++i)
+        words += (i ? ", " : "") + words_for(areas[i]);
+    if (areas.size() > kListed) words += ", " + std::to_string(areas.size() - kListed) + " more";
+    return words;
+}
+
+ParsedAreas parse(Generation generation, Bytes payload) {
+    const bool five = generation == Generation::five;
+    ParsedAreas areas = five ? parse_dynamic_area_5(payload) : parse_dynamic_areas(payload);
+    if (!std::holds_alternative<ErrorValue>(areas)) return areas;
+    const ParsedAreas foreign = five ? parse_dynamic_areas(payload) : parse_dynamic_area_5(payload);
+    if (!std::holds_alternative<ErrorValue>(foreign)) return ErrorValue::other_generation;
+    return areas;
+}
+
+Outcome update_areas(State& state, Bytes payload, Moment now) {
+    auto parsed = parse(generation_of(state.model.type), payload);
+    if (const auto* error = std::get_if<ErrorValue>(&parsed)) return {*error, {}};
+    auto& areas = std::get<std::vector<DynamicArea>>(parsed);
+    std::string words = words_for(areas);
+
+    std::size_t bytes = 0;
+    for (const DynamicArea& area : areas) {
+        if (!fits_rectangle(state.model.format, area)) return {ErrorValue::bad_pixel_data, words};
+        bytes += pixel_bytes(area);
+    }
+    // The old pages are given up once the new ones are in: there must be room for both.
+    for (const PlayedArea& played : state.areas) bytes += pixel_bytes(played.area);
+    if (bytes > pixel_memory(state.model)) return {ErrorValue::no_memory, words};
+
+    for (DynamicArea& area : areas) put(state, std::move(area), now);
+    ++state.dynamic_version;
+    return {Ack{}, words, true};
+}
+
+// DeleteAreaNum 1, then that many numbers of areas; 0xFF and none for all. Areas that are not there are no
+// matter.
+Outcome delete_areas(State& state, Bytes payload, Moment) {
+    constexpr std::uint8_t kAll = 0xFF, kMost = 0x7F;
+    const std::uint8_t count = payload.front();
+    const Bytes ids = payload.subspan(1);
+    if (count > kMost && count != kAll) return refuse(ErrorValue::bad_value);
+    if (ids.size() != (count == kAll ? 0 : count)) return refuse(ErrorValue::malformed);
+    const std::size_t deleted = std::erase_if(state.areas, [&](const PlayedArea& played) {
+        return count == kAll || std::find(ids.begin(), ids.end(), played.area.id) != ids.end();
+    });
+    if (deleted) ++state.dynamic_version;
+    return {Ack{}, std::to_string(deleted) + " deleted", deleted != 0};
+}
+
+Outcome take_voices(State& state, ParsedVoices parsed) {
+    if (generation_of(state.model.type) == Generation::five) return refuse(ErrorValue::unknown_command);
+    if (const auto* error = std::get_if<ErrorValue>(&parsed)) return refuse(*error);
+    auto& voices = std::get<std::vector<Voice>>(parsed);
+    const std::string words = std::to_string(voices.size()) + (voices.size() == 1 ? " text" : " texts");
+    if (!state.voices.take(std::move(voices))) return {ErrorValue::no_memory, words};
+    ++state.dynamic_version;
+    return {Ack{}, words};
+}
+
+Outcome update_sounds(State& state, Bytes payload, Moment) {
+    return take_voices(state, parse_voice_update(payload));
+}
+
+Outcome insert_sound(State& state, Bytes payload, Moment) {
+    return take_voices(state, parse_voice_insertion(payload));
+}
+
+constexpr Command kCommands[] = {
+    {kDynamicAreaGroup, 0, "dynamic areas", 2, kAnyLength, update_areas},
+    {kDynamicAreaGroup, 1, "delete dynamic areas", 1, kAnyLength, delete_areas},
+    {kDynamicAreaGroup, 2, "update sounds", 2, kAnyLength, update_sounds},
+    {kDynamicAreaGroup, 7, "insert a sound", 9, kAnyLength, insert_sound},
+};
+
+} // namespace
+
+std::span<const Command> dynamic_area_commands() { return kCommands; }
+
+} // namespace qm::sim

@@ -1,0 +1,80 @@
+// What an uploaded time area says about the clock that the controller shows in it.
+#pragma once
+
+#include "simulator/playback/Clock.h"
+#include "simulator/playback/Image.h"
+#include "simulator/playback/PixelData.h"
+
+#include <cstdint>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace qm::sim {
+
+// Numbered as in the file.
+enum class ClockUnit : std::uint8_t {
+    year = 0,
+    two_digit_year = 1,
+    month = 2,
+    day = 3,
+    hour24 = 4,
+    hour12 = 5,
+    minute = 6,
+    second = 7,
+    am_pm = 8,
+    weekday = 9,
+    literal = 10,
+};
+
+// How many cells a unit takes, and how many glyphs the set has that fills them.
+[[nodiscard]] int cells_of(ClockUnit unit);
+[[nodiscard]] int glyphs_of(ClockUnit unit);
+
+// A unit in the area, its first cell's top left corner at (x, y).
+struct UnitPlace {
+    ClockUnit unit = ClockUnit::literal;
+    int x = 0, y = 0;
+    std::size_t set = 0;
+    Rgb color;
+};
+
+// Images of one size, of which the lit pixels are shown in the colour of the unit.
+struct GlyphImages {
+    int width = 0, height = 0;
+    std::vector<ByteBuffer> glyphs;
+};
+
+struct DigitalClock {
+    std::vector<UnitPlace> units;
+    std::vector<GlyphImages> sets;
+};
+
+struct Hand {
+    int width = 0, length = 0;
+    Rgb color;
+};
+
+struct AnalogClock {
+    int x = 0, y = 0; // where the hands turn, inside the area
+    std::uint8_t unit_mode = 0, style = 0;
+    Hand hour, minute, second;
+};
+
+// A moment from which a clock of its own runs.
+struct BattleStart {
+    LocalSeconds time{};
+    unsigned weekday = 0; // from 0 for Sunday
+};
+
+struct ClockArea {
+    std::variant<DigitalClock, AnalogClock> face;
+    std::optional<BattleStart> battle;
+    std::uint8_t start_up_mode = 0;
+};
+
+// A palette index as the LEDs shine: bit 0 red, bit 1 green, bit 2 blue. What a screen has no LEDs for is
+// red.
+[[nodiscard]] Rgb shine_of(ScreenColor screen, unsigned index);
+
+} // namespace qm::sim

@@ -1,0 +1,253 @@
+#include "simulator/playback/ProgramFile.h"
+
+#include "global.h"
+#include "simulator/playback/program_reading.h"
+
+#include <algorithm>
+
+namespace qm::sim {
+namespace {
+
+constexpr std::size_t kCrc = 4, kMostPeriods = 8, kPeriod = 6;
+constexpr std::size_t kDataHead = 13;
+constexpr std::uint8_t kDataType = 9;
+
+std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
+
+CalendarDay read_day(Cursor& in) {
+    CalendarDay day;
+    day.year = in.u16();
+    day.month = in.u8();
+    day.day = in.u8();
+    return day;
+}
+
+// FileType 1, ProgramName 4, ProgramStyle, ProgramPriority, ProgramPlayTimes 1 each, ProgramTimeSpan 2; in
+// generation 6 SpecialFlag, CommExtendParaLen 1 each, ScheduNum, LoopValue 2 each, Intergrate,
+// TimeAttributeNum 1 each, TimeAttribute0Offset 2; ProgramWeek 1, two days of 4 each.
+bool read_header(Cursor& in, Generation generation, ProgramHeader& header) {
+    header.file_type = in.u8();
+    header.name = text_of(in.bytes(4));
+    header.style = in.u8();
+    header.priority = in.u8();
+    header.play_times = in.u8();
+    header.time_span = in.u16();
+    if (generation == Generation::six) {
+        header.special_flag = in.u8();
+        header.extended_length = in.u8();
+        header.schedule = in.u16();
+        header.loop_value = in.u16();
+        header.integrate = in.u8();
+        header.time_attributes = in.u8();
+        header.time_attribute_offset = in.u16();
+    }
+    header.week = in.u8();
+    header.first_day = read_day(in);
+    header.last_day = read_day(in);
+    return in.whole("program header");
+}
+
+struct ClockTime {
+    unsigned hour, minute, second;
+
+    [[nodiscard]] std::chrono::seconds of_day() const {
+        return std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);
+    }
+    [[nodiscard]] bool plausible() const {
+        return minute < 60 && second < 60 && of_day() <= std::chrono::hours(24);
+    }
+};
+
+// StartHour, StartMinute, StartSecond, EndHour, EndMinute, EndSecond 1 each. A period of one second is what
+// lit pixels of a border look like; it is believed only when nothing else parses.
+bool read_period(Cursor& in, bool any, std::vector<PlayPeriod>& periods) {
+    const ClockTime first{in.u8(), in.u8(), in.u8()}, last{in.u8(), in.u8(), in.u8()};
+    periods.push_back({first.of_day(), last.of_day()});
+    return in.whole("play period") &&
+           in.expect(first.plausible() && last.plausible(), "play period", "a time of day before its end",
+                     first.plausible() ? last.hour : first.hour) &&
+           in.expect(any || first.of_day() != last.of_day(), "play period", "more than a second", first.hour);
+}
+
+// Behind the flag, in generation 5: FrameDispStyle, FrameDispSpeed, FrameMoveStep, FrameWidth 1 each,
+// FrameBackup 2; in generation 6: FrameDispStype, FrameDispSpeed, FrameMoveStep, FrameUnitLength,
+// FrameUnitWidth, FrameDirectDispBit 1 each, zero 7.
+bool read_border_header(Cursor& in, Generation generation, Border& border) {
+    border.style = in.u8();
+    border.speed = in.u8();
+    border.move_step = in.u8();
+    if (generation == Generation::five) {
+        border.unit_width = in.u8();
+        in.skip(2);
+        return in.whole("screen border");
+    }
+    border.unit_length = in.u8();
+    border.unit_width = in.u8();
+    border.direct_bit = in.u8();
+    return in.zeros(7, "reserved bytes of the screen border");
+}
+
+// Whether lengths and areas alternate from here to the end, and in what number: the cheap check first.
+std::optional<std::size_t> count_areas(Cursor in, std::size_t most) {
+    std::size_t count = 0;
+    while (in.left() > 0) {
+        const std::uint32_t length = in.u32();
+        if (!in.whole("area length") ||
+            !in.expect(length <= in.left(), "area length", "an area inside the file", length) ||
+            !in.expect(++count <= most, "area count", "the number of areas or more", most) || !in.spend())
+            return std::nullopt;
+        in.skip(length);
+    }
+    return count;
+}
+
+bool read_areas(Cursor& in, Reading& reading, Attempt& attempt) {
+    while (in.left() > 0) {
+        const std::uint32_t length = in.u32();
+        const std::size_t begin = in.position();
+        if (!read_area(reading, begin, begin + length, attempt)) return false;
+        in.skip(length);
+    }
+    const bool six = reading.generation == Generation::six;
+    const std::size_t unused = six ? reading.data.size() - attempt.data_used : 0;
+    return in.expect(unused == 0, "data file", "no bytes behind the last page", unused);
+}
+
+// Background flag 1, area count 1, the areas.
+bool read_rest(Cursor in, Reading& reading, Program& program, Attempt& attempt) {
+    const std::uint8_t background = in.u8();
+    const bool six = reading.generation == Generation::six;
+    if (!in.expect(background <= (six ? 1 : 0), "background flag", six ? "0 or 1" : "0", background))
+        return false;
+    program.background = background == 1;
+    program.area_count = in.u8();
+    if (!in.whole("area count") || !count_areas(in, program.area_count)) return false;
+    attempt = {};
+    if (!read_areas(in, reading, attempt)) return false;
+    const auto is_background = [](const ProgramArea& area) { return area.type == AreaType::background; };
+    return in.expect(program.background ||
+                         std::none_of(attempt.areas.begin(), attempt.areas.end(), is_background),
+                     "background flag", "1 with a background area", background);
+}
+
+// Tries every length that border pixels may have.
+bool read_bordered(Cursor& in, Reading& reading, Program& program, Attempt& attempt) {
+    Border& border = program.border.emplace();
+    if (!read_border_header(in, reading.generation, border)) return false;
+    const std::size_t unit = border_unit(reading.format), most = std::min(in.left(), kLongestBorder);
+    for (std::size_t length = unit; length <= most && in.spend(); length += unit) {
+        Cursor rest = in;
+        const Bytes pixels = rest.bytes(length);
+        if (read_rest(rest, reading, program, attempt)) {
+            border.pixels.assign(pixels.begin(), pixels.end());
+            return size_pattern(border, reading.format, length);
+        }
+        if (unit == 0) break;
+    }
+    return false;
+}
+
+// Border flag 1, the border, the rest.
+bool read_border_on(Cursor in, Reading& reading, Program& program, Attempt& attempt) {
+    const std::uint8_t flag = in.u8();
+    program.border.reset();
+    if (!in.whole("border flag") || !in.expect(flag <= 1, "border flag", "0 or 1", flag)) return false;
+    if (flag == 0) return read_rest(in, reading, program, attempt);
+    return read_bordered(in, reading, program, attempt);
+}
+
+bool read_with_periods(Cursor in, std::size_t count, bool any, Reading& reading, Program& program,
+                       Attempt& attempt) {
+    program.periods.clear();
+    for (std::size_t i = 0; i < count; ++i)
+        if (!read_period(in, any, program.periods)) return false;
+    return read_border_on(in, reading, program, attempt);
+}
+
+// Play-period flag 1, as many periods as there turn out to be.
+bool read_periods_on(Cursor& in, Reading& reading, Program& program, Attempt& attempt) {
+    const std::uint8_t flag = in.u8();
+    if (!in.whole("play-period flag") || !in.expect(flag <= 1, "play-period flag", "0 or 1", flag))
+        return false;
+    if (flag == 0) return read_border_on(in, reading, program, attempt);
+    for (const bool any : {false, true})
+        for (std::size_t count = std::min(kMostPeriods, in.left() / kPeriod); count > 0; --count)
+            if (read_with_periods(in, count, any, reading, program, attempt)) return true;
+    in.expect(in.left() >= kPeriod, "play-period flag", "0 without periods", flag);
+    return false;
+}
+
+void hand_out_pixels(Bytes source, const Attempt& attempt, Program& program) {
+    auto extent = attempt.extents.cbegin();
+    for (ProgramArea& area : program.areas)
+        for (Page& page : area.pages) {
+            const Bytes pixels = source.subspan(extent->offset, extent->length);
+            page.pixels.assign(pixels.begin(), pixels.end());
+            ++extent;
+        }
+}
+
+// Why the frame of a file is wrong, before anything in it is looked at.
+std::optional<std::string> damage(Bytes file, const std::string& name) {
+    if (file.size() < kCrc) return name + ": too short for a CRC";
+    const Bytes body = file.first(file.size() - kCrc);
+    const std::uint32_t stated = ByteReader(file.last(kCrc)).u32();
+    if (stated != calc_crc32(body)) return name + ": the CRC in its last 4 bytes is wrong";
+    return std::nullopt;
+}
+
+// Data file type 9, data file name 4, zero 8.
+std::optional<std::string> wrong_data_head(Bytes data, const std::string& program_name) {
+    if (data.size() < kDataHead) return "data file: its header is cut short";
+    if (data[0] != kDataType)
+        return std::string("data file, byte 0, type: 9 expected, ")
+            .append(std::to_string(data[0]))
+            .append(" found");
+    if (text_of(data.subspan(1, 4)) != std::string("D").append(program_name, 1))
+        return "data file, byte 1, name: that of the program with D in front expected";
+    const Bytes zeros = data.subspan(5, 8);
+    if (std::any_of(zeros.begin(), zeros.end(), [](std::uint8_t byte) { return byte != 0; }))
+        return "data file, byte 5, reserved bytes: 0 expected";
+    return std::nullopt;
+}
+
+ParsedProgram parse(Reading& reading) {
+    Program program;
+    program.generation = reading.generation;
+    Attempt attempt;
+    Cursor in(reading, 0, reading.file.size());
+    const bool six = reading.generation == Generation::six;
+    if (!read_header(in, reading.generation, program.header))
+        return "program file, " + reading.refusal.words();
+    if (six)
+        if (auto wrong = wrong_data_head(reading.data, program.header.name)) return std::move(*wrong);
+    const bool read = read_periods_on(in, reading, program, attempt);
+    if (!read && reading.records_left == 0)
+        return "program file: it can be read in too many ways to find where its borders end";
+    if (!read) return "program file, " + reading.refusal.words();
+    program.areas = std::move(attempt.areas);
+    hand_out_pixels(six ? reading.data : reading.file, attempt, program);
+    return program;
+}
+
+} // namespace
+
+Rect ProgramArea::inside() const {
+    const int edge = border ? border->thickness : 0;
+    return {rect.x + edge, rect.y + edge, rect.width - 2 * edge, rect.height - 2 * edge};
+}
+
+ParsedProgram parse_program(Bytes file, PixelFormat format) {
+    if (auto wrong = damage(file, "program file")) return std::move(*wrong);
+    Reading reading{file.first(file.size() - kCrc), {}, Generation::five, format};
+    return parse(reading);
+}
+
+ParsedProgram parse_program(Bytes file, Bytes data, PixelFormat format) {
+    if (auto wrong = damage(file, "program file")) return std::move(*wrong);
+    if (auto wrong = damage(data, "data file")) return std::move(*wrong);
+    Reading reading{file.first(file.size() - kCrc), data.first(data.size() - kCrc), Generation::six, format};
+    return parse(reading);
+}
+
+} // namespace qm::sim

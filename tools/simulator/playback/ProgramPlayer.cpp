@@ -1,0 +1,145 @@
+#include "simulator/playback/ProgramPlayer.h"
+
+#include "simulator/playback/border.h"
+
+#include <algorithm>
+
+namespace qm::sim {
+namespace {
+
+using std::chrono::days;
+using std::chrono::seconds;
+
+seconds time_of_day(LocalSeconds clock) { return clock - std::chrono::floor<days>(clock); }
+
+bool holds(const PlayPeriod& period, seconds time) {
+    if (period.first <= period.last) return period.first <= time && time <= period.last;
+    return period.first <= time || time <= period.last;
+}
+
+void earliest(std::optional<Time>& soonest, std::optional<Time> candidate) {
+    if (candidate && (!soonest || *candidate < *soonest)) soonest = candidate;
+}
+
+Time turn_of(const ProgramPlayer& player) {
+    const ProgramHeader& header = player.program().header;
+    if (header.style != 0) return seconds(std::max<int>(1, header.time_span));
+    return player.once() * std::max<int>(1, header.play_times);
+}
+
+} // namespace
+
+ProgramPlayer::ProgramPlayer(Program program, int width, int height, PixelFormat format)
+    : m_program(std::move(program)), m_width(width), m_height(height), m_format(format) {
+    for (const ProgramArea& area : m_program.areas)
+        m_timelines.emplace_back(area.pages, area.inside(), format);
+}
+
+Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {
+    return plays_at(clock) ? picture(since_start, {clock, since_start}) : Image(m_width, m_height);
+}
+
+std::optional<Time> ProgramPlayer::next_change(Time since_start, LocalSeconds clock) const {
+    std::optional<Time> soonest;
+    if (const auto period = until_period(clock)) soonest = since_start + *period;
+    if (plays_at(clock)) earliest(soonest, next_picture(since_start));
+    return soonest;
+}
+
+bool ProgramPlayer::plays_at(LocalSeconds clock) const {
+    const auto now = [time = time_of_day(clock)](const PlayPeriod& period) { return holds(period, time); };
+    return m_program.periods.empty() || std::any_of(m_program.periods.begin(), m_program.periods.end(), now);
+}
+
+std::optional<Time> ProgramPlayer::until_period(LocalSeconds clock) const {
+    std::optional<Time> soonest;
+    for (const PlayPeriod& period : m_program.periods)
+        for (const seconds edge : {period.first, period.last + seconds(1)}) {
+            const seconds wait = (edge - time_of_day(clock) + 2 * days(1)) % days(1);
+            earliest(soonest, wait == seconds(0) ? days(1) : wait);
+        }
+    return soonest;
+}
+
+Time ProgramPlayer::once() const {
+    Time longest = seconds(1);
+    for (const Timeline& timeline : m_timelines) longest = std::max(longest, timeline.once());
+    return longest;
+}
+
+Image ProgramPlayer::picture(Time played, const ClockReading& clocks) const {
+    Image image(m_width, m_height);
+    for (const bool background : {true, false})
+        for (std::size_t i = 0; i < m_timelines.size(); ++i) {
+            const ProgramArea& area = m_program.areas[i];
+            if ((area.type == AreaType::background) != background) continue;
+            m_timelines[i].draw(image, played);
+            if (area.clock) draw(image, m_format, *area.clock, area.rect, clocks);
+            if (area.border) draw(image, m_format, *area.border, area.rect, played);
+        }
+    if (m_program.border) draw(image, m_format, *m_program.border, {0, 0, m_width, m_height}, played);
+    return image;
+}
+
+std::optional<Time> ProgramPlayer::next_picture(Time played) const {
+    std::optional<Time> soonest;
+    for (const Timeline& timeline : m_timelines) earliest(soonest, timeline.next_change(played));
+    for (const ProgramArea& area : m_program.areas) {
+        if (area.border) earliest(soonest, sim::next_change(*area.border, played));
+        if (area.clock) earliest(soonest, played - played % kClockStep + kClockStep);
+    }
+    if (m_program.border) earliest(soonest, sim::next_change(*m_program.border, played));
+    return soonest;
+}
+
+void Playlist::put(const std::string& name, Program program) {
+    m_players[name] = std::make_unique<const ProgramPlayer>(std::move(program), m_width, m_height, m_format);
+}
+
+Playlist::Turn Playlist::turn_at(Time since_start, LocalSeconds clock,
+                                 const std::optional<std::string>& locked) const {
+    if (locked) return {m_players.find(*locked), Time{0}, std::nullopt};
+    std::vector<Players::const_iterator> waiting;
+    Time round{0};
+    for (auto player = m_players.begin(); player != m_players.end(); ++player)
+        if (player->second->plays_at(clock)) {
+            waiting.push_back(player);
+            round += turn_of(*player->second);
+        }
+    if (waiting.empty()) return {m_players.end(), Time{0}, std::nullopt};
+    if (waiting.size() == 1) return {waiting.front(), Time{0}, std::nullopt};
+    Time begin = since_start - since_start % round;
+    for (const auto player : waiting) {
+        const Time end = begin + turn_of(*player->second);
+        if (since_start < end) return {player, begin, end};
+        begin = end;
+    }
+    return {m_players.end(), Time{0}, std::nullopt};
+}
+
+Image Playlist::screen(Time since_start, LocalSeconds clock, const std::optional<std::string>& locked) const {
+    const Turn turn = turn_at(since_start, clock, locked);
+    if (turn.player == m_players.end()) return {m_width, m_height};
+    return turn.player->second->picture(since_start - turn.since, {clock, since_start});
+}
+
+std::optional<Time> Playlist::next_change(Time since_start, LocalSeconds clock,
+                                          const std::optional<std::string>& locked) const {
+    const Turn turn = turn_at(since_start, clock, locked);
+    std::optional<Time> soonest = turn.end;
+    if (turn.player != m_players.end())
+        if (const auto next = turn.player->second->next_picture(since_start - turn.since))
+            earliest(soonest, turn.since + *next);
+    if (locked) return soonest;
+    for (const auto& [name, player] : m_players)
+        if (const auto wait = player->until_period(clock)) earliest(soonest, since_start + *wait);
+    return soonest;
+}
+
+std::string Playlist::playing(Time since_start, LocalSeconds clock,
+                              const std::optional<std::string>& locked) const {
+    const Turn turn = turn_at(since_start, clock, locked);
+    return turn.player == m_players.end() ? "" : turn.player->first;
+}
+
+} // namespace qm::sim

@@ -1,0 +1,85 @@
+// Plays programs: what they show is a function of the time since they began and of the clock.
+#pragma once
+
+#include "simulator/playback/Clock.h"
+#include "simulator/playback/LiveClock.h"
+#include "simulator/playback/ProgramFile.h"
+#include "simulator/playback/Timeline.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace qm::sim {
+
+// One program. The background comes first, then the areas in their order, each over what is below it, then
+// the border of the screen. Life span, week and priority make no difference, nor does transparency.
+class ProgramPlayer {
+  public:
+    ProgramPlayer(Program program, int width, int height, PixelFormat format);
+    ProgramPlayer(const ProgramPlayer&) = delete;
+    ProgramPlayer& operator=(const ProgramPlayer&) = delete;
+
+    // Black outside its play periods.
+    [[nodiscard]] Image screen(Time since_start, LocalSeconds clock) const;
+    // When the screen is to be drawn anew, as time since the start; nothing when it stays for good.
+    [[nodiscard]] std::optional<Time> next_change(Time since_start, LocalSeconds clock) const;
+
+    [[nodiscard]] const Program& program() const { return m_program; }
+    [[nodiscard]] bool plays_at(LocalSeconds clock) const;
+    // How long until a play period begins or ends; nothing without periods.
+    [[nodiscard]] std::optional<Time> until_period(LocalSeconds clock) const;
+    // How long it takes to be played once: until its longest area has shown all pages, at least a second.
+    [[nodiscard]] Time once() const;
+    // What it shows regardless of periods.
+    [[nodiscard]] Image picture(Time played, const ClockReading& clocks = {}) const;
+    [[nodiscard]] std::optional<Time> next_picture(Time played) const;
+
+  private:
+    const Program m_program;
+    const int m_width, m_height;
+    const PixelFormat m_format;
+    std::vector<Timeline> m_timelines; // one for every area
+};
+
+// All programs of a controller, one after the other in the order of their names. A program of style 0 plays
+// ProgramPlayTimes times, any other for ProgramTimeSpan seconds; each at least once, or for a second.
+// Programs outside their play periods are left out, and one that is alone is played without end.
+class Playlist {
+  public:
+    Playlist(int width, int height, PixelFormat format)
+        : m_width(width), m_height(height), m_format(format) {}
+
+    // Takes a program in, in the place of that of the same name.
+    void put(const std::string& name, Program program);
+    void remove(const std::string& name) { m_players.erase(name); }
+    [[nodiscard]] bool empty() const { return m_players.empty(); }
+
+    // A locked program is shown alone, at any time of day; one that is not there leaves the screen black.
+    [[nodiscard]] Image screen(Time since_start, LocalSeconds clock,
+                               const std::optional<std::string>& locked = {}) const;
+    [[nodiscard]] std::optional<Time> next_change(Time since_start, LocalSeconds clock,
+                                                  const std::optional<std::string>& locked = {}) const;
+    // The name of the program that plays; empty: none.
+    [[nodiscard]] std::string playing(Time since_start, LocalSeconds clock,
+                                      const std::optional<std::string>& locked = {}) const;
+
+  private:
+    using Players = std::map<std::string, std::unique_ptr<const ProgramPlayer>>;
+    struct Turn {
+        Players::const_iterator player;
+        Time since{0};           // when it began
+        std::optional<Time> end; // nothing when no other program waits
+    };
+
+    [[nodiscard]] Turn turn_at(Time since_start, LocalSeconds clock,
+                               const std::optional<std::string>& locked) const;
+
+    int m_width, m_height;
+    PixelFormat m_format;
+    Players m_players;
+};
+
+} // namespace qm::sim

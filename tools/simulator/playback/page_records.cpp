@@ -1,0 +1,36 @@
+#include "simulator/playback/page_records.h"
+
+namespace qm::sim {
+
+void read_page_head(ByteReader& reader, Page& page) {
+    page.style = reader.u8();
+    page.display_mode = reader.u8();
+    page.clear_mode = reader.u8();
+    page.speed = reader.u8();
+    page.stay_time = reader.u16();
+    page.repeat_time = reader.u8();
+    page.valid_len = reader.u16();
+}
+
+bool read_sound(ByteReader& reader, std::optional<Sound>& sound) {
+    if (reader.u8() == 0) return reader.ok();
+    return read_sound_record(reader, sound.emplace());
+}
+
+bool read_sound_record(ByteReader& reader, Sound& sound) {
+    sound.person = reader.u8();
+    sound.volume = reader.u8();
+    sound.speed = reader.u8();
+    sound.data_mode = reader.u8();
+    sound.replay_times = reader.u32();
+    sound.replay_delay = reader.u32();
+    sound.reserved_para_len = reader.u8();
+    sound.num_deal = reader.u8();
+    sound.languages = reader.u8();
+    sound.word_style = reader.u8();
+    const Bytes text = reader.bytes(reader.u32());
+    sound.text.assign(text.begin(), text.end());
+    return reader.ok();
+}
+
+} // namespace qm::sim

@@ -1,0 +1,199 @@
+// Area records of program files.
+#include "simulator/playback/clock_records.h"
+#include "simulator/playback/page_records.h"
+#include "simulator/playback/program_reading.h"
+
+#include <algorithm>
+
+namespace qm::sim {
+namespace {
+
+constexpr std::uint32_t kPageHeader5 = 13; // bytes
+constexpr std::uint32_t kPageRecord6 = 26; // without its own length field
+constexpr std::size_t kBytesARecord = 256; // that may be copied at the price of a record
+
+// AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each.
+bool read_place(Cursor& in, Generation generation, ProgramArea& area) {
+    const std::uint8_t type = in.u8();
+    area.type = static_cast<AreaType>(type);
+    const bool six = generation == Generation::six;
+    const bool known = area.type == AreaType::pictures || area.type == AreaType::time ||
+                       (six && area.type == AreaType::background);
+    if (!in.expect(known, "area type", six ? "0, 2 or 11" : "0 or 2", type)) return false;
+    area.rect = {in.u16(), in.u16(), in.u16(), in.u16()};
+    return in.whole("area header");
+}
+
+// PageDataLen 4, page header 13 (the last 4 bytes zero), pixels.
+bool read_page_5(Cursor& in, Page& page, Extent& extent) {
+    const std::uint32_t length = in.u32();
+    if (!in.expect(length >= kPageHeader5 && length <= in.left(), "page length",
+                   "13 or more, inside the area", length))
+        return false;
+    read_page_head(in.mark(), page);
+    if (!in.zeros(4, "reserved bytes of a page header")) return false;
+    extent = {in.position(), length - kPageHeader5};
+    in.skip(extent.length);
+    return true;
+}
+
+// The pixels of a data file follow one another. Offsets are counted from 1.
+bool take_data(Cursor& in, const Reading& reading, Extent& extent, Attempt& attempt) {
+    const std::size_t next = attempt.data_used + 1;
+    const std::uint32_t offset = in.u32();
+    if (!in.expect(offset == next, "data offset of a page",
+                   "the end of the pixels before it, counted from 1,", offset))
+        return false;
+    extent = {offset - 1U, in.u32()};
+    const bool inside =
+        extent.offset <= reading.data.size() && extent.length <= reading.data.size() - extent.offset;
+    if (!in.expect(inside, "data length of a page", "pixels inside the data file", extent.length))
+        return false;
+    attempt.data_used = extent.offset + extent.length;
+    return true;
+}
+
+// PageNum 2 and the pages, to the end of the record.
+bool read_pages(Cursor& in, const Reading& reading, ProgramArea& area, Attempt& attempt) {
+    const std::size_t count = in.u16();
+    if (!in.whole("page count")) return false;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!in.spend()) return false;
+        Page& page = area.pages.emplace_back();
+        Extent& extent = attempt.extents.emplace_back();
+        const bool read = reading.generation == Generation::five
+                              ? read_page_5(in, page, extent)
+                              : read_page_6(in, reading, page, extent, attempt);
+        if (!read) return false;
+        if (!in.expect(page.valid_len <= area.rect.width, "ValidLen of a page", "the area's width or less",
+                       page.valid_len))
+            return false;
+    }
+    return in.expect(in.left() == 0, "page count", "pages up to the end of the area", count);
+}
+
+// Of generation 6, before the pages: BackGroundFlag, Transparency, AreaEqual 1 each, speech, zero 5.
+bool read_second_header(Cursor& in, ProgramArea& area) {
+    area.background_flag = in.u8();
+    area.transparency = in.u8();
+    area.equal = in.u8();
+    if (!read_sound(in.mark(), area.sound)) return in.whole("speech");
+    if (area.sound && !in.spend(area.sound->text.size() / kBytesARecord)) return false;
+    return in.zeros(5, "reserved bytes of an area");
+}
+
+// The thickness at which a page of the area takes so many bytes. Pages shrink with every pixel of it, so that
+// there is one at most.
+int thickness_of(PixelFormat format, const Rect& rect, std::size_t page) {
+    for (int t = 1; 2 * t < std::min(rect.width, rect.height); ++t)
+        if (pixel_data_length(format, {rect.x + t, rect.y + t, rect.width - 2 * t, rect.height - 2 * t}) ==
+            page)
+            return t;
+    return 0;
+}
+
+// Without pages, or without pixels in them, the header tells the thickness.
+bool size_border(Cursor& in, const Reading& reading, ProgramArea& area, std::size_t length,
+                 std::span<const Extent> pages) {
+    Border& border = *area.border;
+    if (pages.empty() || border_unit(reading.format) == 0)
+        return size_pattern(border, reading.format, length);
+    if (!in.spend(static_cast<std::size_t>(area.rect.height) / 32)) return false;
+    const std::size_t page = pages.front().length;
+    const int thickness = thickness_of(reading.format, area.rect, page);
+    return in.expect(thickness > 0, "page length", "the pixels of what an area border leaves", page) &&
+           in.expect(size_pattern(border, reading.format, length, thickness), "area border",
+                     "whole rows of a pattern", length);
+}
+
+// All pages are as large as the drawing rectangle.
+bool check_pages(Cursor& in, const Reading& reading, const ProgramArea& area, std::span<const Extent> pages) {
+    const Rect inside = area.inside();
+    const std::size_t length =
+        inside.width > 0 && inside.height > 0 ? pixel_data_length(reading.format, inside) : 0;
+    for (const Extent& page : pages)
+        if (!in.expect(page.length == length, "length of a page", "the pixels of the drawing rectangle",
+                       page.length))
+            return false;
+    return true;
+}
+
+// What follows the border, whose pixels take so many bytes.
+bool read_content(Cursor in, Reading& reading, ProgramArea& area, std::size_t border, Attempt& attempt) {
+    if (!in.spend()) return false;
+    const std::size_t first = attempt.extents.size();
+    const Bytes pattern = in.bytes(border);
+    if (reading.generation == Generation::six && !read_second_header(in, area)) return false;
+    if (!read_pages(in, reading, area, attempt)) return false;
+    const std::span<const Extent> pages(attempt.extents.begin() + static_cast<std::ptrdiff_t>(first),
+                                        attempt.extents.end());
+    if (area.border && !size_border(in, reading, area, border, pages)) return false;
+    if (area.border) area.border->pixels.assign(pattern.begin(), pattern.end());
+    return check_pages(in, reading, area, pages);
+}
+
+// Takes the content over into the attempt when it parses with a border of this length.
+bool try_content(const Cursor& in, Reading& reading, const ProgramArea& head, std::size_t border,
+                 Attempt& attempt) {
+    ProgramArea area = head;
+    const std::size_t extents = attempt.extents.size(), used = attempt.data_used;
+    if (read_content(in, reading, area, border, attempt)) {
+        attempt.areas.push_back(std::move(area));
+        return true;
+    }
+    attempt.extents.resize(extents);
+    attempt.data_used = used;
+    return false;
+}
+
+// AreaFDispStyle, AreaFDispSpeed, AreaFMoveStep, AreaFWidth 1 each, AreaFBackup 2, behind the flag. The
+// length of the pixels is not written: it is the one with which the rest of the record parses.
+bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
+    Border& border = area.border.emplace();
+    border.style = in.u8();
+    border.speed = in.u8();
+    border.move_step = in.u8();
+    border.unit_length = in.u8();
+    in.skip(2);
+    if (!in.whole("area border")) return false;
+    const std::size_t unit = border_unit(reading.format);
+    if (unit == 0) return try_content(in, reading, area, 0, attempt);
+    const std::size_t most = std::min(in.left(), kLongestBorder);
+    for (std::size_t length = unit; length <= most && reading.records_left > 0; length += unit)
+        if (try_content(in, reading, area, length, attempt)) return true;
+    return false;
+}
+
+} // namespace
+
+// PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1, Dataoffset 4,
+// DataLen 4.
+bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt) {
+    const std::uint32_t length = in.u32();
+    if (!in.whole("page record") || !in.expect(length == kPageRecord6, "page record length", "26", length))
+        return false;
+    read_page_head(in.mark(), page);
+    if (!in.zeros(1, "reserved byte of a page header")) return false;
+    in.skip(1);
+    if (!in.zeros(6, "reserved bytes of a page header")) return false;
+    in.skip(1);
+    return take_data(in, reading, extent, attempt) && in.whole("page record");
+}
+
+bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt) {
+    Cursor in(reading, begin, end);
+    ProgramArea area;
+    if (!in.spend() || !read_place(in, reading.generation, area)) return false;
+    if (area.type == AreaType::time) {
+        if (!read_clock(in, reading, area, attempt)) return false;
+        attempt.areas.push_back(std::move(area));
+        return true;
+    }
+    const std::uint8_t flag = in.u8();
+    if (!in.whole("area border flag") || !in.expect(flag <= 1, "area border flag", "0 or 1", flag))
+        return false;
+    if (flag == 0) return try_content(in, reading, area, 0, attempt);
+    return read_bordered(in, reading, area, attempt);
+}
+
+} // namespace qm::sim

@@ -1,0 +1,100 @@
+// What the readers of program files share.
+#pragma once
+
+#include "simulator/playback/ProgramFile.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qm::sim {
+
+constexpr std::size_t kLongestBorder = 3 * 255 * 255; // bytes; no pattern is longer
+
+// The complaint of the attempt that came farthest; its words are made at the end, for most attempts fail.
+struct Refusal {
+    std::size_t at = 0;
+    const char* field = "";
+    const char* expected = nullptr;
+    std::uint64_t found = 0;
+
+    [[nodiscard]] std::string words() const;
+};
+
+// What all attempts at a file have in common.
+struct Reading {
+    Bytes file; // without its CRC
+    Bytes data; // of generation 6, without its CRC
+    Generation generation = Generation::five;
+    PixelFormat format;
+    Refusal refusal{};
+    // Records that may still be read. A file that is made to be read in too many ways costs no more.
+    unsigned records_left = 1'000'000;
+};
+
+// Where the pixels of a page lie, in the program file or in the data file.
+struct Extent {
+    std::size_t offset = 0, length = 0;
+};
+
+// One attempt at the areas.
+struct Attempt {
+    std::vector<ProgramArea> areas;
+    std::vector<Extent> extents; // one for every page of every area
+    std::size_t data_used = 13;  // bytes of the data file that are accounted for
+};
+
+// Takes fields off a part of the program file, and knows where it is.
+class Cursor {
+  public:
+    Cursor(Reading& reading, std::size_t begin, std::size_t end)
+        : m_reading(&reading), m_reader(reading.file.subspan(begin, end - begin)), m_end(end) {}
+
+    std::uint8_t u8() { return mark().u8(); }
+    std::uint16_t u16() { return mark().u16(); }
+    std::uint32_t u32() { return mark().u32(); }
+    Bytes bytes(std::size_t count) { return mark().bytes(count); }
+    void skip(std::size_t count) { mark().skip(count); }
+    // For records that have a reader of their own.
+    ByteReader& mark() {
+        m_field = position();
+        return m_reader;
+    }
+
+    [[nodiscard]] std::size_t position() const { return m_end - m_reader.left(); }
+    [[nodiscard]] std::size_t end() const { return m_end; }
+    [[nodiscard]] std::size_t left() const { return m_reader.left(); }
+
+    // Complains about the field taken last unless it holds.
+    bool expect(bool holds, const char* field, const char* expected, std::uint64_t found = 0);
+    // Complains when fields were taken that are not there.
+    bool whole(const char* record);
+    // Takes bytes that must be 0.
+    bool zeros(std::size_t count, const char* field);
+    // Accounts for work; false once there was too much of it.
+    bool spend(std::size_t records = 1);
+
+  private:
+    Reading* m_reading;
+    ByteReader m_reader;
+    std::size_t m_end;
+    std::size_t m_field = 0;
+};
+
+// The smallest step in which border pixels can grow: a group of pixels of every plane, or a pixel.
+[[nodiscard]] std::size_t border_unit(PixelFormat format);
+
+// Sets the size of the pattern whose pixels take so many bytes at this thickness; false when none does.
+bool size_pattern(Border& border, PixelFormat format, std::size_t length, int thickness);
+
+// The same when nothing but the header tells the thickness; 1 pixel where that does not fit.
+bool size_pattern(Border& border, PixelFormat format, std::size_t length);
+
+// The record of a page in generation 6: its header, and where its pixels are.
+bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt);
+
+// One area record, which takes the whole part of the file.
+bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt);
+
+} // namespace qm::sim

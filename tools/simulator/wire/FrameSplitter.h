@@ -1,0 +1,44 @@
+// Cuts a stream of bytes into frames and undoes their stuffing.
+#pragma once
+
+#include "support/bytes.h"
+
+#include <cstddef>
+#include <optional>
+#include <variant>
+
+namespace qm::sim {
+
+// A frame that a controller does not answer, and why not.
+struct BadFrame {
+    const char* why;
+};
+
+// The unstuffed body of a frame, which is never empty, or what is wrong with the frame.
+using ReceivedFrame = std::variant<ByteBuffer, BadFrame>;
+
+class FrameSplitter {
+  public:
+    // Bodies up to this length are collected; a longer one is skipped to its end.
+    explicit FrameSplitter(std::size_t longest) : m_longest(longest) {}
+
+    // Takes bytes off the front of input until a frame ends. Nothing when input ran out first.
+    // Bytes between frames are skipped.
+    std::optional<ReceivedFrame> next(Bytes& input);
+
+  private:
+    enum class State { outside, started, inside, escaping, spoilt };
+
+    void start();
+    ReceivedFrame finish();
+    void collect(std::uint8_t byte);
+    void spoil(BadFrame bad);
+
+    std::size_t m_longest;
+    State m_state = State::outside;
+    std::uint8_t m_escape = 0; // first byte of the escape pair at hand
+    ByteBuffer m_body;
+    BadFrame m_bad{}; // the one that is skipped
+};
+
+} // namespace qm::sim
