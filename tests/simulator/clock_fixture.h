@@ -4,6 +4,7 @@
 #include "../program_file/fixture.h"
 
 #include "simulator/playback/ProgramPlayer.h"
+#include "simulator/playback/program_parser.h"
 #include "simulator/protocol/Series.h"
 
 #include <memory>

@@ -2,6 +2,7 @@
 #include "../program_file/fixture.h"
 
 #include "simulator/playback/ProgramPlayer.h"
+#include "simulator/playback/program_parser.h"
 
 #include <cairo.h>
 #include <cmath>

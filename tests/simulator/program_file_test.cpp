@@ -1,5 +1,5 @@
 // Program files, read strictly: every byte worked out by hand.
-#include "simulator/playback/ProgramFile.h"
+#include "simulator/playback/program_parser.h"
 
 #include "program_samples.h"
 

@@ -3,6 +3,7 @@
 
 #include "simulator/controller/Voices.h"
 #include "simulator/playback/Clock.h"
+#include "simulator/playback/DynamicArea.h"
 
 #include <array>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #include "simulator/controller/Programs.h"
 
+#include "simulator/playback/program_parser.h"
+
 #include <algorithm>
 
 namespace qm::sim {

@@ -1,7 +1,5 @@
 #include "simulator/controller/Voices.h"
 
-#include "simulator/playback/page_records.h"
-
 namespace qm::sim {
 namespace {
 

@@ -1,9 +1,12 @@
 // Speech that belongs to no area, and the strict parsers of the payloads that bring it.
 #pragma once
 
-#include "simulator/playback/DynamicArea.h"
+#include "simulator/playback/Sound.h"
+#include "simulator/protocol/ErrorValue.h"
 
 #include <map>
+#include <variant>
+#include <vector>
 
 namespace qm::sim {
 

@@ -1,9 +1,9 @@
 // The commands that the controller understands. A new command is one more row; a new family one more table.
 #pragma once
 
-#include "simulator/controller/Controller.h"
+#include "simulator/controller/Outcome.h"
+#include "simulator/controller/State.h"
 
-#include <cstddef>
 #include <span>
 
 namespace qm::sim {
@@ -18,9 +18,6 @@ struct Command {
 
 constexpr std::uint8_t kFileGroup = 0xA1, kConfigurationGroup = 0xA2, kNetworkGroup = 0xA4,
                        kDynamicAreaGroup = 0xA7;
-
-[[nodiscard]] inline Outcome done() { return {Ack{}, {}}; }
-[[nodiscard]] inline Outcome refuse(ErrorValue error) { return {error, {}}; }
 
 [[nodiscard]] std::span<const Command> control_commands();
 [[nodiscard]] std::span<const Command> power_commands();

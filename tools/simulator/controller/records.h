@@ -1,7 +1,7 @@
 // What a controller says of itself, record by record.
 #pragma once
 
-#include "simulator/controller/Controller.h"
+#include "simulator/controller/State.h"
 
 namespace qm::sim {
 

@@ -1,7 +1,5 @@
 #include "simulator/playback/DynamicArea.h"
 
-#include "simulator/playback/page_records.h"
-
 namespace qm::sim {
 namespace {
 

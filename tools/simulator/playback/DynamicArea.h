@@ -1,31 +1,15 @@
 // Dynamic areas as a controller keeps them, and the strict parsers of the payloads that bring them.
 #pragma once
 
+#include "simulator/playback/Page.h"
 #include "simulator/playback/Rect.h"
+#include "simulator/playback/Sound.h"
 #include "simulator/protocol/ErrorValue.h"
-#include "support/bytes.h"
 
-#include <cstdint>
-#include <optional>
 #include <variant>
 #include <vector>
 
 namespace qm::sim {
-
-struct Page {
-    std::uint8_t style = 0, display_mode = 0, clear_mode = 0, speed = 0;
-    std::uint16_t stay_time = 0;
-    std::uint8_t repeat_time = 0;
-    std::uint16_t valid_len = 0;
-    ByteBuffer pixels; // in the controller's own layout
-};
-
-struct Sound {
-    std::uint8_t person = 0, volume = 0, speed = 0, data_mode = 0;
-    std::uint32_t replay_times = 0, replay_delay = 0;
-    std::uint8_t reserved_para_len = 0, num_deal = 0, languages = 0, word_style = 0;
-    ByteBuffer text;
-};
 
 struct DynamicArea {
     std::uint8_t id = 0, run_mode = 0;

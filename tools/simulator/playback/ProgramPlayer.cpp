@@ -1,6 +1,6 @@
 #include "simulator/playback/ProgramPlayer.h"
 
-#include "simulator/playback/border.h"
+#include "simulator/playback/BorderPattern.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 
 #include "simulator/playback/Clock.h"
 #include "simulator/playback/LiveClock.h"
-#include "simulator/playback/ProgramFile.h"
+#include "simulator/playback/Program.h"
 #include "simulator/playback/Timeline.h"
 
 #include <deque>

@@ -1,8 +1,7 @@
 // Pages that run through an area as one strip.
 #pragma once
 
-#include "simulator/playback/DynamicArea.h"
-#include "simulator/playback/Image.h"
+#include "simulator/playback/Page.h"
 #include "simulator/playback/PixelData.h"
 
 #include <cstdint>

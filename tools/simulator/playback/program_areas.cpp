@@ -1,15 +1,13 @@
-// Area records of program files.
-#include "simulator/playback/clock_records.h"
-#include "simulator/playback/page_records.h"
-#include "simulator/playback/program_reading.h"
+#include "simulator/playback/program_areas.h"
+
+#include "simulator/playback/program_pages.h"
+#include "simulator/playback/time_areas.h"
 
 #include <algorithm>
 
 namespace qm::sim {
 namespace {
 
-constexpr std::uint32_t kPageHeader5 = 13; // bytes
-constexpr std::uint32_t kPageRecord6 = 26; // without its own length field
 constexpr std::size_t kBytesARecord = 256; // that may be copied at the price of a record
 
 // AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each.
@@ -22,35 +20,6 @@ bool read_place(Cursor& in, Generation generation, ProgramArea& area) {
     if (!in.expect(known, "area type", six ? "0, 2 or 11" : "0 or 2", type)) return false;
     area.rect = {in.u16(), in.u16(), in.u16(), in.u16()};
     return in.whole("area header");
-}
-
-// PageDataLen 4, page header 13 (the last 4 bytes zero), pixels.
-bool read_page_5(Cursor& in, Page& page, Extent& extent) {
-    const std::uint32_t length = in.u32();
-    if (!in.expect(length >= kPageHeader5 && length <= in.left(), "page length",
-                   "13 or more, inside the area", length))
-        return false;
-    read_page_head(in.mark(), page);
-    if (!in.zeros(4, "reserved bytes of a page header")) return false;
-    extent = {in.position(), length - kPageHeader5};
-    in.skip(extent.length);
-    return true;
-}
-
-// The pixels of a data file follow one another. Offsets are counted from 1.
-bool take_data(Cursor& in, const Reading& reading, Extent& extent, Attempt& attempt) {
-    const std::size_t next = attempt.data_used + 1;
-    const std::uint32_t offset = in.u32();
-    if (!in.expect(offset == next, "data offset of a page",
-                   "the end of the pixels before it, counted from 1,", offset))
-        return false;
-    extent = {offset - 1U, in.u32()};
-    const bool inside =
-        extent.offset <= reading.data.size() && extent.length <= reading.data.size() - extent.offset;
-    if (!in.expect(inside, "data length of a page", "pixels inside the data file", extent.length))
-        return false;
-    attempt.data_used = extent.offset + extent.length;
-    return true;
 }
 
 // PageNum 2 and the pages, to the end of the record.
@@ -95,7 +64,7 @@ int thickness_of(PixelFormat format, const Rect& rect, std::size_t page) {
 // Without pages, or without pixels in them, the header tells the thickness.
 bool size_border(Cursor& in, const Reading& reading, ProgramArea& area, std::size_t length,
                  std::span<const Extent> pages) {
-    Border& border = *area.border;
+    BorderPattern& border = *area.border;
     if (pages.empty() || border_unit(reading.format) == 0)
         return size_pattern(border, reading.format, length);
     if (!in.spend(static_cast<std::size_t>(area.rect.height) / 32)) return false;
@@ -149,7 +118,7 @@ bool try_content(const Cursor& in, Reading& reading, const ProgramArea& head, st
 // AreaFDispStyle, AreaFDispSpeed, AreaFMoveStep, AreaFWidth 1 each, AreaFBackup 2, behind the flag. The
 // length of the pixels is not written: it is the one with which the rest of the record parses.
 bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
-    Border& border = area.border.emplace();
+    BorderPattern& border = area.border.emplace();
     border.style = in.u8();
     border.speed = in.u8();
     border.move_step = in.u8();
@@ -166,26 +135,12 @@ bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& att
 
 } // namespace
 
-// PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1, Dataoffset 4,
-// DataLen 4.
-bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt) {
-    const std::uint32_t length = in.u32();
-    if (!in.whole("page record") || !in.expect(length == kPageRecord6, "page record length", "26", length))
-        return false;
-    read_page_head(in.mark(), page);
-    if (!in.zeros(1, "reserved byte of a page header")) return false;
-    in.skip(1);
-    if (!in.zeros(6, "reserved bytes of a page header")) return false;
-    in.skip(1);
-    return take_data(in, reading, extent, attempt) && in.whole("page record");
-}
-
 bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt) {
     Cursor in(reading, begin, end);
     ProgramArea area;
     if (!in.spend() || !read_place(in, reading.generation, area)) return false;
     if (area.type == AreaType::time) {
-        if (!read_clock(in, reading, area, attempt)) return false;
+        if (!read_time_area(in, reading, area, attempt)) return false;
         attempt.areas.push_back(std::move(area));
         return true;
     }

@@ -41,7 +41,7 @@ bool Cursor::spend(std::size_t records) {
 
 std::size_t border_unit(PixelFormat format) { return pixel_data_length(format, {0, 0, 1, 1}); }
 
-bool size_pattern(Border& border, PixelFormat format, std::size_t length, int thickness) {
+bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length, int thickness) {
     const std::size_t unit = border_unit(format);
     border.thickness = thickness;
     if (unit == 0) return length == 0 && thickness > 0;
@@ -54,7 +54,7 @@ bool size_pattern(Border& border, PixelFormat format, std::size_t length, int th
     return true;
 }
 
-bool size_pattern(Border& border, PixelFormat format, std::size_t length) {
+bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length) {
     return size_pattern(border, format, length, border.unit_width) || size_pattern(border, format, length, 1);
 }
 

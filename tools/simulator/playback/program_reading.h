@@ -1,7 +1,7 @@
 // What the readers of program files share.
 #pragma once
 
-#include "simulator/playback/ProgramFile.h"
+#include "simulator/playback/Program.h"
 
 #include <cstdint>
 #include <optional>
@@ -86,15 +86,9 @@ class Cursor {
 [[nodiscard]] std::size_t border_unit(PixelFormat format);
 
 // Sets the size of the pattern whose pixels take so many bytes at this thickness; false when none does.
-bool size_pattern(Border& border, PixelFormat format, std::size_t length, int thickness);
+bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length, int thickness);
 
 // The same when nothing but the header tells the thickness; 1 pixel where that does not fit.
-bool size_pattern(Border& border, PixelFormat format, std::size_t length);
-
-// The record of a page in generation 6: its header, and where its pixels are.
-bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt);
-
-// One area record, which takes the whole part of the file.
-bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt);
+bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length);
 
 } // namespace qm::sim

@@ -1,11 +1,11 @@
-#include "simulator/playback/border.h"
+#include "simulator/playback/BorderPattern.h"
 
 #include <algorithm>
 
 namespace qm::sim {
 namespace {
 
-Time step_of(const Border& border) { return Time(10) * (border.speed + 1); }
+Time step_of(const BorderPattern& border) { return Time(10) * (border.speed + 1); }
 
 // Where a pixel of the border lies on the pattern: along the edge from the top left corner, and below it.
 struct Place {
@@ -25,7 +25,7 @@ Place place_of(int x, int y, const Rect& rect, int thickness) {
 
 } // namespace
 
-void draw(Image& screen, PixelFormat format, const Border& border, const Rect& rect, Time played) {
+void draw(Image& screen, PixelFormat format, const BorderPattern& border, const Rect& rect, Time played) {
     if (border.length < 1) return;
     const PixelReader pattern(format, {0, 0, border.length, border.thickness}, border.pixels);
     const std::int64_t moved = played / step_of(border) % border.length * border.move_step % border.length;
@@ -43,7 +43,7 @@ void draw(Image& screen, PixelFormat format, const Border& border, const Rect& r
     }
 }
 
-std::optional<Time> next_change(const Border& border, Time played) {
+std::optional<Time> next_change(const BorderPattern& border, Time played) {
     if (border.length < 1 || border.move_step % border.length == 0) return std::nullopt;
     return played - played % step_of(border) + step_of(border);
 }

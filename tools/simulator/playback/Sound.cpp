@@ -1,16 +1,6 @@
-#include "simulator/playback/page_records.h"
+#include "simulator/playback/Sound.h"
 
 namespace qm::sim {
-
-void read_page_head(ByteReader& reader, Page& page) {
-    page.style = reader.u8();
-    page.display_mode = reader.u8();
-    page.clear_mode = reader.u8();
-    page.speed = reader.u8();
-    page.stay_time = reader.u16();
-    page.repeat_time = reader.u8();
-    page.valid_len = reader.u16();
-}
 
 bool read_sound(ByteReader& reader, std::optional<Sound>& sound) {
     if (reader.u8() == 0) return reader.ok();

@@ -1,7 +1,7 @@
-#include "simulator/playback/ProgramFile.h"
+#include "simulator/playback/program_parser.h"
 
 #include "global.h"
-#include "simulator/playback/program_reading.h"
+#include "simulator/playback/program_areas.h"
 
 #include <algorithm>
 
@@ -72,7 +72,7 @@ bool read_period(Cursor& in, bool any, std::vector<PlayPeriod>& periods) {
 // Behind the flag, in generation 5: FrameDispStyle, FrameDispSpeed, FrameMoveStep, FrameWidth 1 each,
 // FrameBackup 2; in generation 6: FrameDispStype, FrameDispSpeed, FrameMoveStep, FrameUnitLength,
 // FrameUnitWidth, FrameDirectDispBit 1 each, zero 7.
-bool read_border_header(Cursor& in, Generation generation, Border& border) {
+bool read_border_header(Cursor& in, Generation generation, BorderPattern& border) {
     border.style = in.u8();
     border.speed = in.u8();
     border.move_step = in.u8();
@@ -132,7 +132,7 @@ bool read_rest(Cursor in, Reading& reading, Program& program, Attempt& attempt) 
 
 // Tries every length that border pixels may have.
 bool read_bordered(Cursor& in, Reading& reading, Program& program, Attempt& attempt) {
-    Border& border = program.border.emplace();
+    BorderPattern& border = program.border.emplace();
     if (!read_border_header(in, reading.generation, border)) return false;
     const std::size_t unit = border_unit(reading.format), most = std::min(in.left(), kLongestBorder);
     for (std::size_t length = unit; length <= most && in.spend(); length += unit) {
@@ -147,7 +147,7 @@ bool read_bordered(Cursor& in, Reading& reading, Program& program, Attempt& atte
     return false;
 }
 
-// Border flag 1, the border, the rest.
+// BorderPattern flag 1, the border, the rest.
 bool read_border_on(Cursor in, Reading& reading, Program& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     program.border.reset();
@@ -231,11 +231,6 @@ ParsedProgram parse(Reading& reading) {
 }
 
 } // namespace
-
-Rect ProgramArea::inside() const {
-    const int edge = border ? border->thickness : 0;
-    return {rect.x + edge, rect.y + edge, rect.width - 2 * edge, rect.height - 2 * edge};
-}
 
 ParsedProgram parse_program(Bytes file, PixelFormat format) {
     if (auto wrong = damage(file, "program file")) return std::move(*wrong);

@@ -1,6 +1,6 @@
-#include "simulator/playback/clock_records.h"
+#include "simulator/playback/time_areas.h"
 
-#include "simulator/playback/page_records.h"
+#include "simulator/playback/program_pages.h"
 
 namespace qm::sim {
 namespace {
@@ -274,7 +274,7 @@ class ClockReader {
 
 } // namespace
 
-bool read_clock(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
+bool read_time_area(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
     return ClockReader(in, reading, area, attempt).read();
 }
 

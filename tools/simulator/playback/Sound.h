@@ -1,15 +1,19 @@
-// Records that program files and dynamic areas have in common.
+// A text that the controller speaks.
 #pragma once
 
-#include "simulator/playback/DynamicArea.h"
+#include "support/bytes.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace qm::sim {
 
-// PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2: the beginning of
-// every page header.
-void read_page_head(ByteReader& reader, Page& page);
+struct Sound {
+    std::uint8_t person = 0, volume = 0, speed = 0, data_mode = 0;
+    std::uint32_t replay_times = 0, replay_delay = 0;
+    std::uint8_t reserved_para_len = 0, num_deal = 0, languages = 0, word_style = 0;
+    ByteBuffer text;
+};
 
 // Four single bytes, two counts of 4, four single bytes, the text's length 4 and the text.
 bool read_sound_record(ByteReader& reader, Sound& sound);

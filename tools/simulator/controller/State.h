@@ -1,0 +1,85 @@
+// What the commands of a controller work on, and what follows from it at a moment.
+#pragma once
+
+#include "simulator/controller/ControllerState.h"
+#include "simulator/controller/FileSystem.h"
+#include "simulator/controller/Programs.h"
+#include "simulator/controller/Voices.h"
+#include "simulator/playback/Screen.h"
+
+#include <deque>
+
+namespace qm::sim {
+
+// What a controller is from the factory.
+struct Model {
+    std::uint16_t type = 0;
+    int width = 0, height = 0;
+    PixelFormat format;
+    bool web = false; // has a web server
+
+    // Bytes of pixel data that fill the screen.
+    [[nodiscard]] std::size_t page() const { return pixel_data_length(format, {0, 0, width, height}); }
+};
+
+// The moment of a request.
+struct Moment {
+    Time up{0};          // since the controller was switched on
+    LocalSeconds host{}; // by the clock of its host
+};
+
+struct Stopwatch {
+    bool running = false;
+    Time since{0}, counted{0};
+
+    [[nodiscard]] Time at(Time now) const { return running ? counted + (now - since) : counted; }
+};
+
+// A directory that is being listed.
+struct Listing {
+    std::uint8_t type = 0;
+    std::size_t block_size = 0; // entries; 0: none is being listed
+};
+
+// What a locked screen goes on showing.
+struct HeldScreen {
+    Image image;
+    std::string program; // that is on it
+};
+
+[[nodiscard]] HeldScreen dark_screen(const Model& model);
+
+// What the commands work on.
+struct State {
+    explicit State(const Model& what);
+
+    Model model;
+    ControllerState settings;
+    FileSystem files;
+    Programs programs;
+    Listing listing;
+    Stopwatch stopwatch;
+    Time program_locked_since{0};
+    std::vector<PlayedArea> areas; // in the order in which they are drawn
+    Voices voices;
+    std::uint64_t dynamic_version = 0; // counts the changes of areas and voices
+    std::optional<HeldScreen> held;
+    std::deque<ByteBuffer> payloads; // dynamic-area commands received, most recent last
+};
+
+// The controller's own clock.
+[[nodiscard]] LocalSeconds clock_of(const State& state, Moment now);
+[[nodiscard]] bool program_locked(const State& state, Moment now);
+// The name of the program that alone is shown.
+[[nodiscard]] std::optional<std::string> locked_program(const State& state, Moment now);
+// The program whose turn it is; empty: none is due.
+[[nodiscard]] std::string playing_program(const State& state, Moment now);
+// The program on the screen, lit or not: the one that plays, or the one that a locked screen holds.
+[[nodiscard]] std::string shown_program(const State& state, Moment now);
+// When the next program takes over.
+[[nodiscard]] std::optional<Time> end_of_turn(const State& state, Moment now);
+// What it plays, in full brightness and whether or not its screen is on: programs, and dynamic areas over
+// them.
+[[nodiscard]] Image played(const State& state, Moment now);
+
+} // namespace qm::sim

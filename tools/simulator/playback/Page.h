@@ -1,0 +1,22 @@
+// A page of an area, in a program or sent by itself.
+#pragma once
+
+#include "support/bytes.h"
+
+#include <cstdint>
+
+namespace qm::sim {
+
+struct Page {
+    std::uint8_t style = 0, display_mode = 0, clear_mode = 0, speed = 0;
+    std::uint16_t stay_time = 0;
+    std::uint8_t repeat_time = 0;
+    std::uint16_t valid_len = 0;
+    ByteBuffer pixels; // in the controller's own layout
+};
+
+// PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2: the beginning of
+// every page header.
+void read_page_head(ByteReader& reader, Page& page);
+
+} // namespace qm::sim

@@ -1,0 +1,11 @@
+// Area records of program files.
+#pragma once
+
+#include "simulator/playback/program_reading.h"
+
+namespace qm::sim {
+
+// One area record, which takes the whole part of the file.
+bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt);
+
+} // namespace qm::sim
