@@ -202,9 +202,9 @@ TEST(ProgramsOfGeneration5, NeedNoDataFile) {
     EXPECT_EQ(programs.update(files, Time{0}), "; program P007 is complete");
     EXPECT_EQ(programs.update(files, Time{0}), "") << "nothing has changed";
     const LocalSeconds nine(9h); // in its first play period
-    EXPECT_EQ(programs.playing(Time{0}, nine, {}), "P007");
+    EXPECT_EQ(programs.playing({Time{0}, nine}), "P007");
     // The screen's border of 16 x 2 lies over the area.
-    EXPECT_EQ(test::letters(programs.screen(Time{0}, nine, {})).substr(0, 33),
+    EXPECT_EQ(test::letters(programs.screen({Time{0}, nine})).substr(0, 33),
               "RRRR........RRRR/....RRRRRRRR....");
 }
 

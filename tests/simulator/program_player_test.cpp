@@ -148,7 +148,7 @@ TEST(ProgramPlayer, StaysDarkOutsideItsPlayPeriods) {
 class Programs : public testing::Test {
   protected:
     [[nodiscard]] std::string at(Time time, std::optional<std::string> locked = {}) const {
-        return m_list.playing(time, kNoon, locked);
+        return m_list.playing({time, kNoon, locked});
     }
     Playlist m_list{8, 1, kSingle8};
 };
@@ -165,10 +165,10 @@ TEST_F(Programs, TakeTurnsInTheOrderOfTheirNames) {
     EXPECT_EQ(at(4s), "P002");
     EXPECT_EQ(at(6999ms), "P002");
     EXPECT_EQ(at(7s), "P001");
-    EXPECT_EQ(letters(m_list.screen(8600ms, kNoon)), ".R......") << "it begins anew";
-    EXPECT_EQ(m_list.next_change(0ms, kNoon), 1500ms);
-    EXPECT_EQ(m_list.next_change(4s, kNoon), 7s);
-    EXPECT_EQ(m_list.next_change(7s, kNoon), 8500ms);
+    EXPECT_EQ(letters(m_list.screen({8600ms, kNoon})), ".R......") << "it begins anew";
+    EXPECT_EQ(m_list.next_change({0ms, kNoon}), 1500ms);
+    EXPECT_EQ(m_list.next_change({4s, kNoon}), 7s);
+    EXPECT_EQ(m_list.next_change({7s, kNoon}), 8500ms);
 }
 
 TEST_F(Programs, LeaveOutWhatIsNotToBePlayedNow) {
@@ -176,8 +176,8 @@ TEST_F(Programs, LeaveOutWhatIsNotToBePlayedNow) {
     morning.periods = {{8h, 9h}};
     m_list.put("P001", morning);
     EXPECT_EQ(at(0ms), "");
-    EXPECT_EQ(letters(m_list.screen(0ms, kNoon)), "........");
-    EXPECT_EQ(m_list.next_change(0ms, kNoon), 20h);
+    EXPECT_EQ(letters(m_list.screen({0ms, kNoon})), "........");
+    EXPECT_EQ(m_list.next_change({0ms, kNoon}), 20h);
     m_list.put("P002", always("FE"));
     EXPECT_EQ(at(0ms), "P002");
     EXPECT_EQ(at(99h), "P002");
@@ -191,9 +191,9 @@ TEST_F(Programs, GiveWayToTheLockedOne) {
     evening.periods = {{18h, 19h}};
     m_list.put("P002", evening);
     EXPECT_EQ(at(0ms, "P002"), "P002");
-    EXPECT_EQ(letters(m_list.screen(50s, kNoon, "P002")), ".......R");
-    EXPECT_EQ(m_list.next_change(0ms, kNoon, "P002"), std::nullopt);
-    EXPECT_EQ(letters(m_list.screen(0ms, kNoon, "P009")), "........");
+    EXPECT_EQ(letters(m_list.screen({50s, kNoon, "P002"})), ".......R");
+    EXPECT_EQ(m_list.next_change({0ms, kNoon, "P002"}), std::nullopt);
+    EXPECT_EQ(letters(m_list.screen({0ms, kNoon, "P009"})), "........");
 }
 
 } // namespace

@@ -108,14 +108,14 @@ Time Exchange::tick() {
     Time wait{0};
     {
         const std::lock_guard lock(m_mutex);
-        const Moment moment = now();
-        if (moment.up >= m_look_again) {
+        const Now present = now();
+        if (present.up >= m_look_again) {
             note_screen(report);
             note_state(report);
-            const auto next = m_controller.next_change(moment);
-            m_look_again = std::min(moment.up + kLookAgain, next.value_or(Time::max()));
+            const auto next = m_controller.next_change(present);
+            m_look_again = std::min(present.up + kLookAgain, next.value_or(Time::max()));
         }
-        wait = std::clamp(m_look_again - moment.up, kSoonest, kLatest);
+        wait = std::clamp(m_look_again - present.up, kSoonest, kLatest);
     }
     tell(report);
     return wait;
@@ -123,12 +123,12 @@ Time Exchange::tick() {
 
 Exchange::Known Exchange::known() const {
     const State& state = m_controller.state();
-    const Moment moment = now();
-    const LocalSeconds clock = clock_of(state, moment);
+    const Now present = now();
+    const LocalSeconds clock = clock_of(state, present);
     return {state.settings,
             state.files.version(),
             state.dynamic_version,
-            shown_program(state, moment),
+            shown_program(state, present),
             power_at(state.settings, clock),
             brightness_at(state.settings, clock)};
 }
@@ -160,7 +160,7 @@ void Exchange::tell(const Report& report) const {
     if (report.state) m_options.on_state(*report.state, report.files);
 }
 
-Moment Exchange::now() const {
+Now Exchange::now() const {
     const auto since = std::chrono::steady_clock::now() - m_switched_on;
     return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Time>(since),
             m_options.clock ? m_options.clock() : host_time()};

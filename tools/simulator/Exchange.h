@@ -54,7 +54,7 @@ class Exchange : public Answerer {
         bool operator==(const Known&) const = default;
     };
 
-    [[nodiscard]] Moment now() const;
+    [[nodiscard]] Now now() const;
     void restore();
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
     std::optional<Fault> fault_for_this_one();

@@ -34,7 +34,7 @@ std::string words_of_reply(const Reply& reply) {
     return "acknowledged";
 }
 
-Outcome carry_out(State& state, const Request& request, Moment now) {
+Outcome carry_out(State& state, const Request& request, Now now) {
     if (request.malformed) return {ErrorValue::malformed, {}};
     const Command* command = find_command(request);
     if (!command) return {ErrorValue::unknown_command, {}};
@@ -70,7 +70,7 @@ void dim(Image& image, unsigned level) {
 
 } // namespace
 
-Outcome Controller::handle(const Request& request, Moment now) {
+Outcome Controller::handle(const Request& request, Now now) {
     remember(m_state.payloads, request);
     Outcome outcome = carry_out(m_state, request, now);
     describe(outcome, request);
@@ -96,7 +96,7 @@ void Controller::restore(ControllerState settings, std::vector<StoredFile> files
 
 std::string Controller::ask_wifi(std::string_view text) { return answer_of(m_state.settings.wifi, text); }
 
-Image Controller::screen(Moment now) const {
+Image Controller::screen(Now now) const {
     const LocalSeconds clock = clock_of(m_state, now);
     if (!power_at(m_state.settings, clock)) return {m_state.model.width, m_state.model.height};
     Image image = m_state.held ? m_state.held->image : played(m_state, now);
@@ -104,14 +104,13 @@ Image Controller::screen(Moment now) const {
     return image;
 }
 
-std::optional<Time> Controller::next_change(Moment now) const {
-    const auto program =
-        m_state.programs.next_change(now.up, clock_of(m_state, now), locked_program(m_state, now));
+std::optional<Time> Controller::next_change(Now now) const {
+    const auto program = m_state.programs.next_change(moment_of(m_state, now));
     const auto area = sim::next_change(m_state.areas, now.up, playing_program(m_state, now));
     return program && area ? std::min(program, area) : (program ? program : area);
 }
 
-Snapshot Controller::snapshot(Moment now) const {
+Snapshot Controller::snapshot(Now now) const {
     Snapshot snapshot{m_state.settings};
     snapshot.clock = clock_of(m_state, now);
     snapshot.power = power_at(m_state.settings, snapshot.clock);

@@ -18,7 +18,7 @@ class Controller {
     void restore(ControllerState settings, std::vector<StoredFile> files);
 
     // Carries out one request. A refused one changes nothing.
-    Outcome handle(const Request& request, Moment now);
+    Outcome handle(const Request& request, Now now);
 
     // Notes a request that is refused whatever it asks for.
     Outcome refuse(const Request& request, ErrorValue error);
@@ -26,10 +26,10 @@ class Controller {
     // One datagram for its Wi-Fi module, and the answer.
     std::string ask_wifi(std::string_view text);
 
-    [[nodiscard]] Image screen(Moment now) const;
+    [[nodiscard]] Image screen(Now now) const;
     // When programs or areas next change the screen; nothing when they never do.
-    [[nodiscard]] std::optional<Time> next_change(Moment now) const;
-    [[nodiscard]] Snapshot snapshot(Moment now) const;
+    [[nodiscard]] std::optional<Time> next_change(Now now) const;
+    [[nodiscard]] Snapshot snapshot(Now now) const;
     [[nodiscard]] Sender sender() const { return {m_state.model.type, m_state.settings.address}; }
     [[nodiscard]] const State& state() const { return m_state; }
 

@@ -77,24 +77,23 @@ std::string Programs::take(const FileSystem& files, const std::string& name) {
     return "; program " + name + " is complete";
 }
 
-std::optional<Time> Programs::end_of_turn(Time now, LocalSeconds clock,
-                                          const std::optional<std::string>& locked) const {
+std::optional<Time> Programs::end_of_turn(const Moment& now) const {
     constexpr int kMostSteps = 20000; // of running text, some minutes
-    if (m_known.size() < 2 || locked) return std::nullopt;
-    const std::string name = playing(now, clock, locked);
+    if (m_known.size() < 2 || now.locked) return std::nullopt;
+    const std::string name = playing(now);
     if (name.empty()) return std::nullopt;
-    std::optional<Time> at = now;
-    for (int i = 0; i < kMostSteps && at; ++i) {
-        const LocalSeconds then = clock + std::chrono::floor<std::chrono::seconds>(*at - now);
-        if (playing(*at, then, locked) != name) return at;
-        at = next_change(*at, then, locked);
+    Moment then = now;
+    for (int i = 0; i < kMostSteps; ++i) {
+        if (playing(then) != name) return then.played;
+        const auto next = next_change(then);
+        if (!next) break;
+        then = {*next, now.clock + std::chrono::floor<std::chrono::seconds>(*next - now.played)};
     }
     return std::nullopt;
 }
 
-std::optional<Time> Programs::next_change(Time now, LocalSeconds clock,
-                                          const std::optional<std::string>& locked) const {
-    const auto next = m_list.next_change(now - m_since, clock, locked);
+std::optional<Time> Programs::next_change(const Moment& now) const {
+    const auto next = m_list.next_change(in_list(now));
     return next ? std::optional(*next + m_since) : std::nullopt;
 }
 

@@ -4,10 +4,6 @@
 #include "simulator/controller/FileSystem.h"
 #include "simulator/playback/ProgramPlayer.h"
 
-#include <map>
-#include <optional>
-#include <string>
-
 namespace qm::sim {
 
 // A program is an ordinary file of type 0 named P000 to P999 or 1000 to 9999, in generation 6 together with
@@ -28,19 +24,13 @@ class Programs {
     // Those that cannot be played, too.
     [[nodiscard]] std::size_t count() const { return m_known.size(); }
     [[nodiscard]] const Errors& errors() const { return m_errors; }
-    [[nodiscard]] Image screen(Time now, LocalSeconds clock, const std::optional<std::string>& locked) const {
-        return m_list.screen(now - m_since, clock, locked);
-    }
-    [[nodiscard]] std::string playing(Time now, LocalSeconds clock,
-                                      const std::optional<std::string>& locked) const {
-        return m_list.playing(now - m_since, clock, locked);
-    }
+    // Here and below, moments are given as time since the controller was switched on.
+    [[nodiscard]] Image screen(const Moment& now) const { return m_list.screen(in_list(now)); }
+    [[nodiscard]] std::string playing(const Moment& now) const { return m_list.playing(in_list(now)); }
     // When another program takes over from the one that plays; nothing when none does for long.
-    [[nodiscard]] std::optional<Time> end_of_turn(Time now, LocalSeconds clock,
-                                                  const std::optional<std::string>& locked) const;
+    [[nodiscard]] std::optional<Time> end_of_turn(const Moment& now) const;
     // When the screen is to be drawn anew; nothing when it stays for good.
-    [[nodiscard]] std::optional<Time> next_change(Time now, LocalSeconds clock,
-                                                  const std::optional<std::string>& locked) const;
+    [[nodiscard]] std::optional<Time> next_change(const Moment& now) const;
 
   private:
     // Of the files of a program; they tell whether it has changed.
@@ -49,6 +39,10 @@ class Programs {
         bool operator==(const Versions&) const = default;
     };
 
+    [[nodiscard]] Moment in_list(Moment now) const {
+        now.played -= m_since;
+        return now;
+    }
     [[nodiscard]] std::map<std::string, Versions> find_all(const FileSystem& files) const;
     std::string take(const FileSystem& files, const std::string& name);
     std::string forget_missing(const std::map<std::string, Versions>& found);

@@ -7,33 +7,30 @@ State::State(const Model& what)
 
 HeldScreen dark_screen(const Model& model) { return {Image(model.width, model.height), {}}; }
 
-LocalSeconds clock_of(const State& state, Moment now) { return now.host + state.settings.clock_offset; }
+LocalSeconds clock_of(const State& state, Now now) { return now.host + state.settings.clock_offset; }
 
-bool program_locked(const State& state, Moment now) {
+bool program_locked(const State& state, Now now) {
     const ProgramLock& lock = state.settings.program_lock;
     const Time end = state.program_locked_since + std::chrono::seconds(lock.duration);
     return lock.locked && (lock.duration == 0 || now.up < end);
 }
 
-std::optional<std::string> locked_program(const State& state, Moment now) {
-    if (!program_locked(state, now)) return std::nullopt;
-    return state.settings.program_lock.program;
+Moment moment_of(const State& state, Now now) {
+    Moment moment{now.up, clock_of(state, now)};
+    if (program_locked(state, now)) moment.locked = state.settings.program_lock.program;
+    return moment;
 }
 
-std::string playing_program(const State& state, Moment now) {
-    return state.programs.playing(now.up, clock_of(state, now), locked_program(state, now));
+std::string playing_program(const State& state, Now now) {
+    return state.programs.playing(moment_of(state, now));
 }
 
-std::string shown_program(const State& state, Moment now) {
+std::string shown_program(const State& state, Now now) {
     return state.held ? state.held->program : playing_program(state, now);
 }
 
-std::optional<Time> end_of_turn(const State& state, Moment now) {
-    return state.programs.end_of_turn(now.up, clock_of(state, now), locked_program(state, now));
-}
-
-Image played(const State& state, Moment now) {
-    Image image = state.programs.screen(now.up, clock_of(state, now), locked_program(state, now));
+Image played(const State& state, Now now) {
+    Image image = state.programs.screen(moment_of(state, now));
     draw(image, state.areas, now.up, playing_program(state, now));
     return image;
 }

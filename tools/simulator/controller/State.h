@@ -22,8 +22,8 @@ struct Model {
     [[nodiscard]] std::size_t page() const { return pixel_data_length(format, {0, 0, width, height}); }
 };
 
-// The moment of a request.
-struct Moment {
+// When a request came, or somebody looks.
+struct Now {
     Time up{0};          // since the controller was switched on
     LocalSeconds host{}; // by the clock of its host
 };
@@ -68,18 +68,16 @@ struct State {
 };
 
 // The controller's own clock.
-[[nodiscard]] LocalSeconds clock_of(const State& state, Moment now);
-[[nodiscard]] bool program_locked(const State& state, Moment now);
-// The name of the program that alone is shown.
-[[nodiscard]] std::optional<std::string> locked_program(const State& state, Moment now);
+[[nodiscard]] LocalSeconds clock_of(const State& state, Now now);
+[[nodiscard]] bool program_locked(const State& state, Now now);
+// The same for its programs.
+[[nodiscard]] Moment moment_of(const State& state, Now now);
 // The program whose turn it is; empty: none is due.
-[[nodiscard]] std::string playing_program(const State& state, Moment now);
+[[nodiscard]] std::string playing_program(const State& state, Now now);
 // The program on the screen, lit or not: the one that plays, or the one that a locked screen holds.
-[[nodiscard]] std::string shown_program(const State& state, Moment now);
-// When the next program takes over.
-[[nodiscard]] std::optional<Time> end_of_turn(const State& state, Moment now);
+[[nodiscard]] std::string shown_program(const State& state, Now now);
 // What it plays, in full brightness and whether or not its screen is on: programs, and dynamic areas over
 // them.
-[[nodiscard]] Image played(const State& state, Moment now);
+[[nodiscard]] Image played(const State& state, Now now);
 
 } // namespace qm::sim

@@ -13,7 +13,7 @@ struct Command {
     const char* name;
     std::size_t shortest, longest; // bytes of the payload
     // Works on a payload of a right length; words need only say what the name does not.
-    Outcome (*carry_out)(State& state, Bytes payload, Moment now);
+    Outcome (*carry_out)(State& state, Bytes payload, Now now);
 };
 
 constexpr std::uint8_t kFileGroup = 0xA1, kConfigurationGroup = 0xA2, kNetworkGroup = 0xA4,

@@ -14,17 +14,17 @@ constexpr std::size_t kModeAndReserved = 6;
 
 std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
-Outcome ping(State& state, Bytes, Moment now) { return {ping_record(state, now), {}}; }
+Outcome ping(State& state, Bytes, Now now) { return {ping_record(state, now), {}}; }
 
-Outcome read_id(State&, Bytes, Moment) {
+Outcome read_id(State&, Bytes, Now) {
     constexpr std::string_view kId = "QMSIM001";
     return {ByteBuffer(kId.begin(), kId.end()), {}};
 }
 
-Outcome status(State& state, Bytes, Moment now) { return {status_record(state, now), {}}; }
+Outcome status(State& state, Bytes, Now now) { return {status_record(state, now), {}}; }
 
 // Files and settings stay; what was kept in working memory is gone.
-Outcome reset(State& state, Bytes, Moment now) {
+Outcome reset(State& state, Bytes, Now now) {
     state.settings = after_restart(std::move(state.settings));
     ++state.settings.resets;
     state.program_locked_since = now.up;
@@ -42,14 +42,14 @@ Outcome reset(State& state, Bytes, Moment now) {
     return {Ack{}, {}, true};
 }
 
-Outcome correct_clock(State& state, Bytes payload, Moment now) {
+Outcome correct_clock(State& state, Bytes payload, Now now) {
     const auto time = time_from(payload);
     if (!time) return refuse(ErrorValue::bad_value);
     state.settings.clock_offset = *time - now.host;
     return done();
 }
 
-Outcome activate_firmware(State& state, Bytes payload, Moment) {
+Outcome activate_firmware(State& state, Bytes payload, Now) {
     const std::string name = text_of(payload);
     if (!state.files.find(FileFamily::ordinary, name)) return refuse(ErrorValue::no_such_file);
     state.settings.firmware = name;
@@ -57,7 +57,7 @@ Outcome activate_firmware(State& state, Bytes payload, Moment) {
 }
 
 // A locked screen goes on showing what it shows.
-Outcome lock_screen(State& state, Bytes payload, Moment now) {
+Outcome lock_screen(State& state, Bytes payload, Now now) {
     if (payload[0] > 1 || payload[1] > 1) return refuse(ErrorValue::bad_value);
     const bool lock = payload[1] == 1;
     if (!lock)
@@ -70,7 +70,7 @@ Outcome lock_screen(State& state, Bytes payload, Moment now) {
 
 // nonvolatile, lock, name 4, in the form of generation 6 a reserved byte, lockDuration u32. Generation 6
 // takes the other form, too: hosts send no other over TCP.
-Outcome lock_program(State& state, Bytes payload, Moment now) {
+Outcome lock_program(State& state, Bytes payload, Now now) {
     if (payload.size() == kProgramLock6 && generation_of(state.model.type) == Generation::five)
         return refuse(ErrorValue::other_generation);
     if (payload[0] > 1 || payload[1] > 1) return refuse(ErrorValue::bad_value);
@@ -90,41 +90,41 @@ bool is_password(const State& state, Bytes given) {
     return state.settings.password.empty() || state.settings.password == text_of(given);
 }
 
-Outcome set_password(State& state, Bytes payload, Moment) {
+Outcome set_password(State& state, Bytes payload, Now) {
     if (!is_password(state, payload.first(kPassword))) return refuse(ErrorValue::wrong_password);
     state.settings.password = text_of(payload.subspan(kPassword));
     return done();
 }
 
-Outcome delete_password(State& state, Bytes payload, Moment) {
+Outcome delete_password(State& state, Bytes payload, Now) {
     if (!is_password(state, payload)) return refuse(ErrorValue::wrong_password);
     state.settings.password.clear();
     return done();
 }
 
-Outcome set_delay(State& state, Bytes payload, Moment) {
+Outcome set_delay(State& state, Bytes payload, Now) {
     const std::uint16_t delay = ByteReader(payload).u16();
     if (delay > INT16_MAX) return refuse(ErrorValue::bad_value);
     state.settings.power_on_delay = delay;
     return done();
 }
 
-Outcome set_button(State& state, Bytes payload, Moment) {
+Outcome set_button(State& state, Bytes payload, Now) {
     state.settings.button_mode = payload[0];
     return done();
 }
 
-Outcome set_timing_reset(State& state, Bytes payload, Moment) {
+Outcome set_timing_reset(State& state, Bytes payload, Now) {
     std::copy(payload.begin(), payload.end(), state.settings.timing_reset.begin());
     return done();
 }
 
-Outcome set_display_mode(State& state, Bytes payload, Moment) {
+Outcome set_display_mode(State& state, Bytes payload, Now) {
     state.settings.display_mode = payload[0];
     return done();
 }
 
-Outcome battle_time(State& state, Bytes, Moment now) {
+Outcome battle_time(State& state, Bytes, Now now) {
     ByteBuffer record;
     ByteWriter out(record);
     write_clock(out, clock_of(state, now));
@@ -132,7 +132,7 @@ Outcome battle_time(State& state, Bytes, Moment now) {
 }
 
 // Mode 0 reads, 1 starts, 2 stops, 3 sets to zero; each answers with milliseconds, u32.
-Outcome stopwatch(State& state, Bytes payload, Moment now) {
+Outcome stopwatch(State& state, Bytes payload, Now now) {
     enum : std::uint8_t { kRead, kStart, kStop, kZero };
     Stopwatch& watch = state.stopwatch;
     if (payload[0] > kZero) return refuse(ErrorValue::bad_value);
@@ -147,12 +147,12 @@ Outcome stopwatch(State& state, Bytes payload, Moment now) {
     return {std::move(value), {}};
 }
 
-Outcome set_speed(State& state, Bytes payload, Moment) {
+Outcome set_speed(State& state, Bytes payload, Now) {
     state.settings.speed = static_cast<std::int16_t>(ByteReader(payload).u16());
     return done();
 }
 
-Outcome set_address(State& state, Bytes payload, Moment) {
+Outcome set_address(State& state, Bytes payload, Now) {
     const std::uint16_t address = ByteReader(payload).u16();
     if (address > INT16_MAX) return refuse(ErrorValue::bad_value);
     state.settings.address = address;

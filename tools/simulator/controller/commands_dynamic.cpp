@@ -25,7 +25,7 @@ bool fits_rectangle(PixelFormat format, const DynamicArea& area) {
 
 // An area that is sent again takes the place of its former self, in front of all others. One that is to
 // interrupt nothing waits for the next program, unless it was on the screen already.
-void put(State& state, DynamicArea area, Moment now) {
+void put(State& state, DynamicArea area, Now now) {
     bool known = false;
     std::erase_if(state.areas, [&](const PlayedArea& played) {
         if (played.area.id != area.id) return false;
@@ -33,7 +33,7 @@ void put(State& state, DynamicArea area, Moment now) {
         return true;
     });
     const bool at_once = area.play_at_once || known;
-    const Time since = at_once ? now.up : end_of_turn(state, now).value_or(now.up);
+    const Time since = at_once ? now.up : state.programs.end_of_turn(moment_of(state, now)).value_or(now.up);
     state.areas.emplace_back(std::move(area), state.model.format, since);
 }
 
@@ -63,7 +63,7 @@ ParsedAreas parse(Generation generation, Bytes payload) {
     return areas;
 }
 
-Outcome update_areas(State& state, Bytes payload, Moment now) {
+Outcome update_areas(State& state, Bytes payload, Now now) {
     auto parsed = parse(generation_of(state.model.type), payload);
     if (const auto* error = std::get_if<ErrorValue>(&parsed)) return {*error, {}};
     auto& areas = std::get<std::vector<DynamicArea>>(parsed);
@@ -85,7 +85,7 @@ Outcome update_areas(State& state, Bytes payload, Moment now) {
 
 // DeleteAreaNum 1, then that many numbers of areas; 0xFF and none for all. Areas that are not there are no
 // matter.
-Outcome delete_areas(State& state, Bytes payload, Moment) {
+Outcome delete_areas(State& state, Bytes payload, Now) {
     constexpr std::uint8_t kAll = 0xFF, kMost = 0x7F;
     const std::uint8_t count = payload.front();
     const Bytes ids = payload.subspan(1);
@@ -108,11 +108,11 @@ Outcome take_voices(State& state, ParsedVoices parsed) {
     return {Ack{}, words};
 }
 
-Outcome update_sounds(State& state, Bytes payload, Moment) {
+Outcome update_sounds(State& state, Bytes payload, Now) {
     return take_voices(state, parse_voice_update(payload));
 }
 
-Outcome insert_sound(State& state, Bytes payload, Moment) {
+Outcome insert_sound(State& state, Bytes payload, Now) {
     return take_voices(state, parse_voice_insertion(payload));
 }
 

@@ -26,13 +26,13 @@ void name(ByteWriter& out, const std::string& text) {
     out.text(text.data(), text.size()).zeros(kName - text.size());
 }
 
-Outcome format(State& state, Bytes, Moment) {
+Outcome format(State& state, Bytes, Now) {
     state.files.format();
     return done();
 }
 
 // u16 count, the names.
-Outcome remove_files(State& state, Bytes payload, Moment) {
+Outcome remove_files(State& state, Bytes payload, Now) {
     ByteReader reader(payload);
     const std::size_t count = reader.u16();
     if (reader.left() != count * kName) return refuse(ErrorValue::malformed);
@@ -42,7 +42,7 @@ Outcome remove_files(State& state, Bytes payload, Moment) {
 }
 
 // The same one byte short, so that the last name, or for no name the count, lacks its last byte.
-Outcome remove_configurations(State& state, Bytes payload, Moment) {
+Outcome remove_configurations(State& state, Bytes payload, Now) {
     const std::size_t count = payload[0] + (payload.size() > 1 ? 256U * payload[1] : 0U);
     if (payload.size() != 1 + count * kName) return refuse(ErrorValue::malformed);
     std::vector<std::string> names;
@@ -61,7 +61,7 @@ bool is_foreign(Generation own, const Announcement& announcement) {
 }
 
 // name 4, type, length u32, overwrite, last bytes of the file 4.
-template <FileFamily family> Outcome start_write(State& state, Bytes payload, Moment) {
+template <FileFamily family> Outcome start_write(State& state, Bytes payload, Now) {
     ByteReader reader(payload);
     Announcement announcement;
     announcement.name = text_of(reader.bytes(kName));
@@ -89,7 +89,7 @@ void take_names(ControllerState& settings, Bytes configuration) {
 }
 
 // name 4, last-block flag, offset u32, data.
-template <FileFamily family> Outcome write_block(State& state, Bytes payload, Moment) {
+template <FileFamily family> Outcome write_block(State& state, Bytes payload, Now) {
     ByteReader reader(payload);
     Block block;
     block.name = text_of(reader.bytes(kName));
@@ -106,7 +106,7 @@ template <FileFamily family> Outcome write_block(State& state, Bytes payload, Mo
 }
 
 // Answers name 4, size u32, CRC u32.
-template <FileFamily family> Outcome start_read(State& state, Bytes payload, Moment) {
+template <FileFamily family> Outcome start_read(State& state, Bytes payload, Now) {
     const StoredFile* file = state.files.read(family, text_of(payload), 0);
     if (!file) return refuse(ErrorValue::no_such_file);
     ByteBuffer answer;
@@ -117,7 +117,7 @@ template <FileFamily family> Outcome start_read(State& state, Bytes payload, Mom
 }
 
 // Answers as a block is written: name 4, last-block flag, offset u32, data.
-template <FileFamily family> Outcome read_block(State& state, Bytes payload, Moment) {
+template <FileFamily family> Outcome read_block(State& state, Bytes payload, Now) {
     const std::string file_name = text_of(payload.first(kName));
     const std::uint32_t offset = ByteReader(payload.subspan(kName)).u32();
     const StoredFile* file = state.files.find(family, file_name);
@@ -142,7 +142,7 @@ std::vector<const StoredFile*> listed(const State& state) {
 }
 
 // The type of the files, the most entries of a block. Answers with their number, u16.
-Outcome start_directory(State& state, Bytes payload, Moment) {
+Outcome start_directory(State& state, Bytes payload, Now) {
     if (payload[1] == 0) return refuse(ErrorValue::bad_value);
     state.listing = {payload[0], std::min<std::size_t>(payload[1], kMostEntries)};
     ByteBuffer answer;
@@ -157,7 +157,7 @@ void entry(ByteWriter& out, const StoredFile& file) {
 
 // Index u16 of the first entry. Answers last-block flag, the index, the number of entries, a byte of no
 // meaning, the entries.
-Outcome directory_block(State& state, Bytes payload, Moment) {
+Outcome directory_block(State& state, Bytes payload, Now) {
     if (state.listing.block_size == 0) return refuse(ErrorValue::out_of_order);
     const std::size_t index = ByteReader(payload).u16();
     const auto files = listed(state);
@@ -171,25 +171,25 @@ Outcome directory_block(State& state, Bytes payload, Moment) {
     return {std::move(answer), {}};
 }
 
-Outcome start_transfer(State& state, Bytes, Moment) {
+Outcome start_transfer(State& state, Bytes, Now) {
     state.files.begin_transfer();
     return done();
 }
 
-Outcome end_transfer(State& state, Bytes, Moment) {
+Outcome end_transfer(State& state, Bytes, Now) {
     state.files.end_transfer();
     return done();
 }
 
 // Total and available bytes, u32 each.
-Outcome memory_volume(State& state, Bytes, Moment) {
+Outcome memory_volume(State& state, Bytes, Now) {
     ByteBuffer answer;
     ByteWriter(answer).u32(FileSystem::kCapacity).u32(state.files.available());
     return {std::move(answer), {}};
 }
 
 // Direction (0 reads, 1 writes), name 4, CRC u32 once the file is whole, offset u32.
-Outcome transfer_status(State& state, Bytes, Moment) {
+Outcome transfer_status(State& state, Bytes, Now) {
     const Transfer& transfer = state.files.transfer();
     ByteBuffer answer;
     ByteWriter out(answer);

@@ -23,14 +23,14 @@ bool is_mask(const Network::Address& mask) {
     return std::countl_one(bits) == std::popcount(bits);
 }
 
-Outcome set_mac(State& state, Bytes payload, Moment) {
+Outcome set_mac(State& state, Bytes payload, Now) {
     std::copy(payload.begin(), payload.end(), state.settings.network.mac.begin());
     return done();
 }
 
 // mode, ip 4, subnetMask 4, gateway 4, port u16, serverMode, serverIP 4, serverPort u16, password 8,
 // heartbeat u16, netID 12, onoffMac, mac 6.
-Outcome set_ip(State& state, Bytes payload, Moment) {
+Outcome set_ip(State& state, Bytes payload, Now) {
     Network network = state.settings.network;
     ByteReader reader(payload);
     network.mode = reader.u8();
@@ -51,9 +51,9 @@ Outcome set_ip(State& state, Bytes payload, Moment) {
     return done();
 }
 
-Outcome search(State& state, Bytes, Moment) { return {heartbeat_record(state), {}}; }
+Outcome search(State& state, Bytes, Now) { return {heartbeat_record(state), {}}; }
 
-Outcome search_6g(State& state, Bytes, Moment now) { return {net_search_record(state, now), {}}; }
+Outcome search_6g(State& state, Bytes, Now now) { return {net_search_record(state, now), {}}; }
 
 constexpr Command kCommands[] = {
     {kNetworkGroup, hv_net_SetEthernetMac, "set MAC", kMac, kMac, set_mac},

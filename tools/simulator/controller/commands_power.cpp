@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kPeriod = 4, kMostPeriods = 255;
 
-Outcome switch_screen(State& state, Bytes payload, Moment) {
+Outcome switch_screen(State& state, Bytes payload, Now) {
     if (payload[0] > 1) return refuse(ErrorValue::bad_value);
     state.settings.switched_on = payload[0] == 1;
     return {Ack{}, state.settings.switched_on ? "on" : "off", true};
@@ -24,7 +24,7 @@ std::optional<OnOffTime> period_from(Bytes bytes) {
     return OnOffTime{*on_hour, *on_minute, *off_hour, *off_minute};
 }
 
-Outcome set_timer(State& state, Bytes payload, Moment) {
+Outcome set_timer(State& state, Bytes payload, Now) {
     if (payload.size() != 1 + kPeriod * payload[0]) return refuse(ErrorValue::malformed);
     std::vector<OnOffTime> periods;
     for (std::size_t at = 1; at < payload.size(); at += kPeriod) {
@@ -36,12 +36,12 @@ Outcome set_timer(State& state, Bytes payload, Moment) {
     return {Ack{}, std::to_string(payload[0]) + " periods", true};
 }
 
-Outcome cancel_timer(State& state, Bytes, Moment) {
+Outcome cancel_timer(State& state, Bytes, Now) {
     state.settings.timing.clear();
     return {Ack{}, {}, true};
 }
 
-Outcome set_brightness(State& state, Bytes payload, Moment) {
+Outcome set_brightness(State& state, Bytes payload, Now) {
     BrightnessSetting setting;
     if (payload[0] > static_cast<std::uint8_t>(BrightnessMode::by_sensor))
         return refuse(ErrorValue::bad_value);
@@ -55,7 +55,7 @@ Outcome set_brightness(State& state, Bytes payload, Moment) {
 }
 
 // u32, in the units of the brightness levels.
-Outcome sensor_brightness(State&, Bytes, Moment) {
+Outcome sensor_brightness(State&, Bytes, Now) {
     ByteBuffer value;
     ByteWriter(value).u32(kBrightest);
     return {std::move(value), {}};

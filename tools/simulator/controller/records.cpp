@@ -24,14 +24,14 @@ void identity(ByteWriter& out, const State& state) {
     out.u8(static_cast<unsigned>(state.model.format.color));
 }
 
-unsigned brightness(const State& state, Moment now) {
+unsigned brightness(const State& state, Now now) {
     return brightness_at(state.settings, clock_of(state, now));
 }
 
-bool power(const State& state, Moment now) { return power_at(state.settings, clock_of(state, now)); }
+bool power(const State& state, Now now) { return power_at(state.settings, clock_of(state, now)); }
 
 // From the count of programs to the noise, 28 bytes that the status and the network search share.
-void activity(ByteWriter& out, const State& state, Moment now) {
+void activity(ByteWriter& out, const State& state, Now now) {
     out.u16(static_cast<unsigned>(state.programs.count()));
     field(out, shown_program(state, now), FileSystem::kNameSize);
     out.u8(state.settings.screen_lock.locked).u8(program_locked(state, now)).u8(kFirmwareRuns);
@@ -75,7 +75,7 @@ void naming(ByteWriter& out, const ControllerState& settings) {
 // ControllerType u16, FirmwareVersion 8, ScreenParaStatus, uAddress u16, Baudrate, ScreenWidth u16,
 // ScreenHeight u16, Color, CurrentBrigtness, CurrentOnOffStatus, ScanConfNumber u16, reversed 9, ipAdder 20
 // (filled in by the host).
-ByteBuffer ping_record(const State& state, Moment now) {
+ByteBuffer ping_record(const State& state, Now now) {
     ByteBuffer record;
     record.reserve(52);
     ByteWriter out(record);
@@ -86,7 +86,7 @@ ByteBuffer ping_record(const State& state, Moment now) {
 
 // onoffStatus, timingOnOff, brightnessAdjMode, brightness; what it is doing; switchStatus, CustomID 12,
 // BarCode 16. The clock is in BCD, as in every clock record.
-ByteBuffer status_record(const State& state, Moment now) {
+ByteBuffer status_record(const State& state, Now now) {
     ByteBuffer record;
     record.reserve(61);
     ByteWriter out(record);
@@ -109,7 +109,7 @@ ByteBuffer heartbeat_record(const State& state) {
     return record;
 }
 
-ByteBuffer net_search_record(const State& state, Moment now) {
+ByteBuffer net_search_record(const State& state, Now now) {
     const ControllerState& settings = state.settings;
     ByteBuffer record;
     record.reserve(595);

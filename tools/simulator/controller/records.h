@@ -5,10 +5,10 @@
 
 namespace qm::sim {
 
-[[nodiscard]] ByteBuffer ping_record(const State& state, Moment now);   // 52 bytes
-[[nodiscard]] ByteBuffer status_record(const State& state, Moment now); // 61 bytes
-[[nodiscard]] ByteBuffer heartbeat_record(const State& state);          // 40 bytes
+[[nodiscard]] ByteBuffer ping_record(const State& state, Now now);   // 52 bytes
+[[nodiscard]] ByteBuffer status_record(const State& state, Now now); // 61 bytes
+[[nodiscard]] ByteBuffer heartbeat_record(const State& state);       // 40 bytes
 [[nodiscard]] ByteBuffer net_search_record(const State& state,
-                                           Moment now); // 206 bytes, 595 with a web server
+                                           Now now); // 206 bytes, 595 with a web server
 
 } // namespace qm::sim

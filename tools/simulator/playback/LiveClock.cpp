@@ -23,10 +23,10 @@ struct Shown {
     [[nodiscard]] int second() const { return static_cast<int>(clock.seconds().count()); }
 };
 
-Shown shown(const ClockArea& area, const ClockReading& reading) {
-    if (!area.battle) return {reading.clock, weekday(floor<days>(reading.clock)).c_encoding()};
+Shown shown(const ClockArea& area, const Moment& moment) {
+    if (!area.battle) return {moment.clock, weekday(floor<days>(moment.clock)).c_encoding()};
     const auto& [start, first] = *area.battle;
-    const LocalSeconds now = start + floor<seconds>(reading.running);
+    const LocalSeconds now = start + floor<seconds>(moment.played);
     const auto passed = floor<days>(now) - floor<days>(start);
     return {now, static_cast<unsigned>((first + passed.count()) % 7)};
 }
@@ -130,10 +130,9 @@ void draw_hands(Part& part, const AnalogClock& clock, const Shown& now) {
 
 } // namespace
 
-void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect,
-          const ClockReading& reading) {
+void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment) {
     Part part(screen, rect);
-    const Shown now = shown(area, reading);
+    const Shown now = shown(area, moment);
     if (const auto* analog = std::get_if<AnalogClock>(&area.face)) return draw_hands(part, *analog, now);
     const auto& digital = std::get<DigitalClock>(area.face);
     DigitalFace face(part, format, digital);

@@ -1,24 +1,17 @@
 // A clock on the screen, drawn from nothing but what was uploaded.
 #pragma once
 
-#include "simulator/playback/Clock.h"
 #include "simulator/playback/ClockArea.h"
 #include "simulator/playback/Image.h"
+#include "simulator/playback/Moment.h"
 #include "simulator/playback/PixelData.h"
 #include "simulator/playback/Rect.h"
 
 namespace qm::sim {
 
-// What the controller's clocks tell: its own time, and for how long its programs have run.
-struct ClockReading {
-    LocalSeconds clock{};
-    Time running{0};
-};
-
 // Draws what changes with the time over the page of the area; nothing outside the area. A battle time runs
 // from its start for as long as the programs have run; StartUpMode makes no difference.
-void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect,
-          const ClockReading& reading);
+void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment);
 
 // How soon a clock may show something else: its second may turn at any time.
 constexpr Time kClockStep{100};

@@ -36,7 +36,7 @@ ProgramPlayer::ProgramPlayer(Program program, int width, int height, PixelFormat
 }
 
 Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {
-    return plays_at(clock) ? picture(since_start, {clock, since_start}) : Image(m_width, m_height);
+    return plays_at(clock) ? picture(since_start, {since_start, clock}) : Image(m_width, m_height);
 }
 
 std::optional<Time> ProgramPlayer::next_change(Time since_start, LocalSeconds clock) const {
@@ -67,14 +67,14 @@ Time ProgramPlayer::once() const {
     return longest;
 }
 
-Image ProgramPlayer::picture(Time played, const ClockReading& clocks) const {
+Image ProgramPlayer::picture(Time played, const Moment& now) const {
     Image image(m_width, m_height);
     for (const bool background : {true, false})
         for (std::size_t i = 0; i < m_timelines.size(); ++i) {
             const ProgramArea& area = m_program.areas[i];
             if ((area.type == AreaType::background) != background) continue;
             m_timelines[i].draw(image, played);
-            if (area.clock) draw(image, m_format, *area.clock, area.rect, clocks);
+            if (area.clock) draw(image, m_format, *area.clock, area.rect, now);
             if (area.border) draw(image, m_format, *area.border, area.rect, played);
         }
     if (m_program.border) draw(image, m_format, *m_program.border, {0, 0, m_width, m_height}, played);
@@ -96,49 +96,46 @@ void Playlist::put(const std::string& name, Program program) {
     m_players[name] = std::make_unique<const ProgramPlayer>(std::move(program), m_width, m_height, m_format);
 }
 
-Playlist::Turn Playlist::turn_at(Time since_start, LocalSeconds clock,
-                                 const std::optional<std::string>& locked) const {
-    if (locked) return {m_players.find(*locked), Time{0}, std::nullopt};
+Playlist::Turn Playlist::turn_at(const Moment& now) const {
+    if (now.locked) return {m_players.find(*now.locked), Time{0}, std::nullopt};
     std::vector<Players::const_iterator> waiting;
     Time round{0};
     for (auto player = m_players.begin(); player != m_players.end(); ++player)
-        if (player->second->plays_at(clock)) {
+        if (player->second->plays_at(now.clock)) {
             waiting.push_back(player);
             round += turn_of(*player->second);
         }
     if (waiting.empty()) return {m_players.end(), Time{0}, std::nullopt};
     if (waiting.size() == 1) return {waiting.front(), Time{0}, std::nullopt};
-    Time begin = since_start - since_start % round;
+    Time begin = now.played - now.played % round;
     for (const auto player : waiting) {
         const Time end = begin + turn_of(*player->second);
-        if (since_start < end) return {player, begin, end};
+        if (now.played < end) return {player, begin, end};
         begin = end;
     }
     return {m_players.end(), Time{0}, std::nullopt};
 }
 
-Image Playlist::screen(Time since_start, LocalSeconds clock, const std::optional<std::string>& locked) const {
-    const Turn turn = turn_at(since_start, clock, locked);
+Image Playlist::screen(const Moment& now) const {
+    const Turn turn = turn_at(now);
     if (turn.player == m_players.end()) return {m_width, m_height};
-    return turn.player->second->picture(since_start - turn.since, {clock, since_start});
+    return turn.player->second->picture(now.played - turn.since, now);
 }
 
-std::optional<Time> Playlist::next_change(Time since_start, LocalSeconds clock,
-                                          const std::optional<std::string>& locked) const {
-    const Turn turn = turn_at(since_start, clock, locked);
+std::optional<Time> Playlist::next_change(const Moment& now) const {
+    const Turn turn = turn_at(now);
     std::optional<Time> soonest = turn.end;
     if (turn.player != m_players.end())
-        if (const auto next = turn.player->second->next_picture(since_start - turn.since))
+        if (const auto next = turn.player->second->next_picture(now.played - turn.since))
             earliest(soonest, turn.since + *next);
-    if (locked) return soonest;
+    if (now.locked) return soonest;
     for (const auto& [name, player] : m_players)
-        if (const auto wait = player->until_period(clock)) earliest(soonest, since_start + *wait);
+        if (const auto wait = player->until_period(now.clock)) earliest(soonest, now.played + *wait);
     return soonest;
 }
 
-std::string Playlist::playing(Time since_start, LocalSeconds clock,
-                              const std::optional<std::string>& locked) const {
-    const Turn turn = turn_at(since_start, clock, locked);
+std::string Playlist::playing(const Moment& now) const {
+    const Turn turn = turn_at(now);
     return turn.player == m_players.end() ? "" : turn.player->first;
 }
 

@@ -1,16 +1,12 @@
 // Plays programs: what they show is a function of the time since they began and of the clock.
 #pragma once
 
-#include "simulator/playback/Clock.h"
 #include "simulator/playback/LiveClock.h"
 #include "simulator/playback/Program.h"
 #include "simulator/playback/Timeline.h"
 
-#include <deque>
 #include <map>
 #include <memory>
-#include <optional>
-#include <string>
 
 namespace qm::sim {
 
@@ -34,7 +30,7 @@ class ProgramPlayer {
     // How long it takes to be played once: until its longest area has shown all pages, at least a second.
     [[nodiscard]] Time once() const;
     // What it shows regardless of periods.
-    [[nodiscard]] Image picture(Time played, const ClockReading& clocks = {}) const;
+    [[nodiscard]] Image picture(Time played, const Moment& now = {}) const;
     [[nodiscard]] std::optional<Time> next_picture(Time played) const;
 
   private:
@@ -58,13 +54,11 @@ class Playlist {
     [[nodiscard]] bool empty() const { return m_players.empty(); }
 
     // A locked program is shown alone, at any time of day; one that is not there leaves the screen black.
-    [[nodiscard]] Image screen(Time since_start, LocalSeconds clock,
-                               const std::optional<std::string>& locked = {}) const;
-    [[nodiscard]] std::optional<Time> next_change(Time since_start, LocalSeconds clock,
-                                                  const std::optional<std::string>& locked = {}) const;
+    [[nodiscard]] Image screen(const Moment& now) const;
+    // Likewise as time since the programs began.
+    [[nodiscard]] std::optional<Time> next_change(const Moment& now) const;
     // The name of the program that plays; empty: none.
-    [[nodiscard]] std::string playing(Time since_start, LocalSeconds clock,
-                                      const std::optional<std::string>& locked = {}) const;
+    [[nodiscard]] std::string playing(const Moment& now) const;
 
   private:
     using Players = std::map<std::string, std::unique_ptr<const ProgramPlayer>>;
@@ -74,8 +68,7 @@ class Playlist {
         std::optional<Time> end; // nothing when no other program waits
     };
 
-    [[nodiscard]] Turn turn_at(Time since_start, LocalSeconds clock,
-                               const std::optional<std::string>& locked) const;
+    [[nodiscard]] Turn turn_at(const Moment& now) const;
 
     int m_width, m_height;
     PixelFormat m_format;
