@@ -147,7 +147,7 @@ void Exchange::note_state(Report& report) {
     if (m_store && kept) m_store->save(state.settings, state.files);
     if (!m_options.on_state) return;
     report.state = m_controller.snapshot(now());
-    for (const StoredFile* file : state.files.all()) report.files.push_back(*file);
+    report.files = state.files.copies();
 }
 
 void Exchange::complain(const std::string& words) const {
@@ -170,53 +170,6 @@ void Exchange::set_fault(std::optional<Fault> fault) {
     const std::lock_guard lock(m_mutex);
     m_fault = fault;
     m_answered_well = 0;
-}
-
-Image Exchange::screen() const {
-    const std::lock_guard lock(m_mutex);
-    return m_controller.screen(now());
-}
-
-std::vector<DynamicArea> Exchange::dynamic_areas() const {
-    const std::lock_guard lock(m_mutex);
-    std::vector<DynamicArea> areas;
-    for (const PlayedArea& played : m_controller.state().areas) areas.push_back(played.area);
-    return areas;
-}
-
-std::vector<ByteBuffer> Exchange::payloads() const {
-    const std::lock_guard lock(m_mutex);
-    const auto& payloads = m_controller.state().payloads;
-    return {payloads.begin(), payloads.end()};
-}
-
-Snapshot Exchange::state() const {
-    const std::lock_guard lock(m_mutex);
-    return m_controller.snapshot(now());
-}
-
-std::vector<StoredFile> Exchange::files() const {
-    const std::lock_guard lock(m_mutex);
-    std::vector<StoredFile> files;
-    for (const StoredFile* file : m_controller.state().files.all()) files.push_back(*file);
-    return files;
-}
-
-std::optional<StoredFile> Exchange::file(const std::string& name) const {
-    const std::lock_guard lock(m_mutex);
-    for (const FileFamily family : {FileFamily::ordinary, FileFamily::configuration})
-        if (const StoredFile* file = m_controller.state().files.find(family, name)) return *file;
-    return std::nullopt;
-}
-
-std::size_t Exchange::requests() const {
-    const std::lock_guard lock(m_mutex);
-    return m_requests;
-}
-
-std::size_t Exchange::bad_frames() const {
-    const std::lock_guard lock(m_mutex);
-    return m_bad_frames;
 }
 
 } // namespace qm::sim

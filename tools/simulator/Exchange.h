@@ -7,6 +7,7 @@
 #include "simulator/controller/Store.h"
 #include "simulator/wire/Answerer.h"
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 
@@ -27,14 +28,14 @@ class Exchange : public Answerer {
     Time tick();
 
     void set_fault(std::optional<Fault> fault);
-    [[nodiscard]] Image screen() const;
-    [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
-    [[nodiscard]] std::vector<ByteBuffer> payloads() const;
-    [[nodiscard]] Snapshot state() const;
-    [[nodiscard]] std::vector<StoredFile> files() const;
-    [[nodiscard]] std::optional<StoredFile> file(const std::string& name) const;
-    [[nodiscard]] std::size_t requests() const;
-    [[nodiscard]] std::size_t bad_frames() const;
+    [[nodiscard]] std::size_t requests() const { return m_requests; }
+    [[nodiscard]] std::size_t bad_frames() const { return m_bad_frames; }
+
+    // Looks at the controller while nothing happens to it.
+    template <class Look> [[nodiscard]] auto look(Look at) const {
+        const std::lock_guard lock(m_mutex);
+        return at(m_controller, now());
+    }
 
   private:
     struct Report {
@@ -68,12 +69,12 @@ class Exchange : public Answerer {
     const Generation m_generation;
     const std::chrono::steady_clock::time_point m_switched_on = std::chrono::steady_clock::now();
 
+    std::atomic<std::size_t> m_requests{0}, m_bad_frames{0};
+
     mutable std::mutex m_mutex; // guards what follows
     Controller m_controller;
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
-    std::size_t m_requests = 0;
-    std::size_t m_bad_frames = 0;
     Image m_shown;
     Time m_look_again{0}; // when something may have changed by itself
     Known m_known;        // as it was reported last

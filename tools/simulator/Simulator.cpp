@@ -120,17 +120,45 @@ Simulator::~Simulator() = default;
 std::uint16_t Simulator::port() const { return m_impl->m_port; }
 std::uint16_t Simulator::udp_port() const { return m_impl->m_udp_port; }
 std::uint16_t Simulator::wifi_port() const { return m_impl->m_wifi_port; }
-Snapshot Simulator::state() const { return m_impl->m_exchange.state(); }
-std::vector<StoredFile> Simulator::files() const { return m_impl->m_exchange.files(); }
+
+Image Simulator::screen() const {
+    return m_impl->m_exchange.look(
+        [](const Controller& controller, Now now) { return controller.screen(now); });
+}
+
+std::vector<DynamicArea> Simulator::dynamic_areas() const {
+    return m_impl->m_exchange.look([](const Controller& controller, Now) {
+        std::vector<DynamicArea> areas;
+        for (const PlayedArea& played : controller.state().areas) areas.push_back(played.area);
+        return areas;
+    });
+}
+
+std::vector<ByteBuffer> Simulator::payloads() const {
+    return m_impl->m_exchange.look([](const Controller& controller, Now) {
+        const auto& payloads = controller.state().payloads;
+        return std::vector(payloads.begin(), payloads.end());
+    });
+}
+
+Snapshot Simulator::state() const {
+    return m_impl->m_exchange.look(
+        [](const Controller& controller, Now now) { return controller.snapshot(now); });
+}
+
+std::map<std::string, std::string> Simulator::program_errors() const { return state().program_errors; }
+
+std::vector<StoredFile> Simulator::files() const {
+    return m_impl->m_exchange.look(
+        [](const Controller& controller, Now) { return controller.state().files.copies(); });
+}
+
 std::optional<StoredFile> Simulator::file(const std::string& name) const {
-    return m_impl->m_exchange.file(name);
+    for (StoredFile& file : files()) // ordinary ones come first
+        if (file.name == name) return std::move(file);
+    return std::nullopt;
 }
-Image Simulator::screen() const { return m_impl->m_exchange.screen(); }
-std::vector<DynamicArea> Simulator::dynamic_areas() const { return m_impl->m_exchange.dynamic_areas(); }
-std::vector<ByteBuffer> Simulator::payloads() const { return m_impl->m_exchange.payloads(); }
-std::map<std::string, std::string> Simulator::program_errors() const {
-    return m_impl->m_exchange.state().program_errors;
-}
+
 std::size_t Simulator::connections() const { return m_impl->m_connections.accepted(); }
 std::size_t Simulator::open_connections() const { return m_impl->m_connections.open(); }
 std::size_t Simulator::requests() const { return m_impl->m_exchange.requests(); }

@@ -120,6 +120,12 @@ std::vector<const StoredFile*> FileSystem::all() const {
     return files;
 }
 
+std::vector<StoredFile> FileSystem::copies() const {
+    std::vector<StoredFile> files;
+    for (const auto& [key, file] : m_files) files.push_back(file);
+    return files;
+}
+
 std::uint32_t FileSystem::available() const {
     std::size_t used = m_pending ? m_pending->announcement.length : 0;
     for (const auto& [key, file] : m_files) used += file.data.size();

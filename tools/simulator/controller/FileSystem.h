@@ -79,6 +79,7 @@ class FileSystem {
     [[nodiscard]] const StoredFile* find(FileFamily family, const std::string& name) const;
     // All, in the order of family and name.
     [[nodiscard]] std::vector<const StoredFile*> all() const;
+    [[nodiscard]] std::vector<StoredFile> copies() const;
     [[nodiscard]] const Transfer& transfer() const { return m_transfer; }
     [[nodiscard]] bool transferring() const { return m_transferring; }
     [[nodiscard]] std::uint32_t available() const;
