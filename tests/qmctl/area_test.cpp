@@ -140,7 +140,7 @@ TEST_F(Area, PlaceAndEffectReachTheController) {
         SCOPED_TRACE(testing::PrintToString(c.options));
         show(c.options);
         const auto areas = controller.dynamic_areas();
-        const auto area = std::ranges::find(areas, c.id, &sim::DynamicArea::id);
+        const auto area = std::ranges::find(areas, c.id, &sim::ReceivedArea::id);
         ASSERT_NE(area, areas.end());
         EXPECT_EQ(area->rect, c.rect);
         const sim::Page& page = area->pages.at(0);

@@ -16,7 +16,7 @@ constexpr char kAreas[] = QM_EXAMPLES "/areas/areas.json";
 
 std::vector<unsigned> ids_of(const sim::Simulator& controller) {
     std::vector<unsigned> ids;
-    for (const sim::DynamicArea& area : controller.dynamic_areas()) ids.push_back(area.id);
+    for (const sim::ReceivedArea& area : controller.dynamic_areas()) ids.push_back(area.id);
     return ids;
 }
 
@@ -32,7 +32,7 @@ TEST(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
     run({"area", "rm", "2", "77"});
     EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 3}));
     run({"area", "send", "--with-program", "7,8", kAreas});
-    for (const sim::DynamicArea& area : controller.dynamic_areas())
+    for (const sim::ReceivedArea& area : controller.dynamic_areas())
         EXPECT_EQ(area.programs, (std::vector<std::uint16_t>{7, 8}));
     EXPECT_TRUE(controller.dynamic_areas()[0].sound) << "speech stays with its area";
     run({"area", "rm", "all"});

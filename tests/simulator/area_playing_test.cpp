@@ -3,7 +3,7 @@
 #include "host.h"
 #include "program_samples.h"
 #include "samples.h"
-#include "simulator/playback/Screen.h"
+#include "simulator/playback/PlayedArea.h"
 
 #include <gmock/gmock.h>
 
@@ -141,7 +141,7 @@ TEST_F(AreaPlaying, RunningTextComesInAndLeavesAndComesAgain) {
 
 TEST(PlayedAreas, SayWhenTheyNextShowSomethingElse) {
     const auto parsed = parse_dynamic_areas(test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("FE")}}}));
-    DynamicArea area = std::get<std::vector<DynamicArea>>(parsed).at(0);
+    ReceivedArea area = std::get<std::vector<ReceivedArea>>(parsed).at(0);
     area.with_all_programs = false;
     area.programs = {1};
     std::vector<PlayedArea> areas;
@@ -203,8 +203,8 @@ TEST(DynamicAreas5, CutAnywhereOrLengthenedTheyAreRefused) {
         hex("29 00 00 00 09 01 03 02 01 00 00 01 00*4 10 05 00 01 00 08 00 01 00 00 01 00 "
             "0D 00 00 00 00 01 00 00 00 00 01 08 00 00*4");
     const auto parsed = parse_dynamic_area_5(whole);
-    ASSERT_TRUE(std::holds_alternative<std::vector<DynamicArea>>(parsed));
-    const DynamicArea& area = std::get<std::vector<DynamicArea>>(parsed).at(0);
+    ASSERT_TRUE(std::holds_alternative<std::vector<ReceivedArea>>(parsed));
+    const ReceivedArea& area = std::get<std::vector<ReceivedArea>>(parsed).at(0);
     EXPECT_EQ(area.timeout, 0x0203);
     EXPECT_EQ(area.rect, (Rect{5, 1, 8, 1}));
     EXPECT_EQ(area.pages.at(0).valid_len, 8);

@@ -1,5 +1,5 @@
 // What a controller reads out of the payload of dynamic areas, and that it takes no contradictory one.
-#include "simulator/playback/DynamicArea.h"
+#include "simulator/playback/ReceivedArea.h"
 
 #include "hex.h"
 #include "samples.h"
@@ -35,11 +35,11 @@ std::optional<ErrorValue> error_of(Bytes content) {
 
 TEST(DynamicAreas, EveryFieldIsKept) {
     const auto parsed = parse_dynamic_areas(hex(kTwoAreas));
-    ASSERT_TRUE(std::holds_alternative<std::vector<DynamicArea>>(parsed));
-    const auto& areas = std::get<std::vector<DynamicArea>>(parsed);
+    ASSERT_TRUE(std::holds_alternative<std::vector<ReceivedArea>>(parsed));
+    const auto& areas = std::get<std::vector<ReceivedArea>>(parsed);
     ASSERT_EQ(areas.size(), 2U);
 
-    const DynamicArea& first = areas[0];
+    const ReceivedArea& first = areas[0];
     EXPECT_EQ(first.id, 7);
     EXPECT_EQ(first.run_mode, 1);
     EXPECT_EQ(first.timeout, 300);
@@ -52,7 +52,7 @@ TEST(DynamicAreas, EveryFieldIsKept) {
     EXPECT_EQ(first.equal, 9);
 
     ASSERT_TRUE(first.sound);
-    const Sound& sound = *first.sound;
+    const SpokenText& sound = *first.sound;
     EXPECT_THAT(ByteBuffer({sound.person, sound.volume, sound.speed, sound.data_mode}),
                 is_hex("01 02 03 04"));
     EXPECT_EQ(sound.replay_times, 5U);
@@ -80,8 +80,8 @@ TEST(DynamicAreas, EveryFieldIsKept) {
 
 TEST(DynamicAreas, MayHaveNoPages) {
     const auto parsed = parse_dynamic_areas(test::content_of({{9, {0, 0, 8, 8}, {}}}));
-    ASSERT_TRUE(std::holds_alternative<std::vector<DynamicArea>>(parsed));
-    EXPECT_TRUE(std::get<std::vector<DynamicArea>>(parsed)[0].pages.empty());
+    ASSERT_TRUE(std::holds_alternative<std::vector<ReceivedArea>>(parsed));
+    EXPECT_TRUE(std::get<std::vector<ReceivedArea>>(parsed)[0].pages.empty());
 }
 
 TEST(DynamicAreas, CutAnywhereOrLengthenedTheyAreRefused) {
@@ -142,8 +142,8 @@ TEST(DynamicAreas, OfAnyBytesAreReadWithinTheirBounds) {
         for (auto changes = random() % 3 + 1; changes > 0; --changes)
             content[random() % content.size()] = static_cast<std::uint8_t>(random());
         const auto parsed = parse_dynamic_areas(content);
-        if (const auto* areas = std::get_if<std::vector<DynamicArea>>(&parsed))
-            for (const DynamicArea& area : *areas)
+        if (const auto* areas = std::get_if<std::vector<ReceivedArea>>(&parsed))
+            for (const ReceivedArea& area : *areas)
                 for (const Page& page : area.pages) ASSERT_LE(page.pixels.size(), content.size());
         else
             ++refused;

@@ -61,7 +61,7 @@ TEST_F(Printing, OneScreenTakesThePlaceOfTheOtherUntilALineComesBetween) {
     EXPECT_EQ(printed(text), text);
     printer.print(screen);
     EXPECT_EQ(printed(text), "\x1b[2A" + text);
-    printer.say(m_in.get(), "a line");
+    printer.print_line(m_in.get(), "a line");
     printer.print(screen);
     EXPECT_EQ(printed(text), "a line\n" + text);
     for (int i = 0; i < 2; ++i) {
@@ -80,7 +80,7 @@ TEST_F(Printing, AReaderWhoDoesNotKeepUpMissesScreensButNotTheLatest) {
     }
     const std::string text = half_blocks(screen);
     ASSERT_GT(text.size(), 65536U);
-    printer.say(m_in.get(), "the end");
+    printer.print_line(m_in.get(), "the end");
     const std::string all = printed("the end\n");
     EXPECT_THAT(all, testing::EndsWith(text + "the end\n"));
     EXPECT_LE(all.size(), 3 * text.size());

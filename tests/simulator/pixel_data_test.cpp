@@ -1,6 +1,6 @@
 // Pixel data as the LEDs show it. Every byte was worked out by hand: a bit of 0 is a lit LED, the leftmost
 // pixel is the most significant bit.
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 #include "simulator/protocol/Series.h"
 
 #include "hex.h"

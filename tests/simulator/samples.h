@@ -1,8 +1,8 @@
 // Payloads and frames put together field by field, and pictures written as letters.
 #pragma once
 
-#include "simulator/playback/DynamicArea.h"
 #include "simulator/playback/Image.h"
+#include "simulator/playback/ReceivedArea.h"
 
 #include <string>
 #include <vector>

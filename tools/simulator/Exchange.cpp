@@ -26,7 +26,7 @@ Exchange::Exchange(const Options& options)
 
 void Exchange::restore() {
     if (m_options.store.empty()) return;
-    m_store.emplace(m_options.store, [this](const std::string& words) { complain(words); });
+    m_store.emplace(m_options.store, [this](const std::string& sentence) { complain(sentence); });
     Store::Contents contents = m_store->load();
     m_controller.restore(std::move(contents.settings), std::move(contents.files));
     m_known.settings = m_controller.state().settings;
@@ -40,7 +40,7 @@ std::string Exchange::ask_wifi(std::string_view text) {
         const std::lock_guard lock(m_mutex);
         ++m_requests;
         answer = m_controller.ask_wifi(text);
-        report.words = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
+        report.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
         note_state(report);
     }
     tell(report);
@@ -66,7 +66,7 @@ Delivery Exchange::answer(const ReceivedFrame& frame) {
 Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Report& report) {
     if (const auto* bad = std::get_if<BadFrame>(&opened)) {
         ++m_bad_frames;
-        report.words = std::string("bad frame, ") + bad->why + ": not answered";
+        report.log = std::string("bad frame, ") + bad->why + ": not answered";
         return {};
     }
     const Request& request = std::get<Request>(opened);
@@ -75,8 +75,8 @@ Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Repo
     const bool refused = fault && fault->kind == FaultKind::nack;
     const Outcome outcome =
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
-    report.words = outcome.words;
-    if (fault) report.words.append(" (fault: ").append(name_of(fault->kind)).append(")");
+    report.log = outcome.log;
+    if (fault) report.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
     m_look_again = Time{0};
     if (outcome.updated) note_screen(report);
     note_state(report);
@@ -137,9 +137,9 @@ void Exchange::note_state(Report& report) {
     Known latest = known();
     if (latest == m_known) return;
     if (latest.program != m_known.program) {
-        if (!report.words.empty()) report.words += "; ";
-        report.words += latest.program.empty() ? "no program" : "program " + latest.program;
-        report.words += " is played";
+        if (!report.log.empty()) report.log += "; ";
+        report.log += latest.program.empty() ? "no program" : "program " + latest.program;
+        report.log += " is played";
     }
     const bool kept = latest.settings != m_known.settings || latest.files != m_known.files;
     m_known = std::move(latest);
@@ -150,12 +150,12 @@ void Exchange::note_state(Report& report) {
     report.files = state.files.copies();
 }
 
-void Exchange::complain(const std::string& words) const {
-    if (m_options.on_trouble) m_options.on_trouble(words);
+void Exchange::complain(const std::string& sentence) const {
+    if (m_options.on_trouble) m_options.on_trouble(sentence);
 }
 
 void Exchange::tell(const Report& report) const {
-    if (m_options.on_request && !report.words.empty()) m_options.on_request(report.words);
+    if (m_options.on_request && !report.log.empty()) m_options.on_request(report.log);
     if (report.screen) m_options.on_screen(*report.screen);
     if (report.state) m_options.on_state(*report.state, report.files);
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "simulator/Options.h"
-#include "simulator/controller/Controller.h"
+#include "simulator/controller/SimulatedController.h"
 #include "simulator/controller/Store.h"
 #include "simulator/wire/Answerer.h"
 
@@ -39,7 +39,7 @@ class Exchange : public Answerer {
 
   private:
     struct Report {
-        std::string words;
+        std::string log;
         std::optional<Image> screen;   // when it has changed
         std::optional<Snapshot> state; // likewise, with the files
         std::vector<StoredFile> files{};
@@ -62,7 +62,7 @@ class Exchange : public Answerer {
     [[nodiscard]] Known known() const;
     void note_screen(Report& report);
     void note_state(Report& report);
-    void complain(const std::string& words) const;
+    void complain(const std::string& sentence) const;
     void tell(const Report& report) const;
 
     const Options& m_options;
@@ -72,7 +72,7 @@ class Exchange : public Answerer {
     std::atomic<std::size_t> m_requests{0}, m_bad_frames{0};
 
     mutable std::mutex m_mutex; // guards what follows
-    Controller m_controller;
+    SimulatedController m_controller;
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
     Image m_shown;

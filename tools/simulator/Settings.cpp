@@ -101,8 +101,8 @@ void add_controller_options(CLI::App& app, Settings& settings, Typed& typed) {
     add(app, "--listen", settings.options.listen, "Address to listen on", "IP",
         expect(is_address, "a dotted IPv4 address, such as 127.0.0.1"));
     add(app, "--port", typed.port, "TCP port, 0 for any free one", "N", expect_number(0, 65535, "a port"));
-    add(app, "--type", typed.type, "Controller type: low byte the series, high byte the variant", "TYPE",
-        expect(is_type, "a controller type from 0 to 0xFFFF, such as 0x0262"));
+    add(app, "--type", typed.type, "SimulatedController type: low byte the series, high byte the variant",
+        "TYPE", expect(is_type, "a controller type from 0 to 0xFFFF, such as 0x0262"));
     add(app, "--size", typed.size, "Pixels of the screen", "WxH",
         expect(size_from, "WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32"));
     add(app, "--color", typed.color, "LEDs of the screen: single, double, three or full, or 1 to 4", "COLOR",
@@ -160,7 +160,7 @@ int largest_scale(Size size) {
 // The texts have been checked.
 unsigned value_of(const std::string& text) { return number(text, UINT_MAX).value_or(0); }
 
-void take(Settings& settings, const Typed& typed) {
+void apply(Settings& settings, const Typed& typed) {
     Options& options = settings.options;
     options.port = static_cast<std::uint16_t>(value_of(typed.port));
     if (typed.udp) options.udp = static_cast<std::uint16_t>(value_of(typed.udp_port));
@@ -192,7 +192,7 @@ std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
         status = app.exit(error) == 0 ? 0 : 1;
         return std::nullopt;
     }
-    take(settings, typed);
+    apply(settings, typed);
     return settings;
 }
 

@@ -123,19 +123,19 @@ std::uint16_t Simulator::wifi_port() const { return m_impl->m_wifi_port; }
 
 Image Simulator::screen() const {
     return m_impl->m_exchange.look(
-        [](const Controller& controller, Now now) { return controller.screen(now); });
+        [](const SimulatedController& controller, Now now) { return controller.screen(now); });
 }
 
-std::vector<DynamicArea> Simulator::dynamic_areas() const {
-    return m_impl->m_exchange.look([](const Controller& controller, Now) {
-        std::vector<DynamicArea> areas;
+std::vector<ReceivedArea> Simulator::dynamic_areas() const {
+    return m_impl->m_exchange.look([](const SimulatedController& controller, Now) {
+        std::vector<ReceivedArea> areas;
         for (const PlayedArea& played : controller.state().areas) areas.push_back(played.area);
         return areas;
     });
 }
 
 std::vector<ByteBuffer> Simulator::payloads() const {
-    return m_impl->m_exchange.look([](const Controller& controller, Now) {
+    return m_impl->m_exchange.look([](const SimulatedController& controller, Now) {
         const auto& payloads = controller.state().payloads;
         return std::vector(payloads.begin(), payloads.end());
     });
@@ -143,14 +143,14 @@ std::vector<ByteBuffer> Simulator::payloads() const {
 
 Snapshot Simulator::state() const {
     return m_impl->m_exchange.look(
-        [](const Controller& controller, Now now) { return controller.snapshot(now); });
+        [](const SimulatedController& controller, Now now) { return controller.snapshot(now); });
 }
 
 std::map<std::string, std::string> Simulator::program_errors() const { return state().program_errors; }
 
 std::vector<StoredFile> Simulator::files() const {
     return m_impl->m_exchange.look(
-        [](const Controller& controller, Now) { return controller.state().files.copies(); });
+        [](const SimulatedController& controller, Now) { return controller.state().files.copies(); });
 }
 
 std::optional<StoredFile> Simulator::file(const std::string& name) const {

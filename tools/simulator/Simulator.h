@@ -34,7 +34,7 @@ class Simulator {
     // What the screen shows now.
     [[nodiscard]] Image screen() const;
     // The dynamic areas that the controller keeps, in the order in which they are drawn.
-    [[nodiscard]] std::vector<DynamicArea> dynamic_areas() const;
+    [[nodiscard]] std::vector<ReceivedArea> dynamic_areas() const;
     // The dynamic-area payloads received (01 A7 ...), refused ones included, byte for byte, most recent last.
     // The latest 64 are kept, and fewer when they are large.
     [[nodiscard]] std::vector<ByteBuffer> payloads() const;

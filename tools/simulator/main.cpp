@@ -2,7 +2,7 @@
 #include "simulator/Settings.h"
 #include "simulator/controller/Store.h"
 #include "simulator/controller/state_json.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 #include "simulator/protocol/Series.h"
 #include "simulator/show/picture.h"
 #include "simulator/show/terminal.h"
@@ -21,7 +21,7 @@ using namespace qm::sim;
 
 constexpr int kUsage = 1, kFailed = 2;
 
-void complain(const std::string& words) { std::fprintf(stderr, "qm_simulator: %s\n", words.c_str()); }
+void complain(const std::string& sentence) { std::fprintf(stderr, "qm_simulator: %s\n", sentence.c_str()); }
 
 std::string hex(std::uint16_t type) {
     char text[8];
@@ -72,20 +72,22 @@ class Display {
         write_state(snapshot, files);
     }
 
-    void log(const std::string& words) {
+    void log(const std::string& line) {
         const std::lock_guard lock(m_mutex);
-        m_printer.say(STDERR_FILENO, words);
+        m_printer.print_line(STDERR_FILENO, line);
     }
 
-    // What there is before any change, and the words that the controller is there. The caller holds the
+    // What there is before any change, and the line that says the controller is there. The caller holds the
     // display.
-    void begin(const Simulator& simulator, const std::string& words) {
+    void begin(const Simulator& simulator, const std::string& line) {
         write_screenshot(simulator.screen());
         if (!m_settings.state.empty()) write_state(simulator.state(), simulator.files());
-        m_printer.say(STDOUT_FILENO, words);
+        m_printer.print_line(STDOUT_FILENO, line);
     }
 
-    void complain(const std::string& words) { m_printer.say(STDERR_FILENO, "qm_simulator: " + words); }
+    void complain(const std::string& sentence) {
+        m_printer.print_line(STDERR_FILENO, "qm_simulator: " + sentence);
+    }
 
   private:
     void write_state(const Snapshot& snapshot, const std::vector<StoredFile>& files) try {
@@ -126,12 +128,12 @@ std::string place(const std::string& address, std::uint16_t port) {
 }
 
 std::string announcement(const Options& options, const Simulator& simulator) {
-    std::string words = "qm_simulator ready: " + place(options.listen, simulator.port()) + ", type " +
-                        hex(options.type) + ", " + std::to_string(options.width) + "x" +
-                        std::to_string(options.height) + ", " + name_of(options.color);
-    if (options.udp) words += "\nUDP: " + place(options.udp_listen, simulator.udp_port());
-    if (options.wifi) words += "\nWi-Fi module: " + place(options.udp_listen, simulator.wifi_port());
-    return words;
+    std::string line = "qm_simulator ready: " + place(options.listen, simulator.port()) + ", type " +
+                       hex(options.type) + ", " + std::to_string(options.width) + "x" +
+                       std::to_string(options.height) + ", " + name_of(options.color);
+    if (options.udp) line += "\nUDP: " + place(options.udp_listen, simulator.udp_port());
+    if (options.wifi) line += "\nWi-Fi module: " + place(options.udp_listen, simulator.wifi_port());
+    return line;
 }
 
 // Runs until a signal or, when asked for, until the first connection that updated the screen has closed.
@@ -143,12 +145,12 @@ void run(const Settings& settings) {
 
     Options options = settings.options;
     options.on_screen = [&](const Image& screen) { display.show(screen); };
-    if (settings.verbose) options.on_request = [&](const std::string& words) { display.log(words); };
+    if (settings.verbose) options.on_request = [&](const std::string& line) { display.log(line); };
     if (!settings.state.empty())
         options.on_state = [&](const Snapshot& snapshot, const std::vector<StoredFile>& files) {
             display.keep(snapshot, files);
         };
-    options.on_trouble = [&](const std::string& words) { display.complain(words); };
+    options.on_trouble = [&](const std::string& line) { display.complain(line); };
     if (settings.once)
         options.on_closed = [&](bool updated) {
             if (updated) context.stop();

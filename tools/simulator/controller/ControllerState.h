@@ -3,7 +3,7 @@
 
 #include "simulator/controller/Voices.h"
 #include "simulator/playback/Clock.h"
-#include "simulator/playback/DynamicArea.h"
+#include "simulator/playback/ReceivedArea.h"
 
 #include <array>
 #include <cstdint>
@@ -98,7 +98,7 @@ struct ControllerState {
 
 // A dynamic area, and whether it is shown.
 struct KeptArea {
-    DynamicArea area;
+    ReceivedArea area;
     bool shown = false;
 };
 

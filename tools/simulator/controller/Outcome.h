@@ -9,7 +9,7 @@ namespace qm::sim {
 
 struct Outcome {
     Reply reply;
-    std::string words;    // the request and what became of it, for the log
+    std::string log;      // the request and what became of it, for the log
     bool updated = false; // the screen was given something to show, be it what it showed before
 };
 

@@ -40,29 +40,29 @@ std::string Programs::update(const FileSystem& files, Time now) {
     if (files.version() == m_seen || files.transferring()) return {};
     m_seen = files.version();
     const auto found = find_all(files);
-    std::string words = forget_missing(found);
+    std::string news = forget_missing(found);
     for (const auto& [name, versions] : found) {
         const auto known = m_known.find(name);
         if (known != m_known.end() && known->second == versions) continue;
-        words += take(files, name);
+        news += load(files, name);
     }
     m_known = found;
-    if (!words.empty()) m_since = now;
-    return words;
+    if (!news.empty()) m_since = now;
+    return news;
 }
 
 std::string Programs::forget_missing(const std::map<std::string, Versions>& found) {
-    std::string words;
+    std::string news;
     for (const auto& [name, versions] : m_known) {
         if (found.contains(name)) continue;
         m_list.remove(name);
         m_errors.erase(name);
-        words += "; program " + name + " is gone";
+        news += "; program " + name + " is gone";
     }
-    return words;
+    return news;
 }
 
-std::string Programs::take(const FileSystem& files, const std::string& name) {
+std::string Programs::load(const FileSystem& files, const std::string& name) {
     const Bytes file = files.find(FileFamily::ordinary, name)->data;
     ParsedProgram parsed = m_generation == Generation::six
                                ? parse_program(file, data_of(files, name)->data, m_format)

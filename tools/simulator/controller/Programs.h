@@ -44,7 +44,7 @@ class Programs {
         return now;
     }
     [[nodiscard]] std::map<std::string, Versions> find_all(const FileSystem& files) const;
-    std::string take(const FileSystem& files, const std::string& name);
+    std::string load(const FileSystem& files, const std::string& name);
     std::string forget_missing(const std::map<std::string, Versions>& found);
 
     Generation m_generation;

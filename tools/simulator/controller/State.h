@@ -5,7 +5,7 @@
 #include "simulator/controller/FileSystem.h"
 #include "simulator/controller/Programs.h"
 #include "simulator/controller/Voices.h"
-#include "simulator/playback/Screen.h"
+#include "simulator/playback/PlayedArea.h"
 
 #include <deque>
 

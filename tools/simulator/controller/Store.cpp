@@ -100,9 +100,9 @@ bool Store::load_data(StoredFile& file) {
     const bool there = fs::is_regular_file(path) && fs::file_size(path) <= FileSystem::kCapacity;
     if (there) file.data = read_whole(path);
     if (there && calc_crc32(file.data) == file.data_crc) return true;
-    std::string words = path.string() + (fs::exists(path) ? ": its CRC is wrong" : ": it is missing");
-    if (fs::exists(path)) words += "; it is now in " + set_aside({path}).string();
-    m_complain(words);
+    std::string sentence = path.string() + (fs::exists(path) ? ": its CRC is wrong" : ": it is missing");
+    if (fs::exists(path)) sentence += "; it is now in " + set_aside({path}).string();
+    m_complain(sentence);
     return false;
 }
 

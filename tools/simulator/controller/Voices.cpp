@@ -4,14 +4,14 @@ namespace qm::sim {
 namespace {
 
 // Length 4, then a sound record of that length.
-bool read_measured_sound(ByteReader& reader, Sound& sound) {
+bool read_measured_sound(ByteReader& reader, SpokenText& sound) {
     ByteReader record(reader.bytes(reader.u32()));
     return reader.ok() && read_sound_record(record, sound) && record.left() == 0;
 }
 
 } // namespace
 
-bool Voices::take(std::vector<Voice> voices) {
+bool Voices::add(std::vector<Voice> voices) {
     std::size_t bytes = 0;
     for (const auto* kept : {&voices, &m_inserted})
         for (const Voice& voice : *kept) bytes += voice.sound.text.size() + sizeof voice;

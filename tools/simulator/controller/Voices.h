@@ -1,7 +1,7 @@
 // Speech that belongs to no area, and the strict parsers of the payloads that bring it.
 #pragma once
 
-#include "simulator/playback/Sound.h"
+#include "simulator/playback/SpokenText.h"
 #include "simulator/protocol/ErrorValue.h"
 
 #include <map>
@@ -15,7 +15,7 @@ struct Voice {
     std::optional<std::uint8_t> id{}; // its number in the list; none: it was inserted
     std::uint8_t store_flag = 0;
     std::uint8_t flag = 0; // of an inserted one
-    Sound sound{};
+    SpokenText sound{};
 };
 
 // What a controller keeps of them.
@@ -25,7 +25,7 @@ class Voices {
     static constexpr std::size_t kCapacity = std::size_t{16} << 20U;
 
     // Takes them in, an entry in the place of that of the same number; all or none. False: there is no room.
-    bool take(std::vector<Voice> voices);
+    bool add(std::vector<Voice> voices);
     // Those that were to be stored stay.
     void restart();
     // The entries of the list in the order of their numbers, then what was inserted, oldest first.

@@ -12,7 +12,7 @@ struct Command {
     std::uint8_t group, cmd;
     const char* name;
     std::size_t shortest, longest; // bytes of the payload
-    // Works on a payload of a right length; words need only say what the name does not.
+    // Works on a payload of a right length; the log need only say what the name does not.
     Outcome (*carry_out)(State& state, Bytes payload, Now now);
 };
 

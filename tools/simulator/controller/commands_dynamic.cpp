@@ -11,13 +11,13 @@ constexpr std::size_t kAnyLength = SIZE_MAX;
 // Bytes for the pages of all areas. One that fills the screen can take the place of another.
 std::size_t pixel_memory(const Model& model) { return (std::size_t{64} << 20U) + 2 * model.page(); }
 
-std::size_t pixel_bytes(const DynamicArea& area) {
+std::size_t pixel_bytes(const ReceivedArea& area) {
     std::size_t bytes = 0;
     for (const Page& page : area.pages) bytes += page.pixels.size();
     return bytes;
 }
 
-bool fits_rectangle(PixelFormat format, const DynamicArea& area) {
+bool fits_rectangle(PixelFormat format, const ReceivedArea& area) {
     const std::size_t expected = pixel_data_length(format, area.rect);
     return std::all_of(area.pages.begin(), area.pages.end(),
                        [&](const Page& page) { return page.pixels.size() == expected; });
@@ -25,7 +25,7 @@ bool fits_rectangle(PixelFormat format, const DynamicArea& area) {
 
 // An area that is sent again takes the place of its former self, in front of all others. One that is to
 // interrupt nothing waits for the next program, unless it was on the screen already.
-void put(State& state, DynamicArea area, Now now) {
+void put(State& state, ReceivedArea area, Now now) {
     bool known = false;
     std::erase_if(state.areas, [&](const PlayedArea& played) {
         if (played.area.id != area.id) return false;
@@ -37,7 +37,7 @@ void put(State& state, DynamicArea area, Now now) {
     state.areas.emplace_back(std::move(area), state.model.format, since);
 }
 
-std::string words_for(const DynamicArea& area) {
+std::string summary_of(const ReceivedArea& area) {
     const auto number = [](auto value) { return std::to_string(value); };
     const std::size_t pages = area.pages.size();
     return "area " + number(area.id) + " at " + number(area.rect.x) + "," + number(area.rect.y) + " size " +
@@ -45,13 +45,13 @@ std::string words_for(const DynamicArea& area) {
            (pages == 1 ? " page" : " pages") + (area.sound ? " and sound" : "");
 }
 
-std::string words_for(const std::vector<DynamicArea>& areas) {
+std::string summary_of(const std::vector<ReceivedArea>& areas) {
     constexpr std::size_t kListed = 8;
-    std::string words;
+    std::string summary;
     for (std::size_t i = 0; i < areas.size() && i < kListed; ++i)
-        words += (i ? ", " : "") + words_for(areas[i]);
-    if (areas.size() > kListed) words += ", " + std::to_string(areas.size() - kListed) + " more";
-    return words;
+        summary += (i ? ", " : "") + summary_of(areas[i]);
+    if (areas.size() > kListed) summary += ", " + std::to_string(areas.size() - kListed) + " more";
+    return summary;
 }
 
 ParsedAreas parse(Generation generation, Bytes payload) {
@@ -66,21 +66,21 @@ ParsedAreas parse(Generation generation, Bytes payload) {
 Outcome update_areas(State& state, Bytes payload, Now now) {
     auto parsed = parse(generation_of(state.model.type), payload);
     if (const auto* error = std::get_if<ErrorValue>(&parsed)) return {*error, {}};
-    auto& areas = std::get<std::vector<DynamicArea>>(parsed);
-    std::string words = words_for(areas);
+    auto& areas = std::get<std::vector<ReceivedArea>>(parsed);
+    std::string summary = summary_of(areas);
 
     std::size_t bytes = 0;
-    for (const DynamicArea& area : areas) {
-        if (!fits_rectangle(state.model.format, area)) return {ErrorValue::bad_pixel_data, words};
+    for (const ReceivedArea& area : areas) {
+        if (!fits_rectangle(state.model.format, area)) return {ErrorValue::bad_pixel_data, summary};
         bytes += pixel_bytes(area);
     }
     // The old pages are given up once the new ones are in: there must be room for both.
     for (const PlayedArea& played : state.areas) bytes += pixel_bytes(played.area);
-    if (bytes > pixel_memory(state.model)) return {ErrorValue::no_memory, words};
+    if (bytes > pixel_memory(state.model)) return {ErrorValue::no_memory, summary};
 
-    for (DynamicArea& area : areas) put(state, std::move(area), now);
+    for (ReceivedArea& area : areas) put(state, std::move(area), now);
     ++state.dynamic_version;
-    return {Ack{}, words, true};
+    return {Ack{}, summary, true};
 }
 
 // DeleteAreaNum 1, then that many numbers of areas; 0xFF and none for all. Areas that are not there are no
@@ -98,22 +98,22 @@ Outcome delete_areas(State& state, Bytes payload, Now) {
     return {Ack{}, std::to_string(deleted) + " deleted", deleted != 0};
 }
 
-Outcome take_voices(State& state, ParsedVoices parsed) {
+Outcome keep_voices(State& state, ParsedVoices parsed) {
     if (generation_of(state.model.type) == Generation::five) return refuse(ErrorValue::unknown_command);
     if (const auto* error = std::get_if<ErrorValue>(&parsed)) return refuse(*error);
     auto& voices = std::get<std::vector<Voice>>(parsed);
-    const std::string words = std::to_string(voices.size()) + (voices.size() == 1 ? " text" : " texts");
-    if (!state.voices.take(std::move(voices))) return {ErrorValue::no_memory, words};
+    const std::string summary = std::to_string(voices.size()) + (voices.size() == 1 ? " text" : " texts");
+    if (!state.voices.add(std::move(voices))) return {ErrorValue::no_memory, summary};
     ++state.dynamic_version;
-    return {Ack{}, words};
+    return {Ack{}, summary};
 }
 
 Outcome update_sounds(State& state, Bytes payload, Now) {
-    return take_voices(state, parse_voice_update(payload));
+    return keep_voices(state, parse_voice_update(payload));
 }
 
 Outcome insert_sound(State& state, Bytes payload, Now) {
-    return take_voices(state, parse_voice_insertion(payload));
+    return keep_voices(state, parse_voice_insertion(payload));
 }
 
 constexpr Command kCommands[] = {

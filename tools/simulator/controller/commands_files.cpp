@@ -17,9 +17,9 @@ constexpr std::size_t kLongestPayload = 0xFFFF;
 
 std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
-Outcome outcome_of(FileSystem::Result result, std::string words) {
-    if (result) return {*result, std::move(words)};
-    return {Ack{}, std::move(words)};
+Outcome outcome_of(FileSystem::Result result, std::string log) {
+    if (result) return {*result, std::move(log)};
+    return {Ack{}, std::move(log)};
 }
 
 void name(ByteWriter& out, const std::string& text) {
@@ -77,7 +77,7 @@ template <FileFamily family> Outcome start_write(State& state, Bytes payload, No
 }
 
 // ControllerName stands behind the file type, ScreenAddress, in generation 6 only, behind the name.
-void take_names(ControllerState& settings, Bytes configuration) {
+void note_names(ControllerState& settings, Bytes configuration) {
     constexpr std::size_t kName5 = 8, kName6 = 16, kLocation = 48;
     const auto text = [&](std::size_t at, std::size_t size) {
         const std::string field = text_of(configuration.subspan(at, size));
@@ -100,7 +100,7 @@ template <FileFamily family> Outcome write_block(State& state, Bytes payload, No
     if (last > 1) return refuse(ErrorValue::bad_value);
     const auto result = state.files.write_block(family, block);
     if (!result && block.last && family == FileFamily::configuration && block.name == kConfigurationFile)
-        take_names(state.settings, state.files.find(family, block.name)->data);
+        note_names(state.settings, state.files.find(family, block.name)->data);
     return outcome_of(result, std::to_string(block.data.size()) + " bytes at " +
                                   std::to_string(block.offset) + (block.last ? ", the last" : ""));
 }

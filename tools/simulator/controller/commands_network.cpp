@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kMac = 6, kSettings = 51;
 
-template <std::size_t size> void take(ByteReader& reader, std::array<std::uint8_t, size>& to) {
+template <std::size_t size> void read_field(ByteReader& reader, std::array<std::uint8_t, size>& to) {
     const Bytes field = reader.bytes(size);
     std::copy(field.begin(), field.end(), to.begin());
 }
@@ -34,18 +34,18 @@ Outcome set_ip(State& state, Bytes payload, Now) {
     Network network = state.settings.network;
     ByteReader reader(payload);
     network.mode = reader.u8();
-    take(reader, network.ip);
-    take(reader, network.subnet_mask);
-    take(reader, network.gateway);
+    read_field(reader, network.ip);
+    read_field(reader, network.subnet_mask);
+    read_field(reader, network.gateway);
     network.port = reader.u16();
     network.server_mode = reader.u8();
-    take(reader, network.server_ip);
+    read_field(reader, network.server_ip);
     network.server_port = reader.u16();
-    take(reader, network.password);
+    read_field(reader, network.password);
     network.heartbeat = reader.u16();
-    take(reader, network.net_id);
+    read_field(reader, network.net_id);
     const bool with_mac = reader.u8() != 0;
-    if (with_mac) take(reader, network.mac);
+    if (with_mac) read_field(reader, network.mac);
     if (!is_mask(network.subnet_mask)) return refuse(ErrorValue::bad_value);
     state.settings.network = network;
     return done();

@@ -180,7 +180,7 @@ json json_of(const StoredFile& file) {
             {"crc", file.crc}};
 }
 
-json json_of(const Sound& sound) {
+json json_of(const SpokenText& sound) {
     return {{"person", sound.person},
             {"volume", sound.volume},
             {"speed", sound.speed},
@@ -195,7 +195,7 @@ json json_of(const Sound& sound) {
 }
 
 json json_of(const KeptArea& kept) {
-    const DynamicArea& area = kept.area;
+    const ReceivedArea& area = kept.area;
     json out = {{"id", area.id},
                 {"x", area.rect.x},
                 {"y", area.rect.y},

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simulator/playback/Clock.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 
 #include <optional>
 

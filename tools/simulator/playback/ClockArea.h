@@ -3,7 +3,7 @@
 
 #include "simulator/playback/Clock.h"
 #include "simulator/playback/Image.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 
 #include <cstdint>
 #include <optional>

@@ -4,7 +4,7 @@
 #include "simulator/playback/ClockArea.h"
 #include "simulator/playback/Image.h"
 #include "simulator/playback/Moment.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 #include "simulator/playback/Rect.h"
 
 namespace qm::sim {

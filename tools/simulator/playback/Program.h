@@ -5,7 +5,7 @@
 #include "simulator/playback/ClockArea.h"
 #include "simulator/playback/Page.h"
 #include "simulator/playback/Rect.h"
-#include "simulator/playback/Sound.h"
+#include "simulator/playback/SpokenText.h"
 #include "simulator/protocol/Series.h"
 
 #include <chrono>
@@ -48,7 +48,7 @@ struct ProgramArea {
     Rect rect;
     std::optional<BorderPattern> border;
     std::uint8_t background_flag = 0, transparency = 0, equal = 0; // of generation 6
-    std::optional<Sound> sound;                                    // likewise
+    std::optional<SpokenText> sound;                               // likewise
     std::vector<Page> pages;
     std::optional<ClockArea> clock; // of a time area, which has one page below it
 

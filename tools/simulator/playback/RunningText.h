@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simulator/playback/Page.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 
 #include <cstdint>
 #include <span>

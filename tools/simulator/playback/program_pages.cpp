@@ -7,7 +7,7 @@ constexpr std::uint32_t kPageHeader5 = 13; // bytes
 constexpr std::uint32_t kPageRecord6 = 26; // without its own length field
 
 // The pixels of a data file follow one another. Offsets are counted from 1.
-bool take_data(Cursor& in, const Reading& reading, Extent& extent, Attempt& attempt) {
+bool read_extent(Cursor& in, const Reading& reading, Extent& extent, Attempt& attempt) {
     const std::size_t next = attempt.data_used + 1;
     const std::uint32_t offset = in.u32();
     if (!in.expect(offset == next, "data offset of a page",
@@ -45,7 +45,7 @@ bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent,
     in.skip(1);
     if (!in.zeros(6, "reserved bytes of a page header")) return false;
     in.skip(1);
-    return take_data(in, reading, extent, attempt) && in.whole("page record");
+    return read_extent(in, reading, extent, attempt) && in.whole("page record");
 }
 
 } // namespace qm::sim

@@ -218,13 +218,13 @@ ParsedProgram parse(Reading& reading) {
     Cursor in(reading, 0, reading.file.size());
     const bool six = reading.generation == Generation::six;
     if (!read_header(in, reading.generation, program.header))
-        return "program file, " + reading.refusal.words();
+        return "program file, " + reading.refusal.sentence();
     if (six)
         if (auto wrong = wrong_data_head(reading.data, program.header.name)) return std::move(*wrong);
     const bool read = read_periods_on(in, reading, program, attempt);
     if (!read && reading.records_left == 0)
         return "program file: it can be read in too many ways to find where its borders end";
-    if (!read) return "program file, " + reading.refusal.words();
+    if (!read) return "program file, " + reading.refusal.sentence();
     program.areas = std::move(attempt.areas);
     hand_out_pixels(six ? reading.data : reading.file, attempt, program);
     return program;

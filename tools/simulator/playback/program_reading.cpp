@@ -14,10 +14,10 @@ int pixels_a_unit(PixelFormat format) {
 
 } // namespace
 
-std::string Refusal::words() const {
-    std::string words = "byte " + std::to_string(at) + ", " + field;
-    if (!expected) return words + ": the record is cut short";
-    return words + ": " + expected + " expected, " + std::to_string(found) + " found";
+std::string Refusal::sentence() const {
+    std::string where = "byte " + std::to_string(at) + ", " + field;
+    if (!expected) return where + ": the record is cut short";
+    return where + ": " + expected + " expected, " + std::to_string(found) + " found";
 }
 
 bool Cursor::expect(bool holds, const char* field, const char* expected, std::uint64_t found) {

@@ -12,14 +12,14 @@ namespace qm::sim {
 
 constexpr std::size_t kLongestBorder = 3 * 255 * 255; // bytes; no pattern is longer
 
-// The complaint of the attempt that came farthest; its words are made at the end, for most attempts fail.
+// The complaint of the attempt that came farthest; it is put into words at the end, for most attempts fail.
 struct Refusal {
     std::size_t at = 0;
     const char* field = "";
     const char* expected = nullptr;
     std::uint64_t found = 0;
 
-    [[nodiscard]] std::string words() const;
+    [[nodiscard]] std::string sentence() const;
 };
 
 // What all attempts at a file have in common.

@@ -106,7 +106,7 @@ class ClockReader {
     }
 
     // Of generation 5: where the pixels begin.
-    bool take_page() {
+    bool read_page_5() {
         const std::size_t length = page_length();
         m_area.pages.emplace_back();
         m_attempt.extents.push_back({m_in.position(), length});
@@ -184,7 +184,7 @@ class ClockReader {
     }
 
     // The glyphs of a set follow one another.
-    bool take_glyphs(Bytes pixels) {
+    bool read_glyphs(Bytes pixels) {
         ByteReader in(pixels);
         for (GlyphImages& set : m_digital.sets)
             for (ByteBuffer& glyph : set.glyphs) {
@@ -210,10 +210,10 @@ class ClockReader {
             const std::size_t left = m_reading.data.size() - m_attempt.data_used;
             if (!m_in.expect(length <= left, "glyphs of a time area", "pixels inside the data file",
                              length) ||
-                !take_glyphs(m_reading.data.subspan(m_attempt.data_used, length)))
+                !read_glyphs(m_reading.data.subspan(m_attempt.data_used, length)))
                 return false;
             m_attempt.data_used += length;
-        } else if (!take_page() || !take_glyphs(m_in.bytes(m_in.left()))) {
+        } else if (!read_page_5() || !read_glyphs(m_in.bytes(m_in.left()))) {
             return false;
         }
         m_area.clock->face = std::move(m_digital);
@@ -254,7 +254,7 @@ class ClockReader {
         if (!m_six) {
             const std::size_t page = m_in.u32();
             if (!m_in.expect(page == page_length(), "length of a page", "the pixels of the area", page) ||
-                !take_page())
+                !read_page_5())
                 return false;
         }
         m_area.clock->face = clock;

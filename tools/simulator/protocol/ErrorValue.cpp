@@ -2,13 +2,13 @@
 
 namespace qm::sim {
 
-const char* words_of(ErrorValue error) {
+const char* meaning_of(ErrorValue error) {
     switch (error) {
-#define QM_SIM_ERROR_WORDS(name, value, words)                                                               \
+#define QM_SIM_ERROR_MEANING(name, value, meaning)                                                           \
     case ErrorValue::name:                                                                                   \
-        return words;
-        QM_SIM_ERRORS(QM_SIM_ERROR_WORDS)
-#undef QM_SIM_ERROR_WORDS
+        return meaning;
+        QM_SIM_ERRORS(QM_SIM_ERROR_MEANING)
+#undef QM_SIM_ERROR_MEANING
     }
     return "error";
 }

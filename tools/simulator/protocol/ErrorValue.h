@@ -5,7 +5,7 @@
 
 namespace qm::sim {
 
-// X(enumerator, value, words). The values keep clear of every status that the library itself returns.
+// X(enumerator, value, meaning). The values keep clear of every status that the library itself returns.
 #define QM_SIM_ERRORS(X)                                                                                     \
     X(unknown_command, 101, "the controller has no such command")                                            \
     X(bad_length, 102, "the payload has not the length that the command asks for")                           \
@@ -21,11 +21,11 @@ namespace qm::sim {
     X(other_generation, 112, "the payload is in the form of the other generation")                           \
     X(refused_by_fault, 199, "a fault asked for it")
 
-#define QM_SIM_ERROR_ENUMERATOR(name, value, words) name = (value),
+#define QM_SIM_ERROR_ENUMERATOR(name, value, meaning) name = (value),
 enum class ErrorValue : std::uint16_t { QM_SIM_ERRORS(QM_SIM_ERROR_ENUMERATOR) };
 #undef QM_SIM_ERROR_ENUMERATOR
 
 // What an error value means; "error" for one that is not in the list.
-[[nodiscard]] const char* words_of(ErrorValue error);
+[[nodiscard]] const char* meaning_of(ErrorValue error);
 
 } // namespace qm::sim

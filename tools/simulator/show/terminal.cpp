@@ -139,6 +139,8 @@ Printer::~Printer() {
 
 void Printer::print(Image screen) { m_work->add({std::move(screen)}); }
 
-void Printer::say(int fd, std::string line) { m_work->add({std::nullopt, fd, std::move(line) + "\n"}); }
+void Printer::print_line(int fd, std::string line) {
+    m_work->add({std::nullopt, fd, std::move(line) + "\n"});
+}
 
 } // namespace qm::sim

@@ -25,7 +25,7 @@ class Printer {
     ~Printer();
 
     void print(Image screen);
-    void say(int fd, std::string line);
+    void print_line(int fd, std::string line);
 
   private:
     struct Work;

@@ -1,13 +1,13 @@
-#include "simulator/playback/Sound.h"
+#include "simulator/playback/SpokenText.h"
 
 namespace qm::sim {
 
-bool read_sound(ByteReader& reader, std::optional<Sound>& sound) {
+bool read_sound(ByteReader& reader, std::optional<SpokenText>& sound) {
     if (reader.u8() == 0) return reader.ok();
     return read_sound_record(reader, sound.emplace());
 }
 
-bool read_sound_record(ByteReader& reader, Sound& sound) {
+bool read_sound_record(ByteReader& reader, SpokenText& sound) {
     sound.person = reader.u8();
     sound.volume = reader.u8();
     sound.speed = reader.u8();

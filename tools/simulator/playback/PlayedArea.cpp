@@ -1,4 +1,4 @@
-#include "simulator/playback/Screen.h"
+#include "simulator/playback/PlayedArea.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ int number_of(const std::string& program) {
 
 } // namespace
 
-PlayedArea::PlayedArea(DynamicArea what, PixelFormat format, Time begin)
+PlayedArea::PlayedArea(ReceivedArea what, PixelFormat format, Time begin)
     : area(std::move(what)), since(begin), timeline(area.pages, area.rect, format) {}
 
 std::optional<Time> PlayedArea::end() const {

@@ -1,4 +1,4 @@
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 
 namespace qm::sim {
 namespace {

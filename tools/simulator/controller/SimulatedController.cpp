@@ -1,4 +1,4 @@
-#include "simulator/controller/Controller.h"
+#include "simulator/controller/SimulatedController.h"
 
 #include "simulator/controller/WifiModule.h"
 #include "simulator/controller/commands.h"
@@ -26,9 +26,9 @@ std::string name_of(const Request& request) {
     return name;
 }
 
-std::string words_of_reply(const Reply& reply) {
+std::string result_of(const Reply& reply) {
     if (const auto* error = std::get_if<ErrorValue>(&reply))
-        return "refused with " + std::to_string(static_cast<unsigned>(*error)) + ", " + words_of(*error);
+        return "refused with " + std::to_string(static_cast<unsigned>(*error)) + ", " + meaning_of(*error);
     if (const auto* payload = std::get_if<ByteBuffer>(&reply))
         return std::to_string(payload->size()) + " bytes";
     return "acknowledged";
@@ -55,9 +55,9 @@ void remember(std::deque<ByteBuffer>& payloads, const Request& request) {
 }
 
 void describe(Outcome& outcome, const Request& request) {
-    std::string words = request.handshake ? "handshake" : name_of(request);
-    if (!outcome.words.empty()) words += ", " + outcome.words;
-    outcome.words = words + ": " + words_of_reply(outcome.reply);
+    std::string line = request.handshake ? "handshake" : name_of(request);
+    if (!outcome.log.empty()) line += ", " + outcome.log;
+    outcome.log = line + ": " + result_of(outcome.reply);
 }
 
 // Level 0 can still be told from dark: it has a quarter of the light, and nothing lit is rounded to nothing.
@@ -70,33 +70,35 @@ void dim(Image& image, unsigned level) {
 
 } // namespace
 
-Outcome Controller::handle(const Request& request, Now now) {
+Outcome SimulatedController::handle(const Request& request, Now now) {
     remember(m_state.payloads, request);
     Outcome outcome = carry_out(m_state, request, now);
     describe(outcome, request);
     const std::string programs = m_state.programs.update(m_state.files, now.up);
     outcome.updated = outcome.updated || !programs.empty();
-    outcome.words += programs;
+    outcome.log += programs;
     return outcome;
 }
 
-Outcome Controller::refuse(const Request& request, ErrorValue error) {
+Outcome SimulatedController::refuse(const Request& request, ErrorValue error) {
     remember(m_state.payloads, request);
     Outcome outcome{error, {}};
     describe(outcome, request);
     return outcome;
 }
 
-void Controller::restore(ControllerState settings, std::vector<StoredFile> files) {
+void SimulatedController::restore(ControllerState settings, std::vector<StoredFile> files) {
     m_state.settings = std::move(settings);
     for (StoredFile& file : files) m_state.files.restore(std::move(file));
     (void)m_state.programs.update(m_state.files, Time{0});
     if (m_state.settings.screen_lock.locked) m_state.held = dark_screen(m_state.model);
 }
 
-std::string Controller::ask_wifi(std::string_view text) { return answer_of(m_state.settings.wifi, text); }
+std::string SimulatedController::ask_wifi(std::string_view text) {
+    return answer_of(m_state.settings.wifi, text);
+}
 
-Image Controller::screen(Now now) const {
+Image SimulatedController::screen(Now now) const {
     const LocalSeconds clock = clock_of(m_state, now);
     if (!power_at(m_state.settings, clock)) return {m_state.model.width, m_state.model.height};
     Image image = m_state.held ? m_state.held->image : played(m_state, now);
@@ -104,13 +106,13 @@ Image Controller::screen(Now now) const {
     return image;
 }
 
-std::optional<Time> Controller::next_change(Now now) const {
+std::optional<Time> SimulatedController::next_change(Now now) const {
     const auto program = m_state.programs.next_change(moment_of(m_state, now));
     const auto area = sim::next_change(m_state.areas, now.up, playing_program(m_state, now));
     return program && area ? std::min(program, area) : (program ? program : area);
 }
 
-Snapshot Controller::snapshot(Now now) const {
+Snapshot SimulatedController::snapshot(Now now) const {
     Snapshot snapshot{m_state.settings};
     snapshot.clock = clock_of(m_state, now);
     snapshot.power = power_at(m_state.settings, snapshot.clock);

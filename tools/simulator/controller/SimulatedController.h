@@ -10,9 +10,9 @@
 
 namespace qm::sim {
 
-class Controller {
+class SimulatedController {
   public:
-    explicit Controller(const Model& model) : m_state(model) {}
+    explicit SimulatedController(const Model& model) : m_state(model) {}
 
     // Takes up what was kept over a restart.
     void restore(ControllerState settings, std::vector<StoredFile> files);

@@ -1,4 +1,4 @@
-#include "simulator/playback/DynamicArea.h"
+#include "simulator/playback/ReceivedArea.h"
 
 namespace qm::sim {
 namespace {
@@ -13,7 +13,7 @@ struct Extent {
 
 // What is found out while the descriptions are read, in their order.
 struct Parse {
-    std::vector<DynamicArea> areas;
+    std::vector<ReceivedArea> areas;
     std::vector<Extent> extents; // one for every page of every area
     ErrorValue error = ErrorValue::malformed;
 };
@@ -22,7 +22,7 @@ ByteBuffer copy(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
 // AreaId 1, RunMode 1, Timeout 2, RelateAllPro 1, RelateProNum 2, the program numbers 2 each, ImmePlay 1,
 // Reserved 4. The numbers are there only when the area is not shown with every program.
-bool read_schedule(ByteReader& reader, Parse& parse, DynamicArea& area) {
+bool read_schedule(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     area.id = reader.u8();
     area.run_mode = reader.u8();
     area.timeout = reader.u16();
@@ -38,7 +38,7 @@ bool read_schedule(ByteReader& reader, Parse& parse, DynamicArea& area) {
 }
 
 // AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each, AreaFFlag 1. Dynamic areas have no border.
-bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
+bool read_place(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     const std::uint8_t type = reader.u8();
     area.rect.x = reader.u16();
     area.rect.y = reader.u16();
@@ -54,7 +54,7 @@ bool read_place(ByteReader& reader, Parse& parse, DynamicArea& area) {
 }
 
 // BackGroundFlag, Transparency, AreaEqual 1 each.
-bool read_blending(ByteReader& reader, DynamicArea& area) {
+bool read_blending(ByteReader& reader, ReceivedArea& area) {
     area.background_flag = reader.u8();
     area.transparency = reader.u8();
     area.equal = reader.u8();
@@ -62,7 +62,7 @@ bool read_blending(ByteReader& reader, DynamicArea& area) {
 }
 
 // PageDataLen 4, the 9 bytes that every page header begins with, Reserved 9, Dataoffset 4, DataLen 4.
-bool read_page(ByteReader& reader, Parse& parse, DynamicArea& area) {
+bool read_page(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     const std::uint32_t length = reader.u32();
     Page& page = area.pages.emplace_back();
     read_page_head(reader, page);
@@ -74,7 +74,7 @@ bool read_page(ByteReader& reader, Parse& parse, DynamicArea& area) {
 }
 
 // Reserved5, PageNum 2, the page records.
-bool read_pages(ByteReader& reader, Parse& parse, DynamicArea& area) {
+bool read_pages(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     reader.skip(5);
     const std::size_t count = reader.u16();
     for (std::size_t i = 0; i < count; ++i)
@@ -85,7 +85,7 @@ bool read_pages(ByteReader& reader, Parse& parse, DynamicArea& area) {
 // AreaDataLen 4, then that many bytes of description, no more and no fewer.
 bool read_area(ByteReader& reader, Parse& parse) {
     ByteReader description(reader.bytes(reader.u32()));
-    DynamicArea& area = parse.areas.emplace_back();
+    ReceivedArea& area = parse.areas.emplace_back();
     return reader.ok() && read_schedule(description, parse, area) && read_place(description, parse, area) &&
            read_blending(description, area) && read_sound(description, area.sound) &&
            read_pages(description, parse, area) && description.left() == 0;
@@ -100,7 +100,7 @@ bool share_out(Bytes block, Parse& parse) {
     }
     if (total != block.size()) return false;
     auto extent = parse.extents.cbegin();
-    for (DynamicArea& area : parse.areas)
+    for (ReceivedArea& area : parse.areas)
         for (Page& page : area.pages) {
             page.pixels = copy(block.subspan(extent->offset, extent->length));
             ++extent;
@@ -110,7 +110,7 @@ bool share_out(Bytes block, Parse& parse) {
 
 // PageNum 2; for each page PageDataLen 4, the 9 bytes that every page header begins with, Reserved 4, and the
 // pixels, which PageDataLen counts from the page header on.
-bool read_pages_5(ByteReader& reader, DynamicArea& area) {
+bool read_pages_5(ByteReader& reader, ReceivedArea& area) {
     constexpr std::uint32_t kProperties = 13;
     const std::size_t count = reader.u16();
     for (std::size_t i = 0; i < count && reader.ok(); ++i) {
@@ -130,7 +130,7 @@ ParsedAreas parse_dynamic_area_5(Bytes content) {
     ByteReader reader(content);
     Parse parse;
     ByteReader description(reader.bytes(reader.u32()));
-    DynamicArea& area = parse.areas.emplace_back();
+    ReceivedArea& area = parse.areas.emplace_back();
     const bool read = reader.ok() && reader.left() == 0 && read_schedule(description, parse, area) &&
                       read_place(description, parse, area) && read_pages_5(description, area) &&
                       description.left() == 0;

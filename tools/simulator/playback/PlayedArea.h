@@ -2,9 +2,9 @@
 #pragma once
 
 #include "simulator/playback/Clock.h"
-#include "simulator/playback/DynamicArea.h"
 #include "simulator/playback/Image.h"
-#include "simulator/playback/PixelData.h"
+#include "simulator/playback/PixelReader.h"
+#include "simulator/playback/ReceivedArea.h"
 #include "simulator/playback/Timeline.h"
 
 #include <optional>
@@ -15,11 +15,11 @@ namespace qm::sim {
 
 // A dynamic area and the moment at which its playing begins.
 struct PlayedArea {
-    PlayedArea(DynamicArea what, PixelFormat format, Time begin);
+    PlayedArea(ReceivedArea what, PixelFormat format, Time begin);
     PlayedArea(PlayedArea&&) = default;
     PlayedArea& operator=(PlayedArea&&) = default;
 
-    DynamicArea area;
+    ReceivedArea area;
     Time since;
     Timeline timeline; // of the pages of the area, which stay where they are when it is moved
 
