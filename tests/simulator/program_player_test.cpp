@@ -110,13 +110,13 @@ TEST(ProgramPlayer, DrawsTheBackgroundFirstAndTheScreenBorderLast) {
     background.pages = {page("FF FF 81 FF", 1)};
     program.areas.push_back(background);
     EXPECT_EQ(Player(program, 8, 4).at(0ms), "......../....R.../.R....R./........");
-    program.border = BorderPattern{0, 0, 0, 0, 0, 0, 8, 1, hex("0F")};
+    program.border = BorderPattern{0, 0, 0, 0, 8, 1, hex("0F")};
     EXPECT_EQ(Player(program, 8, 4).at(0ms), "RRRR..../....R..R/.R....RR/RRRR....");
 }
 
 TEST(ProgramPlayer, MovesBordersByTheirStepAndSpeed) {
     Program program = program_of({});
-    program.border = BorderPattern{0, 1, 3, 0, 0, 0, 8, 1, hex("7F")};
+    program.border = BorderPattern{1, 3, 0, 0, 8, 1, hex("7F")};
     const Player player(program);
     EXPECT_EQ(player.at(19ms), "R.......");
     EXPECT_EQ(player.at(20ms), "...R....");

@@ -82,7 +82,7 @@ bool is_address(const std::string& text) {
 
 std::string fault_help() {
     std::string help = "Spoil the answers:";
-#define QM_SIM_FAULT_HELP(name, text, words) help += "\n  " text ": " words;
+#define QM_SIM_FAULT_HELP(name, text, meaning) help += "\n  " text ": " meaning;
     QM_SIM_FAULTS(QM_SIM_FAULT_HELP)
 #undef QM_SIM_FAULT_HELP
     return help;

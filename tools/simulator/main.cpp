@@ -30,17 +30,8 @@ std::string hex(std::uint16_t type) {
 }
 
 const char* name_of(ScreenColor color) {
-    switch (color) {
-    case ScreenColor::single:
-        return "single colour";
-    case ScreenColor::dual:
-        return "double colour";
-    case ScreenColor::three:
-        return "three colours";
-    case ScreenColor::full:
-        return "full colour";
-    }
-    return "";
+    constexpr const char* kNames[] = {"single colour", "double colour", "three colours", "full colour"};
+    return kNames[static_cast<std::size_t>(color) - 1];
 }
 
 // Shows the screen, keeps the state and prints the log, in the ways that were asked for. What cannot be

@@ -16,4 +16,12 @@ struct Outcome {
 [[nodiscard]] inline Outcome done() { return {Ack{}, {}}; }
 [[nodiscard]] inline Outcome refuse(ErrorValue error) { return {error, {}}; }
 
+// Answers with what is written.
+template <class Write> [[nodiscard]] Outcome answer(Write write) {
+    ByteBuffer payload;
+    ByteWriter out(payload);
+    write(out);
+    return {std::move(payload), {}};
+}
+
 } // namespace qm::sim

@@ -109,7 +109,7 @@ Image SimulatedController::screen(Now now) const {
 std::optional<Time> SimulatedController::next_change(Now now) const {
     const auto program = m_state.programs.next_change(moment_of(m_state, now));
     const auto area = sim::next_change(m_state.areas, now.up, playing_program(m_state, now));
-    return program && area ? std::min(program, area) : (program ? program : area);
+    return sooner(program, area);
 }
 
 Snapshot SimulatedController::snapshot(Now now) const {

@@ -19,6 +19,8 @@ struct Command {
 constexpr std::uint8_t kFileGroup = 0xA1, kConfigurationGroup = 0xA2, kNetworkGroup = 0xA4,
                        kDynamicAreaGroup = 0xA7;
 
+[[nodiscard]] inline std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
+
 [[nodiscard]] std::span<const Command> control_commands();
 [[nodiscard]] std::span<const Command> power_commands();
 [[nodiscard]] std::span<const Command> file_commands();

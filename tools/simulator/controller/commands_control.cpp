@@ -4,24 +4,23 @@
 #include "cmdPacket/catalogue.h"
 #include "simulator/controller/records.h"
 
-#include <string_view>
-
 namespace qm::sim {
 namespace {
 
 constexpr std::size_t kPassword = 6, kTimingReset = 11, kProgramLock5 = 10, kProgramLock6 = 11;
 constexpr std::size_t kModeAndReserved = 6;
 
-std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
-
-Outcome ping(State& state, Bytes, Now now) { return {ping_record(state, now), {}}; }
-
-Outcome read_id(State&, Bytes, Now) {
-    constexpr std::string_view kId = "QMSIM001";
-    return {ByteBuffer(kId.begin(), kId.end()), {}};
+Outcome ping(State& state, Bytes, Now now) {
+    return answer([&](ByteWriter& out) { write_ping(out, state, now); });
 }
 
-Outcome status(State& state, Bytes, Now now) { return {status_record(state, now), {}}; }
+Outcome read_id(State&, Bytes, Now) {
+    return answer([](ByteWriter& out) { out.text("QMSIM001", 8); });
+}
+
+Outcome status(State& state, Bytes, Now now) {
+    return answer([&](ByteWriter& out) { write_status(out, state, now); });
+}
 
 // Files and settings stay; what was kept in working memory is gone.
 Outcome reset(State& state, Bytes, Now now) {
@@ -102,15 +101,16 @@ Outcome delete_password(State& state, Bytes payload, Now) {
     return done();
 }
 
-Outcome set_delay(State& state, Bytes payload, Now) {
-    const std::uint16_t delay = ByteReader(payload).u16();
-    if (delay > INT16_MAX) return refuse(ErrorValue::bad_value);
-    state.settings.power_on_delay = delay;
+// Settings that are kept as they come.
+template <auto setting> Outcome set_byte(State& state, Bytes payload, Now) {
+    state.settings.*setting = payload[0];
     return done();
 }
 
-Outcome set_button(State& state, Bytes payload, Now) {
-    state.settings.button_mode = payload[0];
+template <auto setting> Outcome set_number(State& state, Bytes payload, Now) {
+    const std::uint16_t value = ByteReader(payload).u16();
+    if (value > INT16_MAX) return refuse(ErrorValue::bad_value);
+    state.settings.*setting = value;
     return done();
 }
 
@@ -119,16 +119,8 @@ Outcome set_timing_reset(State& state, Bytes payload, Now) {
     return done();
 }
 
-Outcome set_display_mode(State& state, Bytes payload, Now) {
-    state.settings.display_mode = payload[0];
-    return done();
-}
-
 Outcome battle_time(State& state, Bytes, Now now) {
-    ByteBuffer record;
-    ByteWriter out(record);
-    write_clock(out, clock_of(state, now));
-    return {std::move(record), {}};
+    return answer([&](ByteWriter& out) { write_clock(out, clock_of(state, now)); });
 }
 
 // Mode 0 reads, 1 starts, 2 stops, 3 sets to zero; each answers with milliseconds, u32.
@@ -142,20 +134,11 @@ Outcome stopwatch(State& state, Bytes payload, Now now) {
     }
     if (payload[0] == kStart) watch.running = true;
     if (payload[0] == kStop) watch.running = false;
-    ByteBuffer value;
-    ByteWriter(value).u32(static_cast<std::uint32_t>(watch.at(now.up).count()));
-    return {std::move(value), {}};
+    return answer([&](ByteWriter& out) { out.u32(static_cast<std::uint32_t>(watch.at(now.up).count())); });
 }
 
 Outcome set_speed(State& state, Bytes payload, Now) {
     state.settings.speed = static_cast<std::int16_t>(ByteReader(payload).u16());
-    return done();
-}
-
-Outcome set_address(State& state, Bytes payload, Now) {
-    const std::uint16_t address = ByteReader(payload).u16();
-    if (address > INT16_MAX) return refuse(ErrorValue::bad_value);
-    state.settings.address = address;
     return done();
 }
 
@@ -172,14 +155,16 @@ constexpr Command kCommands[] = {
     {kGroup, hv_conf_CheckControllerStatus_G56, "status", 0, 0, status},
     {kGroup, hv_conf_SetPassword, "set password", 2 * kPassword, 2 * kPassword, set_password},
     {kGroup, hv_conf_deletePassword, "delete password", kPassword, kPassword, delete_password},
-    {kGroup, hv_conf_SetDelayTime, "power-on delay", 2, 2, set_delay},
-    {kGroup, hv_conf_SetBtnFunc, "button", kModeAndReserved, kModeAndReserved, set_button},
+    {kGroup, hv_conf_SetDelayTime, "power-on delay", 2, 2, set_number<&ControllerState::power_on_delay>},
+    {kGroup, hv_conf_SetBtnFunc, "button", kModeAndReserved, kModeAndReserved,
+     set_byte<&ControllerState::button_mode>},
     {kGroup, hv_conf_SetRstFunc, "timing reset", kTimingReset, kTimingReset, set_timing_reset},
-    {kGroup, hv_conf_SetDispMode, "display mode", kModeAndReserved, kModeAndReserved, set_display_mode},
+    {kGroup, hv_conf_SetDispMode, "display mode", kModeAndReserved, kModeAndReserved,
+     set_byte<&ControllerState::display_mode>},
     {kGroup, hv_conf_GetBattleTime, "battle time", 1, 1, battle_time},
     {kGroup, hv_conf_GetStopwatch, "stopwatch", 1, 1, stopwatch},
     {kGroup, hv_conf_SpeedAdjust, "speed", 2, 2, set_speed},
-    {kGroup, hv_conf_ScreenAddress, "screen address", 2, 2, set_address},
+    {kGroup, hv_conf_ScreenAddress, "screen address", 2, 2, set_number<&ControllerState::address>},
 };
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "cmdPacket/catalogue.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace qm::sim {
 namespace {
@@ -14,8 +13,6 @@ constexpr std::size_t kAnnouncement = 14, kBlockHeader = 9, kPosition = 8;
 constexpr std::size_t kReadBlock = 1024;   // data bytes of a block that is read
 constexpr std::size_t kMostEntries = 0x20; // of one directory block
 constexpr std::size_t kLongestPayload = 0xFFFF;
-
-std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
 Outcome outcome_of(FileSystem::Result result, std::string log) {
     if (result) return {*result, std::move(log)};
@@ -31,26 +28,16 @@ Outcome format(State& state, Bytes, Now) {
     return done();
 }
 
-// u16 count, the names.
-Outcome remove_files(State& state, Bytes payload, Now) {
-    ByteReader reader(payload);
-    const std::size_t count = reader.u16();
-    if (reader.left() != count * kName) return refuse(ErrorValue::malformed);
-    std::vector<std::string> names;
-    while (reader.left() > 0) names.push_back(text_of(reader.bytes(kName)));
-    return outcome_of(state.files.remove(FileFamily::ordinary, names), std::to_string(count) + " files");
-}
-
-// The same one byte short, so that the last name, or for no name the count, lacks its last byte.
-Outcome remove_configurations(State& state, Bytes payload, Now) {
+// u16 count, the names; of configurations one byte short, so that the last name, or for no name the count,
+// lacks its last byte.
+template <FileFamily family> Outcome remove_files(State& state, Bytes payload, Now) {
+    const std::size_t lacking = family == FileFamily::configuration ? 1 : 0;
     const std::size_t count = payload[0] + (payload.size() > 1 ? 256U * payload[1] : 0U);
-    if (payload.size() != 1 + count * kName) return refuse(ErrorValue::malformed);
+    if (payload.size() + lacking != 2 + count * kName) return refuse(ErrorValue::malformed);
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t at = 2 + i * kName;
+    for (std::size_t at = 2; names.size() < count; at += kName)
         names.push_back(text_of(payload.subspan(at, std::min(kName, payload.size() - at))));
-    }
-    return outcome_of(state.files.remove(FileFamily::configuration, names), std::to_string(count) + " files");
+    return outcome_of(state.files.remove(family, names), std::to_string(count) + " files");
 }
 
 // Whether it is the configuration proper of the other generation.
@@ -109,11 +96,10 @@ template <FileFamily family> Outcome write_block(State& state, Bytes payload, No
 template <FileFamily family> Outcome start_read(State& state, Bytes payload, Now) {
     const StoredFile* file = state.files.read(family, text_of(payload), 0);
     if (!file) return refuse(ErrorValue::no_such_file);
-    ByteBuffer answer;
-    ByteWriter out(answer);
-    name(out, file->name);
-    out.u32(static_cast<std::uint32_t>(file->data.size())).u32(file->crc);
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) {
+        name(out, file->name);
+        out.u32(static_cast<std::uint32_t>(file->data.size())).u32(file->crc);
+    });
 }
 
 // Answers as a block is written: name 4, last-block flag, offset u32, data.
@@ -125,12 +111,11 @@ template <FileFamily family> Outcome read_block(State& state, Bytes payload, Now
     if (offset > file->data.size()) return refuse(ErrorValue::bad_value);
     const Bytes rest = Bytes(file->data).subspan(offset);
     const Bytes data = rest.first(std::min(rest.size(), kReadBlock));
-    ByteBuffer answer;
-    ByteWriter out(answer);
-    name(out, file->name);
-    out.u8(data.size() == rest.size()).u32(offset).bytes(data);
     (void)state.files.read(family, file_name, offset + static_cast<std::uint32_t>(data.size()));
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) {
+        name(out, file->name);
+        out.u8(data.size() == rest.size()).u32(offset).bytes(data);
+    });
 }
 
 std::vector<const StoredFile*> listed(const State& state) {
@@ -145,9 +130,7 @@ std::vector<const StoredFile*> listed(const State& state) {
 Outcome start_directory(State& state, Bytes payload, Now) {
     if (payload[1] == 0) return refuse(ErrorValue::bad_value);
     state.listing = {payload[0], std::min<std::size_t>(payload[1], kMostEntries)};
-    ByteBuffer answer;
-    ByteWriter(answer).u16(static_cast<unsigned>(listed(state).size()));
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) { out.u16(static_cast<unsigned>(listed(state).size())); });
 }
 
 void entry(ByteWriter& out, const StoredFile& file) {
@@ -163,12 +146,11 @@ Outcome directory_block(State& state, Bytes payload, Now) {
     const auto files = listed(state);
     if (index > files.size()) return refuse(ErrorValue::bad_value);
     const std::size_t count = std::min(files.size() - index, state.listing.block_size);
-    ByteBuffer answer;
-    ByteWriter out(answer);
-    out.u8(index + count == files.size()).u16(static_cast<unsigned>(index));
-    out.u8(static_cast<unsigned>(count)).u8(0);
-    for (std::size_t i = 0; i < count; ++i) entry(out, *files[index + i]);
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) {
+        out.u8(index + count == files.size()).u16(static_cast<unsigned>(index));
+        out.u8(static_cast<unsigned>(count)).u8(0);
+        for (std::size_t i = 0; i < count; ++i) entry(out, *files[index + i]);
+    });
 }
 
 Outcome start_transfer(State& state, Bytes, Now) {
@@ -183,27 +165,24 @@ Outcome end_transfer(State& state, Bytes, Now) {
 
 // Total and available bytes, u32 each.
 Outcome memory_volume(State& state, Bytes, Now) {
-    ByteBuffer answer;
-    ByteWriter(answer).u32(FileSystem::kCapacity).u32(state.files.available());
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) { out.u32(FileSystem::kCapacity).u32(state.files.available()); });
 }
 
 // Direction (0 reads, 1 writes), name 4, CRC u32 once the file is whole, offset u32.
 Outcome transfer_status(State& state, Bytes, Now) {
     const Transfer& transfer = state.files.transfer();
-    ByteBuffer answer;
-    ByteWriter out(answer);
-    out.u8(transfer.writes);
-    name(out, transfer.name);
-    out.u32(transfer.crc).u32(transfer.offset);
-    return {std::move(answer), {}};
+    return answer([&](ByteWriter& out) {
+        out.u8(transfer.writes);
+        name(out, transfer.name);
+        out.u32(transfer.crc).u32(transfer.offset);
+    });
 }
 
 constexpr auto kOrdinary = FileFamily::ordinary, kConfiguration = FileFamily::configuration;
 constexpr std::uint8_t kGroup = kFileGroup;
 constexpr Command kCommands[] = {
     {kGroup, hv_ofs_Format, "format", 0, 0, format},
-    {kGroup, hv_ofs_FileDelete, "delete", 2, kLongestPayload, remove_files},
+    {kGroup, hv_ofs_FileDelete, "delete", 2, kLongestPayload, remove_files<kOrdinary>},
     {kGroup, hv_ofs_StartWriteFile, "start write", kAnnouncement, kAnnouncement, start_write<kOrdinary>},
     {kGroup, hv_ofs_WriteFileBlock, "write", kBlockHeader, kLongestPayload, write_block<kOrdinary>},
     {kGroup, hv_ofs_StartReadFile, "start read", kName, kName, start_read<kOrdinary>},
@@ -212,7 +191,8 @@ constexpr Command kCommands[] = {
     {kGroup, hv_ofs_ReadDirBlock, "directory", 2, 2, directory_block},
     {kGroup, hv_ofs_StartFileTransf, "start transfer", 0, 0, start_transfer},
     {kGroup, hv_ofs_EndFileTransf, "end transfer", 0, 0, end_transfer},
-    {kGroup, hv_ofs_other_FileDelete, "delete configuration", 1, kLongestPayload, remove_configurations},
+    {kGroup, hv_ofs_other_FileDelete, "delete configuration", 1, kLongestPayload,
+     remove_files<kConfiguration>},
     {kGroup, hv_ofs_other_StartWriteFile, "start write configuration", kAnnouncement, kAnnouncement,
      start_write<kConfiguration>},
     {kGroup, hv_ofs_other_WriteFileBlock, "write configuration", kBlockHeader, kLongestPayload,

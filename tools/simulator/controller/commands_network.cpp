@@ -51,9 +51,13 @@ Outcome set_ip(State& state, Bytes payload, Now) {
     return done();
 }
 
-Outcome search(State& state, Bytes, Now) { return {heartbeat_record(state), {}}; }
+Outcome search(State& state, Bytes, Now) {
+    return answer([&](ByteWriter& out) { write_heartbeat(out, state); });
+}
 
-Outcome search_6g(State& state, Bytes, Now now) { return {net_search_record(state, now), {}}; }
+Outcome search_6g(State& state, Bytes, Now now) {
+    return answer([&](ByteWriter& out) { write_net_search(out, state, now); });
+}
 
 constexpr Command kCommands[] = {
     {kNetworkGroup, hv_net_SetEthernetMac, "set MAC", kMac, kMac, set_mac},

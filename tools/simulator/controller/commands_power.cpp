@@ -56,9 +56,7 @@ Outcome set_brightness(State& state, Bytes payload, Now) {
 
 // u32, in the units of the brightness levels.
 Outcome sensor_brightness(State&, Bytes, Now) {
-    ByteBuffer value;
-    ByteWriter(value).u32(kBrightest);
-    return {std::move(value), {}};
+    return answer([](ByteWriter& out) { out.u32(kBrightest); });
 }
 
 constexpr Command kCommands[] = {

@@ -75,45 +75,30 @@ void naming(ByteWriter& out, const ControllerState& settings) {
 // ControllerType u16, FirmwareVersion 8, ScreenParaStatus, uAddress u16, Baudrate, ScreenWidth u16,
 // ScreenHeight u16, Color, CurrentBrigtness, CurrentOnOffStatus, ScanConfNumber u16, reversed 9, ipAdder 20
 // (filled in by the host).
-ByteBuffer ping_record(const State& state, Now now) {
-    ByteBuffer record;
-    record.reserve(52);
-    ByteWriter out(record);
+void write_ping(ByteWriter& out, const State& state, Now now) {
     identity(out, state);
     out.u8(brightness(state, now)).u8(power(state, now)).u16(0).zeros(9).zeros(20);
-    return record;
 }
 
 // onoffStatus, timingOnOff, brightnessAdjMode, brightness; what it is doing; switchStatus, CustomID 12,
 // BarCode 16. The clock is in BCD, as in every clock record.
-ByteBuffer status_record(const State& state, Now now) {
-    ByteBuffer record;
-    record.reserve(61);
-    ByteWriter out(record);
+void write_status(ByteWriter& out, const State& state, Now now) {
     const ControllerState& settings = state.settings;
     out.u8(power(state, now)).u8(!settings.timing.empty());
     out.u8(static_cast<unsigned>(settings.brightness.mode)).u8(brightness(state, now));
     activity(out, state, now);
     out.u8(0).bytes(settings.network.net_id).text(kBarCode, kBarCodeSize);
-    return record;
 }
 
 // password 8, ip, subNetMask, gate 4 each, port u16, mac 6, netID 12.
-ByteBuffer heartbeat_record(const State& state) {
+void write_heartbeat(ByteWriter& out, const State& state) {
     const Network& network = state.settings.network;
-    ByteBuffer record;
-    record.reserve(40);
-    ByteWriter out(record);
     out.bytes(network.password).bytes(network.ip).bytes(network.subnet_mask).bytes(network.gateway);
     out.u16(network.port).bytes(network.mac).bytes(network.net_id);
-    return record;
 }
 
-ByteBuffer net_search_record(const State& state, Now now) {
+void write_net_search(ByteWriter& out, const State& state, Now now) {
     const ControllerState& settings = state.settings;
-    ByteBuffer record;
-    record.reserve(595);
-    ByteWriter out(record);
     network_head(out, settings.network);
     if (state.model.web) web_part(out);
     out.text(kBarCode, kBarCodeSize);
@@ -125,7 +110,6 @@ ByteBuffer net_search_record(const State& state, Now now) {
     out.u8(0).u8(0).u16(settings.power_on_delay).zeros(2 * 4); // Reserved, LogoFlag; no wind, no dust
     out.u16(0);                                                // ExtendParaLen
     naming(out, settings);
-    return record;
 }
 
 } // namespace qm::sim

@@ -5,10 +5,10 @@
 
 namespace qm::sim {
 
-[[nodiscard]] ByteBuffer ping_record(const State& state, Now now);   // 52 bytes
-[[nodiscard]] ByteBuffer status_record(const State& state, Now now); // 61 bytes
-[[nodiscard]] ByteBuffer heartbeat_record(const State& state);       // 40 bytes
-[[nodiscard]] ByteBuffer net_search_record(const State& state,
-                                           Now now); // 206 bytes, 595 with a web server
+void write_ping(ByteWriter& out, const State& state, Now now);   // 52 bytes
+void write_status(ByteWriter& out, const State& state, Now now); // 61 bytes
+void write_heartbeat(ByteWriter& out, const State& state);       // 40 bytes
+// 206 bytes, 595 with a web server
+void write_net_search(ByteWriter& out, const State& state, Now now);
 
 } // namespace qm::sim

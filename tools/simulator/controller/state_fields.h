@@ -12,73 +12,43 @@ template <class T, class Record>
 concept Is = std::same_as<std::remove_const_t<T>, Record>;
 
 template <Is<OnOffTime> Record, class Visit> void visit_fields(Record& time, Visit& visit) {
-    visit("on_hour", time.on_hour);
-    visit("on_minute", time.on_minute);
-    visit("off_hour", time.off_hour);
-    visit("off_minute", time.off_minute);
+    visit("on_hour", time.on_hour, "on_minute", time.on_minute, "off_hour", time.off_hour, "off_minute",
+          time.off_minute);
 }
 
 template <Is<BrightnessSetting> Record, class Visit> void visit_fields(Record& setting, Visit& visit) {
-    visit("mode", setting.mode);
-    visit("levels", setting.levels);
+    visit("mode", setting.mode, "levels", setting.levels);
 }
 
 template <Is<Lock> Record, class Visit> void visit_fields(Record& lock, Visit& visit) {
-    visit("locked", lock.locked);
-    visit("nonvolatile", lock.nonvolatile);
+    visit("locked", lock.locked, "nonvolatile", lock.nonvolatile);
 }
 
 template <Is<ProgramLock> Record, class Visit> void visit_fields(Record& lock, Visit& visit) {
-    visit("locked", lock.locked);
-    visit("nonvolatile", lock.nonvolatile);
-    visit("program", lock.program);
-    visit("duration", lock.duration);
+    visit("locked", lock.locked, "nonvolatile", lock.nonvolatile, "program", lock.program, "duration",
+          lock.duration);
 }
 
 template <Is<Network> Record, class Visit> void visit_fields(Record& network, Visit& visit) {
-    visit("mode", network.mode);
-    visit("ip", network.ip);
-    visit("subnet_mask", network.subnet_mask);
-    visit("gateway", network.gateway);
-    visit("port", network.port);
-    visit("server_mode", network.server_mode);
-    visit("server_ip", network.server_ip);
-    visit("server_port", network.server_port);
-    visit("heartbeat", network.heartbeat);
-    visit("mac", network.mac);
-    visit("password", network.password);
-    visit("net_id", network.net_id);
+    visit("mode", network.mode, "ip", network.ip, "subnet_mask", network.subnet_mask, "gateway",
+          network.gateway, "port", network.port, "server_mode", network.server_mode, "server_ip",
+          network.server_ip, "server_port", network.server_port, "heartbeat", network.heartbeat, "mac",
+          network.mac, "password", network.password, "net_id", network.net_id);
 }
 
 template <Is<WifiSetting> Record, class Visit> void visit_fields(Record& wifi, Visit& visit) {
-    visit("ssid", wifi.ssid);
-    visit("password", wifi.password);
-    visit("address", wifi.address);
-    visit("socket", wifi.socket);
-    visit("mode", wifi.mode);
-    visit("restarts", wifi.restarts);
+    visit("ssid", wifi.ssid, "password", wifi.password, "address", wifi.address, "socket", wifi.socket,
+          "mode", wifi.mode, "restarts", wifi.restarts);
 }
 
 template <Is<ControllerState> Record, class Visit> void visit_fields(Record& state, Visit& visit) {
-    visit("clock_offset", state.clock_offset);
-    visit("switched_on", state.switched_on);
-    visit("timing", state.timing);
-    visit("brightness", state.brightness);
-    visit("screen_lock", state.screen_lock);
-    visit("program_lock", state.program_lock);
-    visit("controller_password", state.password);
-    visit("address", state.address);
-    visit("power_on_delay", state.power_on_delay);
-    visit("button_mode", state.button_mode);
-    visit("display_mode", state.display_mode);
-    visit("speed", state.speed);
-    visit("timing_reset", state.timing_reset);
-    visit("firmware", state.firmware);
-    visit("name", state.name);
-    visit("location", state.location);
-    visit("network", state.network);
-    visit("wifi", state.wifi);
-    visit("resets", state.resets);
+    visit("clock_offset", state.clock_offset, "switched_on", state.switched_on, "timing", state.timing,
+          "brightness", state.brightness, "screen_lock", state.screen_lock, "program_lock",
+          state.program_lock, "controller_password", state.password, "address", state.address,
+          "power_on_delay", state.power_on_delay, "button_mode", state.button_mode, "display_mode",
+          state.display_mode, "speed", state.speed, "timing_reset", state.timing_reset, "firmware",
+          state.firmware, "name", state.name, "location", state.location, "network", state.network, "wifi",
+          state.wifi, "resets", state.resets);
 }
 
 } // namespace qm::sim

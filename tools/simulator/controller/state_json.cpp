@@ -71,7 +71,11 @@ struct Writer {
         return object;
     }
 
-    template <class Field> void operator()(const char* key, const Field& field) { out[key] = encode(field); }
+    template <class Field, class... More>
+    void operator()(const char* key, const Field& field, const More&... more) {
+        out[key] = encode(field);
+        if constexpr (sizeof...(more) > 0) (*this)(more...);
+    }
 };
 
 struct Reader {
@@ -123,8 +127,9 @@ struct Reader {
         visit_fields(to, reader);
     }
 
-    template <class Field> void operator()(const char* key, Field& field) {
+    template <class Field, class... More> void operator()(const char* key, Field& field, More&... more) {
         if (const auto value = in.find(key); value != in.end()) decode(*value, field);
+        if constexpr (sizeof...(more) > 0) (*this)(more...);
     }
 };
 

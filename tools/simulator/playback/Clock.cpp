@@ -1,26 +1,11 @@
 #include "simulator/playback/Clock.h"
 
+#include <algorithm>
 #include <ctime>
 
 namespace qm::sim {
-namespace {
 
 using namespace std::chrono;
-
-unsigned bcd(unsigned value) { return value / 10 << 4U | value % 10; }
-
-// Date and time of day, calendar and clock at once.
-struct Civil {
-    explicit Civil(LocalSeconds time)
-        : day(floor<days>(time)), date(day), weekday(day), clock(time - local_seconds(day)) {}
-
-    local_days day;
-    year_month_day date;
-    std::chrono::weekday weekday;
-    hh_mm_ss<seconds> clock;
-};
-
-} // namespace
 
 LocalSeconds host_time() {
     const std::time_t now = std::time(nullptr);
@@ -30,34 +15,56 @@ LocalSeconds host_time() {
     return local_days(date) + hours(local.tm_hour) + minutes(local.tm_min) + seconds(local.tm_sec);
 }
 
-std::optional<std::uint8_t> from_bcd(std::uint8_t byte, unsigned limit) {
-    const unsigned tens = byte >> 4U, ones = byte & 0x0FU, value = tens * 10 + ones;
+Civil civil(LocalSeconds time) {
+    const auto day = floor<days>(time);
+    const year_month_day date(day);
+    const auto seconds_of_day = static_cast<int>((time - day).count());
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            seconds_of_day / 3600,
+            seconds_of_day / 60 % 60,
+            seconds_of_day % 60,
+            static_cast<int>(weekday(day).c_encoding())};
+}
+
+void write_clock(ByteWriter& out, LocalSeconds time) {
+    const Civil now = civil(time);
+    for (const int value : {now.year % 100, now.year / 100 % 100, now.month, now.day, now.hour, now.minute,
+                            now.second, now.weekday})
+        out.u8(static_cast<unsigned>(value / 10 * 16 + value % 10));
+}
+
+std::optional<std::uint8_t> from_bcd(std::uint8_t byte, int limit) {
+    const int tens = byte / 16, ones = byte % 16, value = tens * 10 + ones;
     if (tens > 9 || ones > 9 || value >= limit) return std::nullopt;
     return static_cast<std::uint8_t>(value);
 }
 
 std::optional<LocalSeconds> time_from(Bytes record) {
-    if (record.size() != kClockRecord || record[1] != 0x20) return std::nullopt;
-    const auto in_century = from_bcd(record[0], 100);
-    const auto month_number = from_bcd(record[2], 13), day_number = from_bcd(record[3], 32);
-    const auto hour = from_bcd(record[4], 24), minute = from_bcd(record[5], 60);
-    const auto second = from_bcd(record[6], 60), weekday_number = from_bcd(record[7], 7);
-    if (!in_century || !month_number || !day_number || !hour || !minute || !second || !weekday_number)
+    if (record.size() != kClockRecord || record[1] != 0x20 || record[2] == 0 || record[3] == 0 ||
+        record[7] > 6)
         return std::nullopt;
-    const auto date = year(2000 + *in_century) / month(*month_number) / day(*day_number);
-    if (!date.ok()) return std::nullopt;
-    return local_days(date) + hours(*hour) + minutes(*minute) + seconds(*second);
+    const auto read = weekday_time_from(record);
+    return read ? std::optional(read->time) : std::nullopt;
 }
 
-void write_clock(ByteWriter& out, LocalSeconds time) {
-    const Civil civil(time);
-    const auto year_number = static_cast<unsigned>(static_cast<int>(civil.date.year()));
-    out.u8(bcd(year_number % 100)).u8(bcd(year_number / 100 % 100));
-    out.u8(bcd(static_cast<unsigned>(civil.date.month()))).u8(bcd(static_cast<unsigned>(civil.date.day())));
-    out.u8(bcd(static_cast<unsigned>(civil.clock.hours().count())));
-    out.u8(bcd(static_cast<unsigned>(civil.clock.minutes().count())));
-    out.u8(bcd(static_cast<unsigned>(civil.clock.seconds().count())));
-    out.u8(civil.weekday.c_encoding());
+std::optional<WeekdayTime> weekday_time_from(Bytes record) {
+    constexpr int kLimits[kClockRecord] = {100, 100, 13, 32, 24, 60, 60, 8};
+    int fields[kClockRecord];
+    for (std::size_t i = 0; i < kClockRecord; ++i) {
+        const auto value = from_bcd(record[i], kLimits[i]);
+        if (!value) return std::nullopt;
+        fields[i] = *value;
+    }
+    const auto date = year(fields[1] * 100 + fields[0]) / std::max(1, fields[2]) / std::max(1, fields[3]);
+    if (!date.ok()) return std::nullopt;
+    return WeekdayTime{local_days(date) + hours(fields[4]) + minutes(fields[5]) + seconds(fields[6]),
+                       fields[7] % 7};
+}
+
+std::optional<Time> sooner(std::optional<Time> one, std::optional<Time> other) {
+    return one && (!other || *one < *other) ? one : other;
 }
 
 } // namespace qm::sim

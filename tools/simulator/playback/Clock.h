@@ -17,13 +17,33 @@ using LocalSeconds = std::chrono::local_seconds;
 // The host's own.
 [[nodiscard]] LocalSeconds host_time();
 
+// A moment as people read it.
+struct Civil {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    int weekday = 0; // from 0 for Sunday
+};
+[[nodiscard]] Civil civil(LocalSeconds time);
+
 // The 8 bytes of a clock record: year u16 (0x2024), month, day, hour, minute, second, weekday from 0 for
-// Sunday, all in BCD. Nothing for a record that names no moment of the years 2000 to 2099.
+// Sunday, all in BCD.
 constexpr std::size_t kClockRecord = 8;
-[[nodiscard]] std::optional<LocalSeconds> time_from(Bytes record);
 void write_clock(ByteWriter& out, LocalSeconds time);
 
+// Nothing for a record that names no moment of the years 2000 to 2099.
+[[nodiscard]] std::optional<LocalSeconds> time_from(Bytes record);
+
+// A moment with a weekday that need not be the calendar's.
+struct WeekdayTime {
+    LocalSeconds time{};
+    int weekday = 0;
+};
+// Any century will do here, a month or a day of 0 is the first one, and a weekday of 7 is Sunday, too.
+[[nodiscard]] std::optional<WeekdayTime> weekday_time_from(Bytes record);
+
 // A BCD byte as a number below the limit.
-[[nodiscard]] std::optional<std::uint8_t> from_bcd(std::uint8_t byte, unsigned limit);
+[[nodiscard]] std::optional<std::uint8_t> from_bcd(std::uint8_t byte, int limit);
+
+// The sooner of two moments, either of which may never come.
+[[nodiscard]] std::optional<Time> sooner(std::optional<Time> one, std::optional<Time> other);
 
 } // namespace qm::sim

@@ -2,11 +2,8 @@
 #pragma once
 
 #include "simulator/playback/Clock.h"
-#include "simulator/playback/Image.h"
 #include "simulator/playback/PixelReader.h"
 
-#include <cstdint>
-#include <optional>
 #include <variant>
 #include <vector>
 
@@ -57,20 +54,13 @@ struct Hand {
 
 struct AnalogClock {
     int x = 0, y = 0; // where the hands turn, inside the area
-    std::uint8_t unit_mode = 0, style = 0;
+    std::uint8_t style = 0;
     Hand hour, minute, second;
-};
-
-// A moment from which a clock of its own runs.
-struct BattleStart {
-    LocalSeconds time{};
-    unsigned weekday = 0; // from 0 for Sunday
 };
 
 struct ClockArea {
     std::variant<DigitalClock, AnalogClock> face;
-    std::optional<BattleStart> battle;
-    std::uint8_t start_up_mode = 0;
+    std::optional<WeekdayTime> battle; // the moment from which a clock of its own runs
 };
 
 // A palette index as the LEDs shine: bit 0 red, bit 1 green, bit 2 blue. What a screen has no LEDs for is

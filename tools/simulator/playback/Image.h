@@ -12,6 +12,12 @@ struct Rgb {
     bool operator==(const Rgb&) const = default;
 };
 
+// LEDs that are on or off.
+[[nodiscard]] constexpr Rgb shine(bool red, bool green, bool blue) {
+    const auto full = [](bool on) { return static_cast<std::uint8_t>(on ? 255 : 0); };
+    return {full(red), full(green), full(blue)};
+}
+
 // Rows from the top, pixels from the left, three bytes (red, green, blue) a pixel.
 struct Image {
     int width = 0;

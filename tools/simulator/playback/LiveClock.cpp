@@ -9,54 +9,20 @@ namespace {
 
 using namespace std::chrono;
 
-// A moment as people read it.
-struct Shown {
-    Shown(LocalSeconds time, unsigned day_of_week)
-        : date(floor<days>(time)), clock(time - floor<days>(time)), weekday(day_of_week) {}
-
-    year_month_day date;
-    hh_mm_ss<seconds> clock;
-    unsigned weekday; // from 0 for Sunday
-
-    [[nodiscard]] int hour() const { return static_cast<int>(clock.hours().count()); }
-    [[nodiscard]] int minute() const { return static_cast<int>(clock.minutes().count()); }
-    [[nodiscard]] int second() const { return static_cast<int>(clock.seconds().count()); }
-};
-
-Shown shown(const ClockArea& area, const Moment& moment) {
-    if (!area.battle) return {moment.clock, weekday(floor<days>(moment.clock)).c_encoding()};
+Civil shown(const ClockArea& area, const Moment& moment) {
+    if (!area.battle) return civil(moment.clock);
     const auto& [start, first] = *area.battle;
-    const LocalSeconds now = start + floor<seconds>(moment.played);
-    const auto passed = floor<days>(now) - floor<days>(start);
-    return {now, static_cast<unsigned>((first + passed.count()) % 7)};
+    const LocalSeconds time = start + floor<seconds>(moment.played);
+    Civil now = civil(time);
+    now.weekday = static_cast<int>((first + (floor<days>(time) - floor<days>(start)).count()) % 7);
+    return now;
 }
 
-int value_of(ClockUnit unit, const Shown& now) {
-    switch (unit) {
-    case ClockUnit::year:
-        return static_cast<int>(now.date.year());
-    case ClockUnit::two_digit_year:
-        return static_cast<int>(now.date.year()) % 100;
-    case ClockUnit::month:
-        return static_cast<int>(static_cast<unsigned>(now.date.month()));
-    case ClockUnit::day:
-        return static_cast<int>(static_cast<unsigned>(now.date.day()));
-    case ClockUnit::hour24:
-        return now.hour();
-    case ClockUnit::hour12:
-        return now.hour() % 12 == 0 ? 12 : now.hour() % 12;
-    case ClockUnit::minute:
-        return now.minute();
-    case ClockUnit::second:
-        return now.second();
-    case ClockUnit::am_pm:
-        return now.hour() >= 12;
-    case ClockUnit::weekday:
-        return static_cast<int>(now.weekday);
-    case ClockUnit::literal:
-        break;
-    }
-    return 0;
+int value_of(ClockUnit unit, const Civil& now) {
+    const int hour12 = (now.hour + 11) % 12 + 1, literal = 0;
+    const int values[] = {now.year,   now.year % 100, now.month,      now.day,     now.hour, hour12,
+                          now.minute, now.second,     now.hour >= 12, now.weekday, literal};
+    return values[static_cast<std::size_t>(unit)];
 }
 
 // A part of the screen that nothing is drawn outside of.
@@ -121,9 +87,9 @@ void draw_hand(Part& part, const AnalogClock& clock, const Hand& hand, double tu
         }
 }
 
-void draw_hands(Part& part, const AnalogClock& clock, const Shown& now) {
-    const double seconds = now.second() / 60.0, minutes = (now.minute() + seconds) / 60;
-    draw_hand(part, clock, clock.hour, (now.hour() % 12 + minutes) / 12);
+void draw_hands(Part& part, const AnalogClock& clock, const Civil& now) {
+    const double seconds = now.second / 60.0, minutes = (now.minute + seconds) / 60;
+    draw_hand(part, clock, clock.hour, (now.hour % 12 + minutes) / 12);
     draw_hand(part, clock, clock.minute, minutes);
     draw_hand(part, clock, clock.second, seconds);
 }
@@ -132,7 +98,7 @@ void draw_hands(Part& part, const AnalogClock& clock, const Shown& now) {
 
 void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment) {
     Part part(screen, rect);
-    const Shown now = shown(area, moment);
+    const Civil now = shown(area, moment);
     if (const auto* analog = std::get_if<AnalogClock>(&area.face)) return draw_hands(part, *analog, now);
     const auto& digital = std::get<DigitalClock>(area.face);
     DigitalFace face(part, format, digital);

@@ -2,15 +2,12 @@
 #pragma once
 
 #include "simulator/playback/ClockArea.h"
-#include "simulator/playback/Image.h"
 #include "simulator/playback/Moment.h"
-#include "simulator/playback/PixelReader.h"
-#include "simulator/playback/Rect.h"
 
 namespace qm::sim {
 
 // Draws what changes with the time over the page of the area; nothing outside the area. A battle time runs
-// from its start for as long as the programs have run; StartUpMode makes no difference.
+// from its start for as long as the programs have run.
 void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment);
 
 // How soon a clock may show something else: its second may turn at any time.

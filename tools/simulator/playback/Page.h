@@ -15,6 +15,23 @@ struct Page {
     ByteBuffer pixels; // in the controller's own layout
 };
 
+// Where the pixels of a page lie in what was sent.
+struct Extent {
+    std::size_t offset = 0, length = 0;
+};
+
+// Gives the pages of the areas their pixels, each from its extent.
+template <class Area>
+void hand_out(Bytes source, const std::vector<Extent>& extents, std::vector<Area>& areas) {
+    auto extent = extents.cbegin();
+    for (Area& area : areas)
+        for (Page& page : area.pages) {
+            const Bytes pixels = source.subspan(extent->offset, extent->length);
+            page.pixels.assign(pixels.begin(), pixels.end());
+            ++extent;
+        }
+}
+
 // PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2: the beginning of
 // every page header.
 void read_page_head(ByteReader& reader, Page& page);

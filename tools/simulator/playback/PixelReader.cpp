@@ -20,11 +20,6 @@ std::size_t row_length(PixelFormat format, const Rect& rect) {
     return (used + group - 1) / group * group;
 }
 
-Rgb shine(bool red, bool green, bool blue) {
-    const auto full = [](bool on) { return static_cast<std::uint8_t>(on ? 255 : 0); };
-    return {full(red), full(green), full(blue)};
-}
-
 } // namespace
 
 bool goes_together(PixelFormat format) {
@@ -32,7 +27,7 @@ bool goes_together(PixelFormat format) {
 }
 
 std::size_t pixel_data_length(PixelFormat format, const Rect& rect) {
-    if (!goes_together(format)) return 0;
+    if (!goes_together(format) || rect.width <= 0 || rect.height <= 0) return 0;
     const std::size_t pixels = row_length(format, rect) * static_cast<std::size_t>(rect.height);
     if (!is_planar(format.mode)) return pixels * bytes_a_pixel(format.mode);
     return pixels / 8 * static_cast<std::size_t>(format.color);
@@ -45,16 +40,8 @@ PixelReader::PixelReader(PixelFormat format, const Rect& rect, Bytes data)
 
 Rgb PixelReader::at(int x, int y) const {
     const std::size_t pixel = static_cast<std::size_t>(y) * m_row + m_pad + static_cast<std::size_t>(x);
-    switch (m_format.mode) {
-    case TransferMode::rgb565:
-        return rgb565(pixel);
-    case TransferMode::rgb888:
-        return rgb888(pixel);
-    case TransferMode::planes8:
-    case TransferMode::planes32:
-        break;
-    }
-    return planar(pixel);
+    if (is_planar(m_format.mode)) return planar(pixel);
+    return m_format.mode == TransferMode::rgb565 ? rgb565(pixel) : rgb888(pixel);
 }
 
 // Within a byte the leftmost pixel is the most significant bit. In words of 32 pixels the bytes stand in
@@ -68,21 +55,14 @@ bool PixelReader::lit(std::size_t pixel, std::size_t plane) const {
     return byte < m_data.size() && (m_data[byte] >> (7 - pixel % 8) & 1U) == 0;
 }
 
+// Of two colours green comes first where the planes take turns, red where they follow one another.
 Rgb PixelReader::planar(std::size_t pixel) const {
-    switch (m_format.color) {
-    case ScreenColor::single:
-        return shine(lit(pixel, 0), false, false);
-    case ScreenColor::dual: {
-        // Green comes first where the planes take turns, red where they follow one another.
-        const std::size_t red = m_format.mode == TransferMode::planes8 ? 1 : 0;
-        return shine(lit(pixel, red), lit(pixel, 1 - red), false);
-    }
-    case ScreenColor::three:
-        return shine(lit(pixel, 0), lit(pixel, 1), lit(pixel, 2));
-    case ScreenColor::full:
-        break;
-    }
-    return {};
+    if (m_format.color == ScreenColor::full) return {};
+    bool on[3]{};
+    for (std::size_t plane = 0; plane < m_planes; ++plane) on[plane] = lit(pixel, plane);
+    if (m_format.color == ScreenColor::dual && m_format.mode == TransferMode::planes8)
+        std::swap(on[0], on[1]);
+    return shine(on[0], on[1], on[2]);
 }
 
 Rgb PixelReader::rgb565(std::size_t pixel) const {

@@ -11,7 +11,7 @@ namespace qm::sim {
 // Whether a screen of this colour can be driven in this mode; no pixel data exists for the others.
 [[nodiscard]] bool goes_together(PixelFormat format);
 
-// The bytes that one page of the rectangle takes, 0 where colour and mode do not go together.
+// The bytes that one page of the rectangle takes, 0 for none and where colour and mode do not go together.
 [[nodiscard]] std::size_t pixel_data_length(PixelFormat format, const Rect& rect);
 
 // The pixels of one page. Planes lie at the same bits as on the screen: every row is filled up with dark

@@ -33,7 +33,7 @@ bool PlayedArea::shown(Time now, const std::string& program) const {
 std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now, const std::string& program) {
     std::optional<Time> soonest;
     const auto note = [&](std::optional<Time> change) {
-        if (change && *change > now && (!soonest || *change < *soonest)) soonest = change;
+        if (change && *change > now) soonest = sooner(soonest, change);
     };
     for (const PlayedArea& played : areas) {
         note(played.since);

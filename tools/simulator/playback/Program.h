@@ -28,17 +28,12 @@ struct CalendarDay {
 };
 
 struct ProgramHeader {
-    std::uint8_t file_type = 0;
     std::string name; // 4 characters
-    std::uint8_t style = 0, priority = 0, play_times = 0;
+    std::uint8_t style = 0, play_times = 0;
     std::uint16_t time_span = 0;
     std::uint8_t week = 0;
     CalendarDay first_day, last_day;
-    // Of generation 6.
-    std::uint8_t special_flag = 0, extended_length = 0;
-    std::uint16_t schedule = 0, loop_value = 0;
-    std::uint8_t integrate = 0, time_attributes = 0;
-    std::uint16_t time_attribute_offset = 0;
+    std::uint16_t schedule = 0, time_attribute_offset = 0; // of generation 6
 };
 
 enum class AreaType : std::uint8_t { pictures = 0, time = 2, background = 11 };

@@ -17,10 +17,6 @@ bool holds(const PlayPeriod& period, seconds time) {
     return period.first <= time || time <= period.last;
 }
 
-void earliest(std::optional<Time>& soonest, std::optional<Time> candidate) {
-    if (candidate && (!soonest || *candidate < *soonest)) soonest = candidate;
-}
-
 Time turn_of(const ProgramPlayer& player) {
     const ProgramHeader& header = player.program().header;
     if (header.style != 0) return seconds(std::max<int>(1, header.time_span));
@@ -42,7 +38,7 @@ Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {
 std::optional<Time> ProgramPlayer::next_change(Time since_start, LocalSeconds clock) const {
     std::optional<Time> soonest;
     if (const auto period = until_period(clock)) soonest = since_start + *period;
-    if (plays_at(clock)) earliest(soonest, next_picture(since_start));
+    if (plays_at(clock)) soonest = sooner(soonest, next_picture(since_start));
     return soonest;
 }
 
@@ -56,7 +52,7 @@ std::optional<Time> ProgramPlayer::until_period(LocalSeconds clock) const {
     for (const PlayPeriod& period : m_program.periods)
         for (const seconds edge : {period.first, period.last + seconds(1)}) {
             const seconds wait = (edge - time_of_day(clock) + 2 * days(1)) % days(1);
-            earliest(soonest, wait == seconds(0) ? days(1) : wait);
+            soonest = sooner(soonest, wait == seconds(0) ? days(1) : wait);
         }
     return soonest;
 }
@@ -83,12 +79,12 @@ Image ProgramPlayer::picture(Time played, const Moment& now) const {
 
 std::optional<Time> ProgramPlayer::next_picture(Time played) const {
     std::optional<Time> soonest;
-    for (const Timeline& timeline : m_timelines) earliest(soonest, timeline.next_change(played));
+    for (const Timeline& timeline : m_timelines) soonest = sooner(soonest, timeline.next_change(played));
     for (const ProgramArea& area : m_program.areas) {
-        if (area.border) earliest(soonest, sim::next_change(*area.border, played));
-        if (area.clock) earliest(soonest, played - played % kClockStep + kClockStep);
+        if (area.border) soonest = sooner(soonest, sim::next_change(*area.border, played));
+        if (area.clock) soonest = sooner(soonest, played - played % kClockStep + kClockStep);
     }
-    if (m_program.border) earliest(soonest, sim::next_change(*m_program.border, played));
+    if (m_program.border) soonest = sooner(soonest, sim::next_change(*m_program.border, played));
     return soonest;
 }
 
@@ -127,10 +123,10 @@ std::optional<Time> Playlist::next_change(const Moment& now) const {
     std::optional<Time> soonest = turn.end;
     if (turn.player != m_players.end())
         if (const auto next = turn.player->second->next_picture(now.played - turn.since))
-            earliest(soonest, turn.since + *next);
+            soonest = sooner(soonest, turn.since + *next);
     if (now.locked) return soonest;
     for (const auto& [name, player] : m_players)
-        if (const auto wait = player->until_period(now.clock)) earliest(soonest, now.played + *wait);
+        if (const auto wait = player->until_period(now.clock)) soonest = sooner(soonest, now.played + *wait);
     return soonest;
 }
 

@@ -51,7 +51,6 @@ class Playlist {
     // Takes a program in, in the place of that of the same name.
     void put(const std::string& name, Program program);
     void remove(const std::string& name) { m_players.erase(name); }
-    [[nodiscard]] bool empty() const { return m_players.empty(); }
 
     // A locked program is shown alone, at any time of day; one that is not there leaves the screen black.
     [[nodiscard]] Image screen(const Moment& now) const;

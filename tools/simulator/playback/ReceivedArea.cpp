@@ -6,19 +6,12 @@ namespace {
 constexpr std::uint8_t kDynamicAreaType = 0x10;
 constexpr std::uint32_t kPageRecord = 26; // a page record without its own length field
 
-// Where a page's pixels lie in the page-data block.
-struct Extent {
-    std::uint32_t offset = 0, length = 0;
-};
-
 // What is found out while the descriptions are read, in their order.
 struct Parse {
     std::vector<ReceivedArea> areas;
     std::vector<Extent> extents; // one for every page of every area
     ErrorValue error = ErrorValue::malformed;
 };
-
-ByteBuffer copy(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
 // AreaId 1, RunMode 1, Timeout 2, RelateAllPro 1, RelateProNum 2, the program numbers 2 each, ImmePlay 1,
 // Reserved 4. The numbers are there only when the area is not shown with every program.
@@ -40,10 +33,7 @@ bool read_schedule(ByteReader& reader, Parse& parse, ReceivedArea& area) {
 // AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each, AreaFFlag 1. Dynamic areas have no border.
 bool read_place(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     const std::uint8_t type = reader.u8();
-    area.rect.x = reader.u16();
-    area.rect.y = reader.u16();
-    area.rect.width = reader.u16();
-    area.rect.height = reader.u16();
+    area.rect = {reader.u16(), reader.u16(), reader.u16(), reader.u16()};
     const std::uint8_t border = reader.u8();
     if (!reader.ok()) return false;
     parse.error = ErrorValue::bad_value;
@@ -67,9 +57,7 @@ bool read_page(ByteReader& reader, Parse& parse, ReceivedArea& area) {
     Page& page = area.pages.emplace_back();
     read_page_head(reader, page);
     reader.skip(9);
-    Extent& extent = parse.extents.emplace_back();
-    extent.offset = reader.u32();
-    extent.length = reader.u32();
+    parse.extents.push_back({reader.u32(), reader.u32()});
     return reader.ok() && length == kPageRecord;
 }
 
@@ -93,18 +81,13 @@ bool read_area(ByteReader& reader, Parse& parse) {
 
 // Hands every page its part of the block, which holds the pages and nothing else.
 bool share_out(Bytes block, Parse& parse) {
-    std::uint64_t total = 0;
+    std::size_t total = 0;
     for (const Extent& extent : parse.extents) {
-        if (std::uint64_t{extent.offset} + extent.length > block.size()) return false;
+        if (extent.offset + extent.length > block.size()) return false;
         total += extent.length;
     }
     if (total != block.size()) return false;
-    auto extent = parse.extents.cbegin();
-    for (ReceivedArea& area : parse.areas)
-        for (Page& page : area.pages) {
-            page.pixels = copy(block.subspan(extent->offset, extent->length));
-            ++extent;
-        }
+    hand_out(block, parse.extents, parse.areas);
     return true;
 }
 
@@ -119,7 +102,8 @@ bool read_pages_5(ByteReader& reader, ReceivedArea& area) {
         Page& page = area.pages.emplace_back();
         read_page_head(reader, page);
         reader.skip(4);
-        page.pixels = copy(reader.bytes(length - kProperties));
+        const Bytes pixels = reader.bytes(length - kProperties);
+        page.pixels.assign(pixels.begin(), pixels.end());
     }
     return reader.ok();
 }

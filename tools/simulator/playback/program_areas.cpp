@@ -77,9 +77,7 @@ bool size_border(Cursor& in, const Reading& reading, ProgramArea& area, std::siz
 
 // All pages are as large as the drawing rectangle.
 bool check_pages(Cursor& in, const Reading& reading, const ProgramArea& area, std::span<const Extent> pages) {
-    const Rect inside = area.inside();
-    const std::size_t length =
-        inside.width > 0 && inside.height > 0 ? pixel_data_length(reading.format, inside) : 0;
+    const std::size_t length = pixel_data_length(reading.format, area.inside());
     for (const Extent& page : pages)
         if (!in.expect(page.length == length, "length of a page", "the pixels of the drawing rectangle",
                        page.length))
@@ -119,7 +117,7 @@ bool try_content(const Cursor& in, Reading& reading, const ProgramArea& head, st
 // length of the pixels is not written: it is the one with which the rest of the record parses.
 bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
     BorderPattern& border = area.border.emplace();
-    border.style = in.u8();
+    in.skip(1);
     border.speed = in.u8();
     border.move_step = in.u8();
     border.unit_length = in.u8();

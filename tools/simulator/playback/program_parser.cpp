@@ -26,19 +26,16 @@ CalendarDay read_day(Cursor& in) {
 // generation 6 SpecialFlag, CommExtendParaLen 1 each, ScheduNum, LoopValue 2 each, Intergrate,
 // TimeAttributeNum 1 each, TimeAttribute0Offset 2; ProgramWeek 1, two days of 4 each.
 bool read_header(Cursor& in, Generation generation, ProgramHeader& header) {
-    header.file_type = in.u8();
+    in.skip(1);
     header.name = text_of(in.bytes(4));
     header.style = in.u8();
-    header.priority = in.u8();
+    in.skip(1);
     header.play_times = in.u8();
     header.time_span = in.u16();
     if (generation == Generation::six) {
-        header.special_flag = in.u8();
-        header.extended_length = in.u8();
+        in.skip(2);
         header.schedule = in.u16();
-        header.loop_value = in.u16();
-        header.integrate = in.u8();
-        header.time_attributes = in.u8();
+        in.skip(4);
         header.time_attribute_offset = in.u16();
     }
     header.week = in.u8();
@@ -73,7 +70,7 @@ bool read_period(Cursor& in, bool any, std::vector<PlayPeriod>& periods) {
 // FrameBackup 2; in generation 6: FrameDispStype, FrameDispSpeed, FrameMoveStep, FrameUnitLength,
 // FrameUnitWidth, FrameDirectDispBit 1 each, zero 7.
 bool read_border_header(Cursor& in, Generation generation, BorderPattern& border) {
-    border.style = in.u8();
+    in.skip(1);
     border.speed = in.u8();
     border.move_step = in.u8();
     if (generation == Generation::five) {
@@ -83,7 +80,7 @@ bool read_border_header(Cursor& in, Generation generation, BorderPattern& border
     }
     border.unit_length = in.u8();
     border.unit_width = in.u8();
-    border.direct_bit = in.u8();
+    in.skip(1);
     return in.zeros(7, "reserved bytes of the screen border");
 }
 
@@ -177,16 +174,6 @@ bool read_periods_on(Cursor& in, Reading& reading, Program& program, Attempt& at
     return false;
 }
 
-void hand_out_pixels(Bytes source, const Attempt& attempt, Program& program) {
-    auto extent = attempt.extents.cbegin();
-    for (ProgramArea& area : program.areas)
-        for (Page& page : area.pages) {
-            const Bytes pixels = source.subspan(extent->offset, extent->length);
-            page.pixels.assign(pixels.begin(), pixels.end());
-            ++extent;
-        }
-}
-
 // Why the frame of a file is wrong, before anything in it is looked at.
 std::optional<std::string> damage(Bytes file, const std::string& name) {
     if (file.size() < kCrc) return name + ": too short for a CRC";
@@ -226,7 +213,7 @@ ParsedProgram parse(Reading& reading) {
         return "program file: it can be read in too many ways to find where its borders end";
     if (!read) return "program file, " + reading.refusal.sentence();
     program.areas = std::move(attempt.areas);
-    hand_out_pixels(six ? reading.data : reading.file, attempt, program);
+    hand_out(six ? reading.data : reading.file, attempt.extents, program.areas);
     return program;
 }
 

@@ -33,11 +33,6 @@ struct Reading {
     unsigned records_left = 1'000'000;
 };
 
-// Where the pixels of a page lie, in the program file or in the data file.
-struct Extent {
-    std::size_t offset = 0, length = 0;
-};
-
 // One attempt at the areas.
 struct Attempt {
     std::vector<ProgramArea> areas;
@@ -63,7 +58,6 @@ class Cursor {
     }
 
     [[nodiscard]] std::size_t position() const { return m_end - m_reader.left(); }
-    [[nodiscard]] std::size_t end() const { return m_end; }
     [[nodiscard]] std::size_t left() const { return m_reader.left(); }
 
     // Complains about the field taken last unless it holds.

@@ -5,8 +5,6 @@
 namespace qm::sim {
 namespace {
 
-using namespace std::chrono;
-
 constexpr std::size_t kInUnit = 2; // bytes of a time-setting record that stand in the unit itself
 constexpr std::size_t kBytesARecord = 256;
 
@@ -16,50 +14,28 @@ std::size_t setting_length(PixelFormat format) {
     return format.mode == TransferMode::rgb565 ? 3 : 5;
 }
 
-Rgb rgb_of(std::uint32_t bgr) {
-    return {static_cast<std::uint8_t>(bgr), static_cast<std::uint8_t>(bgr >> 8U),
-            static_cast<std::uint8_t>(bgr >> 16U)};
-}
-
 // A colour of so many bytes: palette index, 16-bit pixel, 0xBBGGRR.
 Rgb read_color(ByteReader& in, std::size_t bytes, PixelFormat format) {
     if (bytes == 1) return shine_of(format.color, in.u8());
-    if (bytes == 4) return rgb_of(in.u32());
-    const PixelFormat pixel{TransferMode::rgb565, ScreenColor::full};
-    return PixelReader(pixel, {0, 0, 1, 1}, in.bytes(2)).at(0, 0);
-}
-
-// Year 2 and month, day, hour, minute, second, weekday 1 each, in BCD. A month or a day of 0 is the first
-// one.
-std::optional<BattleStart> battle_start(ByteReader in) {
-    const auto low = from_bcd(in.u8(), 100), high = from_bcd(in.u8(), 100);
-    const auto month_number = from_bcd(in.u8(), 13), day_number = from_bcd(in.u8(), 32);
-    const auto hour = from_bcd(in.u8(), 24), minute = from_bcd(in.u8(), 60), second = from_bcd(in.u8(), 60);
-    const auto weekday_number = from_bcd(in.u8(), 8);
-    if (!low || !high || !month_number || !day_number || !hour || !minute || !second || !weekday_number)
-        return std::nullopt;
-    const auto first = [](unsigned number) { return number == 0 ? 1 : number; };
-    const auto date = year(*high * 100 + *low) / month(first(*month_number)) / day(first(*day_number));
-    if (!date.ok()) return std::nullopt;
-    return BattleStart{local_days(date) + hours(*hour) + minutes(*minute) + seconds(*second),
-                       *weekday_number % 7U};
+    const Bytes color = in.bytes(bytes);
+    if (bytes == 4) return color.empty() ? Rgb{} : Rgb{color[0], color[1], color[2]};
+    return PixelReader({TransferMode::rgb565, ScreenColor::full}, {0, 0, 1, 1}, color).at(0, 0);
 }
 
 // BackGroundFlag 1, TimeMode 1, the start of the battle time 8, StartUpMode 1, Transparency, AreaEqual 1
 // each, zero 14; no speech; zero 5.
 bool read_extended_header(Cursor& in, ProgramArea& area) {
-    constexpr std::size_t kStart = 8;
     area.background_flag = in.u8();
     const std::uint8_t mode = in.u8();
     if (!in.expect(mode <= 1, "time mode", "0 or 1", mode)) return false;
-    const Bytes start = in.bytes(kStart);
+    const Bytes start = in.bytes(kClockRecord);
     if (!in.whole("extended area header")) return false;
     if (mode == 1) {
-        area.clock->battle = battle_start(ByteReader(start));
+        area.clock->battle = weekday_time_from(start);
         if (!in.expect(area.clock->battle.has_value(), "start of the battle time", "a moment in BCD"))
             return false;
     }
-    area.clock->start_up_mode = in.u8();
+    in.skip(1);
     area.transparency = in.u8();
     area.equal = in.u8();
     return in.zeros(14, "reserved bytes of the extended area header") &&
@@ -91,19 +67,14 @@ class ClockReader {
         return m_in.expect(pages == 1, "page count", "1 in a time area", pages) &&
                read_page_6(m_in, m_reading, m_area.pages.emplace_back(), m_attempt.extents.emplace_back(),
                            m_attempt) &&
-               check_page();
+               check_page(m_attempt.extents.back().length);
     }
 
-    bool check_page() {
-        const std::size_t length = m_attempt.extents.back().length;
+    bool check_page(std::size_t length) {
         return m_in.expect(length == page_length(), "length of a page", "the pixels of the area", length);
     }
 
-    [[nodiscard]] std::size_t page_length() const {
-        return m_area.rect.width > 0 && m_area.rect.height > 0
-                   ? pixel_data_length(m_reading.format, m_area.rect)
-                   : 0;
-    }
+    [[nodiscard]] std::size_t page_length() const { return pixel_data_length(m_reading.format, m_area.rect); }
 
     // Of generation 5: where the pixels begin.
     bool read_page_5() {
@@ -231,7 +202,7 @@ class ClockReader {
         const std::size_t color = (length - kWithoutColors) / 3;
         clock.x = m_in.u16();
         clock.y = m_in.u16();
-        clock.unit_mode = m_in.u8();
+        m_in.skip(1);
         clock.hour = read_hand(color);
         clock.minute = read_hand(color);
         clock.second = read_hand(color);
@@ -251,12 +222,7 @@ class ClockReader {
         if (!read_hands(clock, length)) return false;
         clock.style = m_in.u8();
         if (!m_in.zeros(1, "reserved byte of a clock")) return false;
-        if (!m_six) {
-            const std::size_t page = m_in.u32();
-            if (!m_in.expect(page == page_length(), "length of a page", "the pixels of the area", page) ||
-                !read_page_5())
-                return false;
-        }
+        if (!m_six && (!check_page(m_in.u32()) || !read_page_5())) return false;
         m_area.clock->face = clock;
         return ends();
     }

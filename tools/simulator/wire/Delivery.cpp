@@ -88,29 +88,15 @@ ByteBuffer garbage() {
 }
 
 void spoil_delivery(Delivery& delivery, const Fault& fault) {
-    switch (fault.kind) {
-    case FaultKind::silence:
+    const FaultKind kind = fault.kind;
+    if (kind == FaultKind::silence || kind == FaultKind::close || kind == FaultKind::reset)
         delivery.bytes.clear();
-        break;
-    case FaultKind::close:
-        delivery.bytes.clear();
-        delivery.then = Delivery::Then::close;
-        break;
-    case FaultKind::reset:
-        delivery.bytes.clear();
-        delivery.then = Delivery::Then::reset;
-        break;
-    case FaultKind::garbage:
-        delivery.bytes = garbage();
-        break;
-    case FaultKind::delay:
-        delivery.late = fault.delay;
-        break;
-    default:
-        break;
-    }
+    if (kind == FaultKind::close) delivery.then = Delivery::Then::close;
+    if (kind == FaultKind::reset) delivery.then = Delivery::Then::reset;
+    if (kind == FaultKind::garbage) delivery.bytes = garbage();
+    if (kind == FaultKind::delay) delivery.late = fault.delay;
     delivery.first = delivery.bytes.size();
-    if (fault.kind == FaultKind::split) {
+    if (kind == FaultKind::split) {
         delivery.first /= 2;
         delivery.pause = fault.delay;
     }

@@ -25,7 +25,7 @@ namespace qm::sim {
     X(false_length, "false-length", "the answer's length field claims more than it holds, checksums right")  \
     X(delay, "delay", "the answer comes late")
 
-#define QM_SIM_FAULT_ENUMERATOR(name, text, words) name,
+#define QM_SIM_FAULT_ENUMERATOR(name, text, meaning) name,
 enum class FaultKind { QM_SIM_FAULTS(QM_SIM_FAULT_ENUMERATOR) };
 #undef QM_SIM_FAULT_ENUMERATOR
 
