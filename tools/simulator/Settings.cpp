@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <charconv>
-#include <climits>
 #include <cmath>
 
 namespace qm::sim {
@@ -15,18 +14,12 @@ constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
 constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64;
 
-// The options as they are typed.
+// Options that say something together only.
 struct Typed {
-    std::string port = "5005";
-    std::string udp_port = "5007", wifi_port = "13769";
     bool udp = false, wifi = false;
-    std::string type = "0x0262";
-    std::string size = "128x32";
-    std::string color = "double";
-    std::string scale = "8";
-    std::string fault;
-    std::string fault_after = "0";
-    std::string fault_delay = "200";
+    std::uint16_t udp_port = 5007, wifi_port = 13769;
+    std::optional<FaultKind> fault;
+    unsigned fault_after = 0, fault_delay = 200;
 };
 
 // The whole text as a number, hexadecimal after 0x, or nothing when it is none or above the limit.
@@ -59,25 +52,42 @@ std::optional<ScreenColor> color_from(const std::string& text) {
     return std::nullopt;
 }
 
-// Refuses what convert cannot make anything of, in the words of expected.
-template <class Convert> CLI::Validator expect(Convert convert, const std::string& expected) {
-    return {[=](std::string& text) {
-                return convert(text) ? std::string() : "expected " + expected + ", not \"" + text + "\"";
-            },
-            ""};
-}
-
-CLI::Validator expect_number(unsigned lowest, unsigned highest, const std::string& what) {
-    const auto in_range = [=](const std::string& text) {
-        const auto value = number(text, highest);
-        return value && *value >= lowest;
-    };
-    return expect(in_range, what + " from " + std::to_string(lowest) + " to " + std::to_string(highest));
-}
-
-bool is_address(const std::string& text) {
+std::optional<std::string> address_from(const std::string& text) {
     in_addr address{};
-    return inet_pton(AF_INET, text.c_str(), &address) == 1;
+    return inet_pton(AF_INET, text.c_str(), &address) == 1 ? std::optional(text) : std::nullopt;
+}
+
+// Keeps what convert makes of the text, and refuses a text that it makes nothing of.
+template <class Convert, class Keep>
+void add(CLI::App& app, const char* name, const std::string& standard, const std::string& help,
+         const char* value_name, Convert convert, const std::string& expected, Keep keep) {
+    const auto take_over = [=](const std::string& text) {
+        if (const auto value = convert(text)) keep(*value);
+    };
+    const auto complaint = [=](const std::string& text) {
+        return convert(text) ? std::string() : "expected " + expected + ", not \"" + text + "\"";
+    };
+    app.add_option_function<std::string>(name, take_over, help)
+        ->type_name(value_name)
+        ->default_str(standard)
+        ->check(complaint);
+}
+
+template <class Number>
+void add_number(CLI::App& app, const char* name, Number& value, const std::string& help,
+                const std::string& what, unsigned lowest, unsigned highest) {
+    const auto in_range = [=](const std::string& text) {
+        const auto typed = number(text, highest);
+        return typed && *typed >= lowest ? typed : std::nullopt;
+    };
+    add(app, name, std::to_string(value), help, "N", in_range,
+        what + " from " + std::to_string(lowest) + " to " + std::to_string(highest),
+        [&value](unsigned typed) { value = static_cast<Number>(typed); });
+}
+
+void add_address(CLI::App& app, const char* name, std::string& value, const std::string& help) {
+    add(app, name, value, help, "IP", address_from, "a dotted IPv4 address, such as 127.0.0.1",
+        [&value](const std::string& address) { value = address; });
 }
 
 std::string fault_help() {
@@ -88,41 +98,33 @@ std::string fault_help() {
     return help;
 }
 
-CLI::Option* add(CLI::App& app, const char* name, std::string& value, const std::string& help,
-                 const char* value_name, CLI::Validator validator) {
-    return app.add_option(name, value, help)
-        ->type_name(value_name)
-        ->capture_default_str()
-        ->check(std::move(validator));
+void add_controller_options(CLI::App& app, Options& options) {
+    const auto type_from = [](const std::string& text) { return number(text, 0xFFFF); };
+    add_address(app, "--listen", options.listen, "Address to listen on");
+    add_number(app, "--port", options.port, "TCP port, 0 for any free one", "a port", 0, 65535);
+    add(app, "--type", "0x0262", "Controller type: low byte the series, high byte the variant", "TYPE",
+        type_from, "a controller type from 0 to 0xFFFF, such as 0x0262",
+        [&options](unsigned type) { options.type = static_cast<std::uint16_t>(type); });
+    add(app, "--size", "128x32", "Pixels of the screen", "WxH", size_from,
+        "WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32", [&options](Size size) {
+            options.width = size.width;
+            options.height = size.height;
+        });
+    add(app, "--color", "double", "LEDs of the screen: single, double, three or full, or 1 to 4", "COLOR",
+        color_from, "single, double, three or full, or 1 to 4",
+        [&options](ScreenColor color) { options.color = color; });
 }
 
-void add_controller_options(CLI::App& app, Settings& settings, Typed& typed) {
-    const auto is_type = [](const std::string& text) { return number(text, 0xFFFF).has_value(); };
-    add(app, "--listen", settings.options.listen, "Address to listen on", "IP",
-        expect(is_address, "a dotted IPv4 address, such as 127.0.0.1"));
-    add(app, "--port", typed.port, "TCP port, 0 for any free one", "N", expect_number(0, 65535, "a port"));
-    add(app, "--type", typed.type, "SimulatedController type: low byte the series, high byte the variant",
-        "TYPE", expect(is_type, "a controller type from 0 to 0xFFFF, such as 0x0262"));
-    add(app, "--size", typed.size, "Pixels of the screen", "WxH",
-        expect(size_from, "WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32"));
-    add(app, "--color", typed.color, "LEDs of the screen: single, double, three or full, or 1 to 4", "COLOR",
-        expect(color_from, "single, double, three or full, or 1 to 4"));
-}
-
-void add_network_options(CLI::App& app, Settings& settings, Typed& typed) {
+void add_network_options(CLI::App& app, Options& options, Typed& typed) {
     app.add_flag("--udp", typed.udp, "Answer over UDP, too, as controllers answer broadcasts");
-    add(app, "--udp-port", typed.udp_port, "Its port, 0 for any free one", "N",
-        expect_number(0, 65535, "a port"));
+    add_number(app, "--udp-port", typed.udp_port, "Its port, 0 for any free one", "a port", 0, 65535);
     app.add_flag("--wifi", typed.wifi, "Have a Wi-Fi module, which answers AT commands over UDP");
-    add(app, "--wifi-port", typed.wifi_port, "Its port, 0 for any free one", "N",
-        expect_number(0, 65535, "a port"));
-    add(app, "--udp-listen", settings.options.udp_listen, "Address of both; 0.0.0.0 takes broadcasts", "IP",
-        expect(is_address, "a dotted IPv4 address, such as 127.0.0.1"));
-    app.add_flag("--web", settings.options.web,
-                 "Answer the network search as a controller with a web server");
+    add_number(app, "--wifi-port", typed.wifi_port, "Its port, 0 for any free one", "a port", 0, 65535);
+    add_address(app, "--udp-listen", options.udp_listen, "Address of both; 0.0.0.0 takes broadcasts");
+    app.add_flag("--web", options.web, "Answer the network search as a controller with a web server");
 }
 
-void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
+void add_output_options(CLI::App& app, Settings& settings) {
     app.add_flag("--show", settings.show,
                  "Print the screen at each change, two pixels a character;\n"
                  "on a terminal in its place, unless --verbose");
@@ -131,8 +133,8 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
     app.add_option("--screenshot", settings.screenshot,
                    "PNG of the LED panel, written at the start and at each change")
         ->type_name("FILE");
-    add(app, "--scale", typed.scale, "Pixels of the screenshot for each LED, each way", "N",
-        expect_number(1, kLargestScale, "a number"));
+    add_number(app, "--scale", settings.scale, "Pixels of the screenshot for each LED, each way", "a number",
+               1, kLargestScale);
     app.add_option("--state,--json", settings.state,
                    "JSON file of settings and files, written at each change")
         ->type_name("FILE");
@@ -145,35 +147,26 @@ void add_output_options(CLI::App& app, Settings& settings, Typed& typed) {
 }
 
 void add_fault_options(CLI::App& app, Typed& typed) {
-    add(app, "--fault", typed.fault, fault_help(), "KIND", expect(fault_named, "one of " + fault_names()));
-    add(app, "--fault-after", typed.fault_after, "Requests answered well before; a handshake is one", "N",
-        expect_number(0, kMostRequests, "a number"));
-    add(app, "--fault-delay", typed.fault_delay, "Milliseconds of delay and split", "N",
-        expect_number(0, kLongestDelay, "a number of milliseconds"));
+    add(app, "--fault", "", fault_help(), "KIND", fault_named, "one of " + fault_names(),
+        [&typed](FaultKind kind) { typed.fault = kind; });
+    add_number(app, "--fault-after", typed.fault_after, "Requests answered well before; a handshake is one",
+               "a number", 0, kMostRequests);
+    add_number(app, "--fault-delay", typed.fault_delay, "Milliseconds of delay and split",
+               "a number of milliseconds", 0, kLongestDelay);
 }
 
-int largest_scale(Size size) {
+int largest_scale(const Options& size) {
     const double by_area = std::sqrt(double{kLargestPicture} / size.width / size.height);
     return std::min(static_cast<int>(by_area), kLongestPicture / std::max(size.width, size.height));
 }
 
-// The texts have been checked.
-unsigned value_of(const std::string& text) { return number(text, UINT_MAX).value_or(0); }
-
 void apply(Settings& settings, const Typed& typed) {
     Options& options = settings.options;
-    options.port = static_cast<std::uint16_t>(value_of(typed.port));
-    if (typed.udp) options.udp = static_cast<std::uint16_t>(value_of(typed.udp_port));
-    if (typed.wifi) options.wifi = static_cast<std::uint16_t>(value_of(typed.wifi_port));
-    options.type = static_cast<std::uint16_t>(value_of(typed.type));
-    const Size size = size_from(typed.size).value_or(Size{1, 1});
-    options.width = size.width;
-    options.height = size.height;
-    options.color = color_from(typed.color).value_or(ScreenColor::dual);
-    if (const auto kind = fault_named(typed.fault))
-        options.fault =
-            Fault{*kind, value_of(typed.fault_after), std::chrono::milliseconds(value_of(typed.fault_delay))};
-    settings.scale = std::min(static_cast<int>(value_of(typed.scale)), largest_scale(size));
+    if (typed.udp) options.udp = typed.udp_port;
+    if (typed.wifi) options.wifi = typed.wifi_port;
+    if (typed.fault)
+        options.fault = Fault{*typed.fault, typed.fault_after, std::chrono::milliseconds(typed.fault_delay)};
+    settings.scale = std::min(settings.scale, largest_scale(options));
 }
 
 } // namespace
@@ -181,10 +174,11 @@ void apply(Settings& settings, const Typed& typed) {
 std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     CLI::App app("A simulated LED display controller, to try things out without hardware.", "qm_simulator");
     Settings settings;
+    settings.options.port = 5005;
     Typed typed;
-    add_controller_options(app, settings, typed);
-    add_network_options(app, settings, typed);
-    add_output_options(app, settings, typed);
+    add_controller_options(app, settings.options);
+    add_network_options(app, settings.options, typed);
+    add_output_options(app, settings);
     add_fault_options(app, typed);
     try {
         app.parse(argc, argv);

@@ -1,6 +1,100 @@
 #include "simulator/playback/ClockArea.h"
 
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
 namespace qm::sim {
+namespace {
+
+using namespace std::chrono;
+
+Civil shown(const ClockArea& area, const Moment& moment) {
+    if (!area.battle) return civil(moment.clock);
+    const auto& [start, first] = *area.battle;
+    const LocalSeconds time = start + floor<seconds>(moment.played);
+    Civil now = civil(time);
+    now.weekday = static_cast<int>((first + (floor<days>(time) - floor<days>(start)).count()) % 7);
+    return now;
+}
+
+int value_of(ClockUnit unit, const Civil& now) {
+    const int hour12 = (now.hour + 11) % 12 + 1, literal = 0;
+    const int values[] = {now.year,   now.year % 100, now.month,      now.day,     now.hour, hour12,
+                          now.minute, now.second,     now.hour >= 12, now.weekday, literal};
+    return values[static_cast<std::size_t>(unit)];
+}
+
+// A part of the screen that nothing is drawn outside of.
+class Part {
+  public:
+    Part(Image& screen, const Rect& rect)
+        : m_screen(screen), m_rect(rect), m_width(std::min(rect.width, screen.width - rect.x)),
+          m_height(std::min(rect.height, screen.height - rect.y)) {}
+
+    [[nodiscard]] int width() const { return m_width; }
+    [[nodiscard]] int height() const { return m_height; }
+    void set(int x, int y, Rgb color) {
+        if (x >= 0 && y >= 0 && x < m_width && y < m_height) m_screen.set(m_rect.x + x, m_rect.y + y, color);
+    }
+
+  private:
+    Image& m_screen;
+    const Rect& m_rect;
+    int m_width, m_height; // of what is on the screen
+};
+
+class DigitalFace {
+  public:
+    DigitalFace(Part& part, PixelFormat format, const DigitalClock& clock)
+        : m_part(part), m_format(format), m_clock(clock) {}
+
+    void draw(const UnitPlace& unit, int value) {
+        const int cells = cells_of(unit.unit), width = m_clock.sets[unit.set].width;
+        for (int cell = cells - 1; cell >= 0; --cell, value /= 10)
+            draw_glyph(unit, cells == 1 ? value : value % 10, unit.x + cell * width);
+    }
+
+  private:
+    void draw_glyph(const UnitPlace& unit, int glyph, int left) {
+        const GlyphImages& set = m_clock.sets[unit.set];
+        const PixelReader pixels(m_format, {0, 0, set.width, set.height},
+                                 set.glyphs[static_cast<std::size_t>(glyph)]);
+        const int columns = std::min(set.width, m_part.width() - left);
+        const int rows = std::min(set.height, m_part.height() - unit.y);
+        for (int y = 0; y < rows; ++y)
+            for (int x = 0; x < columns; ++x)
+                if (pixels.at(x, y) != Rgb{}) m_part.set(left + x, unit.y + y, unit.color);
+    }
+
+    Part& m_part;
+    PixelFormat m_format;
+    const DigitalClock& m_clock;
+};
+
+// A bar from the pivot on; at right angles it is exactly as wide and as long as it should be.
+void draw_hand(Part& part, const AnalogClock& clock, const Hand& hand, double turn) {
+    if (hand.width == 0 || hand.length == 0) return;
+    constexpr double kExact = 1e-9;
+    const double right = std::sin(turn * 2 * std::numbers::pi), up = std::cos(turn * 2 * std::numbers::pi);
+    const int reach = hand.length + hand.width;
+    for (int dy = -reach; dy <= reach; ++dy)
+        for (int dx = -reach; dx <= reach; ++dx) {
+            const double along = dx * right - dy * up, across = dx * up + dy * right;
+            if (along > -0.5 + kExact && along < hand.length - 0.5 + kExact &&
+                across >= -hand.width / 2.0 - kExact && across < hand.width / 2.0 - kExact)
+                part.set(clock.x + dx, clock.y + dy, hand.color);
+        }
+}
+
+void draw_hands(Part& part, const AnalogClock& clock, const Civil& now) {
+    const double seconds = now.second / 60.0, minutes = (now.minute + seconds) / 60;
+    draw_hand(part, clock, clock.hour, (now.hour % 12 + minutes) / 12);
+    draw_hand(part, clock, clock.minute, minutes);
+    draw_hand(part, clock, clock.second, seconds);
+}
+
+} // namespace
 
 int cells_of(ClockUnit unit) {
     if (unit == ClockUnit::year) return 4;
@@ -18,6 +112,15 @@ Rgb shine_of(ScreenColor screen, unsigned index) {
     if (screen == ScreenColor::single) return shine(red || green || blue, false, false);
     if (screen == ScreenColor::dual) return shine(red || (blue && !green), green, false);
     return shine(red, green, blue);
+}
+
+void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment) {
+    Part part(screen, rect);
+    const Civil now = shown(area, moment);
+    if (const auto* analog = std::get_if<AnalogClock>(&area.face)) return draw_hands(part, *analog, now);
+    const auto& digital = std::get<DigitalClock>(area.face);
+    DigitalFace face(part, format, digital);
+    for (const UnitPlace& unit : digital.units) face.draw(unit, value_of(unit.unit, now));
 }
 
 } // namespace qm::sim

@@ -1,7 +1,7 @@
-// What an uploaded time area says about the clock that the controller shows in it.
+// The clock of a time area, drawn from nothing but what was uploaded.
 #pragma once
 
-#include "simulator/playback/Clock.h"
+#include "simulator/playback/Moment.h"
 #include "simulator/playback/PixelReader.h"
 
 #include <variant>
@@ -66,5 +66,12 @@ struct ClockArea {
 // A palette index as the LEDs shine: bit 0 red, bit 1 green, bit 2 blue. What a screen has no LEDs for is
 // red.
 [[nodiscard]] Rgb shine_of(ScreenColor screen, unsigned index);
+
+// Draws what changes with the time over the page of the area; nothing outside the area. A battle time runs
+// from its start for as long as the programs have run.
+void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment);
+
+// How soon a clock may show something else: its second may turn at any time.
+constexpr Time kClockStep{100};
 
 } // namespace qm::sim

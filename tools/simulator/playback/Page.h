@@ -34,6 +34,14 @@ void hand_out(Bytes source, const std::vector<Extent>& extents, std::vector<Area
 
 // PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2: the beginning of
 // every page header.
-void read_page_head(ByteReader& reader, Page& page);
+inline void read_page_head(ByteReader& reader, Page& page) {
+    page.style = reader.u8();
+    page.display_mode = reader.u8();
+    page.clear_mode = reader.u8();
+    page.speed = reader.u8();
+    page.stay_time = reader.u16();
+    page.repeat_time = reader.u8();
+    page.valid_len = reader.u16();
+}
 
 } // namespace qm::sim

@@ -1,7 +1,6 @@
 // Plays programs: what they show is a function of the time since they began and of the clock.
 #pragma once
 
-#include "simulator/playback/LiveClock.h"
 #include "simulator/playback/Program.h"
 #include "simulator/playback/Timeline.h"
 

@@ -1,6 +1,5 @@
 #include "simulator/playback/program_areas.h"
 
-#include "simulator/playback/program_pages.h"
 #include "simulator/playback/time_areas.h"
 
 #include <algorithm>

@@ -85,4 +85,11 @@ bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length,
 // The same when nothing but the header tells the thickness; 1 pixel where that does not fit.
 bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length);
 
+// Generation 5: PageDataLen 4, page header 13 (the last 4 bytes zero), pixels.
+bool read_page_5(Cursor& in, Page& page, Extent& extent);
+
+// Generation 6: PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1,
+// Dataoffset 4, DataLen 4. The pixels are in the data file.
+bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt);
+
 } // namespace qm::sim

@@ -1,7 +1,5 @@
 #include "simulator/playback/time_areas.h"
 
-#include "simulator/playback/program_pages.h"
-
 namespace qm::sim {
 namespace {
 

@@ -26,6 +26,12 @@ enum class ErrorValue : std::uint16_t { QM_SIM_ERRORS(QM_SIM_ERROR_ENUMERATOR) }
 #undef QM_SIM_ERROR_ENUMERATOR
 
 // What an error value means; "error" for one that is not in the list.
-[[nodiscard]] const char* meaning_of(ErrorValue error);
+[[nodiscard]] constexpr const char* meaning_of(ErrorValue error) {
+#define QM_SIM_ERROR_MEANING(name, value, meaning)                                                           \
+    if (error == ErrorValue::name) return meaning;
+    QM_SIM_ERRORS(QM_SIM_ERROR_MEANING)
+#undef QM_SIM_ERROR_MEANING
+    return "error";
+}
 
 } // namespace qm::sim
