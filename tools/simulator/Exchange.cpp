@@ -33,18 +33,25 @@ void Exchange::restore() {
     m_known.files = m_controller.state().files.version();
 }
 
-std::string Exchange::ask_wifi(std::string_view text) {
+// What happens to the controller happens under the lock; the owner hears of it afterwards.
+template <class Step> auto Exchange::reporting(Step step) {
     Report report;
-    std::string answer;
-    {
+    auto result = [&] {
         const std::lock_guard lock(m_mutex);
+        return step(report);
+    }();
+    tell(report);
+    return result;
+}
+
+std::string Exchange::ask_wifi(std::string_view text) {
+    return reporting([&](Report& report) {
         ++m_requests;
-        answer = m_controller.ask_wifi(text);
+        std::string answer = m_controller.ask_wifi(text);
         report.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
         note_state(report);
-    }
-    tell(report);
-    return answer;
+        return answer;
+    });
 }
 
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
@@ -53,14 +60,7 @@ Delivery Exchange::answer(const ReceivedFrame& frame) {
     const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
-    Report report;
-    Delivery delivery;
-    {
-        const std::lock_guard lock(m_mutex);
-        delivery = carry_out(opened, report);
-    }
-    tell(report);
-    return delivery;
+    return reporting([&](Report& report) { return carry_out(opened, report); });
 }
 
 Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Report& report) {
@@ -104,10 +104,7 @@ void Exchange::note_screen(Report& report) {
 Time Exchange::tick() {
     constexpr Time kSoonest{10}, kLatest{50}, kLookAgain{1000};
     if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLookAgain;
-    Report report;
-    Time wait{0};
-    {
-        const std::lock_guard lock(m_mutex);
+    return reporting([&](Report& report) {
         const Now present = now();
         if (present.up >= m_look_again) {
             note_screen(report);
@@ -115,10 +112,8 @@ Time Exchange::tick() {
             const auto next = m_controller.next_change(present);
             m_look_again = std::min(present.up + kLookAgain, next.value_or(Time::max()));
         }
-        wait = std::clamp(m_look_again - present.up, kSoonest, kLatest);
-    }
-    tell(report);
-    return wait;
+        return std::clamp(m_look_again - present.up, kSoonest, kLatest);
+    });
 }
 
 Exchange::Known Exchange::known() const {

@@ -57,6 +57,7 @@ class Exchange : public Answerer {
 
     [[nodiscard]] Now now() const;
     void restore();
+    template <class Step> auto reporting(Step step);
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
     std::optional<Fault> fault_for_this_one();
     [[nodiscard]] Known known() const;

@@ -46,7 +46,7 @@ std::vector<Datagram> answer_text(Exchange& exchange, Bytes input) {
 
 } // namespace
 
-// The context is destroyed before what its connections use, which thus outlives them.
+// The order of the members counts: the context, in which the connections live, goes before what they use.
 class Simulator::Impl {
   public:
     explicit Impl(Options options)

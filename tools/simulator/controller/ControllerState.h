@@ -31,15 +31,9 @@ constexpr std::size_t kHalfHours = 48;
 
 struct BrightnessSetting {
     BrightnessMode mode = BrightnessMode::manual;
-    std::array<std::uint8_t, kHalfHours> levels = filled();
+    std::array<std::uint8_t, kHalfHours> levels{};
+    BrightnessSetting() { levels.fill(kBrightest); }
     bool operator==(const BrightnessSetting&) const = default;
-
-  private:
-    static constexpr std::array<std::uint8_t, kHalfHours> filled() {
-        std::array<std::uint8_t, kHalfHours> levels{};
-        levels.fill(kBrightest);
-        return levels;
-    }
 };
 
 struct Lock {

@@ -122,7 +122,7 @@ void Store::save(const ControllerState& settings, const FileSystem& files) try {
     m_complain(std::string("the store was not written: ") + error.what());
 }
 
-// Data first: the index never names what is not there yet, and data go once it names them no more.
+// New data are written before the index that names them, and old data removed after it.
 void Store::write_changes(const ControllerState& settings, const FileSystem& files) {
     nlohmann::json index{{"settings", json_of(settings)}, {"files", nlohmann::json::array()}};
     std::set<fs::path> wanted;

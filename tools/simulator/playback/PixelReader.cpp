@@ -3,24 +3,26 @@
 namespace qm::sim {
 namespace {
 
-std::size_t group_of(TransferMode mode) { return mode == TransferMode::planes32 ? 32 : 8; }
-
 bool is_planar(TransferMode mode) { return mode == TransferMode::planes8 || mode == TransferMode::planes32; }
 
 std::size_t bytes_a_pixel(TransferMode mode) { return mode == TransferMode::rgb888 ? 3 : 2; }
 
 std::size_t pad_before(PixelFormat format, const Rect& rect) {
-    return is_planar(format.mode) ? static_cast<std::size_t>(rect.x) % group_of(format.mode) : 0;
+    return static_cast<std::size_t>(rect.x) % group_of(format);
 }
 
 std::size_t row_length(PixelFormat format, const Rect& rect) {
-    if (!is_planar(format.mode)) return static_cast<std::size_t>(rect.width);
-    const std::size_t group = group_of(format.mode);
+    const std::size_t group = group_of(format);
     const std::size_t used = pad_before(format, rect) + static_cast<std::size_t>(rect.width);
     return (used + group - 1) / group * group;
 }
 
 } // namespace
+
+std::size_t group_of(PixelFormat format) {
+    if (!is_planar(format.mode)) return 1;
+    return format.mode == TransferMode::planes32 ? 32 : 8;
+}
 
 bool goes_together(PixelFormat format) {
     return is_planar(format.mode) == (format.color != ScreenColor::full);

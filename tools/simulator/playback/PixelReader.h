@@ -11,6 +11,9 @@ namespace qm::sim {
 // Whether a screen of this colour can be driven in this mode; no pixel data exists for the others.
 [[nodiscard]] bool goes_together(PixelFormat format);
 
+// How many pixels of a row stand or fall together in the data.
+[[nodiscard]] std::size_t group_of(PixelFormat format);
+
 // The bytes that one page of the rectangle takes, 0 for none and where colour and mode do not go together.
 [[nodiscard]] std::size_t pixel_data_length(PixelFormat format, const Rect& rect);
 

@@ -28,7 +28,7 @@ Timeline::Timeline(std::span<const Page> pages, const Rect& rect, PixelFormat fo
     }
 }
 
-// Both give the page that comes behind.
+// Adding gives the index of the next page.
 std::size_t Timeline::add_page(std::size_t index) {
     const Page& page = m_pages[index];
     m_acts.push_back({m_end, index, std::nullopt, Time{0}});

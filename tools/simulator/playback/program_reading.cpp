@@ -5,13 +5,6 @@
 namespace qm::sim {
 namespace {
 
-bool planar(PixelFormat format) { return format.color != ScreenColor::full; }
-
-int pixels_a_unit(PixelFormat format) {
-    if (!planar(format)) return 1;
-    return format.mode == TransferMode::planes32 ? 32 : 8;
-}
-
 constexpr std::uint32_t kPageHeader5 = 13; // bytes
 constexpr std::uint32_t kPageRecord6 = 26; // without its own length field
 
@@ -66,7 +59,7 @@ bool size_pattern(BorderPattern& border, PixelFormat format, std::size_t length,
     if (unit == 0) return length == 0 && thickness > 0;
     const std::size_t row = unit * static_cast<std::size_t>(thickness);
     if (thickness < 1 || length == 0 || length % row != 0) return false;
-    const int group = pixels_a_unit(format), longest = static_cast<int>(length / row) * group;
+    const int group = static_cast<int>(group_of(format)), longest = static_cast<int>(length / row) * group;
     const bool stated = border.unit_length > longest - group && border.unit_length <= longest &&
                         border.unit_length != thickness; // some write the thickness there
     border.length = stated ? border.unit_length : longest;

@@ -51,7 +51,7 @@ class Cursor {
     std::uint32_t u32() { return mark().u32(); }
     Bytes bytes(std::size_t count) { return mark().bytes(count); }
     void skip(std::size_t count) { mark().skip(count); }
-    // For records that have a reader of their own.
+    // The reader, for functions that read a whole record; complaints name where it began.
     ByteReader& mark() {
         m_field = position();
         return m_reader;

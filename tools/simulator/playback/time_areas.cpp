@@ -74,7 +74,7 @@ class ClockReader {
 
     [[nodiscard]] std::size_t page_length() const { return pixel_data_length(m_reading.format, m_area.rect); }
 
-    // Of generation 5: where the pixels begin.
+    // Of generation 5, where the pixels stand in the program file itself.
     bool read_page_5() {
         const std::size_t length = page_length();
         m_area.pages.emplace_back();
