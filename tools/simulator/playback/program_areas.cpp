@@ -10,28 +10,25 @@ namespace {
 constexpr std::size_t kBytesARecord = 256; // that may be copied at the price of a record
 
 // AreaType 1, AreaX, AreaY, AreaWidth, AreaHeight 2 each.
-bool read_place(Cursor& in, Generation generation, ProgramArea& area) {
+bool read_place(Cursor& in, ProgramArea& area) {
     const std::uint8_t type = in.u8();
     area.type = static_cast<AreaType>(type);
-    const bool six = generation == Generation::six;
     const bool known = area.type == AreaType::pictures || area.type == AreaType::time ||
-                       (six && area.type == AreaType::background);
-    if (!in.expect(known, "area type", six ? "0, 2 or 11" : "0 or 2", type)) return false;
+                       (in.six() && area.type == AreaType::background);
+    if (!in.expect(known, "area type", in.six() ? "0, 2 or 11" : "0 or 2", type)) return false;
     area.rect = {in.u16(), in.u16(), in.u16(), in.u16()};
     return in.whole("area header");
 }
 
 // PageNum 2 and the pages, to the end of the record.
-bool read_pages(Cursor& in, const Reading& reading, ProgramArea& area, Attempt& attempt) {
+bool read_pages(Cursor& in, ProgramArea& area, Attempt& attempt) {
     const std::size_t count = in.u16();
     if (!in.whole("page count")) return false;
     for (std::size_t i = 0; i < count; ++i) {
         if (!in.spend()) return false;
         Page& page = area.pages.emplace_back();
         Extent& extent = attempt.extents.emplace_back();
-        const bool read = reading.generation == Generation::five
-                              ? read_page_5(in, page, extent)
-                              : read_page_6(in, reading, page, extent, attempt);
+        const bool read = in.six() ? read_page_6(in, page, extent, attempt) : read_page_5(in, page, extent);
         if (!read) return false;
         if (!in.expect(page.valid_len <= area.rect.width, "ValidLen of a page", "the area's width or less",
                        page.valid_len))
@@ -61,22 +58,20 @@ int thickness_of(PixelFormat format, const Rect& rect, std::size_t page) {
 }
 
 // Without pages, or without pixels in them, the header tells the thickness.
-bool size_border(Cursor& in, const Reading& reading, ProgramArea& area, std::size_t length,
-                 std::span<const Extent> pages) {
+bool size_border(Cursor& in, ProgramArea& area, std::size_t length, std::span<const Extent> pages) {
     BorderPattern& border = *area.border;
-    if (pages.empty() || border_unit(reading.format) == 0)
-        return size_pattern(border, reading.format, length);
+    if (pages.empty() || border_unit(in.format()) == 0) return size_pattern(border, in.format(), length);
     if (!in.spend(static_cast<std::size_t>(area.rect.height) / 32)) return false;
     const std::size_t page = pages.front().length;
-    const int thickness = thickness_of(reading.format, area.rect, page);
+    const int thickness = thickness_of(in.format(), area.rect, page);
     return in.expect(thickness > 0, "page length", "the pixels of what an area border leaves", page) &&
-           in.expect(size_pattern(border, reading.format, length, thickness), "area border",
+           in.expect(size_pattern(border, in.format(), length, thickness), "area border",
                      "whole rows of a pattern", length);
 }
 
 // All pages are as large as the drawing rectangle.
-bool check_pages(Cursor& in, const Reading& reading, const ProgramArea& area, std::span<const Extent> pages) {
-    const std::size_t length = pixel_data_length(reading.format, area.inside());
+bool check_pages(Cursor& in, const ProgramArea& area, std::span<const Extent> pages) {
+    const std::size_t length = pixel_data_length(in.format(), area.inside());
     for (const Extent& page : pages)
         if (!in.expect(page.length == length, "length of a page", "the pixels of the drawing rectangle",
                        page.length))
@@ -85,25 +80,24 @@ bool check_pages(Cursor& in, const Reading& reading, const ProgramArea& area, st
 }
 
 // What follows the border, whose pixels take so many bytes.
-bool read_content(Cursor in, Reading& reading, ProgramArea& area, std::size_t border, Attempt& attempt) {
+bool read_content(Cursor in, ProgramArea& area, std::size_t border, Attempt& attempt) {
     if (!in.spend()) return false;
     const std::size_t first = attempt.extents.size();
     const Bytes pattern = in.bytes(border);
-    if (reading.generation == Generation::six && !read_second_header(in, area)) return false;
-    if (!read_pages(in, reading, area, attempt)) return false;
+    if (in.six() && !read_second_header(in, area)) return false;
+    if (!read_pages(in, area, attempt)) return false;
     const std::span<const Extent> pages(attempt.extents.begin() + static_cast<std::ptrdiff_t>(first),
                                         attempt.extents.end());
-    if (area.border && !size_border(in, reading, area, border, pages)) return false;
+    if (area.border && !size_border(in, area, border, pages)) return false;
     if (area.border) area.border->pixels.assign(pattern.begin(), pattern.end());
-    return check_pages(in, reading, area, pages);
+    return check_pages(in, area, pages);
 }
 
 // Takes the content over into the attempt when it parses with a border of this length.
-bool try_content(const Cursor& in, Reading& reading, const ProgramArea& head, std::size_t border,
-                 Attempt& attempt) {
+bool try_content(const Cursor& in, const ProgramArea& head, std::size_t border, Attempt& attempt) {
     ProgramArea area = head;
     const std::size_t extents = attempt.extents.size(), used = attempt.data_used;
-    if (read_content(in, reading, area, border, attempt)) {
+    if (read_content(in, area, border, attempt)) {
         attempt.areas.push_back(std::move(area));
         return true;
     }
@@ -114,7 +108,7 @@ bool try_content(const Cursor& in, Reading& reading, const ProgramArea& head, st
 
 // AreaFDispStyle, AreaFDispSpeed, AreaFMoveStep, AreaFWidth 1 each, AreaFBackup 2, behind the flag. The
 // length of the pixels is not written: it is the one with which the rest of the record parses.
-bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
+bool read_bordered(Cursor& in, ProgramArea& area, Attempt& attempt) {
     BorderPattern& border = area.border.emplace();
     in.skip(1);
     border.speed = in.u8();
@@ -122,30 +116,29 @@ bool read_bordered(Cursor& in, Reading& reading, ProgramArea& area, Attempt& att
     border.unit_length = in.u8();
     in.skip(2);
     if (!in.whole("area border")) return false;
-    const std::size_t unit = border_unit(reading.format);
-    if (unit == 0) return try_content(in, reading, area, 0, attempt);
+    const std::size_t unit = border_unit(in.format());
+    if (unit == 0) return try_content(in, area, 0, attempt);
     const std::size_t most = std::min(in.left(), kLongestBorder);
-    for (std::size_t length = unit; length <= most && reading.records_left > 0; length += unit)
-        if (try_content(in, reading, area, length, attempt)) return true;
+    for (std::size_t length = unit; length <= most && in.reading().records_left > 0; length += unit)
+        if (try_content(in, area, length, attempt)) return true;
     return false;
 }
 
 } // namespace
 
-bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt) {
-    Cursor in(reading, begin, end);
+bool read_area(Cursor in, Attempt& attempt) {
     ProgramArea area;
-    if (!in.spend() || !read_place(in, reading.generation, area)) return false;
+    if (!in.spend() || !read_place(in, area)) return false;
     if (area.type == AreaType::time) {
-        if (!read_time_area(in, reading, area, attempt)) return false;
+        if (!read_time_area(in, area, attempt)) return false;
         attempt.areas.push_back(std::move(area));
         return true;
     }
     const std::uint8_t flag = in.u8();
     if (!in.whole("area border flag") || !in.expect(flag <= 1, "area border flag", "0 or 1", flag))
         return false;
-    if (flag == 0) return try_content(in, reading, area, 0, attempt);
-    return read_bordered(in, reading, area, attempt);
+    if (flag == 0) return try_content(in, area, 0, attempt);
+    return read_bordered(in, area, attempt);
 }
 
 } // namespace qm::sim

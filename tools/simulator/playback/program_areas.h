@@ -6,6 +6,6 @@
 namespace qm::sim {
 
 // One area record, which takes the whole part of the file.
-bool read_area(Reading& reading, std::size_t begin, std::size_t end, Attempt& attempt);
+bool read_area(Cursor in, Attempt& attempt);
 
 } // namespace qm::sim

@@ -25,14 +25,14 @@ CalendarDay read_day(Cursor& in) {
 // FileType 1, ProgramName 4, ProgramStyle, ProgramPriority, ProgramPlayTimes 1 each, ProgramTimeSpan 2; in
 // generation 6 SpecialFlag, CommExtendParaLen 1 each, ScheduNum, LoopValue 2 each, Intergrate,
 // TimeAttributeNum 1 each, TimeAttribute0Offset 2; ProgramWeek 1, two days of 4 each.
-bool read_header(Cursor& in, Generation generation, ProgramHeader& header) {
+bool read_header(Cursor& in, ProgramHeader& header) {
     in.skip(1);
     header.name = text_of(in.bytes(4));
     header.style = in.u8();
     in.skip(1);
     header.play_times = in.u8();
     header.time_span = in.u16();
-    if (generation == Generation::six) {
+    if (in.six()) {
         in.skip(2);
         header.schedule = in.u16();
         in.skip(4);
@@ -69,11 +69,11 @@ bool read_period(Cursor& in, bool any, std::vector<PlayPeriod>& periods) {
 // Behind the flag, in generation 5: FrameDispStyle, FrameDispSpeed, FrameMoveStep, FrameWidth 1 each,
 // FrameBackup 2; in generation 6: FrameDispStype, FrameDispSpeed, FrameMoveStep, FrameUnitLength,
 // FrameUnitWidth, FrameDirectDispBit 1 each, zero 7.
-bool read_border_header(Cursor& in, Generation generation, BorderPattern& border) {
+bool read_border_header(Cursor& in, BorderPattern& border) {
     in.skip(1);
     border.speed = in.u8();
     border.move_step = in.u8();
-    if (generation == Generation::five) {
+    if (!in.six()) {
         border.unit_width = in.u8();
         in.skip(2);
         return in.whole("screen border");
@@ -98,29 +98,26 @@ std::optional<std::size_t> count_areas(Cursor in, std::size_t most) {
     return count;
 }
 
-bool read_areas(Cursor& in, Reading& reading, Attempt& attempt) {
+bool read_areas(Cursor& in, Attempt& attempt) {
     while (in.left() > 0) {
         const std::uint32_t length = in.u32();
-        const std::size_t begin = in.position();
-        if (!read_area(reading, begin, begin + length, attempt)) return false;
-        in.skip(length);
+        if (!read_area(in.part(length), attempt)) return false;
     }
-    const bool six = reading.generation == Generation::six;
-    const std::size_t unused = six ? reading.data.size() - attempt.data_used : 0;
+    const std::size_t unused = in.six() ? in.reading().data.size() - attempt.data_used : 0;
     return in.expect(unused == 0, "data file", "no bytes behind the last page", unused);
 }
 
 // Background flag 1, area count 1, the areas.
-bool read_rest(Cursor in, Reading& reading, Program& program, Attempt& attempt) {
+bool read_rest(Cursor in, Program& program, Attempt& attempt) {
     const std::uint8_t background = in.u8();
-    const bool six = reading.generation == Generation::six;
-    if (!in.expect(background <= (six ? 1 : 0), "background flag", six ? "0 or 1" : "0", background))
+    if (!in.expect(background <= (in.six() ? 1 : 0), "background flag", in.six() ? "0 or 1" : "0",
+                   background))
         return false;
     program.background = background == 1;
     program.area_count = in.u8();
     if (!in.whole("area count") || !count_areas(in, program.area_count)) return false;
     attempt = {};
-    if (!read_areas(in, reading, attempt)) return false;
+    if (!read_areas(in, attempt)) return false;
     const auto is_background = [](const ProgramArea& area) { return area.type == AreaType::background; };
     return in.expect(program.background ||
                          std::none_of(attempt.areas.begin(), attempt.areas.end(), is_background),
@@ -128,16 +125,16 @@ bool read_rest(Cursor in, Reading& reading, Program& program, Attempt& attempt) 
 }
 
 // Tries every length that border pixels may have.
-bool read_bordered(Cursor& in, Reading& reading, Program& program, Attempt& attempt) {
+bool read_bordered(Cursor& in, Program& program, Attempt& attempt) {
     BorderPattern& border = program.border.emplace();
-    if (!read_border_header(in, reading.generation, border)) return false;
-    const std::size_t unit = border_unit(reading.format), most = std::min(in.left(), kLongestBorder);
+    if (!read_border_header(in, border)) return false;
+    const std::size_t unit = border_unit(in.format()), most = std::min(in.left(), kLongestBorder);
     for (std::size_t length = unit; length <= most && in.spend(); length += unit) {
         Cursor rest = in;
         const Bytes pixels = rest.bytes(length);
-        if (read_rest(rest, reading, program, attempt)) {
+        if (read_rest(rest, program, attempt)) {
             border.pixels.assign(pixels.begin(), pixels.end());
-            return size_pattern(border, reading.format, length);
+            return size_pattern(border, in.format(), length);
         }
         if (unit == 0) break;
     }
@@ -145,31 +142,30 @@ bool read_bordered(Cursor& in, Reading& reading, Program& program, Attempt& atte
 }
 
 // BorderPattern flag 1, the border, the rest.
-bool read_border_on(Cursor in, Reading& reading, Program& program, Attempt& attempt) {
+bool read_border_on(Cursor in, Program& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     program.border.reset();
     if (!in.whole("border flag") || !in.expect(flag <= 1, "border flag", "0 or 1", flag)) return false;
-    if (flag == 0) return read_rest(in, reading, program, attempt);
-    return read_bordered(in, reading, program, attempt);
+    if (flag == 0) return read_rest(in, program, attempt);
+    return read_bordered(in, program, attempt);
 }
 
-bool read_with_periods(Cursor in, std::size_t count, bool any, Reading& reading, Program& program,
-                       Attempt& attempt) {
+bool read_with_periods(Cursor in, std::size_t count, bool any, Program& program, Attempt& attempt) {
     program.periods.clear();
     for (std::size_t i = 0; i < count; ++i)
         if (!read_period(in, any, program.periods)) return false;
-    return read_border_on(in, reading, program, attempt);
+    return read_border_on(in, program, attempt);
 }
 
 // Play-period flag 1, as many periods as there turn out to be.
-bool read_periods_on(Cursor& in, Reading& reading, Program& program, Attempt& attempt) {
+bool read_periods_on(Cursor& in, Program& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     if (!in.whole("play-period flag") || !in.expect(flag <= 1, "play-period flag", "0 or 1", flag))
         return false;
-    if (flag == 0) return read_border_on(in, reading, program, attempt);
+    if (flag == 0) return read_border_on(in, program, attempt);
     for (const bool any : {false, true})
         for (std::size_t count = std::min(kMostPeriods, in.left() / kPeriod); count > 0; --count)
-            if (read_with_periods(in, count, any, reading, program, attempt)) return true;
+            if (read_with_periods(in, count, any, program, attempt)) return true;
     in.expect(in.left() >= kPeriod, "play-period flag", "0 without periods", flag);
     return false;
 }
@@ -204,11 +200,10 @@ ParsedProgram parse(Reading& reading) {
     Attempt attempt;
     Cursor in(reading, 0, reading.file.size());
     const bool six = reading.generation == Generation::six;
-    if (!read_header(in, reading.generation, program.header))
-        return "program file, " + reading.refusal.sentence();
+    if (!read_header(in, program.header)) return "program file, " + reading.refusal.sentence();
     if (six)
         if (auto wrong = wrong_data_head(reading.data, program.header.name)) return std::move(*wrong);
-    const bool read = read_periods_on(in, reading, program, attempt);
+    const bool read = read_periods_on(in, program, attempt);
     if (!read && reading.records_left == 0)
         return "program file: it can be read in too many ways to find where its borders end";
     if (!read) return "program file, " + reading.refusal.sentence();

@@ -57,6 +57,16 @@ class Cursor {
         return m_reader;
     }
 
+    // The next part of the file, which is skipped.
+    Cursor part(std::size_t length) {
+        const std::size_t begin = position();
+        skip(length);
+        return {*m_reading, begin, begin + length};
+    }
+
+    [[nodiscard]] Reading& reading() const { return *m_reading; }
+    [[nodiscard]] bool six() const { return m_reading->generation == Generation::six; }
+    [[nodiscard]] PixelFormat format() const { return m_reading->format; }
     [[nodiscard]] std::size_t position() const { return m_end - m_reader.left(); }
     [[nodiscard]] std::size_t left() const { return m_reader.left(); }
 
@@ -90,6 +100,6 @@ bool read_page_5(Cursor& in, Page& page, Extent& extent);
 
 // Generation 6: PageDataLen 4, the 9 common bytes, zero 1, CartoonFrameRate 1, zero 6, BackNotValidFlag 1,
 // Dataoffset 4, DataLen 4. The pixels are in the data file.
-bool read_page_6(Cursor& in, const Reading& reading, Page& page, Extent& extent, Attempt& attempt);
+bool read_page_6(Cursor& in, Page& page, Extent& extent, Attempt& attempt);
 
 } // namespace qm::sim

@@ -42,9 +42,8 @@ bool read_extended_header(Cursor& in, ProgramArea& area) {
 
 class ClockReader {
   public:
-    ClockReader(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt)
-        : m_in(in), m_reading(reading), m_area(area), m_attempt(attempt),
-          m_six(reading.generation == Generation::six) {}
+    ClockReader(Cursor& in, ProgramArea& area, Attempt& attempt)
+        : m_in(in), m_area(area), m_attempt(attempt), m_six(in.six()) {}
 
     bool read() {
         m_area.clock.emplace();
@@ -63,8 +62,7 @@ class ClockReader {
     bool read_page_record() {
         const std::size_t pages = m_in.u16();
         return m_in.expect(pages == 1, "page count", "1 in a time area", pages) &&
-               read_page_6(m_in, m_reading, m_area.pages.emplace_back(), m_attempt.extents.emplace_back(),
-                           m_attempt) &&
+               read_page_6(m_in, m_area.pages.emplace_back(), m_attempt.extents.emplace_back(), m_attempt) &&
                check_page(m_attempt.extents.back().length);
     }
 
@@ -72,7 +70,7 @@ class ClockReader {
         return m_in.expect(length == page_length(), "length of a page", "the pixels of the area", length);
     }
 
-    [[nodiscard]] std::size_t page_length() const { return pixel_data_length(m_reading.format, m_area.rect); }
+    [[nodiscard]] std::size_t page_length() const { return pixel_data_length(m_in.format(), m_area.rect); }
 
     // Of generation 5, where the pixels stand in the program file itself.
     bool read_page_5() {
@@ -103,12 +101,12 @@ class ClockReader {
 
     // The rest of the time-setting records.
     bool read_settings() {
-        const std::size_t length = setting_length(m_reading.format);
+        const std::size_t length = setting_length(m_in.format());
         for (std::size_t i = 0; i < m_settings.size(); ++i) {
             const Bytes rest = m_in.bytes(length - kInUnit);
             m_settings[i].insert(m_settings[i].end(), rest.begin(), rest.end());
             ByteReader setting(m_settings[i]);
-            m_digital.units[i].color = read_color(setting, length - 1, m_reading.format);
+            m_digital.units[i].color = read_color(setting, length - 1, m_in.format());
         }
         return m_in.whole("colours of the units");
     }
@@ -132,7 +130,7 @@ class ClockReader {
     }
 
     [[nodiscard]] std::size_t glyph_length(const GlyphImages& set) const {
-        return pixel_data_length(m_reading.format, {0, 0, set.width, set.height});
+        return pixel_data_length(m_in.format(), {0, 0, set.width, set.height});
     }
 
     // Every unit finds its glyphs, and its cells lie in the area.
@@ -176,10 +174,10 @@ class ClockReader {
         if (!read_units(units) || !read_settings() || !read_sets(sets, first) || !check_units()) return false;
         if (m_six) {
             const std::size_t length = length_of_glyphs();
-            const std::size_t left = m_reading.data.size() - m_attempt.data_used;
+            const std::size_t left = m_in.reading().data.size() - m_attempt.data_used;
             if (!m_in.expect(length <= left, "glyphs of a time area", "pixels inside the data file",
                              length) ||
-                !read_glyphs(m_reading.data.subspan(m_attempt.data_used, length)))
+                !read_glyphs(m_in.reading().data.subspan(m_attempt.data_used, length)))
                 return false;
             m_attempt.data_used += length;
         } else if (!read_page_5() || !read_glyphs(m_in.bytes(m_in.left()))) {
@@ -191,7 +189,7 @@ class ClockReader {
 
     Hand read_hand(std::size_t color) {
         const int width = m_in.u8(), length = m_in.u8();
-        return {width, length, read_color(m_in.mark(), color, m_reading.format)};
+        return {width, length, read_color(m_in.mark(), color, m_in.format())};
     }
 
     // OrignPointX, OrignPointY 2 each, UnitMode 1; of each hand width 1, length 1, colour.
@@ -228,7 +226,6 @@ class ClockReader {
     bool ends() { return m_in.expect(m_in.left() == 0, "time area", "its end", m_in.left()); }
 
     Cursor& m_in;
-    Reading& m_reading;
     ProgramArea& m_area;
     Attempt& m_attempt;
     bool m_six;
@@ -238,8 +235,8 @@ class ClockReader {
 
 } // namespace
 
-bool read_time_area(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt) {
-    return ClockReader(in, reading, area, attempt).read();
+bool read_time_area(Cursor& in, ProgramArea& area, Attempt& attempt) {
+    return ClockReader(in, area, attempt).read();
 }
 
 } // namespace qm::sim

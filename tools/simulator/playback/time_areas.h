@@ -6,6 +6,6 @@
 namespace qm::sim {
 
 // The record of a time area behind its area header, up to its end.
-bool read_time_area(Cursor& in, Reading& reading, ProgramArea& area, Attempt& attempt);
+bool read_time_area(Cursor& in, ProgramArea& area, Attempt& attempt);
 
 } // namespace qm::sim
