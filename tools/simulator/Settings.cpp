@@ -14,7 +14,7 @@ constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
 constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64;
 
-// Options that say something together only.
+// Options that mean something only together with others.
 struct Typed {
     bool udp = false, wifi = false;
     std::uint16_t udp_port = 5007, wifi_port = 13769;

@@ -32,12 +32,12 @@ void write_clock(ByteWriter& out, LocalSeconds time);
 // Nothing for a record that names no moment of the years 2000 to 2099.
 [[nodiscard]] std::optional<LocalSeconds> time_from(Bytes record);
 
-// A moment with a weekday that need not be the calendar's.
+// A moment whose weekday need not be the one of its date.
 struct WeekdayTime {
     LocalSeconds time{};
     int weekday = 0;
 };
-// Any century will do here, a month or a day of 0 is the first one, and a weekday of 7 is Sunday, too.
+// Takes more than time_from does: any century, 0 for the first month or day, and 7 for Sunday, too.
 [[nodiscard]] std::optional<WeekdayTime> weekday_time_from(Bytes record);
 
 // A BCD byte as a number below the limit.

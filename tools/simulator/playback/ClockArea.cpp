@@ -44,33 +44,25 @@ class Part {
     int m_width, m_height; // of what is on the screen
 };
 
-class DigitalFace {
-  public:
-    DigitalFace(Part& part, PixelFormat format, const DigitalClock& clock)
-        : m_part(part), m_format(format), m_clock(clock) {}
+// The pixels that are lit in the glyph, in the unit's colour.
+void draw_glyph(Part& part, const PixelReader& glyph, const GlyphImages& set, const UnitPlace& unit,
+                int left) {
+    const int columns = std::min(set.width, part.width() - left);
+    const int rows = std::min(set.height, part.height() - unit.y);
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < columns; ++x)
+            if (glyph.at(x, y) != Rgb{}) part.set(left + x, unit.y + y, unit.color);
+}
 
-    void draw(const UnitPlace& unit, int value) {
-        const int cells = cells_of(unit.unit), width = m_clock.sets[unit.set].width;
-        for (int cell = cells - 1; cell >= 0; --cell, value /= 10)
-            draw_glyph(unit, cells == 1 ? value : value % 10, unit.x + cell * width);
+// Digits from the right, or one glyph for the whole value.
+void draw_unit(Part& part, PixelFormat format, const GlyphImages& set, const UnitPlace& unit, int value) {
+    const int cells = cells_of(unit.unit);
+    for (int cell = cells - 1; cell >= 0; --cell, value /= 10) {
+        const auto glyph = static_cast<std::size_t>(cells == 1 ? value : value % 10);
+        const PixelReader pixels(format, {0, 0, set.width, set.height}, set.glyphs[glyph]);
+        draw_glyph(part, pixels, set, unit, unit.x + cell * set.width);
     }
-
-  private:
-    void draw_glyph(const UnitPlace& unit, int glyph, int left) {
-        const GlyphImages& set = m_clock.sets[unit.set];
-        const PixelReader pixels(m_format, {0, 0, set.width, set.height},
-                                 set.glyphs[static_cast<std::size_t>(glyph)]);
-        const int columns = std::min(set.width, m_part.width() - left);
-        const int rows = std::min(set.height, m_part.height() - unit.y);
-        for (int y = 0; y < rows; ++y)
-            for (int x = 0; x < columns; ++x)
-                if (pixels.at(x, y) != Rgb{}) m_part.set(left + x, unit.y + y, unit.color);
-    }
-
-    Part& m_part;
-    PixelFormat m_format;
-    const DigitalClock& m_clock;
-};
+}
 
 // A bar from the pivot on; at right angles it is exactly as wide and as long as it should be.
 void draw_hand(Part& part, const AnalogClock& clock, const Hand& hand, double turn) {
@@ -119,8 +111,8 @@ void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& 
     const Civil now = shown(area, moment);
     if (const auto* analog = std::get_if<AnalogClock>(&area.face)) return draw_hands(part, *analog, now);
     const auto& digital = std::get<DigitalClock>(area.face);
-    DigitalFace face(part, format, digital);
-    for (const UnitPlace& unit : digital.units) face.draw(unit, value_of(unit.unit, now));
+    for (const UnitPlace& unit : digital.units)
+        draw_unit(part, format, digital.sets[unit.set], unit, value_of(unit.unit, now));
 }
 
 } // namespace qm::sim

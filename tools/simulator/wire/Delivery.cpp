@@ -33,7 +33,7 @@ Fields fields_of(const Request& request, const Reply& reply) {
     return fields;
 }
 
-// The length of a plain acknowledgement is not looked at, so both faults of length give an answer proper.
+// Hosts do not look at the length of a plain acknowledgement: faults of length need an answer with a payload.
 void spoil_fields(Fields& fields, const Request& request, FaultKind kind) {
     if (kind != FaultKind::oversize && kind != FaultKind::false_length && kind != FaultKind::wrong_code)
         return;

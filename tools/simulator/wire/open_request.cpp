@@ -19,11 +19,11 @@ struct Link {
 };
 constexpr Link kPingLink{8, 10, 12, 15}, kLink5{10, 22, 24, 27}, kLink6{10, 22, 24, 28};
 
-// A command's own header: whether a byte for the wish of an answer comes first, and the field that gives the
-// length of the payload, if there is one.
+// A command's own header: whether it begins with a byte that says if an answer is wanted, and where the field
+// stands that gives the length of the payload, if there is one.
 struct CommandHeader {
     std::size_t size;
-    bool has_wish;
+    bool says_if_answered;
     std::size_t length_at, length_width;
 };
 constexpr CommandHeader kPingCommand{4, false, 2, 2}, kCommand{5, true, 3, 2}, kBareCommand{5, true, 0, 0},
@@ -40,8 +40,8 @@ Request open_command(Bytes application, const CommandHeader& header) {
     request.application.assign(application.begin(), application.end());
     request.malformed = application.size() < header.size;
     if (request.malformed) return request;
-    const std::size_t group_at = header.has_wish ? 1 : 0;
-    request.wants_answer = !header.has_wish || application[0] != 0;
+    const std::size_t group_at = header.says_if_answered ? 1 : 0;
+    request.wants_answer = !header.says_if_answered || application[0] != 0;
     request.group = application[group_at];
     request.cmd = application[group_at + 1];
     request.payload_at = header.size;
