@@ -122,12 +122,11 @@ std::uint16_t Simulator::udp_port() const { return m_impl->m_udp_port; }
 std::uint16_t Simulator::wifi_port() const { return m_impl->m_wifi_port; }
 
 Image Simulator::screen() const {
-    return m_impl->m_exchange.look(
-        [](const SimulatedController& controller, Now now) { return controller.screen(now); });
+    return m_impl->m_exchange.look([](const auto& controller, Now now) { return controller.screen(now); });
 }
 
 std::vector<ReceivedArea> Simulator::dynamic_areas() const {
-    return m_impl->m_exchange.look([](const SimulatedController& controller, Now) {
+    return m_impl->m_exchange.look([](const auto& controller, Now) {
         std::vector<ReceivedArea> areas;
         for (const PlayedArea& played : controller.state().areas) areas.push_back(played.area);
         return areas;
@@ -135,22 +134,21 @@ std::vector<ReceivedArea> Simulator::dynamic_areas() const {
 }
 
 std::vector<ByteBuffer> Simulator::payloads() const {
-    return m_impl->m_exchange.look([](const SimulatedController& controller, Now) {
+    return m_impl->m_exchange.look([](const auto& controller, Now) {
         const auto& payloads = controller.state().payloads;
         return std::vector(payloads.begin(), payloads.end());
     });
 }
 
 Snapshot Simulator::state() const {
-    return m_impl->m_exchange.look(
-        [](const SimulatedController& controller, Now now) { return controller.snapshot(now); });
+    return m_impl->m_exchange.look([](const auto& controller, Now now) { return controller.snapshot(now); });
 }
 
 std::map<std::string, std::string> Simulator::program_errors() const { return state().program_errors; }
 
 std::vector<StoredFile> Simulator::files() const {
     return m_impl->m_exchange.look(
-        [](const SimulatedController& controller, Now) { return controller.state().files.copies(); });
+        [](const auto& controller, Now) { return controller.state().files.copies(); });
 }
 
 std::optional<StoredFile> Simulator::file(const std::string& name) const {

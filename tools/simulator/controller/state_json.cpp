@@ -145,26 +145,20 @@ std::string clock_text(LocalSeconds time) {
 
 std::string label_of(const std::string& bytes) {
     std::string label;
-    for (const char c : bytes) {
-        if (stands_for_itself(c)) {
+    for (const char c : bytes)
+        if (stands_for_itself(c))
             label += c;
-            continue;
-        }
-        label += '%';
-        append_hex(label, static_cast<std::uint8_t>(c));
-    }
+        else
+            append_hex(label += '%', static_cast<std::uint8_t>(c));
     return label;
 }
 
 std::string bytes_of(const std::string& label) {
     std::string bytes;
     for (std::size_t i = 0; i < label.size(); ++i) {
-        if (label[i] != '%') {
-            bytes += label[i];
-            continue;
-        }
-        bytes += static_cast<char>(byte_from(std::string_view(label).substr(i + 1, 2)));
-        i += 2;
+        const bool escaped = label[i] == '%';
+        bytes += escaped ? static_cast<char>(byte_from(std::string_view(label).substr(i + 1, 2))) : label[i];
+        if (escaped) i += 2;
     }
     return bytes;
 }

@@ -15,8 +15,8 @@ enum class Running { no, left, right };
 [[nodiscard]] Running running_of(std::uint8_t display_mode);
 
 // The first ValidLen columns of every page, side by side. A strip that runs to the right has its last page
-// on the left: the beginning of the text is the end that comes in last. The strip comes in at one edge of the
-// area, which is empty before, and leaves it empty at the other.
+// on the left: hosts send such a text from its end on, and its beginning comes in last. The strip comes in
+// at one edge of the area, which is empty before, and leaves it empty at the other.
 class RunningText {
   public:
     // The pages outlive the strip.
