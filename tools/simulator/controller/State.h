@@ -70,7 +70,7 @@ struct State {
 // The controller's own clock.
 [[nodiscard]] LocalSeconds clock_of(const State& state, Now now);
 [[nodiscard]] bool program_locked(const State& state, Now now);
-// The same for its programs.
+// The moment as its programs see it.
 [[nodiscard]] Moment moment_of(const State& state, Now now);
 // The program whose turn it is; empty: none is due.
 [[nodiscard]] std::string playing_program(const State& state, Now now);
