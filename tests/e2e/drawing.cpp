@@ -1,6 +1,6 @@
 #include "drawing.h"
 
-#include "simulator/protocol/Series.h"
+#include "simulator/protocol/PixelFormat.h"
 
 #include <cairo.h>
 #include <cmath>
@@ -130,7 +130,7 @@ HVareaHeader_G6 rectangle(Ouint16 x, Ouint16 y, Ouint16 width, Ouint16 height) {
 int show_text(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
               HVpageHeader_G6 page, const char* text) {
     const auto leds = static_cast<E_ScreenColor_G56>(color);
-    if (sim::generation_of(type) != sim::Generation::five)
+    if (generation_of(type) != Generation::five)
         return dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), leds, 0, &area, &page, kFont, text);
     const HVfontData font{page.arrMode,    page.fontSize, page.color,  page.fontBold, page.fontItalic,
                           page.tdirection, page.txtSpace, page.Halign, page.Valign};
@@ -143,7 +143,7 @@ int show_text(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHead
 int show_picture(const sim::Simulator& sim, Ouint16 type, Ouint32 color, HVareaHeader_G6 area,
                  HVpageHeader_G6 page, const char* path) {
     const auto leds = static_cast<E_ScreenColor_G56>(color);
-    if (sim::generation_of(type) != sim::Generation::five)
+    if (generation_of(type) != Generation::five)
         return dynamicArea_AddAreaPic_6G(kHost, sim.port(), leds, 0, area.AreaX, area.AreaY, area.AreaWidth,
                                          area.AreaHeight, &page, path);
     return dynamicArea_AddAreaWithPic_5G(kHost, sim.port(), leds, 0, 0, 0, 1, 0, nullptr, 1, area.AreaX,

@@ -5,7 +5,7 @@
 
 #include "simulator/playback/ProgramPlayer.h"
 #include "simulator/playback/program_parser.h"
-#include "simulator/protocol/Series.h"
+#include "simulator/protocol/PixelFormat.h"
 
 #include <memory>
 
@@ -21,7 +21,7 @@ struct ClockScreen {
     Ouint16 type;
     ScreenColor color;
 
-    [[nodiscard]] PixelFormat format() const { return {transfer_mode_of(type), color}; }
+    [[nodiscard]] PixelFormat format() const { return {packing_of(type), color}; }
 };
 
 constexpr ClockScreen kFive{"Dual5", false, lib::kMode0, ScreenColor::dual};

@@ -79,7 +79,7 @@ class Leds {
 
 class LibraryProgram : public lib::Program, public testing::WithParamInterface<ScreenCase> {
   protected:
-    LibraryProgram() : m_format{transfer_mode_of(GetParam().type), GetParam().color}, m_leds(m_format) {
+    LibraryProgram() : m_format{packing_of(GetParam().type), GetParam().color}, m_leds(m_format) {
         program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(GetParam().color), GetParam().type,
                                     DOUBLE_COLOR_PIXTYPE_1);
         const HVprogramHeader five = lib::program_header(7);

@@ -1,7 +1,7 @@
 // Pixel data as the LEDs show it. Every byte was worked out by hand: a bit of 0 is a lit LED, the leftmost
 // pixel is the most significant bit.
 #include "simulator/playback/PixelReader.h"
-#include "simulator/protocol/Series.h"
+#include "simulator/protocol/PixelFormat.h"
 
 #include "hex.h"
 #include "samples.h"
@@ -119,7 +119,7 @@ TEST(Series, DecidesLayoutAndFraming) {
         {0x8374, kPlanes32, Generation::six}, {0xFFFE, kPlanes8, Generation::none},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(transfer_mode_of(row.type), row.mode) << std::hex << row.type;
+        EXPECT_EQ(packing_of(row.type), row.mode) << std::hex << row.type;
         EXPECT_EQ(generation_of(row.type), row.generation) << std::hex << row.type;
     }
 }

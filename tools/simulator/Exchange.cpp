@@ -9,11 +9,8 @@ namespace qm::sim {
 namespace {
 
 Model model_of(const Options& options) {
-    return {options.type,
-            options.width,
-            options.height,
-            {transfer_mode_of(options.type), options.color},
-            options.web};
+    return {
+        options.type, options.width, options.height, {packing_of(options.type), options.color}, options.web};
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "simulator/controller/Store.h"
 #include "simulator/controller/state_json.h"
 #include "simulator/playback/PixelReader.h"
-#include "simulator/protocol/Series.h"
+#include "simulator/protocol/PixelFormat.h"
 #include "simulator/show/picture.h"
 #include "simulator/show/terminal.h"
 
@@ -149,7 +149,7 @@ void run(const Settings& settings) {
     auto held = display.hold(); // until it is said that the controller is there
     Simulator simulator(std::move(options));
     display.begin(simulator, announcement(settings.options, simulator));
-    if (!goes_together({transfer_mode_of(settings.options.type), settings.options.color}))
+    if (!goes_together({packing_of(settings.options.type), settings.options.color}))
         display.complain("a controller of type " + hex(settings.options.type) + " has no pixel data for " +
                          name_of(settings.options.color) + ": areas will stay black");
     held.unlock();

@@ -2,7 +2,7 @@
 
 #include "simulator/controller/WifiModule.h"
 #include "simulator/controller/commands.h"
-#include "simulator/protocol/Series.h"
+#include "support/controller_types.h"
 
 #include <cstdio>
 

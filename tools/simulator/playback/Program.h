@@ -6,7 +6,7 @@
 #include "simulator/playback/Page.h"
 #include "simulator/playback/Rect.h"
 #include "simulator/playback/SpokenText.h"
-#include "simulator/protocol/Series.h"
+#include "support/controller_types.h"
 
 #include <chrono>
 #include <cstdint>

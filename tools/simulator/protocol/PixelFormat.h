@@ -1,7 +1,7 @@
 // How LED screens are lit, and how pixels lie in the data for them.
 #pragma once
 
-#include <cstdint>
+#include "support/controller_types.h"
 
 namespace qm::sim {
 
@@ -20,6 +20,11 @@ enum class TransferMode {
     planes32 = 4, // 32-bit words of 32 pixels, one whole plane after the other
     rgb888 = 5,   // three bytes a pixel
 };
+
+// How a controller type packs pixels; in planes of 8 pixels when it is not known.
+[[nodiscard]] constexpr TransferMode packing_of(std::uint16_t controllerType) {
+    return static_cast<TransferMode>(transfer_mode_of(controllerType).value_or(0));
+}
 
 struct PixelFormat {
     TransferMode mode = TransferMode::planes8;

@@ -2,7 +2,7 @@
 
 #include "cmdPacket/LedPacket.h"
 #include "global.h"
-#include "simulator/protocol/Series.h"
+#include "support/controller_types.h"
 
 namespace qm::sim {
 namespace {

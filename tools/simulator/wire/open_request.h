@@ -2,8 +2,8 @@
 #pragma once
 
 #include "simulator/protocol/Request.h"
-#include "simulator/protocol/Series.h"
 #include "simulator/wire/FrameSplitter.h"
+#include "support/controller_types.h"
 
 namespace qm::sim {
 
