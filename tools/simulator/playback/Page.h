@@ -7,12 +7,13 @@
 
 namespace qm::sim {
 
+// The first fields in the order of the record.
 struct Page {
     std::uint8_t style = 0, display_mode = 0, clear_mode = 0, speed = 0;
     std::uint16_t stay_time = 0;
     std::uint8_t repeat_time = 0;
     std::uint16_t valid_len = 0;
-    ByteBuffer pixels; // in the controller's own layout
+    ByteBuffer pixels{}; // in the controller's own layout
 };
 
 // Where the pixels of a page lie in what was sent.
@@ -35,13 +36,7 @@ void hand_out(Bytes source, const std::vector<Extent>& extents, std::vector<Area
 // PageStyle, DisplayMode, ClearMode, Speed 1 each, StayTime 2, RepeatTime 1, ValidLen 2: the beginning of
 // every page header.
 inline void read_page_head(ByteReader& reader, Page& page) {
-    page.style = reader.u8();
-    page.display_mode = reader.u8();
-    page.clear_mode = reader.u8();
-    page.speed = reader.u8();
-    page.stay_time = reader.u16();
-    page.repeat_time = reader.u8();
-    page.valid_len = reader.u16();
+    page = {reader.u8(), reader.u8(), reader.u8(), reader.u8(), reader.u16(), reader.u8(), reader.u16()};
 }
 
 } // namespace qm::sim

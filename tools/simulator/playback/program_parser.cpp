@@ -14,13 +14,7 @@ constexpr std::uint8_t kDataType = 9;
 
 std::string text_of(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
 
-CalendarDay read_day(Cursor& in) {
-    CalendarDay day;
-    day.year = in.u16();
-    day.month = in.u8();
-    day.day = in.u8();
-    return day;
-}
+CalendarDay read_day(Cursor& in) { return {in.u16(), in.u8(), in.u8()}; }
 
 // FileType 1, ProgramName 4, ProgramStyle, ProgramPriority, ProgramPlayTimes 1 each, ProgramTimeSpan 2; in
 // generation 6 SpecialFlag, CommExtendParaLen 1 each, ScheduNum, LoopValue 2 each, Intergrate,
@@ -84,18 +78,18 @@ bool read_border_header(Cursor& in, BorderPattern& border) {
     return in.zeros(7, "reserved bytes of the screen border");
 }
 
-// Whether lengths and areas alternate from here to the end, and in what number: the cheap check first.
-std::optional<std::size_t> count_areas(Cursor in, std::size_t most) {
+// Whether lengths and areas alternate from here to the end, no more than so many: the cheap check first.
+bool are_areas(Cursor in, std::size_t most) {
     std::size_t count = 0;
     while (in.left() > 0) {
         const std::uint32_t length = in.u32();
         if (!in.whole("area length") ||
             !in.expect(length <= in.left(), "area length", "an area inside the file", length) ||
             !in.expect(++count <= most, "area count", "the number of areas or more", most) || !in.spend())
-            return std::nullopt;
+            return false;
         in.skip(length);
     }
-    return count;
+    return true;
 }
 
 bool read_areas(Cursor& in, Attempt& attempt) {
@@ -115,7 +109,7 @@ bool read_rest(Cursor in, Program& program, Attempt& attempt) {
         return false;
     program.background = background == 1;
     program.area_count = in.u8();
-    if (!in.whole("area count") || !count_areas(in, program.area_count)) return false;
+    if (!in.whole("area count") || !are_areas(in, program.area_count)) return false;
     attempt = {};
     if (!read_areas(in, attempt)) return false;
     const auto is_background = [](const ProgramArea& area) { return area.type == AreaType::background; };
