@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <vector>
 
@@ -78,8 +79,8 @@ class FileSystem {
 
     [[nodiscard]] const StoredFile* find(FileFamily family, const std::string& name) const;
     // All, in the order of family and name.
-    [[nodiscard]] std::vector<const StoredFile*> all() const;
-    [[nodiscard]] std::vector<StoredFile> copies() const;
+    [[nodiscard]] auto all() const { return std::views::values(m_files); }
+    [[nodiscard]] std::vector<StoredFile> copies() const { return {all().begin(), all().end()}; }
     [[nodiscard]] const Transfer& transfer() const { return m_transfer; }
     [[nodiscard]] bool transferring() const { return m_transferring; }
     [[nodiscard]] std::uint32_t available() const;

@@ -127,15 +127,15 @@ void Store::write_changes(const ControllerState& settings, const FileSystem& fil
     nlohmann::json index{{"settings", json_of(settings)}, {"files", nlohmann::json::array()}};
     std::set<fs::path> wanted;
     for (const char* folder : {kOrdinary, kConfiguration}) fs::create_directory(m_folder / folder);
-    for (const StoredFile* file : files.all()) {
-        const fs::path path = path_of(file->family, file->name);
-        index["files"].push_back(json_of(*file));
-        index["files"].back()["data_crc"] = file->data_crc;
+    for (const StoredFile& file : files.all()) {
+        const fs::path path = path_of(file.family, file.name);
+        index["files"].push_back(json_of(file));
+        index["files"].back()["data_crc"] = file.data_crc;
         wanted.insert(path);
         const auto kept = m_kept.find(path);
-        if (kept != m_kept.end() && kept->second == file->version) continue;
-        write_whole(path, file->data);
-        m_kept[path] = file->version;
+        if (kept != m_kept.end() && kept->second == file.version) continue;
+        write_whole(path, file.data);
+        m_kept[path] = file.version;
     }
     const std::string text = index.dump(2) + "\n";
     write_whole(m_folder / kIndex, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});

@@ -119,10 +119,9 @@ template <FileFamily family> Outcome read_block(State& state, Bytes payload, Now
 }
 
 std::vector<const StoredFile*> listed(const State& state) {
-    auto files = state.files.all();
-    std::erase_if(files, [&](const StoredFile* file) {
-        return file->family != FileFamily::ordinary || file->type != state.listing.type;
-    });
+    std::vector<const StoredFile*> files;
+    for (const StoredFile& file : state.files.all())
+        if (file.family == FileFamily::ordinary && file.type == state.listing.type) files.push_back(&file);
     return files;
 }
 
