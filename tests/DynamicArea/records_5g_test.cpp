@@ -1,9 +1,6 @@
-// The payloads of generation 5, and of deletion and speech, byte for byte.
+// The payloads of generation 5, and of speech, byte for byte.
 #include "DynamicArea/DynamicArea_5G.h"
-#include "DynamicArea/DynamicArea_6G_records.h"
 #include "hex.h"
-#include "memory_link.h"
-#include "wire.h"
 
 #include <gtest/gtest.h>
 
@@ -15,22 +12,14 @@ using test::is_hex;
 
 constexpr Ouint16 kPrograms[] = {7, 0x0102};
 
-AreaRequest_5G area_request() { return {9, 1, 0x0203, 1, 0, nullptr, 1, 0x0405, 0x0607, 0x0040, 0x0020}; }
+AreaRequest_5G area_request() { return {9, 1, 0x0203, 1, 0, nullptr, 1, 0x0405, 0x0607, 0x0040, 0x0020, 1}; }
 
-using Items = std::vector<ST_PageDataA_ValieLen>;
+PageEffect_5G effect(Ouint8 mode) { return {mode, 0x22, 0x33, 0x4455, 0x66}; }
 
-ST_PageDataA_ValieLen pages(Ouint8 mode, std::initializer_list<const char*> contents, Ouint16 validLen) {
+ST_PageDataA_ValieLen pages(std::initializer_list<const char*> contents, Ouint16 validLen) {
     ST_PageDataA_ValieLen result{{}, validLen};
-    for (const char* content : contents)
-        result.vctPicData.push_back({{0, mode, 0x22, 0x33, 0x4455, 0x66}, CData(hex(content))});
+    for (const char* content : contents) result.vctPicData.emplace_back(hex(content));
     return result;
-}
-
-// An area of one black page of that size.
-CData payload_of(Ouint32 size) {
-    Items items(1);
-    items[0].vctPicData.push_back({{}, CData(size)});
-    return CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, PageOrder::playing);
 }
 
 TEST(DynamicArea5G, LaysOutAnAreaByteForByte) {
@@ -38,22 +27,15 @@ TEST(DynamicArea5G, LaysOutAnAreaByteForByte) {
     area.RelateAllPro = 0;
     area.RelateProNum = 2;
     area.RelateProSerial = kPrograms;
-    const CData payload = CBuild_DynamicArea_5H::BuildDynamicAreaData(
-        area, Items{pages(4, {"AA BB", "CC"}, 10)}, PageOrder::playing);
+    const CData payload =
+        CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(4), pages({"AA BB", "CC"}, 10));
     EXPECT_THAT(payload.bytes(),
                 is_hex("01 A7 00 00 00 "
                        "41 00 00 00 "                              // 24 + 2 x 2 + 2 x 17 + 3
                        "09 01 03 02 00 02 00 07 00 02 01 01 00*4 " // id ... programs, ImmePlay, reserved
-                       "10 05 04 07 06 40 00 20 00 00 02 00 "      // no border, two pages
+                       "10 05 04 07 06 40 00 20 00 00 02 00 "      // no border although asked for, two pages
                        "0F 00 00 00 00 04 22 33 55 44 66 40 00 00*4 AA BB "
                        "0E 00 00 00 00 04 22 33 55 44 66 0A 00 00*4 CC"));
-}
-
-TEST(DynamicArea5G, CountsThePixelsOfItsPages) {
-    const CData payload = payload_of(256);
-    ASSERT_EQ(payload.m_nDataLen, 306U);
-    EXPECT_THAT(payload.bytes().subspan(5, 4), is_hex("29 01 00 00"));  // 297
-    EXPECT_THAT(payload.bytes().subspan(33, 4), is_hex("0D 01 00 00")); // 269
 }
 
 // The pixels of the pages as they are sent, and the valid length of each.
@@ -67,41 +49,31 @@ std::vector<std::pair<Ouint8, Ouint16>> order_of(const CData& payload) {
 
 TEST(DynamicArea5G, SendsThePageThatEndsTheTextLastWithItsValidLength) {
     using Order = std::vector<std::pair<Ouint8, Ouint16>>;
-    const auto build = [](const Items& items, PageOrder order) {
-        return order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, order));
+    const auto three = pages({"01", "02", "03"}, 10), wide = pages({"01", "02"}, 100);
+    const auto build = [](Ouint8 mode, const ST_PageDataA_ValieLen& p) {
+        return order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(mode), p));
     };
-    const Items three{pages(4, {"01", "02", "03"}, 10)}, wide{pages(1, {"01", "02"}, 100)};
-    EXPECT_EQ(build(three, PageOrder::playing), (Order{{1, 64}, {2, 64}, {3, 10}}));
-    EXPECT_EQ(build(three, PageOrder::reading), (Order{{3, 64}, {2, 64}, {1, 10}}));
-    EXPECT_EQ(build(wide, PageOrder::playing), (Order{{1, 64}, {2, 64}}))
-        << "never more than the area is wide";
-    EXPECT_EQ(build({pages(4, {"01", "02"}, 5), pages(38, {"03", "04"}, 6)}, PageOrder::playing),
+    EXPECT_EQ(build(4, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
+    EXPECT_EQ(build(38, three), (Order{{3, 64}, {2, 64}, {1, 10}}));
+    EXPECT_EQ(build(40, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
+    EXPECT_EQ(build(1, wide), (Order{{1, 64}, {2, 64}})) << "never more than the area is wide";
+
+    const ContentItem_5G items[] = {{effect(4), {}}, {effect(38), {}}};
+    const ST_PageDataA_ValieLen contents[] = {pages({"01", "02"}, 5), pages({"03", "04"}, 6)};
+    EXPECT_EQ(order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, contents)),
               (Order{{1, 64}, {2, 5}, {3, 64}, {4, 6}}));
 }
 
 TEST(DynamicArea5G, IsEmptyWhenItCannotBeSent) {
     AreaRequest_5G area = area_request();
     area.RelateProNum = 1;
-    EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area, {}, PageOrder::playing).m_nDataLen, 0U)
+    EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(1), {}).m_nDataLen, 0U)
         << "the numbers of its programs are missing";
-    for (const Ouint32 size : {65535U, 65536U})
-        EXPECT_EQ(payload_of(size - 50).m_nDataLen, size == 65535 ? size : 0);
-}
-
-TEST(DynamicAreaDeletion, NamesOneSeveralOrAll) {
-    const struct {
-        Oint8 count;
-        std::vector<Ouint8> ids;
-        const char* payload;
-    } cases[] = {{-1, {}, "01 A7 01 00 00 FF"},
-                 {0, {}, "01 A7 01 00 00 00"},
-                 {1, {3}, "01 A7 01 00 00 01 03"},
-                 {2, {1, 2}, "01 A7 01 00 00 02 01 02"},
-                 {-2, {}, "01 A7 01 00 00 FE"}};
-    for (const auto& c : cases) {
-        const CVemarProtocol_DelDynamicArea areas{c.count, c.ids};
-        EXPECT_THAT(areas.GetData().bytes(), is_hex(c.payload));
-        EXPECT_EQ(areas.GetSize(), areas.GetData().m_nDataLen);
+    for (const Ouint32 size : {65535U, 65536U}) {
+        ST_PageDataA_ValieLen one;
+        one.vctPicData.emplace_back(size - 50);
+        EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(1), one).m_nDataLen,
+                  size == 65535 ? size : 0);
     }
 }
 
@@ -133,28 +105,6 @@ TEST(IndependentSound, IsLaidOutByteForByte) {
                                                      .append(record)
                                                      .append(" 22 17 00 00 00 ")
                                                      .append(record)));
-}
-
-TEST(DynamicAreaExchange, EnvelopesPayloadsOfEverySizeUnchanged) {
-    for (const std::size_t size : {1U, 2U, 32768U, 32769U, 60000U}) {
-        ByteBuffer payload(size);
-        for (std::size_t i = 0; i < size; ++i)
-            payload[i] = static_cast<Ouint8>(0xA0 + i % 16); // much to stuff
-        ByteBuffer body;
-        ByteWriter out(body);
-        out.u16(0xFFFE).u16(0x8000).u8(0xF0).u8(0).u16(0x0262).u32(0).u32(static_cast<Ouint32>(size));
-        out.bytes(payload).u16(test::crc16(body));
-        for (const bool longer : {false, true}) {
-            if (!longer && size > 32768) continue;
-            test::MemoryLink link;
-            Answer answer;
-            if (longer)
-                EXPECT_EQ(link.send_recv_cmd_1K2(0xA7, 0, payload, answer), -1) << "nobody answers";
-            else
-                EXPECT_EQ(link.send_recv_cmd_1K(0xA7, 0, payload, answer), -1);
-            EXPECT_TRUE(link.sent() == test::stuff(body)) << size;
-        }
-    }
 }
 
 } // namespace

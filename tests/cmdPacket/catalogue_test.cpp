@@ -1,7 +1,6 @@
 // What every command puts on the wire, in both generations, and what it makes of its answer.
 #include "hex.h"
 #include "memory_link.h"
-#include "sent_request.h"
 #include "wire.h"
 
 #include <gtest/gtest.h>
@@ -13,15 +12,6 @@ namespace {
 
 constexpr Ouint16 kG5 = 0x0051, kG6 = 0x0262;
 constexpr Ouint8 kOfs = 0xA1, kConf = 0xA2, kNet = 0xA4;
-
-ByteBuffer answer(Ouint8 group, Ouint8 cmd, ByteBuffer payload = {}) {
-    AnswerFrame frame;
-    frame.group = group;
-    frame.cmd = cmd;
-    frame.payload = std::move(payload);
-    return frame.bytes();
-}
-ByteBuffer ack() { return answer(0xA0, 0); }
 
 // "group code | payload" of a request of the right generation.
 std::string request_text(const ByteBuffer& frame, Ouint16 type) {
@@ -107,13 +97,9 @@ TEST(Catalogue, PutsEveryCommandOnTheWireInBothGenerations) {
 }
 
 TEST(Catalogue, PassesEveryRefusalOn) {
-    AnswerFrame refusal;
-    refusal.group = 0xA0;
-    refusal.cmd = 1;
-    refusal.error = 0x0102;
     for (const Command& command : kCommands) {
         MemoryLink link(kG6);
-        link.answers = {refusal.bytes()};
+        link.answers = {nack(0x0102)};
         EXPECT_EQ(command.send(link), 0x0102) << command.request;
     }
 }
@@ -129,19 +115,19 @@ TEST(Catalogue, SendsTheLocalTimeAsBcd) {
 }
 
 TEST(Catalogue, DeliversNoValueWhereThereIsNoRoomForOne) {
-    const std::pair<Ouint8, Ouint8> codes[] = {{kConf, 24}, {kConf, 25}, {kOfs, 5}, {kOfs, 14}};
-    const std::function<int(MemoryLink&)> commands[] = {
-        [](MemoryLink& c) { return c.hv_cmd_get_stopwatch(0); },
-        [](MemoryLink& c) { return c.hv_cmd_get_sensorBrightnessValue(); },
-        [](MemoryLink& c) { return c.hv_cmd_ofs_reedFileBlock("P001"); },
-        [](MemoryLink& c) { return c.hv_cmd_conf_reedFileBlock("C000"); },
+    const struct {
+        Ouint8 group, code;
+        int (*send)(MemoryLink&);
+    } cases[] = {
+        {kConf, 24, [](MemoryLink& c) { return c.hv_cmd_get_stopwatch(0); }},
+        {kConf, 25, [](MemoryLink& c) { return c.hv_cmd_get_sensorBrightnessValue(); }},
+        {kOfs, 5, [](MemoryLink& c) { return c.hv_cmd_ofs_reedFileBlock("P001"); }},
+        {kOfs, 14, [](MemoryLink& c) { return c.hv_cmd_conf_reedFileBlock("C000"); }},
     };
-    for (std::size_t i = 0; i < std::size(commands); ++i) {
+    for (const auto& c : cases) {
         MemoryLink link(kG6);
-        link.answers = {answer(codes[i].first, static_cast<Ouint8>(codes[i].second + 0x80), {1, 2, 3, 4})};
-        testing::internal::CaptureStdout();
-        EXPECT_EQ(commands[i](link), -1);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), "nCmdDataLen <= 0 \n ");
+        link.answers = {answer_to(c.group, c.code, {1, 2, 3, 4})};
+        EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.send(link), -1) << int{c.code}; }), "nCmdDataLen <= 0 \n ");
     }
 }
 
@@ -158,7 +144,7 @@ TEST(Catalogue, ReadsTheBattleTime) {
     };
     for (const auto& c : cases) {
         MemoryLink link(kG6);
-        link.answers = {answer(kConf, 0x80 + 23, c.payload)};
+        link.answers = {answer_to(kConf, 23, c.payload)};
         BattleTime time;
         std::memset(&time, 77, sizeof time);
         EXPECT_EQ(link.hv_cmd_battie_time(0, time), c.status);
@@ -170,14 +156,14 @@ TEST(Catalogue, DeliversAsMuchOfAnAnswerAsCame) {
     constexpr Ouint32 kOld = 0xEEEEEEEE;
     Ouint32 total = kOld, available = kOld;
     MemoryLink volume(kG6);
-    volume.answers = {answer(kOfs, 0x80 + 18, hex("01 02 03 04 05 06"))};
+    volume.answers = {answer_to(kOfs, 18, hex("01 02 03 04 05 06"))};
     EXPECT_EQ(volume.hv_cmd_ofs_getMemoryVolume(total, available), 0);
     EXPECT_EQ(total, 0x04030201U);
     EXPECT_EQ(available, kOld);
 
     Ouint8 id[9] = {0, 0, 0, 0, 0, 0, 0, 0, 0x77};
     MemoryLink identity(kG6);
-    identity.answers = {answer(kConf, 0x80 + 10, hex("01 02 03 04 05 06 07 08 09 0A"))};
+    identity.answers = {answer_to(kConf, 10, hex("01 02 03 04 05 06 07 08 09 0A"))};
     EXPECT_EQ(identity.hv_cmd_read_controllerID(id), 1);
     EXPECT_THAT(Bytes(id), is_hex("01 02 03 04 05 06 07 08 77"));
 }
@@ -188,12 +174,12 @@ TEST(Catalogue, WritesTheWholeTransferStatusWhateverCame) {
         int status;
         const char* fields;
     } cases[] = {
-        {answer(kOfs, 0x80 + 19, hex("01 50 30 30 37 0A 00 00 00 0B 00 00 00")), 0,
+        {answer_to(kOfs, 19, hex("01 50 30 30 37 0A 00 00 00 0B 00 00 00")), 0,
          "01 50 30 30 37 0A 00 00 00 0B 00 00 00"},
-        {answer(kOfs, 0x80 + 19, hex("01 50 30 30 37 0A")), 0, "01 50 30 30 37 0A 00*7"},
-        {answer(kOfs, 0x80 + 19, hex("02*14")), 1, "02*13"},
+        {answer_to(kOfs, 19, hex("01 50 30 30 37 0A")), 0, "01 50 30 30 37 0A 00*7"},
+        {answer_to(kOfs, 19, hex("02*14")), 1, "02*13"},
         {ack(), 0, "00*13"},
-        {answer(0xA1, 0), -5, "00*13"},
+        {AnswerFrame{.group = kOfs, .cmd = 0}.bytes(), -5, "00*13"},
         {{}, -1, "00*13"},
     };
     for (const auto& c : cases) {
@@ -213,14 +199,14 @@ TEST(Catalogue, OpensFilesForReading) {
     const ByteBuffer payload = hex("50 30 30 38 0A 00 00 00 EF BE AD DE");
     char name[] = "P007";
     MemoryLink ofs(kG6);
-    ofs.answers = {answer(kOfs, 0x80 + 4, payload)};
+    ofs.answers = {answer_to(kOfs, 4, payload)};
     EXPECT_EQ(ofs.hv_cmd_ofs_startReedFile(name), 0);
     EXPECT_STREQ(name, "P008");
     EXPECT_EQ(request_text(ofs.sent(), kG6), "A1 04 | 50 30 30 37");
 
     Ouint32 size = 0, crc = 0;
     MemoryLink conf(kG6);
-    conf.answers = {answer(kOfs, 0x80 + 13, payload)};
+    conf.answers = {answer_to(kOfs, 13, payload)};
     EXPECT_EQ(conf.hv_cmd_conf_startReedFile(name, size, crc), 0);
     EXPECT_EQ(size, 10U);
     EXPECT_EQ(crc, 0xDEADBEEFU);

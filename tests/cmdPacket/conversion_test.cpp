@@ -1,4 +1,4 @@
-// The small conversions of the command builders: addresses, BCD, the clock.
+// The small conversions of the command builders: addresses, the clock.
 #include "cmdPacket/LedPacket.h"
 #include "hex.h"
 #include "support/reason.h"
@@ -33,16 +33,6 @@ TEST(AddressText, FieldsAreDecimalNumbersOfLimitedLength) {
         c.convert(c.text, out.data());
         EXPECT_THAT(out, is_hex(c.bytes)) << c.text;
     }
-}
-
-TEST(Bcd, OneNibbleADecimalDigit) {
-    EXPECT_EQ(LedPacket::charToBcd(9), 0x09);
-    EXPECT_EQ(LedPacket::charToBcd(59), 0x59);
-    EXPECT_EQ(LedPacket::bcdTochar(0x59), 59);
-    EXPECT_EQ(LedPacket::intToBcd(0), 0);
-    EXPECT_EQ(LedPacket::intToBcd(2024), 0x2024);
-    EXPECT_EQ(LedPacket::intToBcd(76543210), 0x76543210);
-    EXPECT_EQ(LedPacket::bcdToInt(0x2024), 0x2024); // back in base 16
 }
 
 // strftime writes the same record in hex; both must read the clock within one second.

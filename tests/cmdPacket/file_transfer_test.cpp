@@ -1,7 +1,6 @@
 // Files in blocks, and directories that a controller need not be honest about.
 #include "hex.h"
 #include "memory_link.h"
-#include "sent_request.h"
 #include "wire.h"
 
 #include <gtest/gtest.h>
@@ -10,21 +9,6 @@
 
 namespace qm::test {
 namespace {
-
-ByteBuffer ack() {
-    AnswerFrame frame;
-    frame.group = 0xA0;
-    frame.cmd = 0;
-    return frame.bytes();
-}
-
-ByteBuffer ofs_answer(Ouint8 code, ByteBuffer payload) {
-    AnswerFrame frame;
-    frame.group = 0xA1;
-    frame.cmd = static_cast<Ouint8>(0x80 + code);
-    frame.payload = std::move(payload);
-    return frame.bytes();
-}
 
 std::vector<SentRequest> requests(const MemoryLink& link) {
     std::vector<SentRequest> all;
@@ -101,10 +85,6 @@ TEST(FileWrite, StartsWithLengthAndLastBytes) {
 TEST(FileWrite, EndsAtTheFirstFailureAndSaysSo) {
     const BlockSize size(10);
     const ByteBuffer data = content(35);
-    AnswerFrame refusal;
-    refusal.group = 0xA0;
-    refusal.cmd = 1;
-    refusal.error = 6;
     const struct {
         std::size_t refused; // which request
         const char* printed;
@@ -114,16 +94,19 @@ TEST(FileWrite, EndsAtTheFirstFailureAndSaysSo) {
     for (const auto& c : cases) {
         MemoryLink link;
         link.answers.assign(c.refused, ack());
-        link.answers.push_back(refusal.bytes());
-        testing::internal::CaptureStdout();
-        EXPECT_EQ(link.hv_cmd_ofs_writeFile({"P001", 0, 0, data}), 6);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), c.printed);
+        link.answers.push_back(nack(6));
+        EXPECT_EQ(printed_by([&] {
+                      EXPECT_EQ(link.hv_cmd_ofs_writeFile({"P001", 0, 0, data}), 6);
+                  }),
+                  c.printed);
         EXPECT_EQ(link.pieces.size(), c.refused + 1);
     }
     MemoryLink conf;
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(conf.hv_cmd_conf_writeFile({"C000", 0, 0, data}), -1);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "configuration files are written quietly";
+    EXPECT_EQ(printed_by([&] {
+                  EXPECT_EQ(conf.hv_cmd_conf_writeFile({"C000", 0, 0, data}), -1);
+              }),
+              "")
+        << "configuration files are written quietly";
 }
 
 TEST(FileWrite, RefusesBlocksThatNoFrameCarries) {
@@ -144,10 +127,10 @@ TEST(FileWrite, RefusesBlocksThatNoFrameCarries) {
 ByteBuffer block(bool last, Ouint8 count, Ouint8 fill, std::size_t length) {
     ByteBuffer payload{last, 0, 0, count, 0};
     payload.insert(payload.end(), length, fill);
-    return ofs_answer(7, payload);
+    return answer_to(0xA1, 7, payload);
 }
 ByteBuffer announce(Ouint16 files) {
-    return ofs_answer(6, {static_cast<Ouint8>(files), static_cast<Ouint8>(files >> 8)});
+    return answer_to(0xA1, 6, {static_cast<Ouint8>(files), static_cast<Ouint8>(files >> 8)});
 }
 
 struct Listing {
@@ -167,18 +150,13 @@ Listing list(std::deque<ByteBuffer> answers) {
     return listing;
 }
 
-TEST(Directory, JoinsItsBlocks) {
-    const Listing listing = list({announce(3), block(false, 2, 0xAA, 26), block(true, 1, 0xBB, 13)});
-    EXPECT_EQ(listing.status, 0);
-    EXPECT_THAT(listing.entries, is_hex("AA*26 BB*13"));
-}
-
 TEST(Directory, AsksForEachBlockByTheNextEntry) {
     MemoryLink link;
     link.answers = {announce(3), block(false, 2, 0xAA, 26), block(true, 1, 0xBB, 13)};
     GetDirBlock_G56 dir{};
     dir.fileType = 5;
     EXPECT_EQ(link.hv_cmd_ofs_reedDirBlock(dir), 0);
+    EXPECT_THAT(Bytes(dir.dataAddre, 13U * dir.fileNumber), is_hex("AA*26 BB*13"));
     std::free(dir.dataAddre);
     const std::vector<SentRequest> sent = requests(link);
     ASSERT_EQ(sent.size(), 3U);
@@ -204,9 +182,9 @@ TEST(Directory, SurvivesALyingController) {
         {"entries that did not come", {announce(2), block(true, 2, 0xCC, 20)}, 0, "CC*20 00*6"},
         {"bytes that belong to no entry", {announce(1), block(true, 1, 0xCC, 30)}, 0, "CC*13"},
         {"no entry at all", {announce(0), block(true, 0, 0, 0)}, 0, ""},
-        {"no announcement", {ofs_answer(6, {1})}, -1, ""},
+        {"no announcement", {answer_to(0xA1, 6, {1})}, -1, ""},
         {"an acknowledgement for an announcement", {ack()}, -1, ""},
-        {"a block under 5 bytes", {announce(1), ofs_answer(7, {1, 0, 0, 1})}, -1, ""},
+        {"a block under 5 bytes", {announce(1), answer_to(0xA1, 7, {1, 0, 0, 1})}, -1, ""},
         {"empty blocks without end", empty, -1, ""},
         {"more entries than can be counted", flood, -1, ""},
     };

@@ -40,61 +40,37 @@ TEST(Unpack, GivesThePayloadOfEveryGeneration) {
     }
 }
 
+#define UNKNOWN_VERSION(n) "The answer is of version " #n " of the link protocol, which is not known."
+#define OTHER_COMMAND(group, code) "The answer is to another command: group " #group ", code " #code "."
+#define REFUSED(error) "The controller refused with error " #error "."
+
 TEST(Unpack, TheStatusTellsWhatWasWrong) {
     constexpr char kWrongCrc[] = "The CRC of the answer is wrong.";
     constexpr char kWrongHeader[] = "The header checksum of the answer is wrong.";
-    struct {
-        const char* symptom;
+    const struct {
         AnswerFrame answer;
         int code;
-        const char* reason = "";
-    } const cases[] = {
-        {"answer without payload", {}, QM_OK},
-        {"wrong CRC, right header", {.payload = hex("01"), .crc_fault = 0x0100}, QM_BAD_CRC, kWrongCrc},
-        {"wrong CRC of generation 5",
-         {.version = 5, .payload = hex("01"), .crc_fault = 1},
-         QM_BAD_CRC,
-         kWrongCrc},
-        {"wrong header", {.header_fault = 0x80}, QM_BAD_HEADER, kWrongHeader},
-        {"wrong header of generation 5", {.version = 5, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
-        {"wrong CRC and header", {.crc_fault = 1, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
-        {"unknown version",
-         {.version = 6},
-         QM_BAD_VERSION,
-         "The answer is of version 6 of the link protocol, which is not known."},
-        {"version of the ping request",
-         {.version = 0},
-         QM_BAD_VERSION,
-         "The answer is of version 0 of the link protocol, which is not known."},
-        {"another command",
-         {.cmd = 0x81},
-         QM_WRONG_ANSWER,
-         "The answer is to another command: group 0xA2, code 0x81."},
-        {"request instead of answer",
-         {.cmd = 0x00},
-         QM_WRONG_ANSWER,
-         "The answer is to another command: group 0xA2, code 0x00."},
-        {"another group",
-         {.group = 0xA1},
-         QM_WRONG_ANSWER,
-         "The answer is to another command: group 0xA1, code 0x80."},
-        {"ACK", {.group = 0xA0, .cmd = 0}, QM_OK},
-        {"NACK", {.group = 0xA0, .cmd = 1, .error = 0x0004}, 4, "The controller refused with error 4."},
-        {"NACK with a large error",
-         {.group = 0xA0, .cmd = 1, .error = 0xFFFE},
-         0xFFFE,
-         "The controller refused with error 65534."},
-        {"NACK in an envelope",
-         {.version = 0xF0, .group = 0xA0, .cmd = 1, .error = 9},
-         9,
-         "The controller refused with error 9."},
-        {"unknown code of the global group",
-         {.group = 0xA0, .cmd = 2},
-         QM_WRONG_ANSWER,
-         "The answer is to another command: group 0xA0, code 0x02."},
+        const char* reason;
+    } cases[] = {
+        {{}, QM_OK, ""},
+        {{.payload = hex("01"), .crc_fault = 0x0100}, QM_BAD_CRC, kWrongCrc},
+        {{.version = 5, .payload = hex("01"), .crc_fault = 1}, QM_BAD_CRC, kWrongCrc},
+        {{.header_fault = 0x80}, QM_BAD_HEADER, kWrongHeader},
+        {{.version = 5, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
+        {{.crc_fault = 1, .header_fault = 1}, QM_BAD_HEADER, kWrongHeader},
+        {{.version = 6}, QM_BAD_VERSION, UNKNOWN_VERSION(6)},
+        {{.version = 0}, QM_BAD_VERSION, UNKNOWN_VERSION(0)},
+        {{.cmd = 0x81}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA2, 0x81)},
+        {{.cmd = 0x00}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA2, 0x00)}, // a request
+        {{.group = 0xA1}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA1, 0x80)},
+        {{.group = 0xA0, .cmd = 0}, QM_OK, ""},
+        {{.group = 0xA0, .cmd = 1, .error = 0x0004}, 4, REFUSED(4)},
+        {{.group = 0xA0, .cmd = 1, .error = 0xFFFE}, 0xFFFE, REFUSED(65534)},
+        {{.version = 0xF0, .group = 0xA0, .cmd = 1, .error = 9}, 9, REFUSED(9)},
+        {{.group = 0xA0, .cmd = 2}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA0, 0x02)},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.symptom);
+        SCOPED_TRACE(hex_text(c.answer.body()));
         const Unpacked result(c.answer.bytes(), 8);
         EXPECT_EQ(result.code, c.code);
         EXPECT_EQ(result.why, c.reason);

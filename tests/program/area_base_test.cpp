@@ -1,26 +1,18 @@
 #include "program/HVarea.h"
 #include "program/text/alignment.h"
-#include "program/text/encoding.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 
 namespace qm {
 namespace {
 
-TEST(Text, PlacesBlocks) {
+TEST(HVarea, PlacesBlocks) {
     EXPECT_EQ(get_x_area(1, 11, 4), 3);
     EXPECT_EQ(get_x_area(2, 11, 4), 7);
     EXPECT_EQ(get_x_area(1, 4, 11), 0);
     EXPECT_EQ(get_x_area(3, 20, 4), 0);
     EXPECT_EQ(get_y_area(16, 1, 11), 2);
     EXPECT_EQ(get_y_area(16, 2, 12), 0);
-}
-
-TEST(Text, RoundsHalfAwayFromZero) {
-    EXPECT_EQ(round(2.5), 3);
-    EXPECT_EQ(round(-2.5), -3);
-    EXPECT_TRUE(std::signbit(round(0)));
 }
 
 TEST(HVarea, SetsPaletteAndTrueColours) {
@@ -43,33 +35,6 @@ TEST(HVarea, SetsPaletteAndTrueColours) {
         EXPECT_EQ(pixel[1], c.green);
         EXPECT_EQ(pixel[0], c.blue);
     }
-}
-
-TEST(Text, ConvertsEncodings) {
-    std::string text = "\xC4\xE3\xBA\xC3";
-    EXPECT_EQ(GB2312ToUTF8(text), 0);
-    EXPECT_EQ(text, "你好");
-    EXPECT_EQ(UTF8ToUnicode(text), 0);
-    EXPECT_EQ(text, std::string("\x60\x4F\x7D\x59", 4));
-    EXPECT_EQ(UnicodeToGB2312(text), 0);
-    EXPECT_EQ(GB2312ToUnicode(text), 0);
-    EXPECT_EQ(UnicodeToUTF8(text), 0);
-    EXPECT_EQ(UTF8ToGB2312(text), 0);
-    EXPECT_EQ(text, "\xC4\xE3\xBA\xC3");
-
-    text = "ok\xFF lost";
-    EXPECT_EQ(UTF8ToUnicode(text), -1);
-    EXPECT_EQ(text, std::string("o\0k\0", 4)) << "what came before the error remains";
-    std::size_t in = 0, out = 0;
-    EXPECT_EQ(ChangeCode("no such encoding", "UTF-8", "", in, nullptr, out), -1);
-}
-
-TEST(HVarea, GammaIsSquare) {
-    const struct {
-        std::size_t level;
-        int value;
-    } cases[] = {{0, 0}, {7, 0}, {60, 13}, {127, 63}, {128, 64}, {250, 244}, {251, 246}, {255, 254}};
-    for (const auto& c : cases) EXPECT_EQ(HVarea::r_gam[c.level], c.value) << c.level;
 }
 
 TEST(ScreenSettings, ChoosesTheTransferModeByControllerType) {

@@ -40,37 +40,6 @@ std::vector<Ouint8> page_from_file(bool bold) {
     return bytes_of(area.pages.at(0));
 }
 
-// The same text drawn by cairo alone, as 24-bit pixels.
-std::vector<Ouint8> drawn_by_cairo(const char* text, int width, int height, double size, int baseline) {
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
-    cairo_t* c = cairo_create(surface);
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
-    cairo_set_font_options(c, options);
-    cairo_font_options_destroy(options);
-    cairo_select_font_face(c, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(c, size);
-    cairo_set_source_rgb(c, 1, 1, 1);
-    cairo_move_to(c, 0, baseline);
-    cairo_show_text(c, text);
-    cairo_surface_flush(surface);
-    std::vector<Ouint8> pixels;
-    const Ouint8* p = cairo_image_surface_get_data(surface);
-    for (int i = 0; i < width * height; ++i, p += 4) pixels.insert(pixels.end(), {p[2], p[1], p[0]});
-    cairo_destroy(c);
-    cairo_surface_destroy(surface);
-    return pixels;
-}
-
-TEST(PicturesArea, DrawsTextAsCairoDoes) {
-    Area area(128, 32);
-    area.AreaAddTxt("Hamburgefonts", "DejaVu Sans", font_data(), {});
-    area.prepare();
-    ASSERT_EQ(area.pages.size(), 1U);
-    const int ascent = font_for({"DejaVu Sans", "", 16, false, false})->ascent();
-    EXPECT_EQ(bytes_of(area.pages[0]), drawn_by_cairo("Hamburgefonts", 128, 32, 16, ascent));
-}
-
 TEST(PicturesArea, KeepsPlainAndBoldOfOneFontFileApart) {
     const auto plain = page_from_file(false), bold = page_from_file(true);
     EXPECT_NE(plain, bold);

@@ -1,5 +1,6 @@
 #include "program/pixels/pixel_packing.h"
 
+#include "hex.h"
 #include "reference_conversion.h"
 
 #include <gtest/gtest.h>
@@ -19,17 +20,7 @@ using Data = std::vector<Ouint8>;
 constexpr Ouint32 kBlack = 0x000000, kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF;
 constexpr Ouint32 kYellow = 0xFFFF00, kMagenta = 0xFF00FF, kCyan = 0x00FFFF, kWhite = 0xFFFFFF;
 
-std::string hex(const Data& bytes, std::size_t from) {
-    constexpr std::size_t kShown = 16;
-    std::string text;
-    for (std::size_t i = from; i < std::min(bytes.size(), from + kShown); ++i) {
-        char pair[4];
-        std::snprintf(pair, sizeof pair, "%02X ", bytes[i]);
-        text += pair;
-    }
-    return text;
-}
-
+// A hint at the first difference, since pictures are large.
 testing::AssertionResult same_bytes(const Data& expected, const Data& actual) {
     if (expected == actual) return testing::AssertionSuccess();
     const std::size_t common = std::min(expected.size(), actual.size());
@@ -38,9 +29,12 @@ testing::AssertionResult same_bytes(const Data& expected, const Data& actual) {
                       actual.begin())
             .first -
         expected.begin());
+    const auto shown = [at](Bytes bytes) {
+        return test::hex_text(bytes.subspan(at, std::min<std::size_t>(16, bytes.size() - at)));
+    };
     return testing::AssertionFailure()
            << expected.size() << " bytes expected, " << actual.size() << " written; from byte " << at
-           << "\n  expected " << hex(expected, at) << "\n  actual   " << hex(actual, at);
+           << "\n  expected " << shown(expected) << "\n  actual   " << shown(actual);
 }
 
 // Converts into a buffer between guards; a broken guard or a wrong count shows as a failure.
@@ -88,7 +82,7 @@ struct Example {
     PixelLayout layout;
     int left, width;
     std::vector<Ouint32> colors; // whole rows of width
-    Data bytes;
+    const char* bytes;
 };
 
 constexpr PixelLayout kSingle{1, 0, 1, 8}, kThree{3, 0, 1, 8};
@@ -98,130 +92,72 @@ constexpr PixelLayout kFull16{4, 3, 1, 8}, kFull24{4, 5, 1, 8}, kFullZero{4, 1, 
 
 void check(const std::vector<Example>& examples) {
     for (const Example& e : examples) {
-        SCOPED_TRACE(e.what);
         const Data pixels = argb(e.colors);
         const int height = static_cast<int>(e.colors.size()) / e.width;
-        EXPECT_TRUE(same_bytes(e.bytes, convert(pixels.data(), e.left, e.width, height, e.layout)));
+        EXPECT_THAT(convert(pixels.data(), e.left, e.width, height, e.layout), test::is_hex(e.bytes))
+            << e.what;
     }
 }
 
 TEST(PixelData, LedsLightAboveTheThresholdOnly) {
     check({
-        {"black is dark", kSingle, 0, 8, dots(8, {}), {0xFF}},
-        {"96 of everything is dark", kSingle, 0, 8, dots(8, {}, 0x606060), {0xFF}},
-        {"97 of red is lit", kSingle, 0, 8, dots(8, {{0, 0x610000}}), {0x7F}},
-        {"97 of green is lit", kSingle, 0, 8, dots(8, {{1, 0x006100}}), {0xBF}},
-        {"97 of blue is lit", kSingle, 0, 8, dots(8, {{7, 0x000061}}), {0xFE}},
-        {"each of three colours for itself",
-         kThree,
-         0,
-         8,
-         dots(8, {{0, 0x616060}, {1, 0x606160}, {2, 0x606061}}),
-         {0x7F, 0xBF, 0xDF}},
+        {"black is dark", kSingle, 0, 8, dots(8, {}), "FF"},
+        {"96 of everything is dark", kSingle, 0, 8, dots(8, {}, 0x606060), "FF"},
+        {"97 of red is lit", kSingle, 0, 8, dots(8, {{0, 0x610000}}), "7F"},
+        {"97 of green is lit", kSingle, 0, 8, dots(8, {{1, 0x006100}}), "BF"},
+        {"97 of blue is lit", kSingle, 0, 8, dots(8, {{7, 0x000061}}), "FE"},
+        {"each for itself", kThree, 0, 8, dots(8, {{0, 0x616060}, {1, 0x606160}, {2, 0x606061}}), "7F BF DF"},
     });
 }
 
 TEST(PixelData, ColoursReachTheirOwnLeds) {
     check({
-        {"three colours: red, green, blue",
-         kThree,
-         0,
-         8,
-         dots(8, {{0, kRed}, {1, kGreen}, {2, kBlue}, {3, kWhite}}),
-         {0x6F, 0xAF, 0xCF}},
+        {"three colours", kThree, 0, 8, dots(8, {{0, kRed}, {1, kGreen}, {2, kBlue}, {3, kWhite}}),
+         "6F AF CF"},
         // Two colours: the green byte stands first.
-        {"type 1: red", kDouble1, 0, 8, dots(8, {{0, kRed}}), {0xFF, 0x7F}},
-        {"type 1: green", kDouble1, 0, 8, dots(8, {{0, kGreen}}), {0x7F, 0xFF}},
-        {"type 1: blue shows as red", kDouble1, 0, 8, dots(8, {{0, kBlue}}), {0xFF, 0x7F}},
-        {"type 1: yellow lights both", kDouble1, 0, 8, dots(8, {{0, kYellow}}), {0x7F, 0x7F}},
-        {"type 1: magenta is red", kDouble1, 0, 8, dots(8, {{0, kMagenta}}), {0xFF, 0x7F}},
-        {"type 1: cyan is green", kDouble1, 0, 8, dots(8, {{0, kCyan}}), {0x7F, 0xFF}},
-        {"type 2: red", kDouble2, 0, 8, dots(8, {{0, kRed}}), {0x7F, 0xFF}},
-        {"type 2: green", kDouble2, 0, 8, dots(8, {{0, kGreen}}), {0xFF, 0x7F}},
-        {"type 2: blue follows red", kDouble2, 0, 8, dots(8, {{0, kBlue}}), {0x7F, 0xFF}},
-        {"type 2: magenta is red", kDouble2, 0, 8, dots(8, {{0, kMagenta}}), {0x7F, 0xFF}},
-        {"type 2: cyan is green", kDouble2, 0, 8, dots(8, {{0, kCyan}}), {0xFF, 0x7F}},
-        {"any other type is type 2", kDouble3, 0, 8, dots(8, {{0, kBlue}}), {0x7F, 0xFF}},
+        {"type 1: red", kDouble1, 0, 8, dots(8, {{0, kRed}}), "FF 7F"},
+        {"type 1: green", kDouble1, 0, 8, dots(8, {{0, kGreen}}), "7F FF"},
+        {"type 1: blue shows as red", kDouble1, 0, 8, dots(8, {{0, kBlue}}), "FF 7F"},
+        {"type 1: yellow lights both", kDouble1, 0, 8, dots(8, {{0, kYellow}}), "7F 7F"},
+        {"type 1: magenta is red", kDouble1, 0, 8, dots(8, {{0, kMagenta}}), "FF 7F"},
+        {"type 1: cyan is green", kDouble1, 0, 8, dots(8, {{0, kCyan}}), "7F FF"},
+        {"type 2: red", kDouble2, 0, 8, dots(8, {{0, kRed}}), "7F FF"},
+        {"type 2: green", kDouble2, 0, 8, dots(8, {{0, kGreen}}), "FF 7F"},
+        {"type 2: blue follows red", kDouble2, 0, 8, dots(8, {{0, kBlue}}), "7F FF"},
+        {"type 2: magenta is red", kDouble2, 0, 8, dots(8, {{0, kMagenta}}), "7F FF"},
+        {"type 2: cyan is green", kDouble2, 0, 8, dots(8, {{0, kCyan}}), "FF 7F"},
+        {"any other type is type 2", kDouble3, 0, 8, dots(8, {{0, kBlue}}), "7F FF"},
     });
 }
 
 TEST(PixelData, APictureKeepsItsPlaceInsideTheFirstByteOrWord) {
     check({
-        {"3 dark bits, 10 lit, 3 dark, in both rows",
-         kSingle,
-         3,
-         10,
-         dots(20, {}, kWhite),
-         {0xE0, 0x07, 0xE0, 0x07}},
-        {"whole bytes do not matter", kSingle, 19, 10, dots(10, {}, kWhite), {0xE0, 0x07}},
-        {"the right edge on a byte needs no padding", kSingle, 6, 2, dots(2, {}, kWhite), {0xFC}},
-        {"first pixel of a word: top bit of the last byte",
-         kWords1,
-         0,
-         32,
-         dots(32, {{0, kWhite}}),
-         {0xFF, 0xFF, 0xFF, 0x7F}},
-        {"last pixel of a word: low bit of the first byte",
-         kWords1,
-         0,
-         32,
-         dots(32, {{31, kWhite}}),
-         {0xFE, 0xFF, 0xFF, 0xFF}},
-        {"column 35 is bit 28", kWords1, 35, 1, dots(1, {{0, kWhite}}), {0xFF, 0xFF, 0xFF, 0xEF}},
-        {"33 pixels take two words",
-         kWords1,
-         0,
-         33,
-         dots(33, {{32, kWhite}}),
-         {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F}},
+        {"3 dark bits, 10 lit, 3 dark, twice", kSingle, 3, 10, dots(20, {}, kWhite), "E0 07 E0 07"},
+        {"whole bytes do not matter", kSingle, 19, 10, dots(10, {}, kWhite), "E0 07"},
+        {"the right edge on a byte needs no padding", kSingle, 6, 2, dots(2, {}, kWhite), "FC"},
+        {"first pixel: top bit of the last byte", kWords1, 0, 32, dots(32, {{0, kWhite}}), "FF FF FF 7F"},
+        {"last pixel: low bit of the first byte", kWords1, 0, 32, dots(32, {{31, kWhite}}), "FE FF FF FF"},
+        {"column 35 is bit 28", kWords1, 35, 1, dots(1, {{0, kWhite}}), "FF FF FF EF"},
+        {"33 pixels take two words", kWords1, 0, 33, dots(33, {{32, kWhite}}), "FF*7 7F"},
     });
 }
 
 TEST(PixelData, PlanesFollowEachOtherWholeInWords) {
     check({
-        {"red rows, then green rows",
-         kWords2,
-         0,
-         32,
-         dots(64, {{0, kRed}, {8, kGreen}, {32 + 16, kYellow}}),
-         {0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0x7F, 0xFF, 0xFF, //
-          0xFF, 0xFF, 0x7F, 0xFF, 0xFF, 0x7F, 0xFF, 0xFF}},
-        {"red, green, blue",
-         kWords3,
-         0,
-         32,
-         dots(32, {{0, kRed}, {8, kGreen}, {16, kBlue}}),
-         {0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0xFF, 0x7F, 0xFF, 0xFF, 0x7F, 0xFF, 0xFF}},
+        {"red rows, green rows", kWords2, 0, 32, dots(64, {{0, kRed}, {8, kGreen}, {32 + 16, kYellow}}),
+         "FF FF FF 7F FF 7F FF FF  FF FF 7F FF FF 7F FF FF"},
+        {"red, green, blue", kWords3, 0, 32, dots(32, {{0, kRed}, {8, kGreen}, {16, kBlue}}),
+         "FF FF FF 7F FF FF 7F FF FF 7F FF FF"},
     });
 }
 
 TEST(PixelData, FullColourPixelsKeepTheirGrades) {
     check({
-        {"16 bits: white, red, green, blue",
-         kFull16,
-         0,
-         2,
-         {kWhite, kRed, kGreen, kBlue},
-         {0xFF, 0xFF, 0x1F, 0x00, 0xE0, 0x07, 0x00, 0xF8}},
-        {"16 bits: 60 becomes 13",
-         kFull16,
-         3,
-         3,
-         {0x3C0000, 0x003C00, 0x00003C},
-         {0x01, 0x00, 0x60, 0x00, 0x00, 0x08}},
-        {"16 bits: 127 becomes 63, 128 becomes 64, 7 becomes 0",
-         kFull16,
-         0,
-         3,
-         {0x7F0000, 0x800000, 0x070707},
-         {0x07, 0x00, 0x08, 0x00, 0x00, 0x00}},
-        {"24 bits: red first, no gamma, no padding",
-         kFull24,
-         3,
-         2,
-         {0x010203, 0xFFFEFD},
-         {0x01, 0x02, 0x03, 0xFF, 0xFE, 0xFD}},
-        {"mode 1 is zeros whatever the picture", kFullZero, 3, 3, {kWhite, kWhite, kRed}, {0, 0, 0, 0, 0, 0}},
+        {"16 bits", kFull16, 0, 2, {kWhite, kRed, kGreen, kBlue}, "FF FF 1F 00 E0 07 00 F8"},
+        {"60 becomes 13", kFull16, 3, 3, {0x3C0000, 0x003C00, 0x00003C}, "01 00 60 00 00 08"},
+        {"127, 128 and 7", kFull16, 0, 3, {0x7F0000, 0x800000, 0x070707}, "07 00 08 00 00 00"},
+        {"24 bits: red first, no gamma", kFull24, 3, 2, {0x010203, 0xFFFEFD}, "01 02 03 FF FE FD"},
+        {"mode 1 is zeros whatever the picture", kFullZero, 3, 3, {kWhite, kWhite, kRed}, "00*6"},
     });
 }
 

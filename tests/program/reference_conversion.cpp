@@ -6,10 +6,6 @@ namespace {
 using Data = std::vector<Ouint8>;
 using Plane = std::vector<bool>; // one bit for each pixel of the aligned canvas, set where the LED is dark
 
-struct Planes {
-    Plane red, green, blue;
-};
-
 struct Picture {
     const Ouint8* pixels;
     int width, height;
@@ -20,67 +16,30 @@ struct Picture {
     }
 };
 
-struct Colors {
-    Ouint8 red = 0, green = 0, blue = 0;
-};
-
-struct Leds {
-    bool red = false, green = false, blue = false;
-};
-
-bool lit(Ouint8 channel) { return channel > 96; }
-
-Leds single_color(const Colors& c) {
-    Leds leds;
-    leds.red = lit(c.red);
-    if (!leds.red) leds.red = lit(c.green);
-    if (!leds.red) leds.red = lit(c.blue);
-    return leds;
+// Whether a pixel lights the LED of each plane, the planes in the order in which they go out.
+std::vector<bool> lit_leds(const Ouint8* pixel, const PixelLayout& layout) {
+    const bool red = pixel[2] > 96, green = pixel[1] > 96, blue = pixel[0] > 96;
+    if (layout.screenColor == 1) return {red || green || blue};
+    if (layout.screenColor == 3) return {red, green, blue};
+    const bool red_or_blue = red || (blue && !green);
+    if ((layout.doubleColorPixel == 1) == (layout.tranMode == 0)) return {green, red_or_blue};
+    return {red_or_blue, green};
 }
 
-Leds double_color_1(const Colors& c) {
-    Leds leds;
-    leds.red = lit(c.red);
-    leds.green = lit(c.green);
-    if (!leds.red && !leds.green) leds.red = lit(c.blue);
-    return leds;
-}
-
-Leds double_color_2(const Colors& c) {
-    Leds leds;
-    leds.green = lit(c.red);
-    leds.red = lit(c.green);
-    if (!leds.red && !leds.green) leds.green = lit(c.blue);
-    return leds;
-}
-
-Leds leds_of(const Colors& c, const PixelLayout& layout) {
-    if (layout.screenColor == 1) return single_color(c);
-    if (layout.screenColor == 3) return {lit(c.red), lit(c.green), lit(c.blue)};
-    return layout.doubleColorPixel == 1 ? double_color_1(c) : double_color_2(c);
-}
-
-Planes build_planes(const Picture& picture, int left, const PixelLayout& layout) {
+std::vector<Plane> build_planes(const Picture& picture, int left, const PixelLayout& layout) {
     const int unit = static_cast<int>(layout.alignPixels);
     const int leftPad = left % unit;
     const int over = (left + picture.width) % unit;
-    const int rightPad = over == 0 ? 0 : unit - over;
-    const int rowLen = leftPad + picture.width + rightPad;
+    const int rowLen = leftPad + picture.width + (over == 0 ? 0 : unit - over);
 
-    Planes planes;
-    for (int y = 0; y < picture.height; ++y) {
+    constexpr Ouint8 kDark[4] = {};
+    std::vector<Plane> planes(lit_leds(kDark, layout).size());
+    for (int y = 0; y < picture.height; ++y)
         for (int column = 0; column < rowLen; ++column) {
-            Colors colors; // padding is dark
-            if (column >= leftPad && column < leftPad + picture.width) {
-                const Ouint8* pixel = picture.pixel(column - leftPad, y);
-                colors = {pixel[2], pixel[1], pixel[0]};
-            }
-            const Leds leds = leds_of(colors, layout);
-            planes.red.push_back(!leds.red);
-            planes.green.push_back(!leds.green);
-            planes.blue.push_back(!leds.blue);
+            const int x = column - leftPad;
+            const auto lit = lit_leds(x >= 0 && x < picture.width ? picture.pixel(x, y) : kDark, layout);
+            for (std::size_t i = 0; i < planes.size(); ++i) planes[i].push_back(!lit[i]);
         }
-    }
     return planes;
 }
 
@@ -92,42 +51,23 @@ Ouint8 byte_of(const Plane& plane, std::size_t k) {
     return static_cast<Ouint8>(byte);
 }
 
-// Plane bits 32k to 32k + 31, the first one on top.
-Ouint32 word_of(const Plane& plane, std::size_t k) {
-    Ouint32 word = 0;
-    for (std::size_t j = 0; j < 32; ++j)
-        if (plane[32 * k + j]) word |= Ouint32{1} << (31 - j);
-    return word;
-}
-
-Data emit_interleaved(const Planes& planes, const PixelLayout& layout) {
+Data emit_interleaved(const std::vector<Plane>& planes, const PixelLayout& layout) {
     Data out;
-    for (std::size_t k = 0; k < planes.red.size() / layout.alignPixels; ++k) {
-        if (layout.screenColor == 2) out.push_back(byte_of(planes.green, k));
-        out.push_back(byte_of(planes.red, k));
-        if (layout.screenColor != 3) continue;
-        out.push_back(byte_of(planes.green, k));
-        out.push_back(byte_of(planes.blue, k));
-    }
+    for (std::size_t k = 0; k < planes[0].size() / layout.alignPixels; ++k)
+        for (const Plane& plane : planes) out.push_back(byte_of(plane, k));
     return out;
 }
 
-// A plane in words, each with its lowest byte first; what is no whole word stays zero.
-void append_words(const Plane& plane, Data& out) {
-    Data words;
-    for (std::size_t k = 0; k < plane.size() / 32; ++k) {
-        const Ouint32 word = word_of(plane, k);
-        for (unsigned byte = 0; byte < 4; ++byte) words.push_back(static_cast<Ouint8>(word >> (8 * byte)));
-    }
-    words.resize(plane.size() / 8);
-    out.insert(out.end(), words.begin(), words.end());
-}
-
-Data emit_plane_after_plane(const Planes& planes, const PixelLayout& layout) {
+// Planes in words of 32 pixels, each with its lowest byte first; what is no whole word stays zero.
+Data emit_plane_after_plane(const std::vector<Plane>& planes) {
     Data out;
-    append_words(planes.red, out);
-    if (layout.screenColor >= 2) append_words(planes.green, out);
-    if (layout.screenColor == 3) append_words(planes.blue, out);
+    for (const Plane& plane : planes) {
+        Data words;
+        for (std::size_t k = 0; k < plane.size() / 32; ++k)
+            for (std::size_t byte = 4; byte-- > 0;) words.push_back(byte_of(plane, 4 * k + byte));
+        words.resize(plane.size() / 8);
+        out.insert(out.end(), words.begin(), words.end());
+    }
     return out;
 }
 
@@ -162,9 +102,9 @@ Data convert(const Ouint8* pixels, int left, int width, int height, const PixelL
     const Picture picture{pixels, width, height};
     if (layout.screenColor == 4) return full_color(picture, layout.tranMode);
     if (layout.screenColor < 1 || layout.screenColor > 3) return {};
-    const Planes planes = build_planes(picture, left, layout);
+    const std::vector<Plane> planes = build_planes(picture, left, layout);
     if (layout.tranMode == 0) return emit_interleaved(planes, layout);
-    if (layout.tranMode == 4) return emit_plane_after_plane(planes, layout);
+    if (layout.tranMode == 4) return emit_plane_after_plane(planes);
     return {};
 }
 

@@ -59,6 +59,28 @@ ByteBuffer stuff(Bytes body) {
     return out;
 }
 
+ByteBuffer unstuff(Bytes frame) {
+    ByteBuffer body;
+    if (frame.size() < 9 || frame.back() != 0x5A) return {};
+    for (std::size_t i = 8; i + 1 < frame.size(); ++i) {
+        const bool escape = frame[i] == 0x5B || frame[i] == 0xA6;
+        body.push_back(static_cast<Ouint8>(escape ? frame[i] + 1 - frame[i + 1] : frame[i]));
+        if (escape) ++i;
+    }
+    return body;
+}
+
+SentRequest parse_request(Bytes frame) {
+    const ByteBuffer body = unstuff(frame);
+    if (body.size() < 5) return {};
+    const std::size_t header = body[4] == 5 ? 27 : 28;
+    if (body.size() < header + 5 || body[header] != 1) return {};
+    const std::size_t length = static_cast<std::size_t>(body[header + 3] | body[header + 4] << 8);
+    if (length != body.size() - header - 5) return {};
+    const auto payload = body.begin() + static_cast<std::ptrdiff_t>(header + 5);
+    return {body[4], body[header + 1], body[header + 2], ByteBuffer(payload, body.end())};
+}
+
 ByteBuffer AnswerFrame::body() const {
     const ByteBuffer application = application_layer(*this);
     ByteBuffer out;

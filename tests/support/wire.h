@@ -12,6 +12,16 @@ namespace qm::test {
 Ouint16 crc16(Bytes bytes);
 
 ByteBuffer stuff(Bytes body);
+// Eight start bytes, one end byte and whole escapes between; empty for bytes that are no frame.
+ByteBuffer unstuff(Bytes frame);
+
+// A request taken off the wire again.
+struct SentRequest {
+    Ouint8 version = 0; // of the link protocol; 0 for bytes that are no request
+    Ouint8 group = 0, code = 0;
+    ByteBuffer payload{};
+};
+SentRequest parse_request(Bytes frame);
 
 struct AnswerFrame {
     Ouint8 version = 7; // 5, 7 or 0xF0 (an envelope)
@@ -31,5 +41,13 @@ struct AnswerFrame {
     [[nodiscard]] ByteBuffer body() const;
     [[nodiscard]] ByteBuffer bytes() const { return stuff(body()); }
 };
+
+// Generation 6: an acknowledgement, a refusal, and the answer to a command.
+inline ByteBuffer ack() { return AnswerFrame{.group = 0xA0, .cmd = 0}.bytes(); }
+inline ByteBuffer nack(Ouint16 error) { return AnswerFrame{.group = 0xA0, .cmd = 1, .error = error}.bytes(); }
+inline ByteBuffer answer_to(Ouint8 group, Ouint8 code, ByteBuffer payload = {}) {
+    return AnswerFrame{.group = group, .cmd = static_cast<Ouint8>(code + 0x80), .payload = std::move(payload)}
+        .bytes();
+}
 
 } // namespace qm::test
