@@ -1,8 +1,5 @@
 // What text and picture put on the screen.
-#include "TemporaryFile.h"
-#include "child.h"
-#include "hex.h"
-#include "simulator/Simulator.h"
+#include "fixture.h"
 
 #include <gmock/gmock.h>
 
@@ -35,34 +32,20 @@ struct Lit {
     }
 };
 
-// 3 x 2 pixels: red, green, yellow; black, red, green.
-constexpr const char* kPicture =
-    "89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 03 00 00 00 02 08 02 00 00 00 12 16 F1 4D "
-    "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
-    "00 00 00 00 49 45 4E 44 AE 42 60 82";
-
-// A controller with a screen of 128 x 32 red and green LEDs, and qmctl talking to it.
-class Area : public testing::Test {
+class Area : public ControllerTest {
   protected:
-    void run(std::vector<std::string> arguments, const std::string& input = "") {
-        arguments.insert(arguments.begin(), {"-c", address(controller.port())});
-        const Outcome outcome = qmctl(arguments, input);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-    }
-    Lit show(std::vector<std::string> options, const std::string& text = "Hello") {
-        options.insert(options.begin(), {"text", text});
-        run(options);
+    Lit show(const Words& options, const std::string& text = "Hello") {
+        done(Words{"text", text} + options);
         return Lit(controller.screen());
     }
-
-    sim::Simulator controller;
+    [[nodiscard]] std::size_t pages() const { return controller.dynamic_areas().at(0).pages.size(); }
 };
 
 TEST_F(Area, TextAloneIsEnough) {
     const Lit lit = show({});
     EXPECT_GT(lit.height(), 16) << "as large as one line can be";
     EXPECT_NEAR(lit.left + lit.right, 128, 6) << "in the middle";
-    EXPECT_EQ(controller.dynamic_areas().at(0).pages.size(), 1U);
+    EXPECT_EQ(pages(), 1U);
 }
 
 TEST_F(Area, GivenLinesFitTheHeightTogether) {
@@ -70,54 +53,44 @@ TEST_F(Area, GivenLinesFitTheHeightTogether) {
         const Lit lit = show({}, lines);
         EXPECT_LT(lit.top, 8);
         EXPECT_GT(lit.bottom, 24);
-        EXPECT_EQ(controller.dynamic_areas().at(0).pages.size(), 1U);
+        EXPECT_EQ(pages(), 1U);
     }
 }
 
 TEST_F(Area, ColumnsAreAsLargeAsTheWholeTextFits) {
     const struct {
         std::string text;
-        std::vector<std::string> options;
-    } cases[] = {{"新鲜咖啡和蛋糕", {}},
-                 {"新鲜咖啡和蛋糕", {"--rect", "0,0,52,32", "--spacing", "1"}},
-                 {"你好\n再见", {"--rect", "0,0,32,32"}},
-                 {"你好", {"--single", "--rect", "40,0,32,32"}}};
+        const char* options;
+    } cases[] = {{"新鲜咖啡和蛋糕", ""},
+                 {"新鲜咖啡和蛋糕", "--rect 0,0,52,32 --spacing 1"},
+                 {"你好\n再见", "--rect 0,0,32,32"},
+                 {"你好", "--single --rect 40,0,32,32"}};
     for (const auto& c : cases) {
-        const auto pages = [&](const std::vector<std::string>& size) {
-            std::vector<std::string> options = c.options;
-            options.emplace_back("--vertical");
-            options.insert(options.end(), size.begin(), size.end());
-            show(options, c.text);
-            return controller.dynamic_areas().at(0).pages.size();
-        };
-        std::vector<std::string> arguments{"text", c.text, "--vertical"};
-        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-        const unsigned size = qmctl_json(controller.port(), arguments)["size"];
-        EXPECT_EQ(pages({}), 1U) << c.text << " " << size;
-        EXPECT_GT(pages({"--size", std::to_string(size + 1)}), 1U) << c.text << " " << size;
+        const Words column = Words{"text", c.text, "--vertical"} + c.options;
+        const unsigned size = json(column)["size"];
+        EXPECT_EQ(pages(), 1U) << c.text << " " << size;
+        done(column + Words{"--size", std::to_string(size + 1)});
+        EXPECT_GT(pages(), 1U) << c.text << " " << size;
     }
 }
 
 TEST_F(Area, RectangleThatReachesBeyondTheScreenIsRefused) {
     const TemporaryFile picture("picture.png", hex(kPicture));
     for (const char* rect : {"100,0,29,8", "0,25,8,8", "128,0,1,1", "0,32,1,1", "65535,65535,65535,65535"})
-        for (const std::vector<std::string>& verb :
-             {std::vector<std::string>{"text", "x"}, {"picture", picture.path()}}) {
-            std::vector<std::string> arguments = verb;
-            arguments.insert(arguments.end(), {"--rect", rect, "-c", address(controller.port())});
-            const Outcome outcome = qmctl(arguments);
+        for (const Words& verb : {Words{"text", "x"}, {"picture", picture.path()}}) {
+            const Outcome outcome = run(verb + Words{"--rect", rect});
             EXPECT_EQ(outcome.status, 1) << rect;
             EXPECT_THAT(outcome.err,
                         testing::HasSubstr("--rect: reaches beyond the screen of 128 x 32 pixels"));
         }
     EXPECT_TRUE(controller.payloads().empty());
-    run({"text", "x", "--rect", "120,24,8,8"});
+    done("text x --rect 120,24,8,8");
 }
 
 TEST_F(Area, TextIsTakenLiterally) {
     for (const std::string text : {"{}", "[1,2]", "a,b", "ping", "-5", "--json", "++", "%s", "\xFFz"}) {
-        run({"text", "--", text});
-        run({"text", "-"}, text + "\n"); // which no parser of arguments has touched
+        done({"text", "--", text});
+        done({"text", "-"}, text + "\n"); // which no parser of arguments has touched
         const auto payloads = controller.payloads();
         EXPECT_EQ(payloads.back(), payloads[payloads.size() - 2]) << text;
         EXPECT_GT(Lit(controller.screen()).count, 0) << text;
@@ -126,18 +99,18 @@ TEST_F(Area, TextIsTakenLiterally) {
 
 TEST_F(Area, PlaceAndEffectReachTheController) {
     const struct {
-        std::vector<std::string> options;
+        const char* options;
         int id;
         sim::Rect rect;
         int mode, speed, stay, repeat;
     } cases[] = {
-        {{}, 0, {0, 0, 128, 32}, 1, 32, 300, 1},
-        {{"--area", "255", "--rect", "8,4,64,16", "--mode", "left"}, 255, {8, 4, 64, 16}, 4, 32, 0, 1},
-        {{"--mode", "right", "--speed", "5", "--repeat", "3"}, 0, {0, 0, 128, 32}, 38, 5, 0, 3},
-        {{"--mode", "9", "--stay", "65535", "--screen", "double"}, 0, {0, 0, 128, 32}, 9, 32, 65535, 1},
+        {"", 0, {0, 0, 128, 32}, 1, 32, 300, 1},
+        {"--area 255 --rect 8,4,64,16 --mode left", 255, {8, 4, 64, 16}, 4, 32, 0, 1},
+        {"--mode right --speed 5 --repeat 3", 0, {0, 0, 128, 32}, 38, 5, 0, 3},
+        {"--mode 9 --stay 65535 --screen double", 0, {0, 0, 128, 32}, 9, 32, 65535, 1},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.options));
+        SCOPED_TRACE(c.options);
         show(c.options);
         const auto areas = controller.dynamic_areas();
         const auto area = std::ranges::find(areas, c.id, &sim::ReceivedArea::id);
@@ -199,19 +172,18 @@ TEST_F(Area, LookOfTheTextFollowsTheOptions) {
 
 TEST_F(Area, OneLineIsCutIntoPagesAndLinesAreWrapped) {
     const std::string text = "one two three four five six seven eight nine ten";
-    const auto pages = [&](std::vector<std::string> options) {
-        options.insert(options.end(), {"--size", "6"});
-        show(options, text);
-        return controller.dynamic_areas().at(0).pages.size();
+    const auto pages_with = [&](const char* options) {
+        show(Words("--size 6") + options, text);
+        return pages();
     };
-    const std::size_t wrapped = pages({}), one_line = pages({"--single"});
-    EXPECT_LT(wrapped, one_line);
-    EXPECT_EQ(pages({"--mode", "left", "--multi"}), wrapped);
-    EXPECT_GT(pages({"--mode", "left"}), wrapped) << "running text is one line";
+    const std::size_t wrapped = pages_with("");
+    EXPECT_GT(pages_with("--single"), wrapped);
+    EXPECT_EQ(pages_with("--mode left --multi"), wrapped);
+    EXPECT_GT(pages_with("--mode left"), wrapped) << "running text is one line";
 }
 
 TEST_F(Area, ResultIsToldToScripts) {
-    const auto result = qmctl_json(controller.port(), {"text", "Hi", "--rect", "8,4,64,16", "--area", "3"});
+    const auto result = json("text Hi --rect 8,4,64,16 --area 3");
     const nlohmann::json expected{{"ok", true},
                                   {"status", 0},
                                   {"controller", address(controller.port())},
@@ -225,12 +197,9 @@ TEST_F(Area, ResultIsToldToScripts) {
 
 TEST_F(Area, PictureAppearsAtItsPlace) {
     const TemporaryFile picture(" picture.png", hex(kPicture));
-    run({"picture", picture.path(), "--rect", "5,3,40,20"});
+    done({"picture", picture.path(), "--rect", "5,3,40,20"});
     const sim::Image screen = controller.screen();
-    const Rgb black, red{255, 0, 0}, green{0, 255, 0}, yellow{255, 255, 0};
-    const Rgb rows[2][3] = {{red, green, yellow}, {black, red, green}};
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 3; ++x) EXPECT_EQ(screen.at(5 + x, 3 + y), rows[y][x]) << x << "," << y;
+    expect_picture(screen, 5, 3);
     EXPECT_EQ(Lit(screen).count, 5);
 }
 
@@ -240,7 +209,7 @@ TEST_F(Area, PictureThatIsCutShortIsAFailureAndLeavesTheScreen) {
     ByteBuffer bytes = hex(kPicture);
     bytes.resize(40);
     const TemporaryFile picture("cut.png", bytes);
-    const Outcome outcome = qmctl({"-c", address(controller.port()), "picture", picture.path()});
+    const Outcome outcome = run({"picture", picture.path()});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(controller.screen(), before);
 }

@@ -5,7 +5,6 @@
 #include "support/Descriptor.h"
 
 #include <gmock/gmock.h>
-#include <iterator>
 #include <poll.h>
 #include <sstream>
 #include <sys/socket.h>
@@ -28,120 +27,114 @@ class Listener {
 };
 
 struct Misuse {
-    std::vector<std::string> arguments;
+    Words arguments;
     const char* bad;      // the word that the message must name
     const char* expected; // and what it must ask for
 };
 
 const Misuse kMisuses[] = {
     {{}, "verb", "required"},
-    {{"text"}, "TEXT", "required"},
-    {{"text", "two", "words"}, "words", ""},
-    {{"text", "x", "--area", "256"}, "256", "--area: expected a whole number from 0 to 255"},
-    {{"text", "x", "--area", "-1"}, "-1", "from 0 to 255"},
-    {{"text", "x", "--area", "0x10"}, "0x10", "from 0 to 255"},
+    {"text", "TEXT", "required"},
+    {"text two words", "words", ""},
+    {"text x --area 256", "256", "--area: expected a whole number from 0 to 255"},
+    {"text x --area -1", "-1", "from 0 to 255"},
+    {"text x --area 0x10", "0x10", "from 0 to 255"},
     {{"text", "x", "--area", ""}, "''", "from 0 to 255"},
-    {{"text", "x", "--size", "0"}, "'0'", "--size: expected a whole number from 1 to 1000"},
-    {{"text", "x", "--stay", "65536"}, "65536", "from 0 to 65535"},
-    {{"text", "x", "--speed", "99999999999999999999"}, "99999999999999999999", "from 0 to 255"},
-    {{"text", "x", "--speed", "5.5"}, "5.5", "from 0 to 255"},
-    {{"text", "x", "--rect", "1,2,3"}, "1,2,3", "X,Y,W,H"},
-    {{"text", "x", "--rect", "1,2,3,4,5"}, "1,2,3,4,5", "X,Y,W,H"},
-    {{"text", "x", "--rect", "0,0,0,8"}, "0,0,0,8", "not 0"},
-    {{"text", "x", "--rect", "-1,0,8,8"}, "-1,0,8,8", "X,Y,W,H"},
-    {{"text", "x", "--color", "mauve"}, "mauve", "red, green, yellow"},
-    {{"text", "x", "--color", "#12345"}, "#12345", "#RRGGBB"},
-    {{"text", "x", "--color", "#12345G"}, "#12345G", "#RRGGBB"},
-    {{"text", "x", "--screen", "triple"}, "triple", "single, double, three, full"},
-    {{"text", "x", "--mode", "zigzag"}, "zigzag", "static, left, right"},
-    {{"text", "x", "--mode", "256"}, "256", "from 0 to 255"},
-    {{"text", "x", "--halign", "top"}, "top", "left, center, right"},
-    {{"text", "x", "--valign", "left"}, "left", "top, center, bottom"},
-    {{"text", "x", "--single", "--multi"}, "--single", "--multi"},
-    {{"text", "x", "--font", "/nowhere/font.TTF"}, "/nowhere/font.TTF", "a file that can be read"},
-    {{"text", "x", "--font", "/nowhere/font.PCF.gz"}, "/nowhere/font.PCF.gz", "a file that can be read"},
-    {{"text", "x", "--font", "fonts/some"}, "fonts/some", ".otf, .otb"},
+    {"text x --size 0", "'0'", "--size: expected a whole number from 1 to 1000"},
+    {"text x --stay 65536", "65536", "from 0 to 65535"},
+    {"text x --speed 99999999999999999999", "99999999999999999999", "from 0 to 255"},
+    {"text x --speed 5.5", "5.5", "from 0 to 255"},
+    {"text x --rect 1,2,3", "1,2,3", "X,Y,W,H"},
+    {"text x --rect 1,2,3,4,5", "1,2,3,4,5", "X,Y,W,H"},
+    {"text x --rect 0,0,0,8", "0,0,0,8", "not 0"},
+    {"text x --rect -1,0,8,8", "-1,0,8,8", "X,Y,W,H"},
+    {"text x --color mauve", "mauve", "red, green, yellow"},
+    {"text x --color #12345", "#12345", "#RRGGBB"},
+    {"text x --color #12345G", "#12345G", "#RRGGBB"},
+    {"text x --screen triple", "triple", "single, double, three, full"},
+    {"text x --mode zigzag", "zigzag", "static, left, right"},
+    {"text x --mode 256", "256", "from 0 to 255"},
+    {"text x --halign top", "top", "left, center, right"},
+    {"text x --valign left", "left", "top, center, bottom"},
+    {"text x --single --multi", "--single", "--multi"},
+    {"text x --font /nowhere/font.TTF", "/nowhere/font.TTF", "a file that can be read"},
+    {"text x --font /nowhere/font.PCF.gz", "/nowhere/font.PCF.gz", "a file that can be read"},
+    {"text x --font fonts/some", "fonts/some", ".otf, .otb"},
     {{"text", "x", "--font", ""}, "''", "a font family"},
     {{"text", "x", "--say", ""}, "--say", "a text of 1 to 65515 bytes"},
-    {{"picture"}, "FILE", "required"},
-    {{"picture", "/nowhere/logo.png"}, "/nowhere/logo.png", "a file that can be read"},
-    {{"picture", "/dev"}, "/dev", "a file that can be read"},
+    {"picture", "FILE", "required"},
+    {"picture /nowhere/logo.png", "/nowhere/logo.png", "a file that can be read"},
+    {"picture /dev", "/dev", "a file that can be read"},
     {{"picture", QMCTL_BINARY}, QMCTL_BINARY, "a PNG picture"},
-    {{"find", "surplus"}, "surplus", ""},
-    {{"status", "surplus"}, "surplus", ""},
-    {{"clock", "now"}, "now", ""},
-    {{"power"}, "verb", "required"},
-    {{"power", "maybe"}, "maybe", ""},
-    {{"power", "on", "off"}, "off", ""},
-    {{"power", "timer"}, "PERIOD", "required"},
-    {{"power", "timer", "7:30-12:00"}, "7:30-12:00", "such as 07:30-22:00"},
-    {{"power", "timer", "07:30-24:00"}, "07:30-24:00", "such as 07:30-22:00"},
-    {{"power", "timer", "07:30-12:60"}, "07:30-12:60", "such as 07:30-22:00"},
-    {{"power", "timer", "07:30-12:00", "13:00"}, "'13:00'", "such as 07:30-22:00"},
-    {{"power", "timer", "07:30-12:00-13:00"}, "07:30-12:00-13:00", "such as 07:30-22:00"},
-    {{"power", "timer", "07:00-12:00", "11:59-13:00"}, "'11:59-13:00'", "do not overlap"},
-    {{"power", "timer", "22:00-06:00", "12:00-13:00", "05:59-07:00"}, "'05:59-07:00'", "'22:00-06:00'"},
-    {{"power", "timer", "08:00-09:00", "07:00-10:00"}, "'07:00-10:00'", "do not overlap"},
-    {{"power", "timer", "08:00-08:00"}, "'08:00-08:00'", "two different times"},
-    {{"brightness"}, "brightness", "or --table FILE"},
-    {{"brightness", "256"}, "256", "from 0 to 255"},
-    {{"brightness", "-1"}, "-1", "from 0 to 255"},
-    {{"brightness", "--table", "/nowhere/levels"}, "/nowhere/levels", "a file that can be read"},
+    {"find surplus", "surplus", ""},
+    {"status surplus", "surplus", ""},
+    {"clock now", "now", ""},
+    {"power", "verb", "required"},
+    {"power maybe", "maybe", ""},
+    {"power on off", "off", ""},
+    {"power timer", "PERIOD", "required"},
+    {"power timer 7:30-12:00", "7:30-12:00", "such as 07:30-22:00"},
+    {"power timer 07:30-24:00", "07:30-24:00", "such as 07:30-22:00"},
+    {"power timer 07:30-12:60", "07:30-12:60", "such as 07:30-22:00"},
+    {"power timer 07:30-12:00 13:00", "'13:00'", "such as 07:30-22:00"},
+    {"power timer 07:30-12:00-13:00", "07:30-12:00-13:00", "such as 07:30-22:00"},
+    {"power timer 07:00-12:00 11:59-13:00", "'11:59-13:00'", "do not overlap"},
+    {"power timer 22:00-06:00 12:00-13:00 05:59-07:00", "'05:59-07:00'", "'22:00-06:00'"},
+    {"power timer 08:00-09:00 07:00-10:00", "'07:00-10:00'", "do not overlap"},
+    {"power timer 08:00-08:00", "'08:00-08:00'", "two different times"},
+    {"brightness", "brightness", "or --table FILE"},
+    {"brightness 256", "256", "from 0 to 255"},
+    {"brightness -1", "-1", "from 0 to 255"},
+    {"brightness --table /nowhere/levels", "/nowhere/levels", "a file that can be read"},
     {{"brightness", "--table", QMCTL_BINARY}, QMCTL_BINARY, "48 numbers from 0 to 255"},
-    {{"lock", "door"}, "door", ""},
-    {{"lock", "screen", "P001"}, "P001", ""},
-    {{"lock", "program"}, "NAME", "required"},
-    {{"lock", "program", "P01"}, "P01", "a name of 4 characters"},
-    {{"lock", "program", "P0001"}, "P0001", "a name of 4 characters"},
-    {{"lock", "program", "P001", "--for", "4294967296"}, "4294967296", "from 0 to 4294967295"},
-    {{"unlock", "program", "P001", "--for", "1"}, "--for", ""},
-    {{"password", "set", "000000"}, "NEW", "required"},
-    {{"password", "set", "000000", "short"}, "short", "a password of 6 characters"},
-    {{"password", "delete", "toolong"}, "toolong", "a password of 6 characters"},
-    {{"button"}, "N", "required"},
-    {{"button", "256"}, "256", "from 0 to 255"},
-    {{"mode", "x"}, "x", "from 0 to 255"},
-    {{"speed", "32768"}, "32768", "from -32768 to 32767"},
-    {{"speed", "-32769"}, "-32769", "from -32768 to 32767"},
-    {{"speed", "--", "--5"}, "--5", "from -32768 to 32767"},
-    {{"address", "32768"}, "32768", "from 0 to 32767"},
-    {{"delay", "-1"}, "-1", "from 0 to 32767"},
-    {{"battle", "--mode", "256"}, "256", "from 0 to 255"},
-    {{"reset", "now"}, "now", ""},
-    {{"firmware", "activate", "firmware.bin"}, "firmware.bin", "a name of 4 characters"},
-    {{"network", "set-ip", "192.168.0.50", "255.255.255.0"}, "GATEWAY", "required"},
-    {{"network", "set-ip", "192.168.0.256", "255.255.255.0", "192.168.0.1"},
-     "192.168.0.256",
-     "an IPv4 address"},
-    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--port", "0"}, "'0'", "from 1 to 65535"},
-    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--password", "ninebytes"},
-     "ninebytes",
-     "8 bytes"},
-    {{"network", "set-ip", "1.2.3.4", "255.0.0.0", "1.1.1.1", "--net-id", "thirteenbytes"},
-     "thirteen",
-     "12 bytes"},
-    {{"network", "set-mac", "0-26-43-60-77-94"}, "0-26-43-60-77-94", "in hex, such as 00:1a:2b:3c:4d:5e"},
-    {{"network", "set-mac", "00:1a:2b:3c:4d"}, "00:1a:2b:3c:4d", "in hex"},
-    {{"network", "set-mac", "00:1a:2b-3c:4d:5e"}, "00:1a:2b-3c:4d:5e", "in hex"},
-    {{"network", "set-mac", "01:1a:2b:3c:4d:5e"}, "01:1a:2b:3c:4d:5e", "of one station"},
-    {{"network", "wifi", "Signpost"}, "PASSWORD", "requires"},
-    {{"network", "wifi", "a,b", "12345678"}, "a,b", "without comma"},
-    {{"network", "wifi", "Signpost", "1234567"}, "1234567", "8 to 63 characters"},
+    {"lock door", "door", ""},
+    {"lock screen P001", "P001", ""},
+    {"lock program", "NAME", "required"},
+    {"lock program P01", "P01", "a name of 4 characters"},
+    {"lock program P0001", "P0001", "a name of 4 characters"},
+    {"lock program P001 --for 4294967296", "4294967296", "from 0 to 4294967295"},
+    {"unlock program P001 --for 1", "--for", ""},
+    {"password set 000000", "NEW", "required"},
+    {"password set 000000 short", "short", "a password of 6 characters"},
+    {"password delete toolong", "toolong", "a password of 6 characters"},
+    {"button", "N", "required"},
+    {"button 256", "256", "from 0 to 255"},
+    {"mode x", "x", "from 0 to 255"},
+    {"speed 32768", "32768", "from -32768 to 32767"},
+    {"speed -32769", "-32769", "from -32768 to 32767"},
+    {"speed -- --5", "--5", "from -32768 to 32767"},
+    {"address 32768", "32768", "from 0 to 32767"},
+    {"delay -1", "-1", "from 0 to 32767"},
+    {"battle --mode 256", "256", "from 0 to 255"},
+    {"reset now", "now", ""},
+    {"firmware activate firmware.bin", "firmware.bin", "a name of 4 characters"},
+    {"network set-ip 192.168.0.50 255.255.255.0", "GATEWAY", "required"},
+    {"network set-ip 192.168.0.256 255.255.255.0 192.168.0.1", "192.168.0.256", "an IPv4 address"},
+    {"network set-ip 1.2.3.4 255.0.0.0 1.1.1.1 --port 0", "'0'", "from 1 to 65535"},
+    {"network set-ip 1.2.3.4 255.0.0.0 1.1.1.1 --password ninebytes", "ninebytes", "8 bytes"},
+    {"network set-ip 1.2.3.4 255.0.0.0 1.1.1.1 --net-id thirteenbytes", "thirteen", "12 bytes"},
+    {"network set-mac 0-26-43-60-77-94", "0-26-43-60-77-94", "in hex, such as 00:1a:2b:3c:4d:5e"},
+    {"network set-mac 00:1a:2b:3c:4d", "00:1a:2b:3c:4d", "in hex"},
+    {"network set-mac 00:1a:2b-3c:4d:5e", "00:1a:2b-3c:4d:5e", "in hex"},
+    {"network set-mac 01:1a:2b:3c:4d:5e", "01:1a:2b:3c:4d:5e", "of one station"},
+    {"network wifi Signpost", "PASSWORD", "requires"},
+    {"network wifi a,b 12345678", "a,b", "without comma"},
+    {"network wifi Signpost 1234567", "1234567", "8 to 63 characters"},
     {{"network", "wifi", "Signpost", "12345678\r\n"}, "12345678", "8 to 63 characters"},
-    {{"config", "push", "/nowhere/screen.json"}, "/nowhere/screen.json", "a file that can be read"},
+    {"config push /nowhere/screen.json", "/nowhere/screen.json", "a file that can be read"},
     {{"config", "push", QMCTL_BINARY}, QMCTL_BINARY, "one JSON object"},
-    {{"fs"}, "verb", "required"},
-    {{"fs", "ls", "--type", "x"}, "'x'", "from 0 to 255"},
-    {{"fs", "put", "/nowhere/P001"}, "/nowhere/P001", "a file that can be read"},
+    {"fs", "verb", "required"},
+    {"fs ls --type x", "'x'", "from 0 to 255"},
+    {"fs put /nowhere/P001", "/nowhere/P001", "a file that can be read"},
     {{"fs", "put", QMCTL_BINARY}, "'qmctl'", "a name of 4 characters"},
     {{"fs", "put", QMCTL_BINARY, "P1"}, "P1", "a name of 4 characters"},
     {{"fs", "put", QMCTL_BINARY, "P001", "--block", "0"}, "'0'", "from 1 to 32758"},
     {{"fs", "put", QMCTL_BINARY, "P001", "--block", "32759"}, "32759", "from 1 to 32758"},
-    {{"fs", "rm"}, "NAME", "required"},
-    {{"fs", "rm", "P001", "P2"}, "'P2'", "a name of 4 characters"},
-    {{"fs", "rm", "{}"}, "'{}'", "a name of 4 characters"},
-    {{"fs", "format"}, "--yes", "erases all files"},
-    {{"area", "send", "/no/such/file"}, "/no/such/file", "a file that can be read"},
+    {"fs rm", "NAME", "required"},
+    {"fs rm P001 P2", "'P2'", "a name of 4 characters"},
+    {"fs rm {}", "'{}'", "a name of 4 characters"},
+    {"fs format", "--yes", "erases all files"},
+    {"area send /no/such/file", "/no/such/file", "a file that can be read"},
     {{"program", "send", QMCTL_BINARY}, QMCTL_BINARY, "syntax error"},
 };
 
@@ -150,9 +143,7 @@ TEST(BadArguments, AreNamedAndNothingIsSentToOneOrSeveral) {
     for (const Misuse& misuse : kMisuses) {
         SCOPED_TRACE(testing::PrintToString(misuse.arguments));
         for (const std::string& to : {controller.address(), controller.address() + "," + other.address()}) {
-            std::vector<std::string> arguments = misuse.arguments;
-            arguments.insert(arguments.begin(), {"-c", to});
-            const Outcome outcome = qmctl(arguments);
+            const Outcome outcome = qmctl(Words{"-c", to} + misuse.arguments);
             EXPECT_EQ(outcome.status, 1);
             EXPECT_THAT(outcome.err, HasSubstr(misuse.bad));
             EXPECT_THAT(outcome.err, HasSubstr(misuse.expected));
@@ -216,7 +207,7 @@ TEST(BadArguments, AddressesAreNeverGuessed) {
 
 TEST(BadArguments, StandardInputMustBeAText) {
     const Listener controller;
-    const std::vector<std::string> arguments{"-c", controller.address(), "text", "-"};
+    const Words arguments{"-c", controller.address(), "text", "-"};
     const struct {
         std::string input;
         const char* words;
@@ -231,7 +222,7 @@ TEST(BadArguments, StandardInputMustBeAText) {
 
 TEST(BadArguments, MistypedWordIsNamedOnceWithTheNearest) {
     const struct {
-        std::vector<std::string> arguments;
+        Words arguments;
         std::string words;
     } cases[] = {
         {{"pign"}, "unknown verb 'pign'; did you mean 'ping'?"},
@@ -255,9 +246,7 @@ TEST(BadArguments, MistypedWordIsNamedOnceWithTheNearest) {
         const Outcome outcome = qmctl(c.arguments);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_EQ(outcome.err.substr(0, outcome.err.find('\n')), "qmctl: " + c.words);
-        std::vector<std::string> json = c.arguments;
-        json.insert(json.begin(), "--json");
-        const Outcome told = qmctl(json);
+        const Outcome told = qmctl(Words("--json") + c.arguments);
         EXPECT_EQ(told.status, 1);
         EXPECT_EQ(nlohmann::json::parse(told.err, nullptr, false),
                   (nlohmann::json{{"ok", false}, {"error", c.words}}))
@@ -288,8 +277,7 @@ unsigned expect_examples(const std::string& path, const std::string& help) {
     unsigned count = has_example ? 1 : 0;
     for (const std::string& verb : verbs) {
         const std::string all = path.empty() ? verb : path + " " + verb;
-        std::istringstream stream(all + " --help");
-        const Outcome outcome = qmctl({std::istream_iterator<std::string>(stream), {}});
+        const Outcome outcome = qmctl((all + " --help").c_str());
         EXPECT_EQ(outcome.status, 0) << all;
         EXPECT_EQ(outcome.err, "") << all;
         count += expect_examples(all, outcome.out);

@@ -5,8 +5,10 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <poll.h>
 #include <spawn.h>
+#include <sstream>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -56,20 +58,28 @@ int wait_for_end(pid_t pid) {
 
 } // namespace
 
-Outcome qmctl(const std::vector<std::string>& arguments, const std::string& input, const char* output) {
-    std::vector<std::string> words{QMCTL_BINARY};
-    words.insert(words.end(), arguments.begin(), arguments.end());
+Words::Words(const char* line) {
+    std::istringstream words(line);
+    assign(std::istream_iterator<std::string>(words), {});
+}
+
+Words operator+(Words front, const Words& back) {
+    front.insert(front.end(), back.begin(), back.end());
+    return front;
+}
+
+Outcome qmctl(const Words& arguments, const std::string& input, const char* output) {
     const Descriptor in = memory_file(input), memory = memory_file(), err = memory_file();
     const Descriptor device(output ? ::open(output, O_WRONLY | O_CLOEXEC) : -1);
-    const pid_t pid = spawn(std::move(words), in.get(), device ? device.get() : memory.get(), err.get());
+    const pid_t pid =
+        spawn(Words{QMCTL_BINARY} + arguments, in.get(), device ? device.get() : memory.get(), err.get());
     if (pid < 0) return {};
     const int status = wait_for_end(pid);
     return {status, content_of(memory), content_of(err)};
 }
 
-nlohmann::json qmctl_json(unsigned port, std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"--json", "-c", address(port)});
-    const std::string out = qmctl(arguments).out;
+nlohmann::json qmctl_json(unsigned port, const Words& arguments) {
+    const std::string out = qmctl(Words{"--json", "-c", address(port)} + arguments).out;
     EXPECT_EQ(out.find('\n'), out.size() - 1) << out;
     const auto value = nlohmann::json::parse(out, nullptr, false);
     EXPECT_TRUE(value.is_object()) << out;

@@ -13,12 +13,18 @@ struct Outcome {
     std::string out, err;
 };
 
+// Arguments one by one, or in one line with spaces between.
+struct Words : std::vector<std::string> {
+    using std::vector<std::string>::vector;
+    Words(const char* line); // NOLINT: a line is a list of words
+};
+Words operator+(Words front, const Words& back);
+
 // Runs qmctl to its end, for at most 60 s. output: a file to write its results to, in place of Outcome::out.
-Outcome qmctl(const std::vector<std::string>& arguments, const std::string& input = "",
-              const char* output = nullptr);
+Outcome qmctl(const Words& arguments, const std::string& input = "", const char* output = nullptr);
 
 // Runs qmctl --json against 127.0.0.1:port, which has to print one JSON object in one line.
-nlohmann::json qmctl_json(unsigned port, std::vector<std::string> arguments);
+nlohmann::json qmctl_json(unsigned port, const Words& arguments);
 
 std::string address(unsigned port); // 127.0.0.1:port
 

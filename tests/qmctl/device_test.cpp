@@ -1,9 +1,6 @@
-// What the verbs for power, locks, clock and settings change in a controller.
-#include "TemporaryFile.h"
-#include "child.h"
-#include "hex.h"
+// What the verbs for power, locks, clock and settings change in a controller, and what it says of itself.
+#include "fixture.h"
 #include "scripted_peer.h"
-#include "simulator/Simulator.h"
 #include "wire.h"
 
 #include <gmock/gmock.h>
@@ -18,69 +15,52 @@ using testing::Each;
 using testing::HasSubstr;
 
 // Its host's clock stands at 2024-02-29 23:59:58.
-class Device : public testing::Test {
+constexpr sim::LocalSeconds kNow{std::chrono::local_days{2024y / 2 / 29} + 23h + 59min + 58s};
+class Device : public ControllerTest {
   protected:
-    static constexpr sim::LocalSeconds kNow{std::chrono::local_days{2024y / 2 / 29} + 23h + 59min + 58s};
-
-    void run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"-c", address(controller.port())});
-        const Outcome outcome = qmctl(arguments);
-        EXPECT_EQ(outcome.status, 0) << testing::PrintToString(arguments) << outcome.err;
-    }
-    nlohmann::json json(std::vector<std::string> arguments) {
-        return qmctl_json(controller.port(), arguments);
-    }
-
-    sim::Simulator controller{sim::Options{.clock = [] { return kNow; }}};
+    Device() : ControllerTest({.clock = [] { return kNow; }}) {}
 };
 
 TEST_F(Device, EveryCommandHasItsEffect) {
     using State = const Snapshot&;
     const struct {
-        std::vector<std::string> arguments;
-        bool (*done)(State);
+        const char* arguments;
+        bool (*is_done)(State);
     } steps[] = {
-        {{"power", "off"}, [](State s) { return !s.power; }},
-        {{"power", "on"}, [](State s) { return s.power; }},
-        {{"power", "timer", "07:30-12:00", "13:00-22:15"},
+        {"power off", [](State s) { return !s.power; }},
+        {"power on", [](State s) { return s.power; }},
+        {"power timer 07:30-12:00 13:00-22:15",
          [](State s) {
-             return s.timing == std::vector<sim::OnOffTime>{{7, 30, 12, 0}, {13, 0, 22, 15}} && !s.power;
+             return s.timing == std::vector<sim::OnOffTime>{{7, 30, 12, 0}, {13, 0, 22, 15}};
          }},
-        {{"power", "cancel"}, [](State s) { return s.timing.empty() && s.power; }},
-        {{"lock", "screen", "--keep"},
-         [](State s) {
-             return s.screen_lock == sim::Lock{true, true};
-         }},
-        {{"unlock", "screen"}, [](State s) { return s.screen_lock == sim::Lock{}; }},
-        {{"lock", "program", "P007", "--for", "4294967295"},
-         [](State s) {
-             const sim::ProgramLock& lock = s.program_lock;
-             return lock.locked && !lock.nonvolatile && lock.program == "P007" && lock.duration == 0xFFFFFFFF;
-         }},
-        {{"unlock", "program", "P007"}, [](State s) { return !s.program_lock.locked; }},
-        {{"password", "set", "000000", "s3cret"}, [](State s) { return s.password == "s3cret"; }},
-        {{"password", "delete", "s3cret"}, [](State s) { return s.password.empty(); }},
-        {{"button", "3"}, [](State s) { return s.button_mode == 3; }},
-        {{"mode", "255"}, [](State s) { return s.display_mode == 255; }},
-        {{"speed", "-32768"}, [](State s) { return s.speed == -32768; }},
-        {{"address", "32767"}, [](State s) { return s.address == 32767; }},
-        {{"delay", "10"}, [](State s) { return s.power_on_delay == 10; }},
-        {{"brightness", "7"},
-         [](State s) { return s.brightness.mode == sim::BrightnessMode::manual && s.brightness_level == 7; }},
-        {{"reset"}, [](State s) { return s.resets == 1; }},
+        {"power cancel", [](State s) { return s.timing.empty() && s.power; }},
+        {"lock screen --keep", [](State s) { return s.screen_lock.locked && s.screen_lock.nonvolatile; }},
+        {"unlock screen", [](State s) { return s.screen_lock == sim::Lock{}; }},
+        {"lock program P007 --for 4294967295",
+         [](State s) { return !s.program_lock.nonvolatile && s.program_lock.duration == 0xFFFFFFFF; }},
+        {"unlock program P007", [](State s) { return !s.program_lock.locked; }},
+        {"password set 000000 s3cret", [](State s) { return s.password == "s3cret"; }},
+        {"password delete s3cret", [](State s) { return s.password.empty(); }},
+        {"button 3", [](State s) { return s.button_mode == 3; }},
+        {"mode 255", [](State s) { return s.display_mode == 255; }},
+        {"speed -32768", [](State s) { return s.speed == -32768; }},
+        {"address 32767", [](State s) { return s.address == 32767; }},
+        {"delay 10", [](State s) { return s.power_on_delay == 10; }},
+        {"brightness 7", [](State s) { return s.brightness.mode == sim::BrightnessMode::manual; }},
+        {"reset", [](State s) { return s.resets == 1; }},
     };
     for (const auto& step : steps) {
-        run(step.arguments);
-        EXPECT_TRUE(step.done(controller.state())) << testing::PrintToString(step.arguments);
+        done(step.arguments);
+        EXPECT_TRUE(step.is_done(controller.state())) << step.arguments;
     }
 }
 
 TEST_F(Device, ManualBrightnessHoldsAllDayAndATableByHalfHours) {
-    run({"brightness", "7"});
+    done({"brightness", "7"});
     EXPECT_THAT(controller.state().brightness.levels, Each(7));
     std::string numbers;
     for (int i = 0; i < 48; ++i) numbers += std::to_string(i / 4) + (i % 6 == 5 ? "\n" : " ");
-    run({"brightness", "--table", TemporaryFile("levels", numbers).path()});
+    done({"brightness", "--table", TemporaryFile("levels", numbers).path()});
     const Snapshot state = controller.state();
     EXPECT_EQ(state.brightness.mode, sim::BrightnessMode::by_clock);
     for (std::size_t i = 0; i < 48; ++i) EXPECT_EQ(state.brightness.levels[i], i / 4);
@@ -88,18 +68,17 @@ TEST_F(Device, ManualBrightnessHoldsAllDayAndATableByHalfHours) {
 }
 
 TEST_F(Device, TimerTakes255PeriodsAndNoMore) {
-    std::vector<std::string> arguments{"power", "timer"};
+    Words arguments{"power", "timer"};
     const auto time = [](int minute) {
         return std::to_string(minute / 600) + std::to_string(minute / 60 % 10) + ":" +
                std::to_string(minute % 60 / 10) + std::to_string(minute % 10);
     };
     for (int i = 0; i < 255; ++i) arguments.push_back(time(5 * i) + "-" + time(5 * i + 5));
-    run(arguments);
+    done(arguments);
     EXPECT_EQ(controller.state().timing.size(), 255U);
     arguments.emplace_back("22:00-22:05");
     const std::size_t before = controller.connections();
-    arguments.insert(arguments.begin(), {"-c", address(controller.port())});
-    EXPECT_EQ(qmctl(arguments).status, 1);
+    EXPECT_EQ(run(arguments).status, 1);
     EXPECT_EQ(controller.connections(), before);
 }
 
@@ -107,17 +86,17 @@ TEST_F(Device, ClockIsShownAndSet) {
     EXPECT_EQ(json({"clock"})["clock"], "2024-02-29T23:59:58");
     EXPECT_EQ(json({"battle"})["clock"], "2024-02-29T23:59:58");
     const auto host = sim::host_time();
-    run({"clock", "set"});
+    done({"clock", "set"});
     const auto set = controller.state().clock;
     EXPECT_GE(set, host);
     EXPECT_LE(set, sim::host_time());
 }
 
 TEST_F(Device, StatusTellsWhatWasSet) {
-    run({"power", "timer", "07:30-12:00"});
-    run({"lock", "screen"});
-    run({"lock", "program", "P007"});
-    run({"brightness", "3"});
+    done({"power", "timer", "07:30-12:00"});
+    done({"lock", "screen"});
+    done({"lock", "program", "P007"});
+    done({"brightness", "3"});
     const nlohmann::json status = json({"status"});
     const nlohmann::json expected{{"power", "off"},
                                   {"timer", "on"},
@@ -151,21 +130,77 @@ TEST_F(Device, NetworkIsShownAlsoOfAControllerWithAWebServer) {
 }
 
 TEST_F(Device, RefusalIsSaidInWordsAndChangesNothing) {
-    run({"password", "set", "000000", "s3cret"});
-    const std::vector<std::string> refused[] = {
-        {"brightness", "16"}, {"password", "delete", "wrong1"}, {"firmware", "activate", "F001"}};
-    const char* const words[] = {"error 104", "error 111", "error 108"};
+    done({"password", "set", "000000", "s3cret"});
     const Snapshot before = controller.state();
-    for (std::size_t i = 0; i < std::size(refused); ++i) {
-        std::vector<std::string> arguments = refused[i];
-        arguments.insert(arguments.end(), {"-c", address(controller.port())});
-        const Outcome outcome = qmctl(arguments);
+    for (const auto& [arguments, words] : {std::pair{"brightness 16", "error 104"},
+                                           {"password delete wrong1", "error 111"},
+                                           {"firmware activate F001", "error 108"}}) {
+        const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 2);
-        EXPECT_THAT(outcome.err, AllOf(HasSubstr(words[i]), HasSubstr(address(controller.port()))));
+        EXPECT_THAT(outcome.err, AllOf(HasSubstr(words), HasSubstr(address(controller.port()))));
         EXPECT_EQ(outcome.out, "");
     }
     EXPECT_EQ(static_cast<sim::ControllerState>(controller.state()),
               static_cast<sim::ControllerState>(before));
+}
+
+TEST(Ping, TellsScriptsAndPeopleWhatTheControllerIs) {
+    const struct {
+        sim::Options options;
+        const char *model, *color;
+    } cases[] = {
+        {{.type = 0x0262, .width = 128, .height = 32, .color = sim::ScreenColor::dual},
+         "G6-T0 (0x62)",
+         "double"},
+        {{.type = 0x0166, .width = 64, .height = 16, .color = sim::ScreenColor::full},
+         "G6-T3 (0x66)",
+         "full"},
+        {{.type = 0x0174, .width = 512, .height = 256, .color = sim::ScreenColor::three},
+         "6H (0x74)",
+         "three"},
+        {{.type = 0x0151, .width = 32, .height = 8, .color = sim::ScreenColor::single},
+         "G5-T1 (0x51)",
+         "single"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.model);
+        const sim::Simulator controller(c.options);
+        const nlohmann::json found = qmctl_json(controller.port(), {"ping"});
+        const nlohmann::json expected{{"ok", true},
+                                      {"status", 0},
+                                      {"model", c.model},
+                                      {"type", c.options.type},
+                                      {"firmware", "SIM 1.00"},
+                                      {"width", c.options.width},
+                                      {"height", c.options.height},
+                                      {"color", c.color},
+                                      {"brightness", 15},
+                                      {"power", "on"},
+                                      {"address", 1},
+                                      {"controller", address(controller.port())}};
+        EXPECT_EQ(found, expected) << found;
+        const Outcome table = qmctl({"ping", "-c", address(controller.port())});
+        EXPECT_EQ(table.status, 0);
+        EXPECT_THAT(table.out, AllOf(HasSubstr(c.model), HasSubstr(c.color),
+                                     HasSubstr(std::to_string(c.options.width) + " x ")));
+    }
+}
+
+TEST(Ping, NothingThatAControllerSaysOfItselfReachesTheTerminalRaw) {
+    // Series 0x99, firmware "ESC [ 2 J, 0xC3, quote", screen 128 x 32, colour 9, power 7.
+    const ByteBuffer record =
+        hex("99 01 1B 5B 32 4A C3 22 00 41 00 FE FF 05 80 00 20 00 09 10 07 07 00 00*9 00*20");
+    const std::vector<ByteBuffer> answers{AnswerFrame{}.bytes(), AnswerFrame{.payload = record}.bytes()};
+    {
+        ScriptedPeer controller(ScriptedPeer::answering(answers));
+        const Outcome outcome = qmctl({"ping", "-c", address(controller.port())});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.out, AllOf(HasSubstr("?[2J?\""), HasSubstr("unknown (0x99)"),
+                                       HasSubstr("unknown (9)"), HasSubstr("unknown (7)")));
+        EXPECT_THAT(outcome.out, testing::Not(HasSubstr("\x1B")));
+    }
+    ScriptedPeer controller(ScriptedPeer::answering(answers));
+    EXPECT_EQ(qmctl_json(controller.port(), {"ping"})["firmware"], "?[2J?\"");
 }
 
 TEST(Status, HostileRecordReachesNoTerminalAndIsNoTime) {

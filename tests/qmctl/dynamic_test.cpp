@@ -1,7 +1,5 @@
 // Several areas, deletion, speech, and one verb on many controllers.
-#include "TemporaryFile.h"
-#include "child.h"
-#include "simulator/Simulator.h"
+#include "fixture.h"
 
 #include <gmock/gmock.h>
 
@@ -14,38 +12,34 @@ using testing::HasSubstr;
 
 constexpr char kAreas[] = QM_EXAMPLES "/areas/areas.json";
 
+using DynamicVerbs = ControllerTest;
+
 std::vector<unsigned> ids_of(const sim::Simulator& controller) {
     std::vector<unsigned> ids;
     for (const sim::ReceivedArea& area : controller.dynamic_areas()) ids.push_back(area.id);
     return ids;
 }
 
-TEST(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
-    const sim::Simulator controller;
-    const auto run = [&](std::vector<std::string> arguments) {
-        return qmctl_json(controller.port(), arguments);
-    };
-    EXPECT_EQ(run({"area", "send", kAreas})["areas"], (nlohmann::json{1, 2, 3}));
+TEST_F(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
+    EXPECT_EQ(json({"area", "send", kAreas})["areas"], (nlohmann::json{1, 2, 3}));
     EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 2, 3}));
     EXPECT_EQ(controller.dynamic_areas()[0].sound->text.size(), 44U);
     EXPECT_EQ(controller.payloads().size(), 2U) << "texts in one command, then pictures";
-    run({"area", "rm", "2", "77"});
+    json({"area", "rm", "2", "77"});
     EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 3}));
-    run({"area", "send", "--with-program", "7,8", kAreas});
-    for (const sim::ReceivedArea& area : controller.dynamic_areas())
+    json({"area", "send", "--with-program", "7,8", kAreas});
+    for (const sim::DynamicArea& area : controller.dynamic_areas())
         EXPECT_EQ(area.programs, (std::vector<std::uint16_t>{7, 8}));
     EXPECT_TRUE(controller.dynamic_areas()[0].sound) << "speech stays with its area";
-    run({"area", "rm", "all"});
+    json({"area", "rm", "all"});
     EXPECT_TRUE(ids_of(controller).empty());
 }
 
-TEST(DynamicVerbs, SpeaksWithAndWithoutAnArea) {
-    const sim::Simulator controller;
-    const auto run = [&](std::vector<std::string> arguments) { qmctl_json(controller.port(), arguments); };
-    run({"text", "Hello", "--say", "Good morning", "--volume", "3"});
+TEST_F(DynamicVerbs, SpeaksWithAndWithoutAnArea) {
+    json({"text", "Hello", "--say", "Good morning", "--volume", "3"});
     EXPECT_EQ(controller.dynamic_areas().at(0).sound->volume, 3);
-    run({"say", "--flag", "2", "Gate 4"});
-    run({"sound", "update", "1=One", "200=Two=2", "--store", "1"});
+    json({"say", "--flag", "2", "Gate 4"});
+    json({"sound", "update", "1=One", "200=Two=2", "--store", "1"});
     const auto voices = controller.state().voices;
     ASSERT_EQ(voices.size(), 3U);
     EXPECT_EQ(voices[1].id, 200);
@@ -53,60 +47,45 @@ TEST(DynamicVerbs, SpeaksWithAndWithoutAnArea) {
     EXPECT_EQ(voices[2].flag, 2);
 }
 
-TEST(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
-    const sim::Simulator controller({.type = 0x0051});
-    qmctl_json(controller.port(), {"text", "Hello", "--with-program", "all"});
-    ASSERT_EQ(ids_of(controller), std::vector<unsigned>{0});
-    EXPECT_EQ(controller.payloads().back()[9], 0) << "the number of its only area comes at once";
-    EXPECT_FALSE(controller.dynamic_areas()[0].play_at_once);
-    qmctl_json(controller.port(), {"area", "rm", "0"});
-    EXPECT_TRUE(ids_of(controller).empty());
-    const Outcome outcome = qmctl({"-c", address(controller.port()), "text", "x", "--say", "y"});
+TEST_F(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
+    const sim::Simulator five({.type = 0x0051});
+    qmctl_json(five.port(), {"text", "Hello", "--with-program", "all"});
+    ASSERT_EQ(ids_of(five), std::vector<unsigned>{0});
+    EXPECT_EQ(five.payloads().back()[9], 0) << "the number of its only area comes at once";
+    EXPECT_FALSE(five.dynamic_areas()[0].play_at_once);
+    qmctl_json(five.port(), {"area", "rm", "0"});
+    EXPECT_TRUE(ids_of(five).empty());
+    const Outcome outcome = qmctl({"-c", address(five.port()), "text", "x", "--say", "y"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("speech needs a controller of generation 6"));
 }
 
-TEST(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
-    const sim::Simulator controller;
+TEST_F(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
     const TemporaryFile bordered("areas.json",
                                  std::string(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})"));
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"area", "rm"},
-                                                      {"area", "rm", "256"},
-                                                      {"area", "rm", "1", "all"},
-                                                      {"say", ""},
-                                                      {"sound", "update", "1"},
-                                                      {"sound", "update", "256=x"},
-                                                      {"text", "x", "--with-program", "1,x"},
-                                                      {"--controllers", "/no/such/file", "ping"}}) {
-        std::vector<std::string> line{"-c", address(controller.port())};
-        if (arguments[0] == "--controllers") line.clear();
-        line.insert(line.end(), arguments.begin(), arguments.end());
-        EXPECT_EQ(qmctl(line).status, 1) << arguments[0] << " " << arguments[1];
-    }
-    const Outcome outcome = qmctl({"-c", address(controller.port()), "area", "send", bordered.path()});
+    for (const Words& arguments :
+         {Words("area rm"), Words("area rm 256"), Words("area rm 1 all"), Words{"say", ""},
+          Words("sound update 1"), Words("sound update 256=x"), Words("text x --with-program 1,x")})
+        EXPECT_EQ(run(arguments).status, 1) << testing::PrintToString(arguments);
+    EXPECT_EQ(qmctl("--controllers /no/such/file ping").status, 1);
+    const Outcome outcome = run({"area", "send", bordered.path()});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("areas[0]: a dynamic area has a number from 0 to 255"));
     EXPECT_EQ(controller.connections(), 0U);
 }
 
-TEST(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
+TEST_F(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
     const struct {
         std::uint16_t type;
-        std::vector<std::string> options;
-        const char *area, *words;
+        const char *options, *area, *words;
     } cases[] = {
-        {0x0051, {}, R"("text": "x", "sound": {"text": "y"})", "speech needs"},
-        {0x0262,
-         {"--with-program", "7"},
-         R"("pictures": ["P"], "sound": {"text": "y"})",
-         "cannot be related"},
-        {0x0262, {}, R"("text": "x", "transparency": 1)", "areas[1]: a dynamic area has no background_flag"},
-        {0x0262,
-         {},
-         R"("text": "x", "rect": [64, 0, 65, 8])",
+        {0x0051, "", R"("text": "x", "sound": {"text": "y"})", "speech needs"},
+        {0x0262, "--with-program 7", R"("pictures": ["P"], "sound": {"text": "y"})", "cannot be related"},
+        {0x0262, "", R"("text": "x", "transparency": 1)", "areas[1]: a dynamic area has no background_flag"},
+        {0x0262, "", R"("text": "x", "rect": [64, 0, 65, 8])",
          "areas.json: areas[1].rect: reaches beyond the screen of 128 x 32 pixels"}};
     for (const auto& c : cases) {
-        const sim::Simulator controller({.type = c.type});
+        const sim::Simulator target({.type = c.type});
         std::string area = c.area;
         if (const auto place = area.find("\"P\""); place != area.npos)
             area.replace(place + 1, 1, QM_EXAMPLES "/areas/logo.png");
@@ -114,12 +93,11 @@ TEST(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
                                  std::string(R"({"id": 1, "areas": [{"id": 1, "text": "good"}, {"id": 2, )")
                                      .append(area)
                                      .append("}]}"));
-        std::vector<std::string> line{"-c", address(controller.port()), "area", "send", file.path()};
-        line.insert(line.end(), c.options.begin(), c.options.end());
-        const Outcome outcome = qmctl(line);
+        const Outcome outcome =
+            qmctl(Words{"-c", address(target.port()), "area", "send", file.path()} + c.options);
         EXPECT_EQ(outcome.status, 1) << c.words;
         EXPECT_THAT(outcome.err, HasSubstr(c.words));
-        EXPECT_TRUE(controller.payloads().empty()) << "exit status 1 promises that nothing was sent";
+        EXPECT_TRUE(target.payloads().empty()) << "exit status 1 promises that nothing was sent";
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 namespace qm::test {
 namespace {
 
@@ -48,33 +50,14 @@ TEST(Failure, EveryStatusIsSaidInWords) {
 TEST(Failure, EveryVerbSaysThatNobodyAnswers) {
     const Descriptor nobody = bound_socket();
     const std::string at = address(port_of(nobody));
-    const std::vector<std::string> verbs[] = {{"ping"},
-                                              {"text", "x"},
-                                              {"text", "x", "--rect", "0,0,8,8", "--screen", "double"},
-                                              {"status"},
-                                              {"clock"},
-                                              {"clock", "set"},
-                                              {"battle"},
-                                              {"id"},
-                                              {"power", "on"},
-                                              {"power", "cancel"},
-                                              {"power", "timer", "07:00-08:00"},
-                                              {"brightness", "1"},
-                                              {"lock", "screen"},
-                                              {"unlock", "program", "P001"},
-                                              {"password", "delete", "000000"},
-                                              {"speed", "1"},
-                                              {"reset"},
-                                              {"firmware", "activate", "F001"},
-                                              {"network", "show"},
-                                              {"fs", "ls"},
-                                              {"fs", "rm", "P001"},
-                                              {"fs", "df"},
-                                              {"fs", "format", "--yes"},
-                                              {"fs", "put", QMCTL_BINARY, "P001"}};
-    for (std::vector<std::string> arguments : verbs) {
-        arguments.insert(arguments.end(), {"-c", at});
-        const Outcome outcome = qmctl(arguments);
+    std::istringstream verbs(
+        "ping;text x;text x --rect 0,0,8,8 --screen double;status;clock;clock set;battle;id;"
+        "power on;power cancel;power timer 07:00-08:00;brightness 1;lock screen;"
+        "unlock program P001;password delete 000000;speed 1;reset;firmware activate F001;"
+        "network show;fs ls;fs rm P001;fs df;fs format --yes;fs put " QMCTL_BINARY " P001");
+    for (std::string arguments; std::getline(verbs, arguments, ';');) {
+        SCOPED_TRACE(arguments);
+        const Outcome outcome = qmctl(Words{"-c", at} + arguments.c_str());
         EXPECT_EQ(outcome.status, 2);
         EXPECT_THAT(outcome.err, AllOf(HasSubstr("qmctl: " + at + ": "), HasSubstr("(status -1)")));
         EXPECT_EQ(outcome.out, "");
@@ -155,10 +138,8 @@ TEST(Output, ResultThatCannotBeWrittenIsAFailure) {
 
 TEST(Output, LibraryMessagesGoToStandardErrorOnlyWhenAskedFor) {
     const sim::Simulator controller;
-    const std::vector<std::string> quiet{"text", "x", "--json", "-c", address(controller.port())};
-    std::vector<std::string> verbose = quiet;
-    verbose.emplace_back("--verbose");
-    const Outcome without = qmctl(quiet), with = qmctl(verbose);
+    const Words quiet{"text", "x", "--json", "-c", address(controller.port())};
+    const Outcome without = qmctl(quiet), with = qmctl(quiet + "--verbose");
     EXPECT_EQ(without.err, "");
     EXPECT_THAT(with.err, HasSubstr("retdata.ControllerType == 0x262"));
     EXPECT_EQ(without.out, with.out);

@@ -1,9 +1,6 @@
 // The files and the configuration of a controller.
-#include "TemporaryFile.h"
-#include "child.h"
-#include "hex.h"
-#include "simulator/Simulator.h"
-#include "simulator/controller/FileSystem.h"
+#include "fixture.h"
+#include "simulator/FileSystem.h"
 #include "support/Descriptor.h"
 
 #include <cstdlib>
@@ -19,44 +16,27 @@ using testing::Not;
 
 constexpr std::size_t kCapacity = 16777216;
 
-class Files : public testing::Test {
+class Files : public ControllerTest {
   protected:
-    Outcome run(std::vector<std::string> arguments, const char* output = nullptr) {
-        arguments.insert(arguments.begin(), {"-c", address(controller.port())});
-        return qmctl(arguments, "", output);
-    }
-    void done(const std::vector<std::string>& arguments) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-    }
-    nlohmann::json json(std::vector<std::string> arguments) {
-        return qmctl_json(controller.port(), arguments);
-    }
-
     // Bytes of every value, 2,600 of them.
     static ByteBuffer content() {
         ByteBuffer bytes;
         for (unsigned i = 0; i < 2600; ++i) bytes.push_back(static_cast<Ouint8>(i * 7));
         return bytes;
     }
-
-    sim::Simulator controller;
 };
 
 TEST_F(Files, AreWrittenWholeUnderTheirName) {
     const TemporaryFile file("P007.bin", content());
     const struct {
-        std::vector<std::string> options;
-        const char* name;
+        const char *options, *name;
         int type;
-    } cases[] = {{{}, "P007", 0},
-                 {{"ABCD", "--type", "255"}, "ABCD", 255},
-                 {{"ABCD", "--type", "3", "--block", "1"}, "ABCD", 3},
-                 {{"(ab)", "--block", "32758"}, "(ab)", 0}};
+    } cases[] = {{"", "P007", 0},
+                 {"ABCD --type 255", "ABCD", 255},
+                 {"ABCD --type 3 --block 1", "ABCD", 3},
+                 {"(ab) --block 32758", "(ab)", 0}};
     for (const auto& c : cases) {
-        std::vector<std::string> arguments{"fs", "put", file.path()};
-        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-        done(arguments);
+        done(Words{"fs", "put", file.path()} + c.options);
         const auto written = controller.file(c.name);
         ASSERT_TRUE(written) << c.name;
         EXPECT_EQ(written->data, content());
@@ -82,15 +62,7 @@ TEST_F(Files, AreListedByTypeAndRemoved) {
     EXPECT_EQ(json({"fs", "df"})["available"], kCapacity);
 }
 
-TEST_F(Files, AreErasedOnlyWhenThatIsConfirmed) {
-    done({"fs", "put", TemporaryFile("P001", content()).path()});
-    EXPECT_EQ(run({"fs", "format"}).status, 1);
-    EXPECT_EQ(controller.files().size(), 1U);
-    done({"fs", "format", "--yes"});
-    EXPECT_TRUE(controller.files().empty());
-}
-
-TEST_F(Files, AreNotOverwrittenWhenAskedNotTo) {
+TEST_F(Files, AreNotOverwrittenWhenAskedNotToAndErased) {
     done({"fs", "put", TemporaryFile("P001", content()).path()});
     const TemporaryFile other("P001", std::string("other"));
     const Outcome outcome = run({"fs", "put", other.path(), "--no-overwrite"});
@@ -99,12 +71,8 @@ TEST_F(Files, AreNotOverwrittenWhenAskedNotTo) {
     EXPECT_EQ(controller.file("P001")->data, content());
     done({"fs", "put", other.path()});
     EXPECT_EQ(controller.file("P001")->data.size(), 5U);
-}
-
-TEST_F(Files, FirmwareThatWasPutCanBeActivated) {
-    done({"fs", "put", TemporaryFile("F001", content()).path()});
-    done({"firmware", "activate", "F001"});
-    EXPECT_EQ(controller.state().firmware, "F001");
+    done("fs format --yes");
+    EXPECT_TRUE(controller.files().empty());
 }
 
 // The controlling side of a new terminal; name is the other side's.
@@ -135,7 +103,7 @@ TEST_F(Files, UploadShowsABarOnATerminalOnlyAndEndsWithTheResult) {
     std::string name;
     const Descriptor side = terminal(name);
     const Descriptor other(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)); // keeps what was written
-    const Outcome outcome = run({"fs", "put", file.path()}, name.c_str());
+    const Outcome outcome = run({"fs", "put", file.path()}, "", name.c_str());
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     const std::string end = "\r\x1B[KController";
     const std::string shown = read_until(side, end);

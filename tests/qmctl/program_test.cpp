@@ -1,8 +1,7 @@
 // What becomes of the description of a program: files, pictures, a screen, or an error that says where.
-#include "../program_file/parser.h"
-#include "child.h"
-#include "hex.h"
-#include "simulator/Simulator.h"
+#include "fixture.h"
+#include "read_png.h"
+#include "simulator/ProgramFile.h"
 
 #include <cairo.h>
 #include <gmock/gmock.h>
@@ -18,12 +17,6 @@ using sim::Rgb;
 using testing::AllOf;
 using testing::HasSubstr;
 
-// 3 x 2 pixels: red, green, yellow; black, red, green.
-constexpr const char* kPicture =
-    "89 50 4E 47 0D 0A 1A 0A 00 00 00 0D 49 48 44 52 00 00 00 03 00 00 00 02 08 02 00 00 00 12 16 F1 4D "
-    "00 00 00 15 49 44 41 54 78 DA 63 F8 CF C0 C0 F0 9F E1 3F 88 02 31 40 18 00 42 D1 05 FB 5F E3 83 F9 "
-    "00 00 00 00 49 45 4E 44 AE 42 60 82";
-
 ByteBuffer content_of(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -36,11 +29,9 @@ void write(const fs::path& path, const ByteBuffer& bytes) {
 
 void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
-// Width and height stand behind the signature and the head of the first chunk, big-endian.
 std::pair<int, int> png_size(const fs::path& path) {
-    const ByteBuffer bytes = content_of(path);
-    if (bytes.size() < 24 || bytes[1] != 'P') return {};
-    return {bytes[18] << 8 | bytes[19], bytes[22] << 8 | bytes[23]};
+    const sim::Image image = read_png(path);
+    return {image.width, image.height};
 }
 
 // An empty current folder, and descriptions in its subfolder "in" with a picture beside them.
@@ -58,11 +49,9 @@ class ProgramVerbs : public testing::Test {
         fs::remove_all(m_folder);
     }
 
-    static Outcome program(const std::string& verb, const std::string& json,
-                           std::vector<std::string> options = {}) {
+    static Outcome program(const std::string& verb, const std::string& json, const Words& options = {}) {
         write("in/it.json", json);
-        options.insert(options.begin(), {"program", verb, "in/it.json"});
-        return qmctl(options);
+        return qmctl(Words{"program", verb, "in/it.json"} + options);
     }
 
     // A whole description around an area's, or with more fields in front.
@@ -176,38 +165,50 @@ const char* const kWhole = R"({
     {"id": 3, "rect": [42, 2, 20, 12], "pictures": ["picture.png"],
      "border": {"picture": "picture.png", "style": 1, "speed": 2, "step": 6}}]})";
 
-void expect_pages(const ParsedProgram& program) {
-    ASSERT_EQ(program.areas.size(), 2U);
-    const ParsedArea& first = program.areas[0];
-    EXPECT_EQ(std::tie(first.x, first.y, first.width, first.height), std::make_tuple(2, 2, 40, 12));
-    ASSERT_GT(first.pages.size(), 3U);
-    const ParsedPage &text = first.pages[0], &usual = *(first.pages.end() - 2), &own = first.pages.back();
-    for (const ParsedPage* page : {&text, &usual}) {
-        EXPECT_EQ(page->displayMode, 4);
-        EXPECT_EQ(page->speed, 9);
-        EXPECT_EQ(page->stayTime, 0);
+// What the controller of a screen of two colours finds in the files that were written.
+sim::Program built(bool six, const fs::path& folder = ".", const std::string& number = "007") {
+    using sim::TransferMode, sim::ScreenColor;
+    const ByteBuffer file = content_of(folder / ("P" + number));
+    sim::ParsedProgram parsed = six ? sim::parse_program(file, content_of(folder / ("D" + number)),
+                                                         {TransferMode::planes32, ScreenColor::dual})
+                                    : sim::parse_program(file, {TransferMode::planes8, ScreenColor::dual});
+    if (const auto* error = std::get_if<std::string>(&parsed)) {
+        ADD_FAILURE() << *error;
+        return {};
     }
-    EXPECT_EQ(own.displayMode, 7);
+    return std::get<sim::Program>(std::move(parsed));
+}
+
+void expect_pages(const sim::Program& program) {
+    ASSERT_EQ(program.areas.size(), 2U);
+    const sim::ProgramArea& first = program.areas[0];
+    EXPECT_EQ(first.rect, (sim::Rect{2, 2, 40, 12}));
+    ASSERT_GT(first.pages.size(), 3U);
+    const sim::Page &text = first.pages[0], &usual = *(first.pages.end() - 2), &own = first.pages.back();
+    for (const sim::Page* page : {&text, &usual}) {
+        EXPECT_EQ(page->display_mode, 4);
+        EXPECT_EQ(page->speed, 9);
+        EXPECT_EQ(page->stay_time, 0);
+    }
+    EXPECT_EQ(own.display_mode, 7);
     EXPECT_EQ(own.speed, 9);
-    EXPECT_EQ(own.stayTime, 65535);
-    EXPECT_EQ(own.repeatTime, 2);
-    EXPECT_EQ(program.areas[1].border, hex("01 01 02 06 02 00 00"));
-    EXPECT_EQ(program.areas[1].pages.at(0).stayTime, 300);
+    EXPECT_EQ(own.stay_time, 65535);
+    EXPECT_EQ(own.repeat_time, 2);
+    const sim::Border border = program.areas[1].border.value();
+    EXPECT_EQ((std::array{border.style, border.speed, border.move_step, border.unit_length}),
+              (std::array<std::uint8_t, 4>{1, 2, 6, 2}));
+    EXPECT_EQ(program.areas[1].pages.at(0).stay_time, 300);
 }
 
 TEST_F(ProgramVerbs, BuildWritesBothFilesOfGeneration6) {
     const Outcome outcome = program("build", kWhole, {"-o", "out/deep", "--generation", "6", "--json"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     const ByteBuffer file = content_of("out/deep/P007"), data = content_of("out/deep/D007");
-    const auto pattern = [&](std::size_t bytes) { return NotInTheFile{{bytes, bytes}, 2}; };
-    // 3 pixels in a row take a unit of 32 pixels in each of two colours.
-    const ParsedProgram parsed = parse_g6(file, data, "D007", pattern(2 * 2 * 4));
-    EXPECT_EQ(parsed.header, hex("00 50 30 30 37 00 01 02 3C 00 00 00 00 00 00 00 00 00 00 00 3E "
-                                 "24 20 12 31 31 20 01 09"));
-    EXPECT_EQ(parsed.periods[0], hex("08 00 00 0C 1E 00"));
-    EXPECT_EQ(parsed.periods[1], hex("16 0F 0A 06 00 3B"));
-    EXPECT_EQ(parsed.frame, hex("01 03 04 05 03 02 00 00*7"));
-    expect_pages(parsed);
+    EXPECT_THAT(Bytes(file).first(56),
+                is_hex("00 50 30 30 37 00 01 02 3C 00 00 00 00 00 00 00 00 00 00 00 3E "
+                       "24 20 12 31 31 20 01 09  01 08 00 00 0C 1E 00 16 0F 0A 06 00 3B "
+                       "01 03 04 05 03 02 00 00*7"));
+    expect_pages(built(true, "out/deep"));
 
     const auto json = nlohmann::json::parse(outcome.out);
     EXPECT_EQ(json["generation"], 6);
@@ -215,18 +216,19 @@ TEST_F(ProgramVerbs, BuildWritesBothFilesOfGeneration6) {
                                                 {"type", 9},
                                                 {"size", data.size()},
                                                 {"crc32", ByteReader(Bytes(data).last(4)).u32()}}));
-    EXPECT_EQ(json["files"][1],
-              (nlohmann::json{{"name", "P007"}, {"type", 0}, {"size", file.size()}, {"crc32", parsed.crc}}));
+    EXPECT_EQ(json["files"][1], (nlohmann::json{{"name", "P007"},
+                                                {"type", 0},
+                                                {"size", file.size()},
+                                                {"crc32", ByteReader(Bytes(file).last(4)).u32()}}));
 }
 
 TEST_F(ProgramVerbs, BuildWritesTheFileOfGeneration5AndNothingElse) {
     const Outcome outcome = program("build", kWhole, {"--generation", "5"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
-    // 3 pixels in a row take a unit of 8 pixels in each of two colours.
-    const ParsedProgram parsed = parse_g5(content_of("P007"), {{2 * 2, 2 * 2}, 2});
-    EXPECT_EQ(parsed.header, hex("00 50 30 30 37 00 01 02 3C 00 3E 24 20 12 31 31 20 01 09"));
-    EXPECT_EQ(parsed.frame, hex("01 03 04 05 02 00 00"));
-    expect_pages(parsed);
+    EXPECT_THAT(Bytes(content_of("P007")).first(39),
+                is_hex("00 50 30 30 37 00 01 02 3C 00 3E 24 20 12 31 31 20 01 09 "
+                       "01 08 00 00 0C 1E 00 16 0F 0A 06 00 3B  01 03 04 05 02 00 00"));
+    expect_pages(built(false));
     EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 2) << "only in and P007";
 }
 
@@ -242,10 +244,10 @@ TEST_F(ProgramVerbs, WhatGeneration5DoesNotHaveIsLeftOutWithANote) {
         EXPECT_EQ(nlohmann::json::parse(outcome.out).contains("notes"), left_out);
         EXPECT_EQ(fs::exists("D007"), !left_out);
         if (left_out) continue;
-        const ParsedProgram parsed = parse_g6(content_of("P007"), content_of("D007"), "D007");
+        const sim::Program parsed = built(true);
         EXPECT_TRUE(parsed.background);
-        EXPECT_EQ(parsed.areas.at(0).type, 11);
-        EXPECT_EQ(parsed.areas.at(1).soundText, "x");
+        EXPECT_EQ(parsed.areas.at(0).type, sim::AreaType::background);
+        EXPECT_EQ(parsed.areas.at(1).sound.value().text, ByteBuffer{'x'});
     }
 }
 
@@ -263,12 +265,11 @@ TEST_F(ProgramVerbs, PreviewDrawsEveryPageAndAnOverview) {
     EXPECT_EQ(height, static_cast<int>(areas[0]["pages"].size()) * (16 * 4 + 12) - 12);
 }
 
-using Picture = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
-
 // 16 x 3 pixels of grey levels and colours around those at which LEDs begin to shine, opaque, half
 // transparent and nearly so.
 void write_colors(const fs::path& path) {
-    const Picture picture(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 16, 3), cairo_surface_destroy);
+    const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> picture(
+        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 16, 3), cairo_surface_destroy);
     const auto context =
         std::unique_ptr<cairo_t, decltype(&cairo_destroy)>(cairo_create(picture.get()), cairo_destroy);
     const double alphas[] = {1, 0.5, 0.25}, levels[] = {96 / 255.0, 97 / 255.0};
@@ -283,20 +284,12 @@ void write_colors(const fs::path& path) {
     ASSERT_EQ(cairo_surface_write_to_png(picture.get(), path.c_str()), CAIRO_STATUS_SUCCESS);
 }
 
-// An opaque picture in a file, or every cell-th pixel of it from the middle of the first cell on.
-sim::Image picture_in(const fs::path& path, int cell = 1) {
-    const Picture picture(cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
-    EXPECT_EQ(cairo_image_surface_get_format(picture.get()), CAIRO_FORMAT_RGB24) << path << " is not opaque";
-    sim::Image image(cairo_image_surface_get_width(picture.get()) / cell,
-                     cairo_image_surface_get_height(picture.get()) / cell);
+// Every cell-th pixel, from the middle of the first cell on.
+sim::Image sampled(const sim::Image& large, int cell) {
+    sim::Image image(large.width / cell, large.height / cell);
     for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) {
-            const unsigned char* pixel =
-                cairo_image_surface_get_data(picture.get()) +
-                (y * cell + cell / 2) * cairo_image_surface_get_stride(picture.get()) +
-                4 * (x * cell + cell / 2);
-            image.set(x, y, {pixel[2], pixel[1], pixel[0]});
-        }
+        for (int x = 0; x < image.width; ++x)
+            image.set(x, y, large.at(x * cell + cell / 2, y * cell + cell / 2));
     return image;
 }
 
@@ -316,14 +309,13 @@ TEST_F(ProgramVerbs, PreviewIsWhatThePanelShows) {
     for (const auto& screen : screens) {
         const sim::Simulator controller(
             {.type = screen.type, .width = 64, .height = 16, .color = screen.color});
-        const std::vector<std::string> at{"-c", address(controller.port())};
+        const Words at{"-c", address(controller.port())};
         ASSERT_EQ(program("send", json, at).status, 0);
-        const Outcome outcome = program("preview", json, {"-o", "out", "-c", at[1]});
+        const Outcome outcome = program("preview", json, Words("-o out") + at);
         ASSERT_EQ(outcome.status, 0) << outcome.err;
-        const sim::Image panel = controller.screen(), overview = picture_in("out/overview.png", 4);
+        const sim::Image panel = controller.screen(), overview = sampled(read_png("out/overview.png"), 4);
         EXPECT_EQ(overview, panel) << static_cast<int>(screen.color);
-        const sim::Image area = picture_in("out/area-0-page-1.png"),
-                         text = picture_in("out/area-1-page-1.png");
+        const sim::Image area = read_png("out/area-0-page-1.png"), text = read_png("out/area-1-page-1.png");
         for (int y = 0; y < 8; ++y)
             for (int x = 0; x < 20; ++x) {
                 EXPECT_EQ(area.at(x, y), panel.at(4 + x, 4 + y)) << x << "," << y;
@@ -340,7 +332,7 @@ TEST_F(ProgramVerbs, WhatTheDescriptionLeavesOpenIsAskedOfTheController) {
     const auto result = nlohmann::json::parse(outcome.out);
     EXPECT_EQ(result["generation"], 5);
     EXPECT_EQ(result["screen"], "double");
-    EXPECT_EQ(parse_g5(content_of("P001")).areas.at(0).width, 48);
+    EXPECT_EQ(built(false, ".", "001").areas.at(0).rect.width, 48);
 }
 
 TEST_F(ProgramVerbs, SendWritesWhatBuildBuilds) {
@@ -370,13 +362,8 @@ TEST_F(ProgramVerbs, SentProgramIsOnTheScreen) {
             program("send", json, {"-c", address(controller.port()), "--generation", generation});
         ASSERT_EQ(sent.status, 0) << sent.err;
         const sim::Image screen = controller.screen();
-        const Rgb black, red{255, 0, 0}, green{0, 255, 0}, yellow{255, 255, 0};
-        const Rgb rows[2][3] = {{red, green, yellow}, {black, red, green}};
-        for (int y = 0; y < 2; ++y)
-            for (int x = 0; x < 3; ++x) {
-                EXPECT_EQ(screen.at(5 + x, 3 + y), rows[y][x]) << "picture " << x << "," << y;
-                EXPECT_EQ(screen.at(x, y), rows[y][x]) << "border " << x << "," << y;
-            }
+        expect_picture(screen, 5, 3);
+        expect_picture(screen, 0, 0); // the border
     }
 }
 
@@ -386,26 +373,22 @@ TEST_F(ProgramVerbs, ClocksAreInTheFileAsDescribed) {
                   "one_line": true, "battle": "2024-12-31 23:59:58", "color": "#00FF00"},
                  {"id": 1, "rect": [40, 0, 16, 15], "analog": {"pivot": [8, 7], "marks": "discs",
                   "hour": {"width": 3, "length": 4, "color": "cyan"}, "second": {"width": 0}})");
-    const auto glyph = [](int width, int height) {
-        return static_cast<std::size_t>((width + 31) / 32 * 4 * height * 2);
-    };
     ASSERT_EQ(program("build", json).status, 0);
-    const ParsedProgram six = parse_g6(content_of("P007"), content_of("D007"), "D007", {.glyph = glyph});
-    const ParsedClock& digital = six.areas.at(0).clock.value();
-    EXPECT_EQ(digital.extended, hex("00 01 24 20 12 31 23 59 58 02 00*17"));
+    const sim::Program six = built(true);
+    EXPECT_THAT(Bytes(content_of("P007")).subspan(47, 27), is_hex("00 01 24 20 12 31 23 59 58 02 00*17"));
+    const auto& digital = std::get<sim::DigitalClock>(six.areas.at(0).clock.value().face);
     std::vector<int> kinds;
-    for (const ParsedUnit& unit : digital.units) {
-        kinds.push_back(unit.kind);
-        EXPECT_EQ(unit.setting, hex("02 00"));
+    for (const sim::UnitPlace& unit : digital.units) {
+        kinds.push_back(static_cast<int>(unit.unit));
+        EXPECT_EQ(unit.color, (Rgb{0, 255, 0}));
     }
     EXPECT_EQ(kinds, (std::vector{2, 10, 3, 9, 5, 10, 6, 8})) << "month/day weekday hour:minute half";
-    EXPECT_EQ(six.areas.at(1).clock.value().setting, hex("08 00 07 00 00 03 04 06 01 05 02 00 06 03"));
-    EXPECT_EQ(six.areas.at(1).clock.value().style, 2);
-
+    const ByteBuffer file = content_of("P007");
+    EXPECT_THAT(Bytes(file).last(21).first(17), is_hex("0E 08 00 07 00 00 03 04 06 01 05 02 00 06 03 02 00"));
     const Outcome five = program("build", json, {"--generation", "5"});
     ASSERT_EQ(five.status, 0) << five.err;
     EXPECT_THAT(five.err, HasSubstr("areas[0].battle is left out"));
-    EXPECT_EQ(parse_g5(content_of("P007")).areas.at(0).clock.value().units.size(), 8U);
+    EXPECT_EQ(std::get<sim::DigitalClock>(built(false).areas.at(0).clock.value().face).units.size(), 8U);
 }
 
 TEST_F(ProgramVerbs, ExampleFitsBothGenerations) {
