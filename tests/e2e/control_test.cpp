@@ -1,6 +1,7 @@
 // Device control through the exports: what each call changes in a controller, and what its faults do to it.
-#include "drawing.h"
+#include "open_descriptors.h"
 #include "outcome.h"
+#include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
@@ -15,135 +16,78 @@ constexpr char kHost[] = "127.0.0.1";
 constexpr sim::LocalSeconds kNow{std::chrono::sys_days{std::chrono::year{2026} / 11 / 21}.time_since_epoch() +
                                  std::chrono::seconds(10 * 3600 + 20 * 60 + 30)};
 
-class Control : public testing::TestWithParam<Ouint16> {
+class Control : public testing::Test {
   protected:
-    static sim::Options options(Ouint16 type) {
-        sim::Options o;
-        o.type = type;
-        o.clock = [] { return kNow; };
-        return o;
-    }
-    [[nodiscard]] sim::Snapshot state() const { return m_sim.state(); }
-    [[nodiscard]] Ouint16 port() const { return m_sim.port(); }
-    void show_text(const char* text) {
-        ASSERT_EQ(test::show_text(m_sim, GetParam(), SCREEN_COLOR_DOUBLE, rectangle(0, 0, 128, 32),
-                                  still_text(12, eRed), text),
-                  0);
-    }
-
-    sim::Simulator m_sim{options(GetParam())};
+    sim::Simulator m_sim{{.clock = [] { return kNow; }}};
+    const Ouint16 m_port = m_sim.port();
 };
 
-TEST_P(Control, SwitchesTheScreen) {
-    show_text("on");
-    const int lit = lit_pixels(m_sim.screen());
-    EXPECT_GT(lit, 0);
-    EXPECT_EQ(cmd_coerceOnOff(kHost, port(), 0), 0);
-    EXPECT_EQ(lit_pixels(m_sim.screen()), 0);
-    EXPECT_EQ(cmd_coerceOnOff(kHost, port(), 1), 0);
-    EXPECT_EQ(lit_pixels(m_sim.screen()), lit);
-}
-
-TEST_P(Control, SwitchesTheScreenByTimer) {
-    const Ouint8 morning[] = {8, 0, 9, 30}, both[] = {8, 0, 9, 30, 10, 15, 22, 59};
-    EXPECT_EQ(cmd_timingOnOff(kHost, port(), 1, morning), 0);
-    EXPECT_FALSE(state().power);
-    EXPECT_EQ(cmd_timingOnOff(kHost, port(), 2, both), 0);
-    EXPECT_TRUE(state().power);
-    EXPECT_EQ(state().timing, (std::vector<sim::OnOffTime>{{8, 0, 9, 30}, {10, 15, 22, 59}}));
-    EXPECT_EQ(cmd_cancelTimingOnOff(kHost, port()), 0);
-    EXPECT_TRUE(state().timing.empty());
-}
-
-TEST_P(Control, DimsTheScreen) {
-    show_text("dim");
-    const sim::Image bright = m_sim.screen();
-    Brightness table{};
-    for (Ouint8& level : table.HalfHourValue) level = 5;
-    EXPECT_EQ(cmd_setBrightness(kHost, port(), &table), 0);
-    EXPECT_EQ(state().brightness_level, 5U);
-    EXPECT_NE(m_sim.screen(), bright);
-    EXPECT_EQ(lit_pixels(m_sim.screen()), lit_pixels(bright)) << "dimmer, not dark";
-}
-
-TEST_P(Control, LocksScreenAndProgram) {
-    EXPECT_EQ(cmd_screenLock(kHost, port(), 1, 1), 0);
-    EXPECT_EQ(state().screen_lock, (sim::Lock{true, true}));
-    EXPECT_EQ(cmd_screenLock(kHost, port(), 0, 0), 0);
-    EXPECT_FALSE(state().screen_lock.locked);
-    EXPECT_EQ(cmd_programLock(kHost, port(), 0, 1, "P007", 60), 0);
-    EXPECT_EQ(state().program_lock.program, "P007");
-    EXPECT_EQ(state().program_lock.duration, 60U);
-    EXPECT_EQ(cmd_sysReset(kHost, port()), 0);
-    EXPECT_FALSE(state().program_lock.locked) << "a restart ends what is not kept";
-    EXPECT_EQ(state().resets, 1U);
-}
-
-TEST_P(Control, GuardsItsPassword) {
-    EXPECT_EQ(cmd_setPassword(kHost, port(), "      ", "secret"), 0);
-    EXPECT_EQ(state().password, "secret");
-    EXPECT_GT(cmd_setPassword(kHost, port(), "wrong!", "other!"), 1) << "refused by the controller";
-    EXPECT_EQ(state().password, "secret");
-    EXPECT_EQ(cmd_setPassword(kHost, port(), "secret", "other!"), 0);
-    EXPECT_GT(cmd_deletePassword(kHost, port(), "secret"), 1);
-    EXPECT_EQ(cmd_deletePassword(kHost, port(), "other!"), 0);
-    EXPECT_EQ(state().password, "");
-}
-
-TEST_P(Control, SetsWhatElseThereIs) {
+// What each call changes of what a controller says of itself.
+TEST_F(Control, EveryCallHasItsEffect) {
+    using State = const sim::Snapshot&;
+    const Ouint8 both[] = {8, 0, 9, 30, 10, 15, 22, 59};
     const TimingReset reset{1, 0x0A0B0C0D, 1, 2, 3, 4, 5, 6};
-    EXPECT_EQ(cmd_setDelayTime(kHost, port(), 7), 0);
-    EXPECT_EQ(cmd_setBtnFunc(kHost, port(), 1), 0);
-    EXPECT_EQ(cmd_setTimingReset(kHost, port(), &reset), 0);
-    EXPECT_EQ(cmd_setDispMode(kHost, port(), 1), 0);
-    EXPECT_EQ(cmd_setSpeedAdjust(kHost, port(), -3), 0);
-    EXPECT_EQ(cmd_setScreenAddress(kHost, port(), 0x0102), 0);
-    const sim::Snapshot s = state();
-    EXPECT_EQ(s.power_on_delay, 7);
-    EXPECT_EQ(s.button_mode, 1);
-    EXPECT_EQ(s.timing_reset, (std::array<std::uint8_t, 11>{1, 0x0D, 0x0C, 0x0B, 0x0A, 1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(s.display_mode, 1);
-    EXPECT_EQ(s.speed, -3);
-    EXPECT_EQ(s.address, 0x0102);
-    EXPECT_EQ(update_firmware(kHost, port(), "no such file"), 0);
-    EXPECT_GT(cmd_firmwareActivate(kHost, port(), "FW99"), 1) << "there is no such file";
+    Brightness table{};
+    table.HalfHourValue[0] = 5;
+#define STEP(call, ...)                                                                                      \
+    {                                                                                                        \
+#call, [&] { return call; }, [](State s) { return __VA_ARGS__; }                                     \
+    }
+    const struct {
+        const char* name;
+        std::function<int()> call;
+        bool (*done)(State);
+    } steps[] = {
+        STEP(cmd_coerceOnOff(kHost, m_port, 0), !s.power),
+        STEP(cmd_coerceOnOff(kHost, m_port, 1), s.power),
+        STEP(cmd_timingOnOff(kHost, m_port, 2, both),
+             s.power && s.timing == std::vector<sim::OnOffTime>{{8, 0, 9, 30}, {10, 15, 22, 59}}),
+        STEP(cmd_timingOnOff(kHost, m_port, 1, both), !s.power),
+        STEP(cmd_cancelTimingOnOff(kHost, m_port), s.timing.empty()),
+        STEP(cmd_setBrightness(kHost, m_port, &table), s.brightness_level == 5),
+        STEP(cmd_screenLock(kHost, m_port, 1, 1), s.screen_lock == sim::Lock{true, true}),
+        STEP(cmd_screenLock(kHost, m_port, 0, 0), s.screen_lock == sim::Lock{}),
+        STEP(cmd_programLock(kHost, m_port, 0, 1, "P007", 60), s.program_lock.program == "P007" &&
+                                                                   s.program_lock.duration == 60 &&
+                                                                   !s.program_lock.nonvolatile),
+        STEP(cmd_sysReset(kHost, m_port), s.resets == 1 && !s.program_lock.locked),
+        STEP(cmd_setPassword(kHost, m_port, "      ", "secret"), s.password == "secret"),
+        STEP(cmd_deletePassword(kHost, m_port, "secret"), s.password.empty()),
+        STEP(cmd_setDelayTime(kHost, m_port, 7), s.power_on_delay == 7),
+        STEP(cmd_setBtnFunc(kHost, m_port, 1), s.button_mode == 1),
+        STEP(cmd_setTimingReset(kHost, m_port, &reset),
+             s.timing_reset == std::array<std::uint8_t, 11>{1, 0x0D, 0x0C, 0x0B, 0x0A, 1, 2, 3, 4, 5, 6}),
+        STEP(cmd_setDispMode(kHost, m_port, 1), s.display_mode == 1),
+        STEP(cmd_setSpeedAdjust(kHost, m_port, -3), s.speed == -3),
+        STEP(cmd_setScreenAddress(kHost, m_port, 0x0102), s.address == 0x0102),
+        STEP(update_firmware(kHost, m_port, "no such file"), s.firmware.empty()),
+    };
+    for (const auto& step : steps) {
+        EXPECT_EQ(step.call(), 0) << step.name;
+        EXPECT_TRUE(step.done(m_sim.state())) << step.name;
+    }
+    EXPECT_GT(cmd_firmwareActivate(kHost, m_port, "FW99"), 1) << "there is no such file";
 }
 
-TEST_P(Control, TellsItsState) {
-    const Ouint8 times[] = {1, 0, 23, 0};
-    cmd_timingOnOff(kHost, port(), 1, times);
-    cmd_screenLock(kHost, port(), 0, 1);
+TEST_F(Control, TellsItsState) {
     ControllerStatus_G56 status{};
-    ASSERT_EQ(cmd_check_controllerStatus(kHost, port(), &status), 0);
+    ASSERT_EQ(cmd_check_controllerStatus(kHost, m_port, &status), 0);
     EXPECT_EQ(status.onoffStatus, 1);
-    EXPECT_EQ(status.timingOnOff, 1);
-    EXPECT_EQ(status.screenLockStatus, 1);
     EXPECT_EQ(status.RTCHour, 0x10);
-    EXPECT_EQ(status.RTCMinute, 0x20);
-    EXPECT_EQ(status.RTCSecond, 0x30);
     EXPECT_EQ(status.RTCWeek, 6);
-
-    Ouint8 id[9] = {};
-    id[8] = 0x77;
-    EXPECT_EQ(cmd_readControllerID(kHost, port(), id), 0);
+    Ouint8 id[9] = {0, 0, 0, 0, 0, 0, 0, 0, 0x77};
+    EXPECT_EQ(cmd_readControllerID(kHost, m_port, id), 0);
     EXPECT_EQ(id[8], 0x77);
     NetSearchCmdRet found{};
-    ASSERT_EQ(cmd_tcpNetworkSearch_6G(kHost, port(), &found), 0);
+    ASSERT_EQ(cmd_tcpNetworkSearch_6G(kHost, m_port, &found), 0);
     EXPECT_EQ(int{found.ScreenWidth}, 128);
-    EXPECT_EQ(int{found.ControllerType}, GetParam());
     BattleTime battle{};
-    EXPECT_EQ(cmd_battieTime(kHost, port(), 0, &battle), 0);
-}
-
-TEST_P(Control, ReadsNoValueWhereTheCallsHaveNoRoomForOne) {
+    EXPECT_EQ(cmd_battieTime(kHost, m_port, 0, &battle), 0);
     Ouint32 value = 7;
-    EXPECT_EQ(cmd_getStopwatch(kHost, port(), 0, &value), -1);
-    EXPECT_EQ(cmd_getSensorBrightnessValue(kHost, port(), &value), -1);
-    EXPECT_EQ(value, 7U);
+    EXPECT_EQ(cmd_getStopwatch(kHost, m_port, 0, &value), -1);
+    EXPECT_EQ(cmd_getSensorBrightnessValue(kHost, m_port, &value), -1);
+    EXPECT_EQ(value, 7U) << "the calls have no room for one";
 }
-
-INSTANTIATE_TEST_SUITE_P(Generation, Control, testing::Values(Ouint16{0x0051}, Ouint16{0x0262}),
-                         [](const auto& test) { return test.param == 0x0051 ? "5" : "6"; });
 
 TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
     const sim::Simulator sim;
@@ -169,6 +113,8 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
                                cmd_getStopwatch(kHost, port, 0, nullptr),
                                cmd_firmwareActivate(kHost, port, nullptr),
                                cmd_tcpNetworkSearch_6G(kHost, port, nullptr),
+                               cmd_tcpPing(nullptr, port, &ping),
+                               cmd_tcpPing(kHost, port, nullptr),
                                cmd_uart_ofsFormat(nullptr, 1)};
     const Outcome on_serial_lines[] = {cmd_uart_programLock("/dev/ttyS0", 1, 0, 1, name, 0),
                                        cmd_uart_programLock_6G("/dev/ttyS0", 1, 0, 1, name, 0),
@@ -202,6 +148,7 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
 TEST(ControlCalls, LeaveRecordsAsTheyAreWhereNothingListens) {
     const Ouint16 port = [] { return sim::Simulator().port(); }(); // which has gone
     const std::string before(64, '\x5A');
+    const std::size_t descriptors = open_descriptors();
     const auto untouched = [&](auto&& call) {
         std::string record = before;
         EXPECT_EQ(call(record.data()), -1);
@@ -213,6 +160,7 @@ TEST(ControlCalls, LeaveRecordsAsTheyAreWhereNothingListens) {
     });
     untouched([&](char* r) { return cmd_battieTime(kHost, port, 1, reinterpret_cast<BattleTime*>(r)); });
     untouched([&](char* r) { return cmd_tcpPing(kHost, port, reinterpret_cast<Ping_data*>(r)); });
+    EXPECT_EQ(open_descriptors(), descriptors);
 }
 
 // One call of each family, to be met by each fault.
@@ -222,20 +170,10 @@ struct Call {
 };
 const Call kCalls[] = {
     {"Control", [](Ouint16 port) { return cmd_coerceOnOff(kHost, port, 1); }},
-    {"Query",
-     [](Ouint16 port) {
-         ControllerStatus_G56 status{};
-         return cmd_check_controllerStatus(kHost, port, &status);
-     }},
     {"NetworkSearch",
      [](Ouint16 port) {
          NetSearchCmdRet found{};
          return cmd_tcpNetworkSearch_6G(kHost, port, &found);
-     }},
-    {"Memory",
-     [](Ouint16 port) {
-         Ouint32 total = 0, available = 0;
-         return cmd_ofsGetMemoryVolume(kHost, port, &total, &available);
      }},
     {"Write",
      [](Ouint16 port) {

@@ -52,20 +52,28 @@ sim::Rgb shown_by(Leds leds, sim::Rgb pixel) {
     return pixel;
 }
 
+Leds leds_of(sim::PixelFormat format) {
+    if (format.color == sim::ScreenColor::full)
+        return format.mode == sim::TransferMode::rgb888 ? Leds::full888 : Leds::full565;
+    return static_cast<Leds>(static_cast<int>(format.color) - 1);
+}
+
 sim::Image text_image(const std::string& family, double size, const std::string& text, sim::Rgb color,
-                      int width, int height) {
+                      int width, int height, TextPlace place) {
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
     cairo_t* c = cairo_create(surface);
     cairo_font_options_t* options = cairo_font_options_create();
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
     cairo_set_font_options(c, options);
     cairo_font_options_destroy(options);
-    cairo_select_font_face(c, family.c_str(), CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_select_font_face(c, family.c_str(),
+                           place.italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+                           place.bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
     cairo_set_font_size(c, size);
     cairo_font_extents_t extents;
     cairo_font_extents(c, &extents);
     cairo_set_source_rgb(c, color.r / 255.0, color.g / 255.0, color.b / 255.0);
-    cairo_move_to(c, 0, std::round(extents.ascent));
+    cairo_move_to(c, place.x, place.baseline < 0 ? std::round(extents.ascent) : place.baseline);
     cairo_show_text(c, text.c_str());
     cairo_destroy(c);
     sim::Image image = copy_of(surface, width, height);
@@ -79,22 +87,6 @@ sim::Image on_screen(const sim::Image& picture, Leds leds, int x, int y, int wid
         for (int column = 0; column < picture.width && x + column < width; ++column)
             screen.set(x + column, y + row, shown_by(leds, picture.at(column, row)));
     return screen;
-}
-
-void write_png(const sim::Image& image, const std::string& path) {
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, image.width, image.height);
-    for (int y = 0; y < image.height; ++y) {
-        unsigned char* p =
-            cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
-        for (int x = 0; x < image.width; ++x, p += 4) {
-            p[0] = image.at(x, y).b;
-            p[1] = image.at(x, y).g;
-            p[2] = image.at(x, y).r;
-        }
-    }
-    cairo_surface_mark_dirty(surface);
-    cairo_surface_write_to_png(surface, path.c_str());
-    cairo_surface_destroy(surface);
 }
 
 int differing_pixels(const sim::Image& a, const sim::Image& b) {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "qm_sdk_dual.h"
+#include "simulator/PixelData.h"
 #include "simulator/Simulator.h"
+#include "simulator/picture.h"
 
 #include <string>
 
@@ -11,15 +13,19 @@ namespace qm::test {
 // What the LEDs of a screen show of a pixel: 565 stands for full colour of 16 bits, 888 for 24 bits.
 enum class Leds { single, dual, three, full565, full888 };
 sim::Rgb shown_by(Leds leds, sim::Rgb pixel);
+Leds leds_of(sim::PixelFormat format);
 
-// A text in one line at the left edge, drawn by cairo with its baseline where the font's ascent puts it.
+// A text in one line, drawn by cairo: unless said otherwise at the left edge, with its baseline where the
+// font's ascent puts it.
+struct TextPlace {
+    int x = 0, baseline = -1;
+    bool bold = false, italic = false;
+};
 sim::Image text_image(const std::string& family, double size, const std::string& text, sim::Rgb color,
-                      int width, int height);
+                      int width, int height, TextPlace place = {});
 
 // The part of a screen that a picture covers from (x, y) on, as those LEDs show it; the rest is black.
 sim::Image on_screen(const sim::Image& picture, Leds leds, int x, int y, int width, int height);
-
-void write_png(const sim::Image& image, const std::string& path);
 
 // Pixels on which two images differ, for a readable failure; -1 for different sizes.
 int differing_pixels(const sim::Image& a, const sim::Image& b);

@@ -1,14 +1,8 @@
-// Dynamic areas as an application sends them: arguments, messages, sizes, many callers.
+// Dynamic areas as an application sends them: arguments, messages, sizes.
 #include "drawing.h"
-#include "outcome.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <thread>
-#include <unistd.h>
 
 namespace qm::test {
 namespace {
@@ -19,32 +13,6 @@ constexpr char kFont[] = "DejaVu Sans";
 int send_text(Ouint16 port, const char* text, HVareaHeader_G6 area, HVpageHeader_G6 page,
               E_ScreenColor_G56 color = SCREEN_COLOR_DOUBLE) {
     return dynamicArea_AddAreaTxtDetails_6G(kHost, port, color, 0, &area, &page, kFont, text);
-}
-
-TEST(DynamicArea, RefusesBadArgumentsBeforeItConnects) {
-    const sim::Simulator sim;
-    const Ouint16 port = sim.port();
-    auto area = rectangle(0, 0, 64, 16), empty = rectangle(0, 0, 0, 16), silent = area;
-    silent.stSoundData.SoundFlag = 1;
-    silent.stSoundData.SoundDataLen = 5; // and no text
-    auto page = still_text(12, 1);
-    const E_ScreenColor_G56 color = SCREEN_COLOR_DOUBLE;
-    const Outcome results[] = {
-        dynamicArea_AddAreaTxt_6G(nullptr, port, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
-        dynamicArea_AddAreaTxt_6G(kHost, 1023, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
-        dynamicArea_AddAreaTxt_6G(kHost, 65536U + port, color, 0, 0, 0, 64, 16, kFont, 12, "x"),
-        dynamicArea_AddAreaTxt_6G(kHost, port, color, 0, 0, 0, 64, 16, nullptr, 12, "x"),
-        dynamicArea_AddAreaTxt_6G(kHost, port, color, 0, 0, 0, 64, 16, kFont, 12, nullptr),
-        dynamicArea_AddAreaTxt_6G(kHost, port, color, 0, 0, 0, 64, 0, kFont, 12, "x"),
-        dynamicArea_AddAreaTxtDetails_6G(kHost, port, color, 0, nullptr, &page, kFont, "x"),
-        dynamicArea_AddAreaTxtDetails_6G(kHost, port, color, 0, &area, nullptr, kFont, "x"),
-        dynamicArea_AddAreaTxtDetails_6G(kHost, port, color, 0, &empty, &page, kFont, "x"),
-        dynamicArea_AddAreaTxtDetails_6G(kHost, port, color, 0, &silent, &page, kFont, "x"),
-        dynamicArea_AddAreaPic_6G(kHost, port, color, 0, 0, 0, 64, 16, nullptr, "x.png"),
-        dynamicArea_AddAreaPic_6G(kHost, port, color, 0, 0, 0, 64, 16, &page, nullptr),
-    };
-    for (const Outcome& result : results) EXPECT_TRUE(refuses_an_argument(result)) << &result - results;
-    EXPECT_EQ(sim.connections(), 0U);
 }
 
 TEST(DynamicArea, PrintsItsMessages) {
@@ -125,48 +93,6 @@ TEST(DynamicArea, SurvivesAHundredThousandCharacters) {
     running.arrMode = SINGLELINE;
     running.DisplayMode = 4;
     EXPECT_EQ(send_text(sim.port(), text.c_str(), rectangle(0, 0, 64, 16), running), 0);
-}
-
-TEST(DynamicArea, WorksInAHostWithManyDescriptors) {
-    rlimit limit{};
-    getrlimit(RLIMIT_NOFILE, &limit);
-    limit.rlim_cur = std::min<rlim_t>(4096, limit.rlim_max);
-    setrlimit(RLIMIT_NOFILE, &limit);
-    if (limit.rlim_cur < 1300) GTEST_SKIP() << "the system allows " << limit.rlim_cur << " descriptors only";
-    std::vector<int> held;
-    while (held.size() < 1200) held.push_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
-    const sim::Simulator sim;
-    EXPECT_GT(held.back(), 1024);
-    EXPECT_EQ(send_text(sim.port(), "Hello", rectangle(0, 0, 128, 32), still_text(9, 1)), 0);
-    EXPECT_GT(lit_pixels(sim.screen()), 0);
-    for (const int fd : held) close(fd);
-}
-
-TEST(DynamicArea, KeepsCallersOfDifferentScreensApart) {
-    const struct {
-        Ouint16 type;
-        E_ScreenColor_G56 color;
-        Leds leds;
-    } kinds[] = {{0x0058, SCREEN_COLOR_SINGLE, Leds::single},
-                 {0x0262, SCREEN_COLOR_DOUBLE, Leds::dual},
-                 {0x0063, SCREEN_COLOR_THREE, Leds::three},
-                 {0x8166, SCREEN_COLOR_FULLCOLOR, Leds::full888}};
-    std::vector<std::thread> callers;
-    for (const auto& kind : kinds)
-        callers.emplace_back([&kind] {
-            sim::Options options;
-            options.type = kind.type;
-            options.color = static_cast<sim::ScreenColor>(kind.color);
-            const sim::Simulator sim(options);
-            const sim::Image text = text_image(kFont, 12, "Many callers", {0, 255, 0}, 128, 32);
-            for (int i = 0; i < 10; ++i) {
-                ASSERT_EQ(send_text(sim.port(), "Many callers", rectangle(0, 0, 128, 32),
-                                    still_text(9, eGreen), kind.color),
-                          0);
-                ASSERT_EQ(differing_pixels(sim.screen(), on_screen(text, kind.leds, 0, 0, 128, 32)), 0);
-            }
-        });
-    for (std::thread& caller : callers) caller.join();
 }
 
 } // namespace

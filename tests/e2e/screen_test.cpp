@@ -131,29 +131,5 @@ TEST(Screen, ShowsTheSimpleTextCentredAndRed) {
     EXPECT_NEAR(top, kHeight - 1 - bottom, 2);
 }
 
-TEST(Screen, KeepsEachAreaUntilItsNumberIsSentAgain) {
-    const sim::Simulator sim(controller(0x0262, SCREEN_COLOR_DOUBLE));
-    const auto send = [&](Ouint8 id, Ouint16 x, Ouint32 color, const char* text) {
-        auto area = rectangle(x, 0, 48, kHeight);
-        auto page = still_text(12, color);
-        return dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), SCREEN_COLOR_DOUBLE, id, &area, &page,
-                                                "DejaVu Sans", text);
-    };
-    const auto side = [&](int x) {
-        sim::Image half(48, kHeight);
-        const sim::Image screen = sim.screen();
-        for (int y = 0; y < kHeight; ++y)
-            for (int column = 0; column < 48; ++column) half.set(column, y, screen.at(x + column, y));
-        return half;
-    };
-    ASSERT_EQ(send(1, 0, eRed, "left"), 0);
-    ASSERT_EQ(send(2, 48, eGreen, "right"), 0);
-    EXPECT_EQ(side(0), text_image("DejaVu Sans", 16, "left", {255, 0, 0}, 48, kHeight));
-    EXPECT_EQ(side(48), text_image("DejaVu Sans", 16, "right", {0, 255, 0}, 48, kHeight));
-    ASSERT_EQ(send(1, 0, eYellow, "new"), 0);
-    EXPECT_EQ(side(0), text_image("DejaVu Sans", 16, "new", {255, 255, 0}, 48, kHeight));
-    EXPECT_EQ(side(48), text_image("DejaVu Sans", 16, "right", {0, 255, 0}, 48, kHeight));
-}
-
 } // namespace
 } // namespace qm::test
