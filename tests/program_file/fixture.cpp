@@ -1,6 +1,6 @@
 #include "fixture.h"
 
-#include <cairo.h>
+#include "simulator/picture.h"
 
 #include <cstdlib>
 
@@ -73,8 +73,29 @@ Program::Program() : m_before(std::filesystem::current_path()) {
     std::string pattern = testing::TempDir() + "qm_program_XXXXXX";
     m_folder = mkdtemp(pattern.data());
     std::filesystem::current_path(m_folder);
+    use(kFive);
+}
+
+void Program::use(const ScreenKind& screen) {
+    s_screen = screen;
     program_deleteProgram();
-    program_setScreenParams_G56(SCREEN_COLOR_DOUBLE, kMode0, DOUBLE_COLOR_PIXTYPE_1);
+    program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(screen.color), screen.type,
+                                DOUBLE_COLOR_PIXTYPE_1);
+}
+
+void Program::begin(const ScreenKind& screen) {
+    use(screen);
+    const HVprogramHeader five = program_header(1);
+    const HVprogramHeader_G6 six = program_header_g6(1);
+    EXPECT_EQ(screen.six ? program_addProgram_G6(&six) : program_addProgram(&five), 0);
+}
+
+void Program::add_area(Ouint16 id, Ouint8 type, sim::Rect rect) {
+    const auto u16 = [](int value) { return static_cast<Ouint16>(value); };
+    const HVareaHeader five = area_header(type, u16(rect.x), u16(rect.y), u16(rect.width), u16(rect.height));
+    const HVareaHeader_G6 six =
+        area_header_g6(type, u16(rect.x), u16(rect.y), u16(rect.width), u16(rect.height));
+    EXPECT_EQ(s_screen.six ? program_addArea_G6(id, &six) : program_AddArea(id, &five), 0);
 }
 
 Program::~Program() {
@@ -84,14 +105,12 @@ Program::~Program() {
 }
 
 std::string Program::picture(const std::string& name, int width, int height, unsigned color) {
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
-    cairo_t* c = cairo_create(surface);
-    cairo_set_source_rgb(c, (color >> 16 & 255) / 255.0, (color >> 8 & 255) / 255.0, (color & 255) / 255.0);
-    cairo_paint(c);
-    cairo_destroy(c);
+    sim::Image image(width, height);
+    const auto channel = [&](unsigned shift) { return static_cast<std::uint8_t>(color >> shift); };
+    for (int i = 0; i < width * height; ++i)
+        image.set(i % width, i / width, {channel(16), channel(8), channel(0)});
     const std::string path = (m_folder / name).string();
-    cairo_surface_write_to_png(surface, path.c_str());
-    cairo_surface_destroy(surface);
+    write_png(image, path);
     return path;
 }
 
@@ -124,19 +143,18 @@ Program::File Program::integrate_g6() {
     return file;
 }
 
-ParsedProgram Program::parsed_g5(NotInTheFile known) {
-    return parse_g5(integrate_g5().bytes, std::move(known));
-}
-
-ParsedProgram Program::parsed_g6(NotInTheFile known) {
+sim::Program Program::parsed_g6() {
     const File file = integrate_g6();
-    return parse_g6(file.bytes, file.data, file.dataName, std::move(known));
+    EXPECT_EQ(std::string(file.data.begin() + 1, file.data.begin() + 5), file.dataName);
+    return accepted(sim::parse_program(file.bytes, file.data, format()));
 }
 
-std::string Program::printed_by(const std::function<void()>& action) {
-    testing::internal::CaptureStdout();
-    action();
-    return testing::internal::GetCapturedStdout();
+sim::Program Program::accepted(sim::ParsedProgram program) {
+    if (const auto* error = std::get_if<std::string>(&program)) {
+        ADD_FAILURE() << *error;
+        return {};
+    }
+    return std::get<sim::Program>(std::move(program));
 }
 
 } // namespace qm::test

@@ -1,16 +1,18 @@
-// Input that would cost the host its memory, its threads or its life.
+// Input that would cost the host its memory, its threads or its life, and many threads at once.
 #include "fixture.h"
 
+#include <atomic>
 #include <fstream>
 #include <sys/stat.h>
+#include <thread>
 
 namespace qm::test {
 namespace {
 
 TEST_F(Program, GivesABackgroundNoText) {
-    const HVareaHeader_G6 area = area_header_g6(eGlobalBackGroundArea, 0, 0, 16, 16);
+    begin(kSix);
     const HVpageHeader_G6 page = page_header_g6(38, SINGLELINE);
-    program_addArea_G6(0, &area);
+    add_area(0, eGlobalBackGroundArea, {0, 0, 16, 16});
     EXPECT_EQ(program_picturesAreaAddTxt_G6(0, "AAAAAAAAAAAAAAAA", kFont, &page), -1);
     program_backGroundColor_G6(0, &page, eRed);
     EXPECT_EQ(parsed_g6().areas.at(0).pages.size(), 1U);
@@ -20,14 +22,11 @@ TEST_F(Program, GivesABackgroundNoText) {
 }
 
 TEST_F(Program, TakesAnyByteForAFlag) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
     HVpageHeader page = page_header();
     const auto pixels = [&](Ouint8 flag) {
         std::memcpy(&page.fontBold, &flag, 1);
-        program_AddArea(0, &area);
-        EXPECT_EQ(program_fontPath_picturesAreaAddTxt(
-                      0, "flag", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", &page),
-                  0);
+        add_area(0, ePicturesArea, {0, 0, 64, 16});
+        EXPECT_EQ(program_fontPath_picturesAreaAddTxt(0, "flag", kFontFile, &page), 0);
         return parsed_g5().areas.at(0).pages.at(0).pixels;
     };
     EXPECT_EQ(pixels(0xFF), pixels(1));
@@ -35,9 +34,8 @@ TEST_F(Program, TakesAnyByteForAFlag) {
 }
 
 TEST_F(Program, RefusesTextsOfMorePagesThanAFileCounts) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 1, 1);
     const std::string text(20000, 'W'), spaces(40000, ' ');
-    program_AddArea(0, &area);
+    add_area(0, ePicturesArea, {0, 0, 1, 1});
     for (const auto& [mode, arrMode, points] :
          {std::tuple{4, SINGLELINE, 3072}, {1, MULTILINE, 3072}, {4, SINGLELINE, 9}}) {
         HVpageHeader page = page_header(static_cast<Ouint8>(mode), arrMode);
@@ -52,10 +50,9 @@ TEST_F(Program, RefusesTextsOfMorePagesThanAFileCounts) {
 }
 
 TEST_F(Program, IsAsItWasAfterARefusedChange) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
     const HVpageHeader page = page_header(4, SINGLELINE);
     const std::string text(40000, 'W');
-    program_AddArea(0, &area);
+    add_area(0, ePicturesArea, {0, 0, 64, 16});
     ASSERT_EQ(program_picturesAreaAddTxt(0, text.c_str(), kFont, &page), 0);
     const File before = integrate_g5();
     EXPECT_EQ(program_MoveArea(0, 3, 4, 1, 16), -1);
@@ -68,9 +65,8 @@ TEST_F(Program, IsAsItWasAfterARefusedChange) {
 }
 
 TEST_F(Program, CountsNoMorePicturesThanItsFieldHolds) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 8, 8);
     const HVpageHeader page = page_header();
-    program_AddArea(0, &area);
+    add_area(0, ePicturesArea, {0, 0, 8, 8});
     for (int i = 0; i < 65535; ++i) ASSERT_EQ(program_pictureAreaAddPic(0, 0, &page, "none.png"), 0);
     EXPECT_EQ(program_pictureAreaAddPic(0, 0, &page, "none.png"), -1);
     EXPECT_EQ(program_picturesAreaAddTxt(0, "x", kFont, &page), -1);
@@ -80,9 +76,8 @@ TEST_F(Program, OpensOrdinaryFilesOnly) {
     ASSERT_EQ(mkfifo("pipe.png", 0600), 0);
     ASSERT_EQ(mkfifo("pipe.ttf", 0600), 0);
     ASSERT_EQ(mkfifo("dataFantx.bin", 0600), 0);
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 16, 16);
     const HVpageHeader page = page_header();
-    program_AddArea(0, &area);
+    add_area(0, ePicturesArea, {0, 0, 16, 16});
     program_pictureAreaAddPic(0, 1, &page, "pipe.png");
     EXPECT_EQ(program_fontPath_picturesAreaAddTxt(0, "x", "pipe.ttf", &page), 0);
     EXPECT_EQ(parsed_g5().areas.at(0).pages.size(), 1U) << "the text, in another font";
@@ -97,9 +92,8 @@ TEST_F(Program, DoesNotUnpackPicturesBeyondMeasure) {
 }
 
 TEST_F(Program, ShowsTextInAFamilyWhoseNameIsNoUtf8) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 64, 16);
     const HVpageHeader page = page_header();
-    program_AddArea(0, &area);
+    add_area(0, ePicturesArea, {0, 0, 64, 16});
     EXPECT_EQ(program_picturesAreaAddTxt(0, "x", "\xCB\xCE\xCC\xE5", &page), 0);
     EXPECT_EQ(parsed_g5().areas.at(0).pages.size(), 1U);
 }
@@ -109,6 +103,45 @@ TEST_F(Program, LeavesTheSlotFreeWhenItRefusesAName) {
     EXPECT_EQ(program_addProgram(&header), -1);
     const HVprogramHeader_G6 other = program_header_g6(1);
     EXPECT_EQ(program_addProgram_G6(&other), 0) << "the slot holds no program of generation 5";
+}
+
+TEST_F(Program, IsBuiltByOneThreadAtATime) {
+    std::atomic<int> inside = 0, overlaps = 0, wrong = 0;
+    std::vector<std::thread> builders;
+    for (Ouint32 id = 1; id <= 6; ++id)
+        builders.emplace_back([&, id] {
+            for (int i = 0; i < 10; ++i) {
+                const HVprogramHeader header = program_header(id);
+                const HVpageHeader page = page_header();
+                program_addProgram(&header);
+                overlaps += ++inside > 1;
+                add_area(0, ePicturesArea, {0, 0, 32, 16});
+                program_picturesAreaAddTxt(0, "x", kFont, &page);
+                const File file = integrate_g5();
+                wrong += file.name != "P00" + std::to_string(id) ||
+                         accepted(parse_program(file.bytes, format())).area_count != 1;
+                --inside;
+                program_deleteProgram();
+            }
+        });
+    for (std::thread& builder : builders) builder.join();
+    EXPECT_EQ(overlaps, 0);
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(Program, CanBeDeletedByAnotherThread) {
+    const HVprogramHeader header = program_header(1);
+    std::thread([&] { program_addProgram(&header); }).join();
+    EXPECT_EQ(program_deleteProgram(), 0) << "its owner has ended without deleting it";
+    EXPECT_EQ(program_addProgram(&header), 0);
+    EXPECT_EQ(program_deleteProgram(), 0);
+    EXPECT_EQ(program_deleteProgram(), 0) << "also without a program";
+}
+
+TEST_F(Program, DoesNotWriteItsCopyThroughASymbolicLink) {
+    std::filesystem::create_symlink("elsewhere", "dataFantx.bin");
+    integrate_g5();
+    EXPECT_FALSE(std::filesystem::exists("elsewhere"));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Headers, names, play periods and the area list.
 #include "fixture.h"
-#include "hex.h"
 
 namespace qm::test {
 namespace {
@@ -15,7 +14,8 @@ TEST_F(Program, OfGeneration5WithoutAreasIs27Bytes) {
     EXPECT_THAT(Bytes(file.bytes).first(23),
                 is_hex("11 50 30 34 32 22 33 44 66 55 77 02 01 03 04 06 05 07 08 "
                        "00 00 00 00"));
-    EXPECT_EQ(parse_g5(file.bytes).crc, file.crc);
+    EXPECT_EQ(ByteReader(Bytes(file.bytes).last(4)).u32(), file.crc);
+    EXPECT_TRUE(parsed_g5().areas.empty());
     EXPECT_TRUE(std::filesystem::exists("dataFantx.bin"));
     EXPECT_EQ(std::filesystem::file_size("dataFantx.bin"), 27U);
 }
@@ -35,7 +35,7 @@ TEST_F(Program, OfGeneration6WithoutAreasIs37And17Bytes) {
                        "12 14 13 15 16 18 17 19 1A 00 00 00 00"));
     EXPECT_EQ(file.data.size(), 17U);
     EXPECT_THAT(Bytes(file.data).first(13), is_hex("09 44 30 30 35 00*8"));
-    parse_g6(file.bytes, file.data, "D005");
+    EXPECT_TRUE(parsed_g6().areas.empty());
     EXPECT_FALSE(std::filesystem::exists("dataFantx.bin"));
 }
 
@@ -89,53 +89,45 @@ TEST_F(Program, WritesTheUsedPlayPeriodsAndForcesThePriority) {
     periods.timeGrp[1] = {14, 0, 1, 18, 59, 59};
     periods.timeGrp[2] = {1, 1, 1, 1, 1, 1};
     EXPECT_EQ(program_addPlayPeriodGrp(&periods), 0);
-    ParsedProgram program = parsed_g5({.borderPixels = {}, .periods = 2});
-    ASSERT_EQ(program.periods.size(), 2U);
-    EXPECT_EQ(program.periods[1], (ByteBuffer{14, 0, 1, 18, 59, 59}));
-    EXPECT_EQ(program.header[6], 1);
+    EXPECT_THAT(Bytes(integrate_g5().bytes).subspan(19, 16),
+                is_hex("01 08 00 00 0C 1E 00 0E 00 01 12 3B 3B 00*3"));
+    EXPECT_EQ(parsed_g5().header.priority, 1);
     periods.playTimeGrpNum = 9;
     EXPECT_EQ(program_addPlayPeriodGrp(&periods), -1) << "the record holds eight";
     periods.playTimeGrpNum = 0;
     EXPECT_EQ(program_addPlayPeriodGrp(&periods), 0);
-    program = parsed_g5();
-    EXPECT_TRUE(program.periods.empty());
-    EXPECT_EQ(program.header[6], 0);
+    EXPECT_TRUE(parsed_g5().periods.empty());
+    EXPECT_EQ(parsed_g5().header.priority, 0);
 }
 
 TEST_F(Program, CountsReplacedAreasToo) {
-    const HVareaHeader pictures = area_header(ePicturesArea, 1, 2, 30, 20),
-                       clock = area_header(eTimeClockArea, 0, 0, 8, 8);
-    EXPECT_EQ(program_AddArea(1, &pictures), 0);
-    EXPECT_EQ(program_AddArea(2, &pictures), 0);
-    EXPECT_EQ(program_AddArea(1, &clock), 0);
-    ParsedProgram program = parsed_g5({.clockPage = 16});
-    EXPECT_EQ(program.areaCount, 3);
+    for (const Ouint16 id : {Ouint16{1}, Ouint16{2}}) add_area(id, ePicturesArea, {1, 2, 30, 20});
+    add_area(1, eTimeClockArea, {0, 0, 8, 8});
+    sim::Program program = parsed_g5();
+    EXPECT_EQ(program.area_count, 3);
     ASSERT_EQ(program.areas.size(), 2U);
-    EXPECT_EQ(program.areas[0].type, ePicturesArea);
-    EXPECT_EQ(program.areas[0].length, 12U);
-    EXPECT_EQ(program.areas[0].x, 1);
-    EXPECT_EQ(program.areas[1].type, eTimeClockArea) << "the new area stands at the end";
+    EXPECT_EQ(program.areas[0].type, sim::AreaType::pictures);
+    EXPECT_EQ(program.areas[0].rect, (sim::Rect{1, 2, 30, 20}));
+    EXPECT_EQ(program.areas[1].type, sim::AreaType::time) << "the new area stands at the end";
     EXPECT_EQ(program_deleteArea(7), 0);
     EXPECT_EQ(program_deleteArea(2), 0);
-    program = parsed_g5({.clockPage = 16});
-    EXPECT_EQ(program.areaCount, 2);
+    program = parsed_g5();
+    EXPECT_EQ(program.area_count, 2);
     EXPECT_EQ(program.areas.size(), 1U);
     EXPECT_EQ(program_deleteArea(65535), 0);
     program = parsed_g5();
-    EXPECT_EQ(program.areaCount, 0);
+    EXPECT_EQ(program.area_count, 0);
     EXPECT_TRUE(program.areas.empty());
 }
 
 TEST_F(Program, LaysAMovedAreaOutAnew) {
-    const HVareaHeader area = area_header(ePicturesArea, 0, 0, 200, 16);
     const HVpageHeader page = page_header();
-    program_AddArea(4, &area);
+    add_area(4, ePicturesArea, {0, 0, 200, 16});
     program_picturesAreaAddTxt(4, "several words in a row", kFont, &page);
     EXPECT_EQ(parsed_g5().areas[0].pages.size(), 1U);
     EXPECT_EQ(program_MoveArea(4, 3, 5, 64, 16), 0);
-    const ParsedProgram program = parsed_g5();
-    EXPECT_EQ(program.areas[0].x, 3);
-    EXPECT_EQ(program.areas[0].width, 64);
+    const sim::Program program = parsed_g5();
+    EXPECT_EQ(program.areas[0].rect, (sim::Rect{3, 5, 64, 16}));
     EXPECT_GT(program.areas[0].pages.size(), 1U);
     EXPECT_EQ(printed_by([] { EXPECT_EQ(program_MoveArea(5, 0, 0, 1, 1), 29); }),
               "Error:Wrong areaID.This area does not exist.\n");
@@ -144,24 +136,22 @@ TEST_F(Program, LaysAMovedAreaOutAnew) {
 }
 
 TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
-    const auto rectangle = [](const ParsedArea& a) { return std::tuple{a.x, a.y, a.width, a.height}; };
-    const HVareaHeader_G6 area = area_header_g6(ePicturesArea, 0, 0, 32, 16);
-    const HVareaHeader_G6 back = area_header_g6(eGlobalBackGroundArea, 0, 0, 64, 32);
-    for (const Ouint16 id : {Ouint16{1}, Ouint16{2}, Ouint16{3}}) program_addArea_G6(id, &area);
-    program_addArea_G6(9, &back);
+    begin(kSix);
+    for (const Ouint16 id : {Ouint16{1}, Ouint16{2}, Ouint16{3}}) add_area(id, ePicturesArea, {0, 0, 32, 16});
+    add_area(9, eGlobalBackGroundArea, {0, 0, 64, 32});
     EXPECT_EQ(program_MoveArea_G6(2, 8, 4, 16, 8), 0);
     EXPECT_EQ(program_deleteArea_G6(1), 0);
-    ParsedProgram program = parsed_g6();
-    EXPECT_EQ(program.areaCount, 3);
+    sim::Program program = parsed_g6();
+    EXPECT_EQ(program.area_count, 3);
     ASSERT_EQ(program.areas.size(), 3U);
-    EXPECT_EQ(rectangle(program.areas[0]), std::tuple(8, 4, 16, 8));
-    EXPECT_EQ(program.areas[0].type, ePicturesArea) << "a move keeps the type";
-    EXPECT_EQ(rectangle(program.areas[1]), std::tuple(0, 0, 32, 16));
+    EXPECT_EQ(program.areas[0].rect, (sim::Rect{8, 4, 16, 8}));
+    EXPECT_EQ(program.areas[0].type, sim::AreaType::pictures) << "a move keeps the type";
+    EXPECT_EQ(program.areas[1].rect, (sim::Rect{0, 0, 32, 16}));
     program_deleteArea_G6(9);
     EXPECT_TRUE(parsed_g6().background) << "once there was one";
     EXPECT_EQ(program_deleteArea_G6(65535), 0);
     program = parsed_g6();
-    EXPECT_EQ(program.areaCount, 0);
+    EXPECT_EQ(program.area_count, 0);
     EXPECT_TRUE(program.areas.empty());
 }
 

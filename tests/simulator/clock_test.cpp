@@ -10,13 +10,13 @@
 namespace qm::sim {
 namespace {
 
-namespace lib = qm::test;
 using namespace std::chrono;
 using namespace std::chrono_literals;
-using test::ClockScreen;
+namespace lib = qm::test;
 using test::Host;
 using test::kFive;
 using test::kSix;
+using test::ScreenKind;
 
 const LocalSeconds kDay = local_days(2024y / February / 29);
 const ClockColor_G56 kDial{eGreen, eRed, eBlack};
@@ -46,14 +46,14 @@ void expect_hand(const Image& screen, int cx, int cy, Rgb color, int length, dou
 }
 
 TEST_F(Analog, HandsPointWhereTheyMust) {
-    for (const ClockScreen& screen : {kFive, kSix}) {
+    for (const ScreenKind& screen : {kFive, kSix}) {
         begin(screen, {10, 4, 64, 48});
-        ASSERT_EQ(add(screen, hands(30, 24), eLINE, {eBlack, eBlack, eBlack}), 0);
-        const auto player = played(screen, 96, 64);
+        ASSERT_EQ(add(hands(30, 24), eLINE, {eBlack, eBlack, eBlack}), 0);
+        const auto player = played(96, 64);
         for (int hour = 0; hour < 24; hour += 2) {
             const int minute = (hour * 5 + 17) % 60, second = (hour * 7 + 41) % 60;
             const Image shown =
-                player->screen(Time{0}, kDay + hours(hour) + minutes(minute) + seconds(second));
+                player.screen(Time{0}, kDay + hours(hour) + minutes(minute) + seconds(second));
             const std::string moment = std::to_string(hour) + ":" + std::to_string(minute);
             const double minutes_turn = (minute + second / 60.0) / 60;
             expect_hand(shown, 40, 28, kRed, 10, (hour % 12 + minutes_turn) / 12, moment.c_str());
@@ -68,10 +68,10 @@ TEST_F(Analog, HandsAreAsWideAsTheyAreLong) {
         HVAnalogClockHeader_G56 clock{16, 16, 0,      static_cast<Ouint8>(width), 9, eRed, 0, 9, eGreen,
                                       9,  0,  eYellow};
         begin(kSix, {0, 0, 33, 33});
-        ASSERT_EQ(add(kSix, clock, eLINE, {eBlack, eBlack, eBlack}), 0);
-        const auto player = played(kSix, 33, 33);
+        ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
+        const auto player = played(33, 33);
         for (const int hour : {0, 3, 6, 9}) {
-            const Image shown = player->screen(Time{0}, kDay + hours(hour));
+            const Image shown = player.screen(Time{0}, kDay + hours(hour));
             int lit = 0;
             for (int y = 0; y < 33; ++y)
                 for (int x = 0; x < 33; ++x) {
@@ -85,7 +85,7 @@ TEST_F(Analog, HandsAreAsWideAsTheyAreLong) {
 
 TEST_F(Analog, HandsHaveTheirColoursAndStayInTheArea) {
     const struct {
-        ClockScreen screen;
+        ScreenKind screen;
         Ouint32 color;
         Rgb shown;
     } cases[] = {
@@ -100,8 +100,8 @@ TEST_F(Analog, HandsHaveTheirColoursAndStayInTheArea) {
         clock.HourHandColor = clock.MinHandColor = clock.SecHandColor = c.color;
         clock.SecHandLen = 255;
         begin(c.screen, {16, 8, 17, 17});
-        ASSERT_EQ(add(c.screen, clock, eLINE, {eBlack, eBlack, eBlack}), 0);
-        const Image shown = played(c.screen, 64, 32)->screen(Time{0}, kDay + 15s);
+        ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
+        const Image shown = played(64, 32).screen(Time{0}, kDay + 15s);
         EXPECT_EQ(shown.at(32, 16), c.shown) << "the second hand reaches the area's edge";
         EXPECT_EQ(shown.at(33, 16), kBlack) << "and ends there";
     }
@@ -114,8 +114,8 @@ class Dial : public Analog {
         HVAnalogClockHeader_G56 clock{};
         clock.OrignPointX = clock.OrignPointY = static_cast<Ouint16>(pivot);
         begin(kSix, {0, 0, side, side});
-        EXPECT_EQ(add(kSix, clock, style, kDial), 0);
-        return played(kSix, side, side)->screen(Time{0}, kDay);
+        EXPECT_EQ(add(clock, style, kDial), 0);
+        return played(side, side).screen(Time{0}, kDay);
     }
 };
 
@@ -173,19 +173,19 @@ TEST_F(Dial, StaysInsideAnAreaWhereverThePivotIs) {
 class Battle : public Analog {
   protected:
     // Battle time on an area that shows a date, the day of the week and the time as digits.
-    static std::unique_ptr<ProgramPlayer> battle(const HVTimeAreaBattle_G6* start, bool cancelled = false) {
+    static ProgramPlayer battle(const HVTimeAreaBattle_G6* start, bool cancelled = false) {
         HVtimeAreaData_G56 content = lib::time_content();
         content.time_enable = content.week_enable = true;
         content.weekstyle = Mon;
         begin(kSix, {0, 0, 256, 16});
-        EXPECT_EQ(add(kSix, content), 0);
+        EXPECT_EQ(add(content), 0);
         if (start) {
             EXPECT_EQ(program_timeAreaSetBattleTime_G6(test::kClockArea, start), 0);
         }
         if (cancelled) {
             EXPECT_EQ(program_timeAreaCancleBattleTime_G6(test::kClockArea), 0);
         }
-        return played(kSix, 256, 16);
+        return played(256, 16);
     }
 };
 
@@ -194,10 +194,10 @@ TEST_F(Battle, CountsFromItsStart) {
     const auto own = battle(nullptr), fought = battle(&start), cancelled = battle(&start, true);
     const LocalSeconds began = local_days(2024y / February / 28) + 23h + 59min + 30s;
     for (const Time passed : {0ms, 999ms, 1000ms, 29'999ms, 30'000ms, 86'430'000ms}) {
-        EXPECT_EQ(fought->screen(passed, kDay), own->screen(Time{0}, began + floor<seconds>(passed)));
-        EXPECT_EQ(cancelled->screen(passed, kDay), own->screen(Time{0}, kDay));
+        EXPECT_EQ(fought.screen(passed, kDay), own.screen(Time{0}, began + floor<seconds>(passed)));
+        EXPECT_EQ(cancelled.screen(passed, kDay), own.screen(Time{0}, kDay));
     }
-    EXPECT_NE(fought->screen(29'999ms, kDay), fought->screen(30s, kDay));
+    EXPECT_NE(fought.screen(29'999ms, kDay), fought.screen(30s, kDay));
 }
 
 TEST_F(Battle, StartsAtZeroOnTheFirstDayAndOnAnyDayOfTheWeek) {
@@ -206,8 +206,8 @@ TEST_F(Battle, StartsAtZeroOnTheFirstDayAndOnAnyDayOfTheWeek) {
     const auto own = battle(nullptr), fought = battle(&zero), other = battle(&tuesday);
     const LocalSeconds first = local_days(0y / January / 1);
     for (const Time passed : {0h, 25h, 24h * 40}) {
-        EXPECT_EQ(fought->screen(passed, kDay), own->screen(0s, first + floor<seconds>(passed)));
-        EXPECT_NE(fought->screen(passed, kDay), other->screen(passed, kDay));
+        EXPECT_EQ(fought.screen(passed, kDay), own.screen(0s, first + floor<seconds>(passed)));
+        EXPECT_NE(fought.screen(passed, kDay), other.screen(passed, kDay));
     }
 }
 
@@ -215,8 +215,8 @@ TEST_F(Battle, IsRefusedWhenItIsNoMoment) {
     const HVTimeAreaBattle_G6 wrong{0x2023, 0x02, 0x29, 0, 0, 0, 0, 0};
     begin(kSix, {0, 0, 8, 8});
     ASSERT_EQ(program_timeAreaSetBattleTime_G6(test::kClockArea, &wrong), 0);
-    const File file = integrate_g6();
-    const sim::ParsedProgram parsed = parse_program(file.bytes, file.data, kSix.format());
+    const File file = integrate();
+    const ParsedProgram parsed = parse_program(file.bytes, file.data, format());
     ASSERT_TRUE(std::holds_alternative<std::string>(parsed));
     EXPECT_NE(std::get<std::string>(parsed).find("battle time"), std::string::npos);
 }
@@ -224,12 +224,12 @@ TEST_F(Battle, IsRefusedWhenItIsNoMoment) {
 // Whatever a record says, it is read or refused, and what is read can be drawn.
 TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
     for (const bool analog : {false, true})
-        for (const ClockScreen& screen : {kFive, kSix}) {
+        for (const ScreenKind& screen : {kFive, kSix}) {
             begin(screen, {3, 2, 40, 12});
             HVtimeAreaData_G56 content = lib::time_content();
             content.datestyle = MM_DD_MINUS;
-            ASSERT_EQ(analog ? add(screen, hands(8, 6), eLINE, kDial) : add(screen, content), 0);
-            const File file = screen.six ? integrate_g6() : integrate_g5();
+            ASSERT_EQ(analog ? add(hands(8, 6), eLINE, kDial) : add(content), 0);
+            const File file = integrate();
             const std::size_t head = screen.six ? 33 : 23, end = std::min(file.bytes.size() - 4, head + 150);
             int refused = 0;
             for (std::size_t at = head; at < end; ++at)
@@ -237,10 +237,10 @@ TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
                     ByteBuffer spoilt(file.bytes.begin(), file.bytes.end() - 4);
                     spoilt[at] ^= change;
                     ByteWriter(spoilt).u32(calc_crc32(spoilt));
-                    sim::ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, screen.format())
-                                                           : parse_program(spoilt, screen.format());
+                    ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, format())
+                                                      : parse_program(spoilt, format());
                     if (auto* program = std::get_if<sim::Program>(&parsed))
-                        (void)ProgramPlayer(std::move(*program), 64, 16, screen.format()).screen(0s, kDay);
+                        (void)ProgramPlayer(std::move(*program), 64, 16, format()).screen(0s, kDay);
                     else
                         ++refused;
                 }
@@ -259,30 +259,30 @@ TEST_F(Analog, RunsOnAControllerByTheClockThatItWasSetTo) {
     HVtimeAreaData_G56 content = lib::time_content();
     content.time_enable = true;
     begin(kSix, {0, 0, 128, 16});
-    ASSERT_EQ(add(kSix, content), 0);
-    const auto expected = played(kSix, 128, 16);
+    ASSERT_EQ(add(content), 0);
+    const auto expected = played(128, 16);
     const File file = integrate_g6();
     Host uploader(simulator);
     ASSERT_EQ(uploader.write(file.dataName, file.data, 9), 0U);
     ASSERT_EQ(uploader.write(file.name, file.bytes), 0U);
     EXPECT_EQ(simulator.program_errors().size(), 0U);
 
-    EXPECT_EQ(simulator.screen(), expected->screen(0s, kDay + 24h - 1s));
+    EXPECT_EQ(simulator.screen(), expected.screen(0s, kDay + 24h - 1s));
     ++host;
-    EXPECT_EQ(simulator.screen(), expected->screen(0s, kDay + 24h)) << "midnight";
+    EXPECT_EQ(simulator.screen(), expected.screen(0s, kDay + 24h)) << "midnight";
     ASSERT_TRUE(uploader.control(2, "31 20 12 31 23 59 58 03").acknowledged());
     const LocalSeconds year_end = local_days(2031y / December / 31) + 23h + 59min + 58s;
-    EXPECT_EQ(simulator.screen(), expected->screen(0s, year_end));
+    EXPECT_EQ(simulator.screen(), expected.screen(0s, year_end));
     host += 2;
-    EXPECT_EQ(simulator.screen(), expected->screen(0s, year_end + 2s)) << "the new year";
-    EXPECT_NE(expected->screen(0s, year_end), expected->screen(0s, year_end + 2s));
+    EXPECT_EQ(simulator.screen(), expected.screen(0s, year_end + 2s)) << "the new year";
+    EXPECT_NE(expected.screen(0s, year_end), expected.screen(0s, year_end + 2s));
 }
 
 TEST_F(Analog, AsksToBeDrawnAnewInTime) {
     begin(kSix, {0, 0, 32, 32});
-    ASSERT_EQ(add(kSix, hands(16, 16), eLINE, kDial), 0);
-    const auto player = played(kSix, 32, 32);
-    const auto next = player->next_change(1234ms, kDay);
+    ASSERT_EQ(add(hands(16, 16), eLINE, kDial), 0);
+    const auto player = played(32, 32);
+    const auto next = player.next_change(1234ms, kDay);
     ASSERT_TRUE(next);
     EXPECT_GT(*next, 1234ms);
     EXPECT_LE(*next, 1334ms) << "no second of the clock is missed";
