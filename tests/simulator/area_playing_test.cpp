@@ -13,7 +13,6 @@ namespace qm::sim {
 namespace {
 
 using test::hex;
-using test::sealed;
 using namespace std::chrono_literals;
 
 // Bytes in hex, one piece behind the other.
@@ -23,21 +22,11 @@ ByteBuffer joined(std::initializer_list<std::string_view> parts) {
     return hex(text);
 }
 
-// A program of one page, which lights the LED of its number, counted from the left, for 200 ms.
+// A program that lights the same LEDs all the time.
 void write_program(test::Host& host, int number, const std::string& pixels) {
-    const std::string digit = std::string("3").append(std::to_string(number));
-    const std::string name = std::to_string(number);
-    ASSERT_EQ(host.write(
-                  std::string("P00").append(name),
-                  sealed(joined({"00 50 30 30", digit,
-                                 " 00 00 01 00 00 00*10 FF 00*8  00 00 00 01"
-                                 " 33 00 00 00  00 00 00 00 00 08 00 01 00  00  00 00 00  00  00*5  01 00"
-                                 " 1A 00 00 00  00 01 00 00 14 00 01 08 00  00*9  0E 00 00 00 01 00 00 00"})),
-                  0),
-              0U);
-    ASSERT_EQ(host.write(std::string("D00").append(name),
-                         sealed(joined({"09 44 30 30", digit, "00*8", pixels})), 9),
-              0U);
+    const std::string digit = std::to_string(number), digits = "30 30 3" + digit;
+    ASSERT_EQ(host.write("P00" + digit, test::program_file("50 " + digits)), 0U);
+    ASSERT_EQ(host.write("D00" + digit, test::data_file(pixels + " " + pixels, digits), 9), 0U);
 }
 
 class AreaPlaying : public testing::Test {
@@ -125,18 +114,6 @@ TEST_F(AreaPlaying, PagesTurnFromTheMomentAtWhichTheAreaIsSent) {
     m_up = 10000ms;
     EXPECT_TRUE(m_host.ask(0xA7, 0, content).acknowledged());
     EXPECT_EQ(screen(), "R.......") << "what is sent again begins anew";
-}
-
-TEST_F(AreaPlaying, RunningTextComesInAndLeavesAndComesAgain) {
-    EXPECT_TRUE(
-        m_host.ask(0xA7, 0, test::content_of({{1, {0, 0, 8, 1}, {hex("7F"), hex("3F")}, 4}})).acknowledged());
-    const std::pair<int, const char*> steps[] = {{0, "........"},  {1, ".......R"},  {8, "R......."},
-                                                 {10, "......RR"}, {16, "RR......"}, {18, "........"},
-                                                 {24, "........"}, {25, ".......R"}};
-    for (const auto& [step, shown] : steps) {
-        m_up = step * 33ms;
-        EXPECT_EQ(screen(), shown) << step;
-    }
 }
 
 TEST(PlayedAreas, SayWhenTheyNextShowSomethingElse) {

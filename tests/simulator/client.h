@@ -1,29 +1,22 @@
 // A host on the other end of a plain socket. Every wait is bounded.
 #pragma once
 
-#include "support/Descriptor.h"
-#include "support/bytes.h"
+#include "scripted_peer.h"
+
+#include <sys/socket.h>
 
 namespace qm::sim::test {
 
-class Client {
+class Client : public qm::test::PeerConnection {
   public:
-    explicit Client(std::uint16_t port);
+    explicit Client(std::uint16_t port) : PeerConnection(qm::test::connected_socket(SOCK_STREAM, port)) {}
 
-    void send(Bytes bytes);
     // What arrives up to the first end byte, or to the end of the connection.
-    ByteBuffer receive();
+    ByteBuffer receive() { return read_frame(); }
     ByteBuffer ask(Bytes frame) {
         send(frame);
         return receive();
     }
-
-    enum class End { closed, reset, none };
-    // How the controller ends the connection; none when bytes or nothing came.
-    End wait_for_end();
-
-  private:
-    Descriptor m_socket;
 };
 
 } // namespace qm::sim::test

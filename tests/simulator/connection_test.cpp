@@ -36,23 +36,6 @@ TEST(Connection, HandshakeTellsSizeColourAndTypeWithoutFraming) {
                        "5F 01 53 49 4D 20 31 2E 30 30 01 01 00 00 10 00 08 00 01 0F 01 00 00 00*29 5A"));
 }
 
-TEST(Connection, CommandInsideTwoEnvelopesIsAnswered) {
-    Simulator sim;
-    const ByteBuffer ping =
-        hex("A5*8 FE FF 00 80 07 00 62 02 00 00 02 00 FF 00 96 00 00*6 05 00 1E 78 00 EE 01 A2 00 00 00 5A");
-    Client client(sim.port());
-    EXPECT_EQ(client.ask(test::envelope_around(ping)), client.ask(handshake()));
-}
-
-TEST(Connection, UnknownCommandIsRefused) {
-    Simulator sim; // group A2, command 99
-    EXPECT_THAT(Client(sim.port())
-                    .ask(hex("A5*8 FE FF 00 80 07 00 62 02 00 00 04 00 FF 00 96 00 00*6 05 00 EE 66 00 06 01 "
-                             "A2 63 00 00 5A")),
-                is_hex("A5*8 00 80 01 00 07 02 62 02 00 02 04 00 FF 00 96 00 00*6 09 00 04 74 00 F2 "
-                       "00 A0 01 00 00 65 00 00 00 5A"));
-}
-
 TEST(Connection, BytesMayArriveOneByOneWithGarbageBetween) {
     Simulator sim;
     Client client(sim.port());

@@ -3,6 +3,7 @@
 #include "simulator/show/picture.h"
 
 #include <atomic>
+#include <sstream>
 
 namespace qm::sim {
 namespace {
@@ -253,50 +254,26 @@ TEST(Network, WebServerMakesTheSearchLonger) {
 }
 
 TEST(Control, PayloadCutAnywhereIsRefusedAndChangesNothing) {
-    struct Row {
-        std::uint8_t group, cmd;
-        const char* payload;
-    };
-    const Row rows[] = {
-        {0xA1, 1, "02 00 50 30 30 31 50 30 30 32"},
-        {0xA1, 2, "50 30 30 31 00 04 00 00 00 01 00*4"},
-        {0xA1, 3, "50 30 30 31 01 00 00 00 00 01"},
-        {0xA1, 4, "50 30 30 31"},
-        {0xA1, 5, "50 30 30 31 00 00 00 00"},
-        {0xA1, 6, "00 20"},
-        {0xA1, 7, "00 00"},
-        {0xA1, 10, "01 00 50 30 30"},
-        {0xA1, 11, "43 30 30 30 01 26 00 00 00 01 00*4"},
-        {0xA1, 12, "43 30 30 30 01 00 00 00 00 01"},
-        {0xA1, 13, "43 30 30 30"},
-        {0xA1, 14, "43 30 30 30 00 00 00 00"},
-        {0xA2, 2, "24 20 02 29 23 59 58 04"},
-        {0xA2, 3, "50 30 30 31"},
-        {0xA2, 5, "00"},
-        {0xA2, 6, "02 08 30 12 00 22 00 02 00"},
-        {0xA2, 7, "01 07*48"},
-        {0xA2, 13, "00 01"},
-        {0xA2, 14, "00 01 50 30 30 31 00 00 00 00"},
-        {0xA2, 16, "00*6 31*6"},
-        {0xA2, 17, "31*6"},
-        {0xA2, 18, "05 00"},
-        {0xA2, 19, "05 00*5"},
-        {0xA2, 20, "01*11"},
-        {0xA2, 21, "05 00*5"},
-        {0xA2, 23, "00"},
-        {0xA2, 24, "00"},
-        {0xA2, 26, "05 00"},
-        {0xA2, 27, "05 00"},
-        {0xA4, 0, "01*6"},
-        {0xA4, 1, kSetIp},
-    };
+    // Group, command and payload.
+    std::istringstream commands(
+        std::string("A1 01 02 00 50 30 30 31 50 30 30 32;A1 02 50 30 30 31 00 04 00 00 00 01 00*4;"
+                    "A1 03 50 30 30 31 01 00 00 00 00 01;A1 04 50 30 30 31;"
+                    "A1 05 50 30 30 31 00 00 00 00;A1 06 00 20;A1 07 00 00;A1 0A 01 00 50 30 30;"
+                    "A1 0B 43 30 30 30 01 26 00 00 00 01 00*4;A1 0C 43 30 30 30 01 00 00 00 00 01;"
+                    "A1 0D 43 30 30 30;A1 0E 43 30 30 30 00 00 00 00;A2 02 24 20 02 29 23 59 58 04;"
+                    "A2 03 50 30 30 31;A2 05 00;A2 06 02 08 30 12 00 22 00 02 00;A2 07 01 07*48;"
+                    "A2 0D 00 01;A2 0E 00 01 50 30 30 31 00 00 00 00;A2 10 00*6 31*6;A2 11 31*6;"
+                    "A2 12 05 00;A2 13 05 00*5;A2 14 01*11;A2 15 05 00*5;A2 17 00;A2 18 00;"
+                    "A2 1A 05 00;A2 1B 05 00;A4 00 01*6;"
+                    "A4 01 ") +
+        kSetIp);
     Controlled c;
     const ControllerState before = c.sim.state();
-    for (const Row& row : rows) {
-        const ByteBuffer whole = test::hex(row.payload);
-        for (std::size_t length = 0; length < whole.size(); ++length)
-            EXPECT_TRUE(c.host.ask(row.group, row.cmd, Bytes(whole).first(length)).refused())
-                << int{row.group} << "/" << int{row.cmd} << " cut after " << length;
+    for (std::string command; std::getline(commands, command, ';');) {
+        const ByteBuffer whole = test::hex(command);
+        for (std::size_t length = 0; length + 2 < whole.size(); ++length)
+            EXPECT_TRUE(c.host.ask(whole[0], whole[1], Bytes(whole).subspan(2, length)).refused())
+                << command << " cut after " << length;
     }
     EXPECT_TRUE(static_cast<const ControllerState&>(c.sim.state()) == before);
     EXPECT_TRUE(c.sim.files().empty());

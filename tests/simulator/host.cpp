@@ -1,9 +1,11 @@
 #include "host.h"
 
+#include "wire.h"
+
 namespace qm::sim::test {
 
 Answer answer_in(Bytes frame) {
-    const ByteBuffer body = unstuffed(frame);
+    const ByteBuffer body = qm::test::unstuff(frame);
     ByteReader reader(body);
     reader.skip(4);
     const std::size_t header = reader.u8() == 5 ? 27 : 28;

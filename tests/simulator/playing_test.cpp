@@ -13,22 +13,11 @@
 namespace qm::sim {
 namespace {
 
+using test::data_file;
 using test::Host;
-using test::sealed;
+using test::program_file;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
-
-// A program of one area of 8 x 1 with two pages: the first LED for 200 ms, the last one for 300 ms.
-ByteBuffer program_file(const std::string& name = "50 30 30 31", const std::string& periods = "00") {
-    return sealed("00 " + name + " 00 00 01 00 00 00*10 FF 00*8 " + periods +
-                  " 00 00 01"
-                  " 51 00 00 00  00 00 00 00 00 08 00 01 00  00  00 00 00  00  00*5  02 00"
-                  " 1A 00 00 00  00 01 00 00 14 00 01 08 00  00*9  0E 00 00 00 01 00 00 00"
-                  " 1A 00 00 00  00 01 00 00 1E 00 01 08 00  00*9  0F 00 00 00 01 00 00 00");
-}
-ByteBuffer data_file(const std::string& pixels = "7F FE", const std::string& digits = "30 30 31") {
-    return sealed("09 44 " + digits + " 00*8 " + pixels);
-}
 
 // What was told last, and a way to wait for it.
 class Told {
@@ -168,15 +157,6 @@ TEST_F(Playing, StatusStateAndLogNameTheProgramOnTheScreen) {
     EXPECT_TRUE(m_host.control(13, "00 00").acknowledged());
     EXPECT_THAT(m_log.latest(), HasSubstr("unlocked: acknowledged; no program is played"));
     EXPECT_EQ(named(), (Named{"", "", "", 2})) << "the locked program is not there";
-}
-
-TEST_F(Playing, GoesOnBelowDynamicAreas) {
-    write_program();
-    test::Client client(m_sim.port());
-    client.ask(test::envelope_around(test::payload_of({{1, {0, 0, 4, 1}, {test::hex("AF")}}})));
-    EXPECT_EQ(screen(), ".R.R....");
-    m_up = 200ms;
-    EXPECT_EQ(screen(), ".R.R...R");
 }
 
 TEST_F(Playing, GoesOnAfterARestart) {

@@ -61,62 +61,28 @@ TEST(ProgramFileOfGeneration5, TellsBordersFromWhatFollows) {
     EXPECT_EQ(area.pages[1].pixels, qm::test::hex("F7 FF FF*6"));
 }
 
-TEST(ProgramFileOfGeneration5, MayBeEmpty) {
-    const Program program = good(parse_program(sealed("00 50 30 30 30 00*14 00 00 00 00"), kSingle8));
-    EXPECT_TRUE(program.areas.empty());
-    EXPECT_TRUE(program.periods.empty());
-}
-
-// A clock of 8 x 2 without pixels of its own but a dark page, and one of hands.
-TEST(ProgramFileOfGeneration5, HasDigitalAndAnalogClocks) {
-    const Program program = good(
-        parse_program(sealed("00 50 30 30 30 00*14 00 00 00 02"
-                             " 23 00 00 00  02 01 00 02 00 08 00 02 00  00 00 01 01  0A 07 00 01 00 00 01 00"
-                             " 01 01 00 01 00 04 00 00 00  FF FF FF FF  7F"
-                             " 23 00 00 00  02 00 00 00 00 08 00 02 00  00 01 01 00"
-                             " 04 00 01 00 09 01 02 01 03 04 02 05 06 03 02 00 02 00 00 00  FF FE"),
-                      kSingle8));
-    ASSERT_EQ(program.areas.size(), 2U);
-    EXPECT_EQ(program.areas[0].type, AreaType::time);
-    EXPECT_EQ(program.areas[0].rect, (Rect{1, 2, 8, 2}));
-    const auto& digital = std::get<DigitalClock>(program.areas[0].clock.value().face);
-    ASSERT_EQ(digital.units.size(), 1U);
-    EXPECT_EQ(digital.units[0].unit, ClockUnit::literal);
-    EXPECT_EQ(digital.units[0].x, 7);
-    EXPECT_EQ(digital.units[0].y, 1);
-    EXPECT_EQ(digital.units[0].color, (Rgb{255, 0, 0}));
-    EXPECT_EQ(digital.sets.at(0).glyphs.at(0), qm::test::hex("7F"));
-    const auto& analog = std::get<AnalogClock>(program.areas[1].clock.value().face);
-    EXPECT_EQ(analog.x, 4);
-    EXPECT_EQ(analog.minute.width, 3);
-    EXPECT_EQ(analog.minute.length, 4);
-    EXPECT_EQ(analog.style, 2);
-    EXPECT_EQ(program.areas[1].pages.at(0).pixels, qm::test::hex("FF FE"));
-}
-
 // Each spoils one field of a clock that is read otherwise.
 TEST(ProgramFileOfGeneration5, RefusesClocksThatAreWrongAnywhere) {
-    const std::string head = "00 50 30 30 30 00*14 00 00 00 01 23 00 00 00  02 01 00 02 00 08 00 02 00  ";
-    const auto file = [&](const std::string& record) {
-        return parse_program(sealed(head + record), kSingle8);
-    };
-    good(file("00 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F"));
-    for (const char* record : {
-             "01 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // border
-             "00 02 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // kind
-             "00 00 02 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // units
-             "00 00 01 00  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // sets
-             "00 00 01 01  0B 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // unknown
-                                                                                                  // unit
-             "00 00 01 01  00 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // no digits
-             "00 00 01 01  0A 08 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // beside
-             "00 00 01 01  0A 07 00 02 00 00 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // below
-             "00 00 01 01  0A 07 00 01 00 01 01 00  01 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // no such
-                                                                                                  // set
-             "00 00 01 01  0A 07 00 01 00 00 01 00  02 01 00 01 00 04 00 00 00  FF FF FF FF  7F", // too many
-             "00 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 03 00 00 00  FF FF FF FF  7F", // position
-         })
-        EXPECT_TRUE(std::holds_alternative<std::string>(file(record))) << record;
+    const ByteBuffer whole =
+        qm::test::hex("00 50 30 30 30 00*14 00 00 00 01 23 00 00 00  02 01 00 02 00 08 00 02 00"
+                      " 00 00 01 01  0A 07 00 01 00 00 01 00  01 01 00 01 00 04 00 00 00"
+                      "  FF FF FF FF  7F");
+    good(parse_program(sealed(whole), kSingle8));
+    const struct {
+        const char* what;
+        std::size_t at;
+        std::uint8_t value;
+    } rows[] = {{"border", 36, 1},        {"kind", 37, 2},
+                {"units", 38, 2},         {"sets", 39, 0},
+                {"unknown unit", 40, 11}, {"no digits", 40, 0},
+                {"beside", 41, 8},        {"below", 43, 2},
+                {"no such set", 45, 1},   {"too many glyphs", 48, 2},
+                {"position", 53, 3}};
+    for (const auto& row : rows) {
+        ByteBuffer spoilt = whole;
+        spoilt.at(row.at) = row.value;
+        EXPECT_NE(error_of(parse_program(sealed(spoilt), kSingle8)), "accepted") << row.what;
+    }
 }
 
 // Lit pixels look like midnight, and a period that begins at 1 o'clock like a border.
@@ -148,23 +114,6 @@ TEST(ProgramFileOfGeneration6, IsReadWithItsDataFile) {
     EXPECT_EQ(program.areas[1].sound->replay_delay, 7U);
     EXPECT_EQ(program.areas[1].sound->text, qm::test::hex("48 69"));
     EXPECT_EQ(program.areas[1].pages.at(0).pixels, qm::test::hex("FF*4 FE FF FF FF"));
-}
-
-TEST(ProgramFileOfGeneration6, TakesBorders) {
-    ByteBuffer body = qm::test::hex("00 50 30 30 35 00*24 00  01 01 02 03 06 02 00 00*7  FF*8  00 01");
-    // L = 19 + 30 + 7 + 3 + 1: a pattern of 8 x 3 pixels around 10 x 2 at (11, 3)
-    ByteWriter(body).bytes(
-        qm::test::hex("3C 00 00 00  00 08 00 00 00 10 00 08 00  01 00 00 01 05 00 00 7F 3F 1F"
-                      " 00 00 00 00 00*5 01 00  1A 00 00 00 00*9 00*9 0E 00 00 00 04 00 00 00"));
-    const ByteBuffer data = sealed("09 44 30 30 35 00*8 FF*4");
-    const Program program = good(parse_program(sealed(body), data, kSingle8));
-    ASSERT_TRUE(program.border);
-    EXPECT_EQ(program.border->thickness, 2) << "as the header says";
-    EXPECT_EQ(program.border->length, 32) << "6 does not fit 8 bytes in 2 rows";
-    ASSERT_EQ(program.areas.size(), 1U);
-    ASSERT_TRUE(program.areas[0].border);
-    EXPECT_EQ(program.areas[0].border->thickness, 3) << "as the page tells";
-    EXPECT_EQ(program.areas[0].inside(), (Rect{11, 3, 10, 2}));
 }
 
 // A byte of a file changed, and the file sealed anew.

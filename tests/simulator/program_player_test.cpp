@@ -82,38 +82,6 @@ TEST(ProgramPlayer, RunsTextToTheLeft) {
     }
 }
 
-// The text is RR.R.......: its last page is written first, its first, partial one last.
-TEST(ProgramPlayer, RunsTextToTheRight) {
-    const std::pair<int, const char*> steps[] = {{0, "........"},  {8, "R......."},  {9, ".R......"},
-                                                 {10, "R.R....."}, {11, "RR.R...."}, {12, ".RR.R..."},
-                                                 {18, ".......R"}, {19, "........"}, {27, "R......."}};
-    for (const std::uint8_t mode : {std::uint8_t{38}, std::uint8_t{40}}) {
-        const Player player(program_of({page("7F", 0, mode), page("3F", 0, mode, 3)}));
-        for (const auto& [step, screen] : steps) EXPECT_EQ(player.at(step * 10ms), screen) << step;
-    }
-}
-
-TEST(ProgramPlayer, PlaysTextAndPicturesInTurn) {
-    const Player player(program_of({page("00", 0, 4), page("7F", 30)}));
-    EXPECT_EQ(player.at(80ms), "RRRRRRRR");
-    EXPECT_EQ(player.at(150ms), "R.......") << "the strip leaves";
-    EXPECT_EQ(player.at(160ms), "R.......") << "the picture comes";
-    EXPECT_EQ(player.at(459ms), "R.......");
-    EXPECT_EQ(player.at(460ms), "........");
-}
-
-TEST(ProgramPlayer, DrawsTheBackgroundFirstAndTheScreenBorderLast) {
-    Program program = program_of({page("F7 FF", 1)}, {2, 1, 4, 2});
-    ProgramArea background = program.areas[0];
-    background.type = AreaType::background;
-    background.rect = {0, 0, 8, 4};
-    background.pages = {page("FF FF 81 FF", 1)};
-    program.areas.push_back(background);
-    EXPECT_EQ(Player(program, 8, 4).at(0ms), "......../....R.../.R....R./........");
-    program.border = BorderPattern{0, 0, 0, 0, 8, 1, hex("0F")};
-    EXPECT_EQ(Player(program, 8, 4).at(0ms), "RRRR..../....R..R/.R....RR/RRRR....");
-}
-
 TEST(ProgramPlayer, MovesBordersByTheirStepAndSpeed) {
     Program program = program_of({});
     program.border = BorderPattern{1, 3, 0, 0, 8, 1, hex("7F")};

@@ -39,4 +39,16 @@ Files files_g6() {
             sealed("09 44 30 30 35 00*8  FF FF FF 7F FF*4  FF*4 FE FF FF FF")};
 }
 
+ByteBuffer program_file(const std::string& name, const std::string& periods) {
+    return sealed("00 " + name + " 00 00 01 00 00 00*10 FF 00*8 " + periods +
+                  " 00 00 01"
+                  " 51 00 00 00  00 00 00 00 00 08 00 01 00  00  00 00 00  00  00*5  02 00"
+                  " 1A 00 00 00  00 01 00 00 14 00 01 08 00  00*9  0E 00 00 00 01 00 00 00"
+                  " 1A 00 00 00  00 01 00 00 1E 00 01 08 00  00*9  0F 00 00 00 01 00 00 00");
+}
+
+ByteBuffer data_file(const std::string& pixels, const std::string& digits) {
+    return sealed("09 44 " + digits + " 00*8 " + pixels);
+}
+
 } // namespace qm::sim::test

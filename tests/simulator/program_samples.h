@@ -21,4 +21,9 @@ struct Files {
 };
 Files files_g6();
 
+// A program of generation 6 and its data: one area of 8 x 1 with two pages, the first LED for 200 ms, the
+// last one for 300 ms; names and pixels in hex.
+ByteBuffer program_file(const std::string& name = "50 30 30 31", const std::string& periods = "00");
+ByteBuffer data_file(const std::string& pixels = "7F FE", const std::string& digits = "30 30 31");
+
 } // namespace qm::sim::test

@@ -1,6 +1,7 @@
-// Which frames a controller understands, and that it stays silent to every spoilt one. The CRCs were worked
-// out apart from this code.
-#include "simulator/wire/open_request.h"
+// Which frames a controller understands, and that it stays silent to every spoilt one; how it acknowledges
+// and refuses. The CRCs were worked out apart from this code.
+#include "simulator/Answer.h"
+#include "simulator/Request.h"
 
 #include "hex.h"
 
@@ -114,6 +115,22 @@ TEST(Request, OfAnyBytesIsReadWithinItsBounds) {
         bad += std::holds_alternative<BadFrame>(open_request(body, generation));
     }
     EXPECT_GT(bad, 19000U);
+}
+
+TEST(Answer, IsAnAcknowledgementOrARefusalOfTheGlobalGroup) {
+    constexpr Sender k6{0x0262, 1}, k5{0x0151, 1};
+    Request request;
+    request.sequence = 4;
+    request.group = 0xA2;
+    EXPECT_THAT(deliver(request, Ack{}, k6, {}).bytes,
+                is_hex("A5*8 00 80 01 00 07 02 62 02 00 02 04 00 FF 00 96 00 00*6 09 00 0A 78 00 F0 "
+                       "00 A0 00 00 00 00 00 00 00 5A"));
+    EXPECT_THAT(deliver(request, Ack{}, k5, {}).bytes,
+                is_hex("A5*8 00 80 01 00 05 02 51 01 00 00 04 00 00 84 96 00 00*6 09 00 0A 78 BB "
+                       "00 A0 00 00 00 00 00 00 00 5A"));
+    EXPECT_THAT(deliver(request, ErrorValue::unknown_command, k6, {}).bytes,
+                is_hex("A5*8 00 80 01 00 07 02 62 02 00 02 04 00 FF 00 96 00 00*6 09 00 04 74 00 F2 00 A0 01 "
+                       "00 00 65 00 00 00 5A"));
 }
 
 } // namespace

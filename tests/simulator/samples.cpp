@@ -60,18 +60,6 @@ ByteBuffer envelope_around(Bytes bytes) {
     return qm::test::stuff(body);
 }
 
-ByteBuffer unstuffed(Bytes frame) {
-    ByteBuffer body;
-    for (std::size_t i = 0; i < frame.size(); ++i) {
-        if (frame[i] == 0xA5 || frame[i] == 0x5A) continue; // the start bytes and the end byte
-        const bool escaped = frame[i] == 0x5B || frame[i] == 0xA6;
-        if (escaped && i + 1 == frame.size()) return {};
-        body.push_back(escaped ? static_cast<std::uint8_t>(frame[i] + 1 - frame[i + 1]) : frame[i]);
-        if (escaped) ++i;
-    }
-    return body;
-}
-
 std::string letters(const Image& image) {
     std::string text;
     for (int y = 0; y < image.height; ++y) {

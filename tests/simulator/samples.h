@@ -25,9 +25,6 @@ ByteBuffer payload_of(const std::vector<AreaSample>& areas);
 ByteBuffer handshake(std::uint16_t sequence = 2);
 ByteBuffer envelope_around(Bytes bytes);
 
-// The body of a frame that comes alone.
-ByteBuffer unstuffed(Bytes frame);
-
 // "RG./..Y": rows from the top; R, G, B, Y(ellow), M(agenta), C(yan), W(hite) and . for black. Any other
 // colour shows as ?.
 std::string letters(const Image& image);

@@ -4,6 +4,7 @@
 #include "simulator/Simulator.h"
 
 #include "hex.h"
+#include "wire.h"
 
 namespace qm::sim {
 namespace {
@@ -23,7 +24,7 @@ const Verdict kTaken{0, 0};
 Verdict refused(ErrorValue error) { return {1, static_cast<int>(error)}; }
 
 Verdict send(const Simulator& sim, Bytes payload) {
-    const ByteBuffer body = test::unstuffed(Client(sim.port()).ask(envelope_around(payload)));
+    const ByteBuffer body = qm::test::unstuff(Client(sim.port()).ask(envelope_around(payload)));
     if (body.size() < 28) return {};
     const Bytes answer = Bytes(body).subspan(body[4] == 5 ? 27 : 28);
     if (answer.size() != 9 || answer[1] != 0xA0) return {};
@@ -38,26 +39,6 @@ TEST(Screen, ShowsTheFirstPageOfAnAreaFirst) {
     EXPECT_EQ(letters(sim.screen()), "......../........");
     EXPECT_EQ(send(sim, payload_of({{1, {2, 0, 3, 2}, {hex("DF EF"), hex("C7 C7")}}})), kTaken);
     EXPECT_EQ(letters(sim.screen()), "..R...../...R....");
-}
-
-TEST(Screen, ShowsEachColourAndMode) {
-    struct Row {
-        std::uint16_t type;
-        ScreenColor color;
-        const char *data, *picture;
-    };
-    const Row rows[] = {
-        {0x0662, ScreenColor::dual, "3F 5F", "YGR"}, // green 0 and 1, red 0 and 2
-        {0x0262, ScreenColor::dual, "FF FF FF 5F FF FF FF 3F", "YGR"},
-        {0x0262, ScreenColor::three, "FF FF FF 5F FF FF FF 3F FF FF FF 5F", "WGM"},
-        {0x0066, ScreenColor::full, "1F 00 00 F8 FF FF", "RBW"},
-        {0x8166, ScreenColor::full, "FF 00 00 00 00 FF FF FF FF", "RBW"},
-    };
-    for (const Row& row : rows) {
-        Simulator sim({.type = row.type, .width = 3, .height = 1, .color = row.color});
-        EXPECT_EQ(send(sim, payload_of({{1, {0, 0, 3, 1}, {hex(row.data)}}})), kTaken) << "type " << row.type;
-        EXPECT_EQ(letters(sim.screen()), row.picture) << "type " << row.type;
-    }
 }
 
 TEST(Screen, LaterAreasLieOverEarlierOnes) {

@@ -3,21 +3,14 @@
 
 #include "support/Descriptor.h"
 
-#include <netinet/in.h>
-#include <sys/socket.h>
+#include <poll.h>
 
 namespace qm::sim {
 namespace {
 
 class UdpClient {
   public:
-    explicit UdpClient(std::uint16_t port) : m_socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(m_socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    }
+    explicit UdpClient(std::uint16_t port) : m_socket(qm::test::connected_socket(SOCK_DGRAM, port)) {}
     void send(Bytes bytes) { EXPECT_GE(::send(m_socket.get(), bytes.data(), bytes.size(), 0), 0); }
     ByteBuffer ask(Bytes bytes) {
         send(bytes);

@@ -18,11 +18,9 @@ PeerConnection::PeerConnection(Descriptor fd) : m_fd(std::move(fd)) {
     ::setsockopt(m_fd.get(), SOL_SOCKET, SO_RCVTIMEO, &kReadLimit, sizeof kReadLimit);
 }
 
-bool PeerConnection::read_byte(Ouint8& byte) { return ::recv(m_fd.get(), &byte, 1, 0) == 1; }
-
 ByteBuffer PeerConnection::read_frame() {
     ByteBuffer frame;
-    for (Ouint8 byte = 0; byte != 0x5A && read_byte(byte);) frame.push_back(byte);
+    for (Ouint8 byte = 0; byte != 0x5A && ::recv(m_fd.get(), &byte, 1, 0) == 1;) frame.push_back(byte);
     return frame;
 }
 
@@ -35,6 +33,13 @@ ByteBuffer PeerConnection::read_all() {
 }
 
 void PeerConnection::send(Bytes bytes) { ::send(m_fd.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL); }
+
+PeerConnection::End PeerConnection::wait_for_end() {
+    Ouint8 byte = 0;
+    const ssize_t count = ::recv(m_fd.get(), &byte, 1, 0);
+    if (count == 0) return End::closed;
+    return count < 0 && errno == ECONNRESET ? End::reset : End::none;
+}
 
 void PeerConnection::reset() {
     const linger at_once{1, 0};
@@ -81,6 +86,17 @@ Descriptor bound_socket() {
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     if (!fd || ::bind(fd.get(), as_address(address), sizeof address) != 0)
         throw std::runtime_error("cannot bind");
+    return fd;
+}
+
+Descriptor connected_socket(int type, Ouint16 port) {
+    Descriptor fd(::socket(AF_INET, type | SOCK_CLOEXEC, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (::connect(fd.get(), as_address(address), sizeof address) != 0)
+        throw std::runtime_error("cannot connect");
     return fd;
 }
 

@@ -9,7 +9,7 @@
 
 namespace qm::test {
 
-// One accepted connection. Every wait is bounded, so that a fault fails a test and hangs none.
+// One connection. Every wait is bounded, so that a fault fails a test and hangs none.
 class PeerConnection {
   public:
     explicit PeerConnection(Descriptor fd);
@@ -20,13 +20,14 @@ class PeerConnection {
     // Until the client closes.
     ByteBuffer read_all();
     void send(Bytes bytes);
+    // How the other side ends the connection; none when bytes or nothing came.
+    enum class End { closed, reset, none };
+    End wait_for_end();
     // Closes so that the client sees a reset.
     void reset();
     [[nodiscard]] int fd() const { return m_fd.get(); }
 
   private:
-    bool read_byte(Ouint8& byte);
-
     Descriptor m_fd;
 };
 
@@ -60,5 +61,7 @@ class ScriptedPeer {
 // A socket bound to a free port of 127.0.0.1, not listening: connections to it are refused.
 Descriptor bound_socket();
 Ouint16 port_of(const Descriptor& socket);
+// A socket of that type, connected to the port of 127.0.0.1.
+Descriptor connected_socket(int type, Ouint16 port);
 
 } // namespace qm::test
