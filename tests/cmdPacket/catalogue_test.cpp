@@ -188,7 +188,7 @@ TEST(Catalogue, WritesTheWholeTransferStatusWhateverCame) {
         Ouint8 rw = 9;
         char name[] = "name";
         Ouint32 crc = 0xEEEEEEEE, offset = 0xEEEEEEEE;
-        EXPECT_EQ(link.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), c.status);
+        EXPECT_EQ(link.hv_cmd_ofs_getTransStatus(rw, name, crc, offset), c.status) << c.fields;
         ByteBuffer fields;
         ByteWriter(fields).u8(rw).text(name, 4).u32(crc).u32(offset);
         EXPECT_THAT(fields, is_hex(c.fields));

@@ -149,7 +149,7 @@ TEST(EnvelopedExchange, MissingAndBadAnswersAreReported) {
             MemoryLink link;
             link.answers = c.answers;
             const Outcome outcome(link, kPiecewise[kind], ByteBuffer(1007, 0x11));
-            EXPECT_EQ(outcome.code, c.code);
+            EXPECT_EQ(outcome.code, c.code) << c.message << kind;
             EXPECT_EQ(outcome.printed, c.message + (kind == 0 ? "1034 \n" : "0 \n"));
         }
     }

@@ -76,7 +76,7 @@ TEST(FileWrite, StartsWithLengthAndLastBytes) {
             link.answers.assign(2, ack());
             const FileToWrite file{"P001", 7, 1, c.data};
             EXPECT_EQ(conf ? link.hv_cmd_conf_writeFile(file) : link.hv_cmd_ofs_writeFile(file), 0);
-            EXPECT_EQ(requests(link).at(0).code, conf ? 11 : 2);
+            EXPECT_EQ(requests(link).at(0).code, conf ? 11 : 2) << c.start;
             EXPECT_THAT(requests(link)[0].payload, is_hex(c.start));
         }
     }
@@ -99,7 +99,7 @@ TEST(FileWrite, EndsAtTheFirstFailureAndSaysSo) {
                       EXPECT_EQ(link.hv_cmd_ofs_writeFile({"P001", 0, 0, data}), 6);
                   }),
                   c.printed);
-        EXPECT_EQ(link.pieces.size(), c.refused + 1);
+        EXPECT_EQ(link.pieces.size(), c.refused + 1) << c.printed;
     }
     MemoryLink conf;
     EXPECT_EQ(printed_by([&] {

@@ -139,7 +139,7 @@ TEST(ControlCalls, RefuseNullPointersAndSerialLines) {
                                        cmd_uart_sendConfigFile("/dev/ttyS0", 1, &config)};
     for (const Outcome& result : results) EXPECT_TRUE(refuses_an_argument(result)) << &result - results;
     for (const Outcome& result : on_serial_lines) {
-        EXPECT_EQ(result.status, -1);
+        EXPECT_EQ(result.status, -1) << &result - on_serial_lines;
         EXPECT_EQ(result.reason, "Serial lines are not implemented.");
     }
     EXPECT_EQ(sim.connections(), 0U);

@@ -49,7 +49,7 @@ TEST(Reason, IsEmptyAfterSuccessAndLeftAloneByItsOwnSection) {
         (void)qm_version();
         qm_set_message_handler(nullptr, nullptr);
         EXPECT_STREQ(qm_last_error(), "Argument data is missing.");
-        EXPECT_EQ(succeed(), 0);
+        EXPECT_EQ(succeed(), 0) << &succeed - successes;
         EXPECT_STREQ(qm_last_error(), "");
     }
 }

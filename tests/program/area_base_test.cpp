@@ -1,6 +1,7 @@
 #include "program/HVarea.h"
 #include "program/text/alignment.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace qm {
@@ -31,9 +32,8 @@ TEST(HVarea, SetsPaletteAndTrueColours) {
         set_cairoColor(canvas.context(), c.color);
         cairo_paint(canvas.context());
         const Ouint8* pixel = canvas.pixels();
-        EXPECT_EQ(pixel[2], c.red);
-        EXPECT_EQ(pixel[1], c.green);
-        EXPECT_EQ(pixel[0], c.blue);
+        EXPECT_EQ((std::array{pixel[2], pixel[1], pixel[0]}), (std::array{c.red, c.green, c.blue}))
+            << c.color;
     }
 }
 

@@ -194,8 +194,8 @@ TEST_F(Program, PreviewsPagesAsPng) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(program_pictureAreaGetOnePage(0, c.page, &preview), -1); }),
                   c.message);
         EXPECT_STREQ(qm_last_error(), c.reason);
-        EXPECT_TRUE(preview.fileAddre == nullptr);
-        EXPECT_EQ(int{preview.allPageNub}, 3);
+        EXPECT_TRUE(preview.fileAddre == nullptr) << c.page;
+        EXPECT_EQ(int{preview.allPageNub}, 3) << c.page;
     }
 }
 

@@ -148,7 +148,7 @@ TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
     for (const auto& c : cases) {
         const std::string both = address(five.port()).append(",").append(address(c.second.port()));
         const Outcome outcome = qmctl({"-c", both, "--json", "text", "x", "--say", "y"});
-        EXPECT_EQ(outcome.status, c.status);
+        EXPECT_EQ(outcome.status, c.status) << outcome.out;
         EXPECT_THAT(outcome.out,
                     HasSubstr(R"({"ok":false,"error":"speech needs a controller of generation 6",)"
                               R"("controller":")" +

@@ -155,9 +155,9 @@ TEST(Configuration, ThatDoesNotFitTheControllerIsNotWritten) {
     for (const auto& c : cases) {
         const TemporaryFile file("screen.json", c.fields);
         const Outcome outcome = qmctl({"config", "push", file.path(), "-c", address(c.controller.port())});
-        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.status, 2) << c.words;
         EXPECT_THAT(outcome.err, HasSubstr(c.words));
-        EXPECT_TRUE(c.controller.files().empty());
+        EXPECT_TRUE(c.controller.files().empty()) << c.words;
     }
 }
 

@@ -424,7 +424,7 @@ TEST_F(ProgramVerbs, FailureSaysAtWhichStep) {
              .height = 16,
              .fault = sim::Fault{.kind = sim::FaultKind::nack, .after = c.good_answers}});
         const Outcome outcome = program("send", around(R"("text": "x")"), {"-c", address(controller.port())});
-        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.status, 2) << c.step;
         EXPECT_THAT(outcome.err, AllOf(HasSubstr(c.step), HasSubstr("refused")));
     }
 }

@@ -286,7 +286,7 @@ TEST_F(DigitalClockLayout, ShinesInItsColourOnEveryScreen) {
         for (int y = 0; y < 16; ++y)
             for (int x = 0; x < 64; ++x)
                 if (screen.at(x, y) != Rgb{}) {
-                    EXPECT_EQ(screen.at(x, y), c.shown);
+                    EXPECT_EQ(screen.at(x, y), c.shown) << std::hex << c.color << " on " << c.screen.type;
                     ++lit;
                 }
         EXPECT_GT(lit, 20);

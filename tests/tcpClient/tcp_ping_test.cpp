@@ -43,6 +43,7 @@ TEST(Handshake, DecidesTheFramingOfTheCommandsThatFollow) {
          "A5*8 FE FF 00 80 07 33 62 5B 02 00 00 04 00 FF 00 96 00 00*6 05 00 1E 78 00 83 01 A2 00 00 00 5A"},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.request);
         std::vector<ByteBuffer> requests;
         ScriptedPeer controller(ScriptedPeer::answering({c.answer.bytes(), c.answer.bytes()}, &requests));
         {
