@@ -166,7 +166,7 @@ TEST(Directory, AsksForEachBlockByTheNextEntry) {
 }
 
 TEST(Directory, SurvivesALyingController) {
-    const std::deque<ByteBuffer> endless(100, block(false, 0, 0, 0));
+    const std::deque<ByteBuffer> endless(300, block(false, 0, 0, 0));
     std::deque<ByteBuffer> empty{announce(1)};
     empty.insert(empty.end(), endless.begin(), endless.end());
     std::deque<ByteBuffer> flood{announce(1)};

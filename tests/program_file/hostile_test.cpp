@@ -87,8 +87,9 @@ TEST_F(Program, DoesNotUnpackPicturesBeyondMeasure) {
     // The head of a PNG file of 60,000 x 60,000 pixels.
     const char head[] = "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\xEA\x60\0\0\xEA\x60\x08\x06\0\0\0";
     std::ofstream("bomb.png", std::ios::binary).write(head, sizeof head - 1);
-    const HVscreenframeHeader border{};
-    EXPECT_EQ(printed_by([&] { program_addFrame(&border, "bomb.png"); }), "Error:Can't find frame png.\n");
+    const HVscreenframeHeader_G6 border{};
+    EXPECT_EQ(program_addFrame_G6(&border, "bomb.png"), -1);
+    EXPECT_STREQ(qm_last_error(), "Picture bomb.png: it has more than 64 million pixels.");
 }
 
 TEST_F(Program, ShowsTextInAFamilyWhoseNameIsNoUtf8) {

@@ -137,7 +137,8 @@ TEST_F(Program, LaysAMovedAreaOutAnew) {
 
 TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
     begin(kSix);
-    for (const Ouint16 id : {Ouint16{1}, Ouint16{2}, Ouint16{3}}) add_area(id, ePicturesArea, {0, 0, 32, 16});
+    for (const auto& [id, type] : {std::pair{1, ePicturesArea}, {2, eTimeClockArea}, {3, ePicturesArea}})
+        add_area(static_cast<Ouint16>(id), static_cast<Ouint8>(type), {0, 0, 32, 16});
     add_area(9, eGlobalBackGroundArea, {0, 0, 64, 32});
     EXPECT_EQ(program_MoveArea_G6(2, 8, 4, 16, 8), 0);
     EXPECT_EQ(program_deleteArea_G6(1), 0);
@@ -145,7 +146,7 @@ TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
     EXPECT_EQ(program.area_count, 3);
     ASSERT_EQ(program.areas.size(), 3U);
     EXPECT_EQ(program.areas[0].rect, (sim::Rect{8, 4, 16, 8}));
-    EXPECT_EQ(program.areas[0].type, sim::AreaType::pictures) << "a move keeps the type";
+    EXPECT_EQ(program.areas[0].type, sim::AreaType::time) << "a move keeps the type";
     EXPECT_EQ(program.areas[1].rect, (sim::Rect{0, 0, 32, 16}));
     program_deleteArea_G6(9);
     EXPECT_TRUE(parsed_g6().background) << "once there was one";
