@@ -1,5 +1,6 @@
 // The payloads of generation 5, and of speech, byte for byte.
 #include "DynamicArea/DynamicArea_5G.h"
+#include "DynamicArea/DynamicArea_6G_records.h"
 #include "hex.h"
 
 #include <gtest/gtest.h>
@@ -12,14 +13,22 @@ using test::is_hex;
 
 constexpr Ouint16 kPrograms[] = {7, 0x0102};
 
-AreaRequest_5G area_request() { return {9, 1, 0x0203, 1, 0, nullptr, 1, 0x0405, 0x0607, 0x0040, 0x0020, 1}; }
+AreaRequest_5G area_request() { return {9, 1, 0x0203, 1, 0, nullptr, 1, 0x0405, 0x0607, 0x0040, 0x0020}; }
 
-PageEffect_5G effect(Ouint8 mode) { return {mode, 0x22, 0x33, 0x4455, 0x66}; }
+using Items = std::vector<ST_PageDataA_ValieLen>;
 
-ST_PageDataA_ValieLen pages(std::initializer_list<const char*> contents, Ouint16 validLen) {
+ST_PageDataA_ValieLen pages(Ouint8 mode, std::initializer_list<const char*> contents, Ouint16 validLen) {
     ST_PageDataA_ValieLen result{{}, validLen};
-    for (const char* content : contents) result.vctPicData.emplace_back(hex(content));
+    for (const char* content : contents)
+        result.vctPicData.push_back({{0, mode, 0x22, 0x33, 0x4455, 0x66}, CData(hex(content))});
     return result;
+}
+
+// An area of one black page of that size.
+CData payload_of(Ouint32 size) {
+    Items items(1);
+    items[0].vctPicData.push_back({{}, CData(size)});
+    return CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, PageOrder::playing);
 }
 
 TEST(DynamicArea5G, LaysOutAnAreaByteForByte) {
@@ -27,13 +36,13 @@ TEST(DynamicArea5G, LaysOutAnAreaByteForByte) {
     area.RelateAllPro = 0;
     area.RelateProNum = 2;
     area.RelateProSerial = kPrograms;
-    const CData payload =
-        CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(4), pages({"AA BB", "CC"}, 10));
+    const CData payload = CBuild_DynamicArea_5H::BuildDynamicAreaData(
+        area, Items{pages(4, {"AA BB", "CC"}, 10)}, PageOrder::playing);
     EXPECT_THAT(payload.bytes(),
                 is_hex("01 A7 00 00 00 "
                        "41 00 00 00 "                              // 24 + 2 x 2 + 2 x 17 + 3
                        "09 01 03 02 00 02 00 07 00 02 01 01 00*4 " // id ... programs, ImmePlay, reserved
-                       "10 05 04 07 06 40 00 20 00 00 02 00 "      // no border although asked for, two pages
+                       "10 05 04 07 06 40 00 20 00 00 02 00 "      // no border, two pages
                        "0F 00 00 00 00 04 22 33 55 44 66 40 00 00*4 AA BB "
                        "0E 00 00 00 00 04 22 33 55 44 66 0A 00 00*4 CC"));
 }
@@ -49,32 +58,25 @@ std::vector<std::pair<Ouint8, Ouint16>> order_of(const CData& payload) {
 
 TEST(DynamicArea5G, SendsThePageThatEndsTheTextLastWithItsValidLength) {
     using Order = std::vector<std::pair<Ouint8, Ouint16>>;
-    const auto three = pages({"01", "02", "03"}, 10), wide = pages({"01", "02"}, 100);
-    const auto build = [](Ouint8 mode, const ST_PageDataA_ValieLen& p) {
-        return order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(mode), p));
+    const auto build = [](const Items& items, PageOrder order) {
+        return order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, order));
     };
-    EXPECT_EQ(build(4, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
-    EXPECT_EQ(build(38, three), (Order{{3, 64}, {2, 64}, {1, 10}}));
-    EXPECT_EQ(build(40, three), (Order{{1, 64}, {2, 64}, {3, 10}}));
-    EXPECT_EQ(build(1, wide), (Order{{1, 64}, {2, 64}})) << "never more than the area is wide";
-
-    const ContentItem_5G items[] = {{effect(4), {}}, {effect(38), {}}};
-    const ST_PageDataA_ValieLen contents[] = {pages({"01", "02"}, 5), pages({"03", "04"}, 6)};
-    EXPECT_EQ(order_of(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), items, contents)),
+    const Items three{pages(4, {"01", "02", "03"}, 10)}, wide{pages(1, {"01", "02"}, 100)};
+    EXPECT_EQ(build(three, PageOrder::playing), (Order{{1, 64}, {2, 64}, {3, 10}}));
+    EXPECT_EQ(build(three, PageOrder::reading), (Order{{3, 64}, {2, 64}, {1, 10}}));
+    EXPECT_EQ(build(wide, PageOrder::playing), (Order{{1, 64}, {2, 64}}))
+        << "never more than the area is wide";
+    EXPECT_EQ(build({pages(4, {"01", "02"}, 5), pages(38, {"03", "04"}, 6)}, PageOrder::playing),
               (Order{{1, 64}, {2, 5}, {3, 64}, {4, 6}}));
 }
 
 TEST(DynamicArea5G, IsEmptyWhenItCannotBeSent) {
     AreaRequest_5G area = area_request();
     area.RelateProNum = 1;
-    EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area, effect(1), {}).m_nDataLen, 0U)
+    EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area, {}, PageOrder::playing).m_nDataLen, 0U)
         << "the numbers of its programs are missing";
-    for (const Ouint32 size : {65535U, 65536U}) {
-        ST_PageDataA_ValieLen one;
-        one.vctPicData.emplace_back(size - 50);
-        EXPECT_EQ(CBuild_DynamicArea_5H::BuildDynamicAreaData(area_request(), effect(1), one).m_nDataLen,
-                  size == 65535 ? size : 0);
-    }
+    for (const Ouint32 size : {65535U, 65536U})
+        EXPECT_EQ(payload_of(size - 50).m_nDataLen, size == 65535 ? size : 0);
 }
 
 TEST(IndependentSound, IsLaidOutByteForByte) {

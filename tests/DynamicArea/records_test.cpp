@@ -42,11 +42,21 @@ HVSound_6G sound(Oint8 flag, std::string_view text) {
     return s;
 }
 
+// An area as the exports ask for it.
+AreaRequest area(Ouint8 id) { return {id, kRectangle, {}, {}, nullptr, nullptr}; }
+
+std::vector<Page> pages(std::initializer_list<Ouint32> sizes) {
+    std::vector<Page> all;
+    for (const Ouint32 size : sizes) all.push_back({{}, CData(size)});
+    return all;
+}
+
 TEST(DynamicArea6G, LaysOutOneTextUpdateByteForByte) {
     CDynamicArea_ALL_6G all;
-    ASSERT_EQ(all.AddArea(9, kRectangle, true, false, 0, 0), 0);
-    const CData pages[] = {CData(hex("AA BB CC")), CData(hex("DD"))};
-    ASSERT_EQ(all.AddPages(9, page_header(), pages), 0);
+    ASSERT_EQ(all.AddArea(area(9)), 0);
+    all.m_vctDynamicArea[0].AreaFFlag = 1;
+    ASSERT_EQ(all.AddPages(9, {{page_header(), CData(hex("AA BB CC"))}, {page_header(), CData(hex("DD"))}}),
+              0);
     EXPECT_THAT(all.GetDynamicAreaData().bytes(),
                 is_hex("01 A7 00 00 00 "                         // command header
                        "01 00 "                                  // one area
@@ -63,14 +73,14 @@ TEST(DynamicArea6G, LaysOutOneTextUpdateByteForByte) {
 }
 
 TEST(DynamicArea6G, NamesProgramsOnlyWhenNotRelatedToAll) {
-    CVemarProtocol_DynamicArea_6G area;
-    area.RelateProNum = 3;
-    area.vctRelateProSerial = {1, 2, 0x0300};
-    EXPECT_EQ(area.GetDataSize_NotIncludePageData(), 37U);
-    EXPECT_EQ(area.AreaDataLen, 33U);
-    area.RelateAllPro = 0;
-    EXPECT_EQ(area.GetDataSize_NotIncludePageData(), 43U);
-    const CData data = area.GetData_NotIncludePageData();
+    CVemarProtocol_DynamicArea_6G related;
+    related.RelateProNum = 3;
+    related.vctRelateProSerial = {1, 2, 0x0300};
+    EXPECT_EQ(related.GetDataSize_NotIncludePageData(), 37U);
+    EXPECT_EQ(related.AreaDataLen, 33U);
+    related.RelateAllPro = 0;
+    EXPECT_EQ(related.GetDataSize_NotIncludePageData(), 43U);
+    const CData data = related.GetData_NotIncludePageData();
     ASSERT_EQ(data.m_nDataLen, 43U);
     EXPECT_THAT(data.bytes().first(18), is_hex("27 00 00 00 00 00 05 00 00 03 00 01 00 02 00 00 03 01"));
 }
@@ -78,7 +88,9 @@ TEST(DynamicArea6G, NamesProgramsOnlyWhenNotRelatedToAll) {
 TEST(DynamicArea6G, CarriesSpeechOnlyWhenItIsOn) {
     for (const Oint8 flag : {Oint8{0}, Oint8{1}, Oint8{2}}) {
         CDynamicArea_ALL_6G all;
-        ASSERT_EQ(all.AddArea(0, kRectangle, false, 0, 0, sound(flag, "abc")), 0);
+        AreaRequest speaking = area(0);
+        speaking.sound = sound(flag, "abc");
+        ASSERT_EQ(all.AddArea(speaking), 0);
         const CData payload = all.GetDynamicAreaData();
         const bool speaks = flag == 1;
         ASSERT_EQ(payload.m_nDataLen, 7U + 37U + (speaks ? 23U : 0U)) << int{flag};
@@ -92,18 +104,18 @@ TEST(DynamicArea6G, CarriesSpeechOnlyWhenItIsOn) {
 TEST(DynamicArea6G, ReportsTakenAndUnknownAreaNumbers) {
     CDynamicArea_ALL_6G all;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(all.AddPage(7, {}, {}), -1);
-    all.AddArea(3, kRectangle, false, false, 0, 0);
-    EXPECT_EQ(all.AddArea(3, kRectangle, false, false, 0, 0), -1);
+    EXPECT_EQ(all.AddPages(7, pages({1})), -1);
+    all.AddArea(area(3));
+    EXPECT_EQ(all.AddArea(area(3)), -1);
     // GB2312
     const std::string printed = testing::internal::GetCapturedStdout();
     EXPECT_THAT(ByteBuffer(printed.begin(), printed.end()),
                 is_hex("20 C7 F8 D3 F2 49 44 A3 BA 37 20 B2 BB B4 E6 D4 DA A3 A1 CE DE B7 A8 D4 F6 BC D3 D2 "
                        "B3 C3 E6 CA FD BE DD A3 A1 0A "
                        "20 C7 F8 D3 F2 49 44 A3 BA 33 20 D2 D1 B4 E6 D4 DA A3 A1 0A"));
-    EXPECT_EQ(all.AddPage(99, {}, CData(1).bytes()), 0) << "a page without its area goes to the last one";
+    EXPECT_EQ(all.AddPages(99, pages({1})), 0) << "a page without its area goes to the last one";
     EXPECT_EQ(all.m_vctDynamicArea.size(), 1U);
-    EXPECT_EQ(all.m_vctDynamicArea[0]->vctPageStyle.size(), 1U);
+    EXPECT_EQ(all.m_vctDynamicArea[0].vctPageStyle.size(), 1U);
 }
 
 TEST(DynamicArea6G, RefusesSpeechThatItsSizeFieldCannotHold) {

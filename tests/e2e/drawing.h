@@ -2,9 +2,9 @@
 #pragma once
 
 #include "qm_sdk_dual.h"
-#include "simulator/PixelData.h"
+#include "simulator/playback/PixelReader.h"
 #include "simulator/Simulator.h"
-#include "simulator/picture.h"
+#include "simulator/show/picture.h"
 
 #include <string>
 

@@ -1,5 +1,6 @@
 #include "program/HVarea.h"
 #include "program/text/alignment.h"
+#include "program/text/encoding.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@
 namespace qm {
 namespace {
 
-TEST(HVarea, PlacesBlocks) {
+TEST(Text, PlacesBlocks) {
     EXPECT_EQ(get_x_area(1, 11, 4), 3);
     EXPECT_EQ(get_x_area(2, 11, 4), 7);
     EXPECT_EQ(get_x_area(1, 4, 11), 0);

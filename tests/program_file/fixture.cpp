@@ -1,6 +1,6 @@
 #include "fixture.h"
 
-#include "simulator/picture.h"
+#include "simulator/show/picture.h"
 
 #include <cstdlib>
 

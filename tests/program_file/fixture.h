@@ -3,8 +3,9 @@
 
 #include "hex.h"
 #include "qm_sdk_dual.h"
-#include "simulator/ProgramPlayer.h"
-#include "simulator/Series.h"
+#include "simulator/playback/ProgramPlayer.h"
+#include "simulator/playback/program_parser.h"
+#include "simulator/protocol/PixelFormat.h"
 
 #include <filesystem>
 
@@ -30,7 +31,7 @@ struct ScreenKind {
     Ouint16 type;
     sim::ScreenColor color;
 
-    [[nodiscard]] sim::PixelFormat format() const { return {sim::transfer_mode_of(type), color}; }
+    [[nodiscard]] sim::PixelFormat format() const { return {sim::packing_of(type), color}; }
 };
 constexpr ScreenKind kFive{"Dual5", false, kMode0, sim::ScreenColor::dual};
 constexpr ScreenKind kSix{"Dual6", true, kMode4, sim::ScreenColor::dual};

@@ -28,7 +28,7 @@ TEST_F(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
     json({"area", "rm", "2", "77"});
     EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 3}));
     json({"area", "send", "--with-program", "7,8", kAreas});
-    for (const sim::DynamicArea& area : controller.dynamic_areas())
+    for (const sim::ReceivedArea& area : controller.dynamic_areas())
         EXPECT_EQ(area.programs, (std::vector<std::uint16_t>{7, 8}));
     EXPECT_TRUE(controller.dynamic_areas()[0].sound) << "speech stays with its area";
     json({"area", "rm", "all"});

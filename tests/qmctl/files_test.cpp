@@ -1,6 +1,6 @@
 // The files and the configuration of a controller.
 #include "fixture.h"
-#include "simulator/FileSystem.h"
+#include "simulator/controller/FileSystem.h"
 #include "support/Descriptor.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // What becomes of the description of a program: files, pictures, a screen, or an error that says where.
 #include "fixture.h"
 #include "read_png.h"
-#include "simulator/ProgramFile.h"
+#include "simulator/playback/program_parser.h"
 
 #include <cairo.h>
 #include <gmock/gmock.h>
@@ -194,7 +194,7 @@ void expect_pages(const sim::Program& program) {
     EXPECT_EQ(own.speed, 9);
     EXPECT_EQ(own.stay_time, 65535);
     EXPECT_EQ(own.repeat_time, 2);
-    const sim::Border border = program.areas[1].border.value();
+    const sim::BorderPattern border = program.areas[1].border.value();
     EXPECT_EQ((std::array{border.style, border.speed, border.move_step, border.unit_length}),
               (std::array<std::uint8_t, 4>{1, 2, 6, 2}));
     EXPECT_EQ(program.areas[1].pages.at(0).stay_time, 300);

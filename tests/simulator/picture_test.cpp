@@ -1,8 +1,8 @@
 // The screen in a terminal and in files, and pixel data that ends early.
 #include "read_png.h"
-#include "simulator/PixelData.h"
-#include "simulator/picture.h"
-#include "simulator/terminal.h"
+#include "simulator/playback/PixelReader.h"
+#include "simulator/show/picture.h"
+#include "simulator/show/terminal.h"
 #include "support/Descriptor.h"
 
 #include <array>

@@ -84,7 +84,7 @@ TEST(ProgramPlayer, RunsTextToTheLeft) {
 
 TEST(ProgramPlayer, MovesBordersByTheirStepAndSpeed) {
     Program program = program_of({});
-    program.border = BorderPattern{1, 3, 0, 0, 8, 1, hex("7F")};
+    program.border = BorderPattern{0, 1, 3, 0, 0, 8, 1, hex("7F")};
     const Player player(program);
     EXPECT_EQ(player.at(19ms), "R.......");
     EXPECT_EQ(player.at(20ms), "...R....");

@@ -1,7 +1,7 @@
 // Which frames a controller understands, and that it stays silent to every spoilt one; how it acknowledges
 // and refuses. The CRCs were worked out apart from this code.
-#include "simulator/Answer.h"
-#include "simulator/Request.h"
+#include "simulator/wire/Delivery.h"
+#include "simulator/wire/open_request.h"
 
 #include "hex.h"
 

@@ -1,7 +1,7 @@
 // A picture in a file, which has no half-transparent pixels.
 #pragma once
 
-#include "simulator/Image.h"
+#include "simulator/playback/Image.h"
 
 #include <cairo.h>
 #include <gtest/gtest.h>

@@ -10,7 +10,7 @@ namespace qm::sim {
 
 // A pattern that is repeated along the edges of an area or of the screen.
 struct BorderPattern {
-    std::uint8_t speed = 0, move_step = 0;
+    std::uint8_t style = 0, speed = 0, move_step = 0;
     std::uint8_t unit_length = 0, unit_width = 0; // as the file says; 0 where it does not
     int length = 0, thickness = 0;                // of the pattern, in pixels
     ByteBuffer pixels;

@@ -29,7 +29,7 @@ struct CalendarDay {
 
 struct ProgramHeader {
     std::string name; // 4 characters
-    std::uint8_t style = 0, play_times = 0;
+    std::uint8_t style = 0, priority = 0, play_times = 0;
     std::uint16_t time_span = 0;
     std::uint8_t week = 0;
     CalendarDay first_day, last_day;

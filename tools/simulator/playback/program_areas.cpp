@@ -110,7 +110,7 @@ bool try_content(const Cursor& in, const ProgramArea& head, std::size_t border, 
 // length of the pixels is not written: it is the one with which the rest of the record parses.
 bool read_bordered(Cursor& in, ProgramArea& area, Attempt& attempt) {
     BorderPattern& border = area.border.emplace();
-    in.skip(1);
+    border.style = in.u8();
     border.speed = in.u8();
     border.move_step = in.u8();
     border.unit_length = in.u8();

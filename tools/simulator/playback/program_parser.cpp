@@ -23,7 +23,7 @@ bool read_header(Cursor& in, ProgramHeader& header) {
     in.skip(1);
     header.name = text_of(in.bytes(4));
     header.style = in.u8();
-    in.skip(1);
+    header.priority = in.u8();
     header.play_times = in.u8();
     header.time_span = in.u16();
     if (in.six()) {
@@ -64,7 +64,7 @@ bool read_period(Cursor& in, bool any, std::vector<PlayPeriod>& periods) {
 // FrameBackup 2; in generation 6: FrameDispStype, FrameDispSpeed, FrameMoveStep, FrameUnitLength,
 // FrameUnitWidth, FrameDirectDispBit 1 each, zero 7.
 bool read_border_header(Cursor& in, BorderPattern& border) {
-    in.skip(1);
+    border.style = in.u8();
     border.speed = in.u8();
     border.move_step = in.u8();
     if (!in.six()) {
