@@ -1,4 +1,4 @@
-# What an installation holds: the library with its header, pkg-config file and CMake package, and the tools.
+# What an installation holds: the library with its headers, pkg-config file and CMake package, and the tools.
 # All of it may be moved as one tree.
 option(QM_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
 add_library(qm_sdkDual::qm_sdkDual ALIAS qm_sdkDual)
@@ -12,7 +12,7 @@ install(TARGETS qm_sdkDual EXPORT qm_sdkDualTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES include/qm_sdk_dual.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY include/qm_sdk_dual DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/qm_sdk_dual DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.hpp")
 install(EXPORT qm_sdkDualTargets NAMESPACE qm_sdkDual:: DESTINATION ${qm_cmake_dir})
 
 configure_package_config_file(cmake/qm_sdkDualConfig.cmake.in ${PROJECT_BINARY_DIR}/qm_sdkDualConfig.cmake

@@ -1,6 +1,6 @@
 // Asks a controller who it is, lets a text run over its screen, and gives it a program with a clock to play.
 //
-//     c++ -std=c++20 hello.cpp $(pkg-config --cflags --libs qm_sdkDual) -o hello
+//     c++ -std=c++17 hello.cpp $(pkg-config --cflags --libs qm_sdkDual) -o hello
 //     ./hello 127.0.0.1 5005 "Hello, world"
 #include <cstdlib>
 #include <iostream>
@@ -25,6 +25,10 @@ std::vector<qm::File> program_for(const qm::Screen& screen) {
 
 int main(int argc, char** argv) {
     const auto port = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : 5005;
+    if (port < 1024 || port > 65535) {
+        std::cerr << "usage: hello [IP [PORT [TEXT]]], with a port from 1024 to 65535\n";
+        return 1;
+    }
     const qm::Controller sign(argc > 1 ? argv[1] : "127.0.0.1", static_cast<std::uint16_t>(port));
     try { // value() throws; without it every call gives a result to be asked
         const qm::Screen screen = qm::Screen::of(sign.ping().value());

@@ -13,14 +13,14 @@ namespace detail {
 
 class AreaSender {
   public:
-    // Without programs the areas are shown at once; with them, together with these, without interrupting what
-    // is being played.
     AreaSender(const char* ip, std::uint16_t port, const Screen& screen,
                const std::optional<ProgramNumbers>& programs)
         : m_ip(ip), m_port(port), m_screen(screen), m_programs(programs) {}
 
     // Generation 6 takes neighbours of one kind in one command, which it carries out as a whole.
     Result<> send(const std::vector<Area>& areas) {
+        if (m_programs && m_programs->size() > 0xFFFF)
+            return Error{QM_FAILED, "There are more than 65535 programs."};
         for (const Area* area = areas.data(); area != areas.data() + areas.size();) {
             const std::size_t count = together(area, areas.data() + areas.size());
             if (auto sent = send_first(area, count); !sent) return sent;
@@ -46,7 +46,10 @@ class AreaSender {
 
     Result<> send_first(const Area* areas, std::size_t count) {
         if (m_screen.generation == 5) return Result<>::of(send_5(*areas));
-        return Result<>::of(alone(*areas) ? send_spoken(*areas) : send_together(areas, count));
+        if (!alone(*areas)) return Result<>::of(send_together(areas, count));
+        if (is_picture(*areas))
+            return Error{QM_FAILED, "A picture with speech cannot be related to programs."};
+        return Result<>::of(send_spoken(*areas));
     }
 
     [[nodiscard]] Rect rect_of(const Area& area) const {

@@ -3,12 +3,10 @@
 
 #include "areas.hpp"
 
-#include <ctime>
-
 namespace qm {
 
 // Names an address and holds no connection: every call makes one of its own, waits for the answer, and may be
-// made from any thread. Calls fail as those of qm_sdk_dual.h do that they are made of.
+// made from any thread. Calls fail as the calls of qm_sdk_dual.h that they make.
 class Controller {
   public:
     explicit Controller(std::string ip = "127.0.0.1", std::uint16_t port = 5005)
@@ -21,6 +19,8 @@ class Controller {
     // Any call of the C interface that begins with ip and port: call(cmd_setDispMode, 3).
     template <class Port, class... Parameters, class... Arguments>
     Result<> call(int (*function)(const char*, Port, Parameters...), Arguments... arguments) const {
+        if (!(detail::fits<Parameters>(arguments) && ...))
+            return Error{QM_FAILED, "An argument is too large for its field."};
         return Result<>::of(function(m_ip.c_str(), m_port, static_cast<Parameters>(arguments)...));
     }
 
@@ -28,7 +28,8 @@ class Controller {
         Ping_data record{};
         return give(call(cmd_tcpPing, &record), [&] { return detail::identity_of(record); });
     }
-    [[nodiscard]] Result<Status> status() const {
+    // A longer answer than is known is an error, QM_TRUNCATED; cmd_check_controllerStatus delivers what fits.
+    [[nodiscard]] Result<ControllerStatus> status() const {
         ControllerStatus_G56 record{};
         return give(call(cmd_check_controllerStatus, &record), [&] { return detail::status_of(record); });
     }
@@ -52,13 +53,13 @@ class Controller {
                   const std::optional<ProgramNumbers>& programs = std::nullopt) const {
         return detail::AreaSender(m_ip.c_str(), m_port, screen, programs).send(areas);
     }
-    // Removes areas by their numbers, or all when there are none.
+    // Removes areas by their numbers, at most 127, or all when there are none.
     Result<> remove_areas(const std::vector<std::uint8_t>& ids, unsigned generation) const {
         std::vector<Oint8> numbers(ids.begin(), ids.end());
-        const auto count = static_cast<Oint8>(ids.empty() ? -1 : static_cast<int>(ids.size()));
-        const auto remove = generation == 5 ? dynamicArea_DelAreaS_5G : dynamicArea_DelAreas_6G;
+        const std::ptrdiff_t count = ids.empty() ? -1 : static_cast<std::ptrdiff_t>(ids.size());
         if (ids.empty()) numbers.push_back(-1); // which is not read
-        return call(remove, count, numbers.data());
+        return call(generation == 5 ? dynamicArea_DelAreaS_5G : dynamicArea_DelAreas_6G, count,
+                    numbers.data());
     }
     // Speaks a text; generation 6. The flags are VoiceFlg and StoreFlag of the speech unit.
     Result<> say(const Speech& speech, unsigned voice_flag = 0, unsigned store_flag = 0) const {
@@ -100,6 +101,7 @@ class Controller {
 
     // ---- Files
 
+    // A listing that breaks off is an error.
     [[nodiscard]] Result<std::vector<FileEntry>> files(std::uint8_t type = 0) const {
         const Directory directory(m_ip.c_str(), m_port, type);
         if (!directory.listed) return directory.listed.error();
@@ -107,28 +109,37 @@ class Controller {
     }
     // Writes a file, in place of the one of its name unless that is to be kept, which then is a refusal.
     Result<> write(const File& file, bool overwrite = true) const {
+        if (file.name.size() != 4) return no_name(file.name);
         return call(cmd_ofsWriteFile, file.name.c_str(), file.type, file.bytes.size(), overwrite,
                     file.bytes.data());
     }
     // Writes files as one transfer, which ends in any case. What watch(file) returns lives while a file is
     // written.
     template <class Watch> Result<> upload(const std::vector<File>& files, Watch watch) const {
-        auto done = in_step("announcing the transfer", call(cmd_ofsStartFileTransf));
-        if (!done) return done;
-        for (const File& file : files) {
-            [[maybe_unused]] const auto watching = watch(file);
-            done = in_step("writing " + file.name, write(file));
-            if (!done) break;
+        const auto announced = in_step("announcing the transfer", call(cmd_ofsStartFileTransf));
+        if (!announced) return announced;
+        Result<> written;
+        try {
+            for (std::size_t i = 0; written && i < files.size(); ++i) {
+                [[maybe_unused]] const auto watching = watch(files[i]);
+                written = in_step("writing " + files[i].name, write(files[i]));
+            }
+        } catch (...) {
+            (void)call(cmd_ofsEndFileTransf);
+            throw;
         }
         const auto ended = in_step("ending the transfer", call(cmd_ofsEndFileTransf));
-        return done ? ended : done;
+        return written ? ended : written;
     }
     Result<> upload(const std::vector<File>& files) const {
         return upload(files, [](const File&) { return 0; });
     }
     Result<> remove_files(const std::vector<std::string>& names) const {
         std::string all;
-        for (const std::string& name : names) all += name;
+        for (const std::string& name : names) {
+            if (name.size() != 4) return no_name(name);
+            all += name;
+        }
         return call(cmd_ofsDeleteFormatFile, names.size(), all.c_str());
     }
     [[nodiscard]] Result<Volume> volume() const {
@@ -139,6 +150,9 @@ class Controller {
     Result<> format() const { return call(cmd_ofsFormat); }
 
   private:
+    static Error no_name(const std::string& name) {
+        return {QM_FAILED, "\"" + name + "\" is no name of 4 characters."};
+    }
     static Result<> in_step(const std::string& step, const Result<>& done) {
         return done ? done : Result<>(Error{done.error().status, done.error().reason, step});
     }

@@ -120,12 +120,15 @@ inline std::vector<File> files_of(const HVprogram_G6& built) {
 
 } // namespace detail
 
-// The one program that a process can have under construction, from its construction to its destruction:
-// another thread's waits until then. Begin with set_rules; areas are numbered by the caller. What generation
-// 5 does not have (background, speech, battle time, flags) it refuses.
+// The one program that a process can have under construction. It belongs to the thread that makes it, from
+// its construction to its destruction; a Program of another thread waits until then, and using this one there
+// waits for ever. Areas are shown with screen settings of their own, so none should be shown meanwhile. Begin
+// with set_rules; areas are numbered by the caller. What generation 5 does not have (background, speech,
+// battle time) it refuses, and it does not read flags.
 class Program {
   public:
     explicit Program(const Screen& screen) : m_five(screen.generation == 5) {
+        m_five ? program_removeFrame() : program_removeFrame_G6(); // waits for the slot, and takes it
         program_setScreenParams_G56(screen.color, screen.type, screen.wiring);
     }
     Program(const Program&) = delete;
@@ -133,11 +136,11 @@ class Program {
     ~Program() { program_deleteProgram(); }
 
     // id: 0 to 9999; 7 makes file P007.
-    Result<> set_rules(unsigned id,
-                       const PlayRules& rules = {}) { // NOLINT(bugprone-easily-swappable-parameters)
+    Result<> set_rules(unsigned id, const PlayRules& rules = {}) {
         HVprogramppGrp_G56 periods{};
-        periods.playTimeGrpNum = detail::u8(static_cast<unsigned>(rules.periods.size()));
-        const std::size_t count = std::min<std::size_t>(rules.periods.size(), 8);
+        const std::size_t count = rules.periods.size();
+        if (count > 8) return Error{QM_FAILED, "A program has at most 8 play periods."};
+        periods.playTimeGrpNum = static_cast<Ouint8>(count);
         for (std::size_t i = 0; i < count; ++i) {
             const PlayRules::Period& p = rules.periods[i];
             periods.timeGrp[i] = {p.start_hour, p.start_minute, p.start_second,

@@ -20,8 +20,8 @@ struct PlayRules {
 
 // A pattern that is repeated along the edges, and moves.
 struct Border {
-    std::string picture; // PNG file, at most 255 x 255; as high as the border is thick
-    Size size{};         // of the picture
+    std::string picture{}; // PNG file, at most 255 x 255; as high as the border is thick
+    Size size{};           // of the picture
     unsigned style = 0, speed = 8, step = 1;
 };
 
@@ -32,21 +32,20 @@ struct AreaFlags {
 
 // Live date, day of the week and time of day, as far as they are given.
 struct DigitalClock {
-    std::optional<unsigned> date, week, time; // DateStyle, WeekStyle, TimeStyle
+    std::optional<unsigned> date{}, week{}, time{}; // DateStyle, WeekStyle, TimeStyle
     bool underline = false;
     TextStyle style{}; // its alignment is the horizontal one
 };
 
 struct ClockHand {
-    std::optional<unsigned> width, length; // pixels; else by the clock's size
-    std::uint32_t color = eRed;            // a palette index but for generation 6 in full colour
+    std::optional<unsigned> width{}, length{}; // pixels; else by the clock's size
+    std::uint32_t color = eRed;                // a palette index but for generation 6 in full colour
 };
 
 struct AnalogClock {
     std::optional<std::array<unsigned, 2>> pivot{}; // in the area; else its middle
     unsigned marks = eLINE;                         // E_ClockStyle
     std::uint32_t main_color = eYellow, mark_color = eGreen, background = eBlack;
-    std::string picture{}; // of the dial, a PNG file; or none
     ClockHand hour{}, minute{{}, {}, eGreen}, second{{}, {}, eYellow};
 };
 

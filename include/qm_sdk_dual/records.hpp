@@ -3,7 +3,9 @@
 
 #include "values.hpp"
 
+#include <algorithm>
 #include <numeric>
+#include <type_traits>
 
 namespace qm::detail {
 
@@ -11,6 +13,15 @@ inline std::uint8_t u8(unsigned value) { return static_cast<std::uint8_t>(value)
 inline std::uint16_t u16(unsigned value) { return static_cast<std::uint16_t>(value); }
 inline const Ouint8* bytes_of(const std::string& text) {
     return reinterpret_cast<const Ouint8*>(text.c_str());
+}
+
+// Whether a field of that type holds a number; what is no number is the compiler's to check.
+template <class Field, class Value> constexpr bool fits(const Value& value) {
+    if constexpr (std::is_integral_v<Field> && std::is_integral_v<Value>)
+        return static_cast<Value>(static_cast<Field>(value)) == value &&
+               (value < Value{}) == (static_cast<Field>(value) < Field{});
+    else
+        return true;
 }
 
 // A text field of a record, which ends at its first zero or fills it.
@@ -22,7 +33,7 @@ template <class Byte, std::size_t size> std::string text_of(const Byte (&field)[
 
 // ---- Text that fits its area
 
-constexpr unsigned kSmallestFitting = 6; // points
+inline constexpr unsigned kSmallestFitting = 6; // points
 
 // Characters of each line. As the library counts them, CR, LF and CR LF end one, and an end at the very end
 // begins no other.
@@ -82,8 +93,8 @@ inline unsigned fitting_size(const TextStyle& style, const std::string& text, co
 namespace qm {
 
 // Points in which a text is drawn in an area.
-inline unsigned font_size(const TextStyle& style, const std::string& text, const Rect& area,
-                          const Effect& effect) {
+[[nodiscard]] inline unsigned font_size(const TextStyle& style, const std::string& text, const Rect& area,
+                                        const Effect& effect) {
     return style.size ? *style.size : detail::fitting_size(style, text, area, effect.running());
 }
 
@@ -159,8 +170,8 @@ inline Identity identity_of(const Ping_data& ping) {
     return identity;
 }
 
-inline Status status_of(const ControllerStatus_G56& record) {
-    Status status;
+inline ControllerStatus status_of(const ControllerStatus_G56& record) {
+    ControllerStatus status;
     status.power = record.onoffStatus;
     status.timer = record.timingOnOff;
     status.brightness_mode = record.brightnessAdjMode;
@@ -172,7 +183,7 @@ inline Status status_of(const ControllerStatus_G56& record) {
     status.running_mode = record.runningMode;
     status.clock_status = record.RTCStatus;
     status.clock = time_from_bcd(u16(static_cast<unsigned>(record.RTCYear)), record.RTCMonth, record.RTCDate,
-                           record.RTCHour, record.RTCMinute, record.RTCSecond);
+                                 record.RTCHour, record.RTCMinute, record.RTCSecond);
     std::copy_n(record.temperature1, 3, status.temperature1.begin());
     std::copy_n(record.temperature2, 3, status.temperature2.begin());
     status.humidity = record.humidity;

@@ -12,12 +12,12 @@ namespace qm {
 
 // Why a call did not succeed.
 struct Error {
-    int status = QM_FAILED; // never QM_OK; see QM_STATUS_MAP; from 2 on, the error value of the controller
-    std::string reason;     // one English sentence, for people; programs go by the status
+    int status = QM_FAILED; // see QM_STATUS_MAP; from 2 on, the error value of the controller
+    std::string reason{};   // one English sentence, for people; programs go by the status
     std::string step{};     // which one of a call that takes several, such as "writing P001"
 
     // Of the C call that has just failed in this thread.
-    static Error last(int status) { return {status, qm_last_error()}; }
+    [[nodiscard]] static Error last(int status) { return {status, qm_last_error()}; }
 
     [[nodiscard]] std::string text() const { return step.empty() ? reason : step + ": " + reason; }
 };
@@ -32,13 +32,15 @@ class Exception : public std::runtime_error {
     Error m_error;
 };
 
-// A Value or an Error. * and -> need a value, error() needs an error; value() throws when there is none.
+// A Value or an Error. value() throws Exception when there is none; *, -> and error() need to be asked for
+// first, and throw std::bad_variant_access else.
 template <class Value = void> class [[nodiscard]] Result {
   public:
     Result(Value value) : m_state(std::in_place_index<0>, std::move(value)) {}
     Result(Error error) : m_state(std::in_place_index<1>, std::move(error)) {}
 
     explicit operator bool() const noexcept { return m_state.index() == 0; }
+    [[nodiscard]] int status() const noexcept { return *this ? QM_OK : std::get_if<1>(&m_state)->status; }
     [[nodiscard]] const Error& error() const { return std::get<1>(m_state); }
 
     [[nodiscard]] const Value& operator*() const& { return std::get<0>(m_state); }
@@ -66,7 +68,8 @@ template <> class [[nodiscard]] Result<void> {
     static Result of(int status) { return status == QM_OK ? Result() : Result(Error::last(status)); }
 
     explicit operator bool() const noexcept { return m_error.status == QM_OK; }
-    [[nodiscard]] const Error& error() const noexcept { return m_error; }
+    [[nodiscard]] int status() const noexcept { return m_error.status; }
+    [[nodiscard]] const Error& error() const noexcept { return m_error; } // of a success, one with QM_OK
     void value() const {
         if (!*this) throw Exception(m_error);
     }

@@ -4,7 +4,6 @@
 
 #include "../qm_sdk_dual.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -24,11 +23,11 @@ struct Rect {
 // What a type of controllers is.
 struct ControllerType {
     std::uint16_t code = 0;  // series in the low byte, variant in the high byte
-    std::string model;       // "G6-T0"; empty when the series is not known
+    std::string model{};     // "G6-T0"; empty when the series is not known
     unsigned generation = 0; // 5, 6, or 0 for neither
     bool full_color = false; // its pixels are full-colour ones and nothing else
 
-    static ControllerType of(std::uint16_t code) {
+    [[nodiscard]] static ControllerType of(std::uint16_t code) {
         QM_ControllerType told{};
         qm_controller_type(code, &told);
         return {code, told.model, told.generation, told.transferMode == 3 || told.transferMode == 5};
@@ -37,24 +36,24 @@ struct ControllerType {
 
 // How a page appears.
 struct Effect {
-    unsigned mode = 1;            // 1 static, 4 runs to the left, 38 and 40 to the right; 0 to 255
-    unsigned speed = 32;          // 0 to 255, raw
-    std::optional<unsigned> stay; // how long a page stays, 0 to 65535, raw; else 300, and 0 for running text
-    unsigned repeat = 1;          // 0 to 255
+    unsigned mode = 1;              // 1 static, 4 runs to the left, 38 and 40 to the right; 0 to 255
+    unsigned speed = 32;            // 0 to 255, raw
+    std::optional<unsigned> stay{}; // of a page, 0 to 65535, raw; else 300, and 0 for running text
+    unsigned repeat = 1;            // 0 to 255
 
     [[nodiscard]] bool running() const { return mode == 4 || mode == 38 || mode == 40; }
     [[nodiscard]] unsigned stay_time() const { return stay.value_or(running() ? 0 : 300); }
 };
 
-constexpr unsigned kLargestSize = 1000; // points
+inline constexpr unsigned kLargestSize = 1000; // points
 
 enum class Align : unsigned { start, center, end }; // left or top, centre, right or bottom
 
 struct TextStyle {
     std::string font = "WenQuanYi Micro Hei"; // a family, or a font file (qm_is_font_file)
-    std::optional<unsigned> size; // points, 12 being 16 pixels; else the largest that fits the area
+    std::optional<unsigned> size{}; // points, 12 being 16 pixels; else the largest that fits the area
     std::uint32_t color = eRed;
-    std::optional<bool> one_line; // cut into pages, not wrapped into lines; else when the text runs
+    std::optional<bool> one_line{}; // cut into pages, not wrapped into lines; else when the text runs
     bool bold = false, italic = false, vertical = false;
     unsigned spacing = 0; // added between characters
     Align halign = Align::center, valign = Align::center;
@@ -62,7 +61,7 @@ struct TextStyle {
 
 // A text to be spoken. Numbers are raw.
 struct Speech {
-    std::string text; // 1 to 65,515 bytes
+    std::string text{}; // 1 to 65,515 bytes
     unsigned voice = 0, volume = 10, speed = 5, encoding = 0;
     unsigned repeat = 0, delay = 0; // repetitions, and the pause between them
     unsigned digits = 0, language = 0, word_style = 0;
@@ -71,25 +70,25 @@ struct Speech {
 // An entry of a controller's list of voices.
 struct VoiceEntry {
     std::uint8_t id = 0;
-    Speech speech;
+    Speech speech{};
 };
 
 // An area that is shown at once, over the programs: a text, or a picture.
 struct Area {
-    std::uint8_t id = 0;      // replaces the area of that number
-    std::optional<Rect> rect; // else the whole screen
-    std::string text;
-    TextStyle style;
-    Effect effect;
-    std::string picture;          // path of a PNG file, which goes before a text
-    std::optional<Speech> speech; // generation 6
+    std::uint8_t id = 0;        // replaces the area of that number
+    std::optional<Rect> rect{}; // else the whole screen
+    std::string text{};
+    TextStyle style{};
+    Effect effect{};
+    std::string picture{};          // path of a PNG file, which goes before a text
+    std::optional<Speech> speech{}; // generation 6
 };
 
 struct Date {
     unsigned year = 0, month = 0, day = 0;
 };
 
-constexpr bool is_day(const Date& date) {
+[[nodiscard]] constexpr bool is_day(const Date& date) {
     constexpr unsigned days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     if (date.month < 1 || date.month > 12) return false;
     const bool leap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
@@ -97,24 +96,24 @@ constexpr bool is_day(const Date& date) {
 }
 
 struct Time {
-    Date date;
+    Date date{};
     unsigned hour = 0, minute = 0, second = 0;
 };
 
 // A number as controllers keep days and times: 2024 as 0x2024.
-constexpr unsigned to_bcd(unsigned value) {
+[[nodiscard]] constexpr unsigned to_bcd(unsigned value) {
     return value < 10 ? value : to_bcd(value / 10) << 4U | value % 10;
 }
 // Nothing for what has other digits than 0 to 9.
-constexpr std::optional<unsigned> from_bcd(unsigned bcd) {
+[[nodiscard]] constexpr std::optional<unsigned> from_bcd(unsigned bcd) {
     if (bcd == 0) return 0;
     const auto high = from_bcd(bcd >> 4U);
     return !high || (bcd & 0xFU) > 9 ? std::nullopt : std::optional(*high * 10 + (bcd & 0xFU));
 }
 
 // Nothing when the fields, all in BCD, are no time.
-inline std::optional<Time> time_from_bcd(unsigned year, unsigned month, unsigned day, unsigned hour,
-                                         unsigned minute, unsigned second) {
+[[nodiscard]] inline std::optional<Time> time_from_bcd(unsigned year, unsigned month, unsigned day,
+                                                       unsigned hour, unsigned minute, unsigned second) {
     std::array<unsigned, 6> fields{year, month, day, hour, minute, second};
     for (unsigned& field : fields) {
         const auto plain = from_bcd(field);
@@ -128,13 +127,13 @@ inline std::optional<Time> time_from_bcd(unsigned year, unsigned month, unsigned
 
 // What a controller says of itself when it is asked who it is.
 struct Identity {
-    ControllerType type;
-    std::string firmware;
-    Size screen;                         // 0 x 0 when it is not configured
+    ControllerType type{};
+    std::string firmware{};
+    Size screen{};                       // 0 x 0 when it is not configured
     unsigned color = 0;                  // E_ScreenColor_G56
     unsigned brightness = 0, power = 0;  // raw; 0 off, 1 on
     unsigned address = 0, baud_rate = 0; // of the screen; raw
-    std::string ip;                      // where it was found, by a search
+    std::string ip{};                    // where it was found, by a search
 };
 
 // What pixels are made for.
@@ -146,7 +145,7 @@ struct Screen {
     Size size{};
 
     // Of a controller that has answered; two colours when it does not say.
-    static Screen of(const Identity& identity) {
+    [[nodiscard]] static Screen of(const Identity& identity) {
         Screen screen;
         screen.generation = identity.type.generation;
         screen.type = identity.type.code;
@@ -158,14 +157,14 @@ struct Screen {
 };
 
 // What a controller is doing.
-struct Status {
+struct ControllerStatus {
     unsigned power = 0, timer = 0;                              // 0 off, 1 on
     unsigned brightness_mode = 0, brightness = 0;               // 0 manual, 1 by clock, 2 by sensor; raw
     int programs = 0;                                           // how many it has
-    std::string program;                                        // name of the one that is shown
+    std::string program{};                                      // name of the one that is shown
     unsigned screen_lock = 0, program_lock = 0;                 // 1 locked
     unsigned running_mode = 0, clock_status = 0;                // raw
-    std::optional<Time> clock;                                  // nothing when it shows no time
+    std::optional<Time> clock{};                                // nothing when it shows no time
     std::array<std::uint8_t, 3> temperature1{}, temperature2{}; // raw
     int humidity = 0, noise = 0;                                // raw
     unsigned switch_status = 0;                                 // raw
@@ -174,23 +173,23 @@ struct Status {
 
 // One of a controller's files.
 struct FileEntry {
-    std::string name;                     // 4 characters
+    std::string name{};                   // 4 characters
     unsigned type = 0;                    // 0 program, 9 its data, 1 configuration
     std::uint32_t size = 0, checksum = 0; // bytes; the controller's, CRC-32 of programs
 };
 
 // A file to be written.
 struct File {
-    std::string name; // 4 characters
+    std::string name{}; // 4 characters
     std::uint8_t type = 0;
-    std::vector<std::uint8_t> bytes;
+    std::vector<std::uint8_t> bytes{};
 };
 
 struct Volume {
     std::uint32_t total = 0, available = 0; // bytes
 };
 
-// When the screen is on, from its first minute to the one before its last; may run past midnight.
+// When the screen is on: from switching on until switching off; may run past midnight.
 struct OnPeriod {
     std::uint8_t on_hour = 0, on_minute = 0, off_hour = 0, off_minute = 0;
 };

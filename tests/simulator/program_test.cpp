@@ -107,11 +107,11 @@ TEST(Program, MisuseIsExplained) {
         {{"--size", "0x32"}, "--size: expected WIDTHxHEIGHT"},
         {{"--size", "128x5000"}, "--size: expected WIDTHxHEIGHT"},
         {{"--type", "0x10000"}, "--type: expected a controller type"},
-        {{"--color", "blue"}, "--color: expected single, double, three or full"},
-        {{"--port", "65536"}, "--port: expected a port from 0 to 65535"},
-        {{"--listen", "localhost"}, "--listen: expected a dotted IPv4 address"},
-        {{"--udp-port", "65536"}, "--udp-port: expected a port from 0 to 65535"},
-        {{"--scale", "0"}, "--scale: expected a number from 1"},
+        {{"--color", "blue"}, "--color: expected one of single, double"},
+        {{"--port", "65536"}, "--port: expected a whole number from 0 to 65535"},
+        {{"--listen", "localhost"}, "--listen: expected an IPv4 address"},
+        {{"--udp-port", "65536"}, "--udp-port: expected a whole number from 0 to 65535"},
+        {{"--scale", "0"}, "--scale: expected a whole number from 1"},
         {{"surplus"}, "surplus"},
     };
     for (const Row& row : rows) {

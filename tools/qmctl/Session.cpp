@@ -1,7 +1,5 @@
 #include "Session.h"
 
-#include "sign/names.h"
-
 #include <iostream>
 
 namespace qm::ctl {
@@ -15,11 +13,7 @@ void Session::print(const Report& report) {
 
 void Session::tell(const Failure& failure) {
     const std::string at = broadcast ? "broadcast" : controller.address();
-    if (json) {
-        const std::string& words = failure.words();
-        const std::string meaning = words.empty() ? status_meaning(failure.status()) : words;
-        output.show(failure_json(failure.status(), meaning, failure.reason(), at));
-    }
+    if (json) output.show(failure_json(failure.status(), failure.meaning(), failure.reason(), at));
     if (json && one_of_many) return;
     const std::string line = at + ": " + failure.what() + "\n";
     if (one_of_many)

@@ -1,12 +1,14 @@
 // The table of verbs. A family of verbs is one file with one table; a new family adds a line to kFamilies.
 #pragma once
 
-#include "ArgumentList.h"
+#include "options/ArgumentList.h"
 
 #include <memory>
 #include <span>
 
 namespace qm::ctl {
+
+using namespace options;
 
 class Report;
 class Session;

@@ -1,15 +1,9 @@
 #include "arguments.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <fstream>
 
 namespace qm::ctl {
-
-bool is_dotted_ipv4(const std::string& text) {
-    in_addr parsed{};
-    return ::inet_pton(AF_INET, text.c_str(), &parsed) == 1;
-}
 
 std::vector<Controller> read_controllers(const std::string& text) {
     std::vector<Controller> controllers;
@@ -48,7 +42,5 @@ Controller read_controller(const std::string& text) {
         expected("an IPv4 address with or without a port, such as 192.168.0.199:5005");
     return Controller(ip, static_cast<Ouint16>(*port));
 }
-
-std::string read_text(const std::string& text) { return text; }
 
 } // namespace qm::ctl

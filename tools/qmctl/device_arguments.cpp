@@ -75,11 +75,6 @@ int read_signed(const std::string& text) {
     return negative ? -static_cast<int>(*value) : static_cast<int>(*value);
 }
 
-std::string read_address(const std::string& text) {
-    if (!is_dotted_ipv4(text)) expected("an IPv4 address such as 192.168.0.199");
-    return text;
-}
-
 std::string read_mac(const std::string& text) {
     const auto mac = to_mac(text);
     if (!mac) expected("a MAC address of one station in hex, such as 00:1a:2b:3c:4d:5e");

@@ -14,7 +14,6 @@ using Levels = std::array<Ouint8, 48>;
 [[nodiscard]] Levels read_levels(const std::string& path); // a file of 48 numbers
 
 [[nodiscard]] int read_signed(const std::string& text);           // -32768 to 32767
-[[nodiscard]] std::string read_address(const std::string& text);  // dotted IPv4
 [[nodiscard]] std::string read_mac(const std::string& text);      // hex fields; gives them in decimal
 [[nodiscard]] std::string read_ssid(const std::string& text);     // 1 to 32 bytes
 [[nodiscard]] std::string read_wifi_key(const std::string& text); // 8 to 63 characters

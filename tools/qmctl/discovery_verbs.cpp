@@ -46,16 +46,16 @@ class Find : public Verb {
   private:
     static void find(Report& report) {
         const auto found = search();
-        require_answer(found ? QM_OK : found.error().status);
+        require_answer(found ? Result<>() : found.error());
         report.add("Found at", "ip", printable(found->ip));
         describe(report, *found);
     }
     static void find_network(Report& report) {
         NetSearchCmdRet data{};
         const int status = cmd_udpNetworkSearch_6G(&data);
-        if (status != QM_TRUNCATED) return require_answer(status), describe(report, data);
+        if (status != QM_TRUNCATED) return require_answer(Result<>::of(status)), describe(report, data);
         NetSearchCmdRet_Web web{}; // a controller with a web server says more
-        require_answer(cmd_udpNetworkSearch_6G_Web(&web));
+        require_answer(Result<>::of(cmd_udpNetworkSearch_6G_Web(&web)));
         describe(report, web);
     }
 

@@ -69,7 +69,7 @@ class Examination {
     }
 
     std::string program() {
-        const Status& now = status();
+        const ControllerStatus& now = status();
         const std::string name = printable(now.program);
         std::string found =
             (name.empty() ? "none" : name) + " is played; " + std::to_string(now.programs) + " on the disk";
@@ -79,7 +79,7 @@ class Examination {
     }
 
   private:
-    const Status& status() {
+    const ControllerStatus& status() {
         if (!m_status) m_status = require(m_session.controller.status());
         return *m_status;
     }
@@ -100,7 +100,7 @@ class Examination {
     const Session& m_session;
     Probe m_probe;
     std::optional<Identity> m_identity;
-    std::optional<Status> m_status;
+    std::optional<ControllerStatus> m_status;
 };
 
 struct Step {

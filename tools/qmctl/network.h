@@ -7,7 +7,7 @@
 namespace qm::ctl {
 
 // Throws Failure unless a call has succeeded, with words for a broadcast that nobody answers.
-void require_answer(int status);
+void require_answer(const Result<>& done);
 
 // Of either kind of network-search record; they share these fields.
 template <class Record> void describe(Report& report, const Record& data) {

@@ -15,7 +15,7 @@ class ShowNetwork : public Verb {
         Report report = session.report();
         NetSearchCmdRet data{};
         const auto asked = session.controller.call(cmd_tcpNetworkSearch_6G, &data);
-        if (asked.error().status == QM_TRUNCATED) { // a controller with a web server says more
+        if (asked.status() == QM_TRUNCATED) { // a controller with a web server says more
             NetSearchCmdRet_Web web{};
             session.command(cmd_tcpNetworkSearch_6G_Web, &web);
             describe(report, web);
@@ -54,11 +54,11 @@ class SetIp : public Verb {
     }
     Report run(Session& session) override {
         session.broadcast = true;
-        require_answer(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
-                                    m_gateway.c_str(), static_cast<int16_t>(m_port),
-                                    static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
-                                    static_cast<int16_t>(m_server.port()), m_password.data(),
-                                    static_cast<int16_t>(m_heartbeat), m_net_id.data()));
+        require_answer(Result<>::of(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
+                                                 m_gateway.c_str(), static_cast<int16_t>(m_port),
+                                                 static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
+                                                 static_cast<int16_t>(m_server.port()), m_password.data(),
+                                                 static_cast<int16_t>(m_heartbeat), m_net_id.data())));
         Report report;
         report.add("IP address", "ip", m_ip)
             .add("Subnet mask", "subnet_mask", m_mask)
@@ -91,7 +91,7 @@ class SetMac : public Verb {
     }
     Report run(Session& session) override {
         session.broadcast = true;
-        require_answer(cmd_udpSetMac(m_mac.fields.c_str()));
+        require_answer(Result<>::of(cmd_udpSetMac(m_mac.fields.c_str())));
         Report report;
         report.add("MAC address", "mac", m_mac.text);
         return report;
@@ -137,7 +137,7 @@ class Wifi : public Verb {
         const int status = cmd_AT_getWifiSsidPwd(reinterpret_cast<char*>(ssid), reinterpret_cast<char*>(key));
         if (status == kShortAnswer)
             throw Failure(Error::last(status), "the Wi-Fi module's answer is too short to hold its settings");
-        require_answer(status);
+        require_answer(Result<>::of(status));
         m_ssid = reinterpret_cast<const char*>(ssid);
         m_key = reinterpret_cast<const char*>(key);
     }
@@ -166,12 +166,12 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-void require_answer(int status) {
-    if (status == QM_FAILED)
-        throw Failure(Error::last(status),
+void require_answer(const Result<>& done) {
+    if (done.status() == QM_FAILED)
+        throw Failure(done.error(),
                       "no controller gave a good answer (is it powered and on this network, and does the "
                       "firewall let UDP ports 5009 and 14769 in?)");
-    require(Result<>::of(status));
+    require(done);
 }
 
 Family network_verbs() { return kVerbs; }

@@ -33,7 +33,6 @@ class ProgramVerb : public Verb {
             m_program = read_program(m_path);
             (void)generation_for(m_wishes, m_program);
             require_drawable(m_program);
-            return 0;
         });
     }
 

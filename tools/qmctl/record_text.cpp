@@ -17,12 +17,6 @@ std::string printable(const std::string& text) {
     return printable(Octets(reinterpret_cast<const unsigned char*>(text.data()), text.size()));
 }
 
-std::string hex(unsigned value, int digits) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%0*X", digits, value);
-    return text.data();
-}
-
 std::string hex(Octets bytes, const char* separator) {
     std::string text;
     for (const unsigned char byte : bytes) {

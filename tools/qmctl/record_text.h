@@ -19,7 +19,7 @@ template <class Type, std::size_t Size> Octets octets(const Type (&field)[Size])
 // Up to the first zero byte. A controller's text may hold anything; a terminal and JSON get printable ASCII.
 [[nodiscard]] std::string printable(Octets bytes);
 [[nodiscard]] std::string printable(const std::string& text);
-[[nodiscard]] std::string hex(unsigned value, int digits); // 0x0262
+using options::hex;
 [[nodiscard]] std::string hex(Octets bytes, const char* separator);
 [[nodiscard]] std::string dotted(Octets address); // 192.168.0.199
 

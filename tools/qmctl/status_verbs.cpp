@@ -18,14 +18,14 @@ void add_clock(Report& report, const char* label, const std::optional<Time>& tim
     report.add(label, text, "clock", value);
 }
 
-void add_light(Report& report, const Status& status) {
+void add_light(Report& report, const ControllerStatus& status) {
     report.add("Power", "power", word_for(kOffOn, status.power))
         .add("Timer", "timer", word_for(kOffOn, status.timer))
         .add("Brightness mode", "brightness_mode", word_for(kBrightnessModes, status.brightness_mode))
         .add("Brightness", "brightness", status.brightness);
 }
 
-void add_programs(Report& report, const Status& status) {
+void add_programs(Report& report, const ControllerStatus& status) {
     report.add("Programs", "programs", status.programs)
         .add("Current program", "current_program", printable(status.program))
         .add("Screen", "screen_lock", word_for(kLocks, status.screen_lock))
@@ -35,7 +35,7 @@ void add_programs(Report& report, const Status& status) {
 }
 
 // Their units are the controller's, and a temperature's three bytes too.
-void add_sensors(Report& report, const Status& status) {
+void add_sensors(Report& report, const ControllerStatus& status) {
     report.add("Temperature 1 (raw)", "temperature1", hex(status.temperature1, " "))
         .add("Temperature 2 (raw)", "temperature2", hex(status.temperature2, " "))
         .add("Humidity (raw)", "humidity", status.humidity)
@@ -47,7 +47,7 @@ class ShowStatus : public Verb {
   public:
     void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
-        const Status status = require(session.controller.status());
+        const ControllerStatus status = require(session.controller.status());
         Report report = session.report();
         add_light(report, status);
         add_programs(report, status);
@@ -78,7 +78,7 @@ class SetClock : public ShowClock {
 
 // A longer answer is delivered as far as there is room.
 void require_delivered(const Result<>& done) {
-    if (done.error().status != QM_TRUNCATED) require(done);
+    if (done.status() != QM_TRUNCATED) require(done);
 }
 
 class Battle : public Verb {

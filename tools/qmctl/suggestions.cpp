@@ -1,6 +1,6 @@
 #include "suggestions.h"
 
-#include "ArgumentList.h"
+#include "options/ArgumentList.h"
 
 #include <CLI/CLI.hpp>
 
@@ -10,6 +10,8 @@
 
 namespace qm::ctl {
 namespace {
+
+using options::typed;
 
 struct Candidate {
     std::string word;    // what may have been typed

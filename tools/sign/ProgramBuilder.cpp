@@ -100,7 +100,8 @@ void ProgramBuilder::add_clock(std::uint16_t id, const AreaDescription& area) {
 }
 
 std::vector<File> ProgramBuilder::files() const {
-    const TemporaryFolder folder; // generation 5 leaves a copy in the current one
+    std::optional<TemporaryFolder> folder;
+    if (m_screen.generation == 5) folder.emplace(); // which leaves a copy in the current one
     return require(m_built.files(), "the program: the library does not take it");
 }
 

@@ -18,6 +18,21 @@ Failure::Failure(Error error, const std::string& words)
     if (!words.empty()) m_error.step = words;
 }
 
+std::string Failure::meaning() const {
+    if (!m_error.step.empty()) return m_error.step;
+    switch (m_error.status) {
+#define QM_STATUS_CASE(name, value, meaning)                                                                 \
+    case value:                                                                                              \
+        return meaning;
+        QM_STATUS_MAP(QM_STATUS_CASE)
+#undef QM_STATUS_CASE
+    default:
+        break;
+    }
+    if (m_error.status > 0) return "the controller refused: error " + std::to_string(m_error.status);
+    return "unknown status";
+}
+
 void require(const Result<>& done, const std::string& words) {
     if (!done) throw Failure(done.error(), words);
 }

@@ -19,7 +19,7 @@ class Failure : public std::runtime_error {
     explicit Failure(const std::string& words) : std::runtime_error(words) { m_error.step = words; }
 
     [[nodiscard]] int status() const { return m_error.status; }
-    [[nodiscard]] const std::string& words() const { return m_error.step; } // what was tried, or went wrong
+    [[nodiscard]] std::string meaning() const; // what was tried or went wrong, else the status in words
     [[nodiscard]] const std::string& reason() const { return m_error.reason; } // empty without a call
 
   private:

@@ -41,7 +41,7 @@ void write_file(const std::filesystem::path& folder, const std::string& name, st
 }
 
 TemporaryFolder::TemporaryFolder() : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
-    std::string name = (std::filesystem::temp_directory_path() / "qmctl-XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "program-XXXXXX").string();
     if (m_before < 0) fail("the current folder");
     if (!::mkdtemp(name.data())) fail(name);
     m_path = name;
@@ -49,7 +49,7 @@ TemporaryFolder::TemporaryFolder() : m_before(::open(".", O_PATH | O_DIRECTORY |
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    if (::fchdir(m_before) != 0) ::perror("qmctl: the current folder is gone");
+    if (::fchdir(m_before) != 0) ::perror("the current folder is gone");
     ::close(m_before);
     std::error_code ignored;
     std::filesystem::remove_all(m_path, ignored);

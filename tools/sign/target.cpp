@@ -3,8 +3,6 @@
 #include "JsonReader.h"
 #include "errors.h"
 
-#include <cstdio>
-
 namespace qm::sign {
 namespace {
 
@@ -15,7 +13,7 @@ ControllerType type_of(unsigned code) { return ControllerType::of(static_cast<st
 void require_color(const Screen& screen) {
     const bool full = screen.color == SCREEN_COLOR_FULLCOLOR;
     if (full != type_of(screen.type).full_color)
-        throw UsageError("screen.color: a controller of type " + hex_type(screen.type) +
+        throw UsageError("screen.color: a controller of type " + hex(screen.type, 4) +
                          (full ? " has no full colour" : " has full colour only"));
 }
 
@@ -145,12 +143,6 @@ Rect inside(const Rect& rect, const std::optional<PatternBorder>& border) {
     const auto u16 = [](unsigned value) { return static_cast<std::uint16_t>(value); };
     return {u16(rect.x + thickness), u16(rect.y + thickness), u16(rect.width - 2 * thickness),
             u16(rect.height - 2 * thickness)};
-}
-
-std::string hex_type(unsigned type) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%04X", type);
-    return text;
 }
 
 std::vector<std::string> fit_to(ProgramDescription& program, const Screen& screen) {

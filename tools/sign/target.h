@@ -28,6 +28,4 @@ std::vector<std::string> fit_to(ProgramDescription& program, const Screen& scree
 // What a border leaves of a rectangle, if there is one.
 [[nodiscard]] Rect inside(const Rect& rect, const std::optional<PatternBorder>& border);
 
-[[nodiscard]] std::string hex_type(unsigned type); // 0x0262
-
 } // namespace qm::sign

@@ -1,6 +1,5 @@
 #include "values.h"
 
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 
@@ -10,17 +9,6 @@ namespace {
 constexpr Name kPalette[] = {{"black", eBlack}, {"red", eRed},         {"green", eGreen}, {"yellow", eYellow},
                              {"blue", eBlue},   {"magenta", eMagenta}, {"cyan", eCyan},   {"white", eWhite}};
 constexpr std::string_view kPngSignature{"\x89PNG\r\n\x1a\n", 8};
-
-std::optional<unsigned> to_code(Names names, std::string_view word) {
-    const auto found = std::ranges::find(names, word, &Name::word);
-    return found == names.end() ? std::nullopt : std::optional(found->code);
-}
-
-std::string list(Names names) {
-    std::string words;
-    for (const Name& name : names) words += (words.empty() ? "" : ", ") + std::string(name.word);
-    return words;
-}
 
 bool starts_as_png(const std::string& path) {
     std::array<char, kPngSignature.size()> start{};
@@ -64,49 +52,7 @@ std::optional<std::array<Ouint8, 3>> to_time(std::string_view text) {
 
 } // namespace
 
-void expected(const std::string& what) { throw std::invalid_argument("expected " + what); }
-
-std::optional<unsigned> to_number(std::string_view text, unsigned min, unsigned max, int base) {
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return value >= min && value <= max ? std::optional(value) : std::nullopt;
-}
-
-std::vector<std::string_view> split(std::string_view text, char separator) {
-    std::vector<std::string_view> pieces;
-    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
-        pieces.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    pieces.push_back(text);
-    return pieces;
-}
-
-unsigned read_number(const std::string& text, unsigned min, unsigned max) {
-    if (const auto value = to_number(text, min, max)) return *value;
-    expected("a whole number from " + std::to_string(min) + " to " + std::to_string(max));
-}
-
-unsigned read_word(const std::string& text, Names names) {
-    if (const auto code = to_code(names, text)) return *code;
-    expected("one of " + list(names));
-}
-
-unsigned read_word_or_number(const std::string& text, Names names, unsigned max) {
-    if (const auto code = to_code(names, text)) return *code;
-    if (const auto value = to_number(text, 0, max)) return *value;
-    expected(list(names) + " or a whole number from 0 to " + std::to_string(max));
-}
-
 Align read_align(const std::string& text, Names names) { return static_cast<Align>(read_word(text, names)); }
-
-unsigned read_type(const std::string& text) {
-    const bool hex = text.starts_with("0x") || text.starts_with("0X");
-    const auto type = to_number(std::string_view(text).substr(hex ? 2 : 0), 0, 0xFFFF, hex ? 16 : 10);
-    if (!type) expected("a controller type such as 0x0262");
-    return *type;
-}
 
 Rect read_rect(const std::string& text) {
     const auto pieces = split(text, ',');

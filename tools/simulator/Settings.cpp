@@ -1,18 +1,22 @@
 #include "simulator/Settings.h"
 
+#include "options/ArgumentList.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <arpa/inet.h>
-#include <charconv>
 #include <cmath>
 
 namespace qm::sim {
 namespace {
 
+using namespace options;
+
 constexpr unsigned kLongestSide = 4096;
 constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
-constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64;
+constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64, kLastPort = 65535;
+
+constexpr Name kColors[] = {{"single", 1}, {"double", 2}, {"three", 3}, {"full", 4}};
 
 // Options that mean something only together with others.
 struct Typed {
@@ -22,72 +26,27 @@ struct Typed {
     unsigned fault_after = 0, fault_delay = 200;
 };
 
-// The whole text as a number, hexadecimal after 0x, or nothing when it is none or above the limit.
-std::optional<unsigned> number(std::string_view text, unsigned limit) {
-    const bool hex = text.starts_with("0x") || text.starts_with("0X");
-    if (hex) text.remove_prefix(2);
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, hex ? 16 : 10);
-    if (error != std::errc{} || end != text.data() + text.size() || value > limit) return std::nullopt;
-    return value;
-}
-
 struct Size {
     int width, height;
 };
 
-std::optional<Size> size_from(const std::string& text) {
-    const std::size_t cross = text.find('x');
-    if (cross == std::string::npos || text.starts_with("0")) return std::nullopt;
-    const auto width = number(std::string_view(text).substr(0, cross), kLongestSide);
-    const auto height = number(std::string_view(text).substr(cross + 1), kLongestSide);
-    if (!width || !height || *width == 0 || *height == 0) return std::nullopt;
-    return Size{static_cast<int>(*width), static_cast<int>(*height)};
+Size read_size(const std::string& text) {
+    const auto sides = split(text, 'x');
+    const auto width = sides.size() == 2 ? to_number(sides[0], 1, kLongestSide) : std::nullopt;
+    const auto height = sides.size() == 2 ? to_number(sides[1], 1, kLongestSide) : std::nullopt;
+    if (!width || !height) expected("WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32");
+    return {static_cast<int>(*width), static_cast<int>(*height)};
 }
 
-std::optional<ScreenColor> color_from(const std::string& text) {
-    static constexpr std::string_view kNames[] = {"single", "double", "three", "full"};
-    for (unsigned i = 0; i < std::size(kNames); ++i)
-        if (text == kNames[i] || text == std::to_string(i + 1)) return static_cast<ScreenColor>(i + 1);
-    return std::nullopt;
+ScreenColor read_color(const std::string& text) {
+    const auto code = to_number(text, 1, 4);
+    return static_cast<ScreenColor>(code ? *code : read_word(text, kColors));
 }
 
-std::optional<std::string> address_from(const std::string& text) {
-    in_addr address{};
-    return inet_pton(AF_INET, text.c_str(), &address) == 1 ? std::optional(text) : std::nullopt;
-}
-
-// Keeps what convert makes of the text, and refuses a text that it makes nothing of.
-template <class Convert, class Keep>
-void add(CLI::App& app, const char* name, const std::string& standard, const std::string& help,
-         const char* value_name, Convert convert, const std::string& expected, Keep keep) {
-    const auto take_over = [=](const std::string& text) {
-        if (const auto value = convert(text)) keep(*value);
-    };
-    const auto complaint = [=](const std::string& text) {
-        return convert(text) ? std::string() : "expected " + expected + ", not \"" + text + "\"";
-    };
-    app.add_option_function<std::string>(name, take_over, help)
-        ->type_name(value_name)
-        ->default_str(standard)
-        ->check(complaint);
-}
-
-template <class Number>
-void add_number(CLI::App& app, const char* name, Number& value, const std::string& help,
-                const std::string& what, unsigned lowest, unsigned highest) {
-    const auto in_range = [=](const std::string& text) {
-        const auto typed = number(text, highest);
-        return typed && *typed >= lowest ? typed : std::nullopt;
-    };
-    add(app, name, std::to_string(value), help, "N", in_range,
-        what + " from " + std::to_string(lowest) + " to " + std::to_string(highest),
-        [&value](unsigned typed) { value = static_cast<Number>(typed); });
-}
-
-void add_address(CLI::App& app, const char* name, std::string& value, const std::string& help) {
-    add(app, name, value, help, "IP", address_from, "a dotted IPv4 address, such as 127.0.0.1",
-        [&value](const std::string& address) { value = address; });
+FaultKind read_fault(const std::string& text) {
+    const auto kind = fault_named(text);
+    if (!kind) expected("one of " + fault_names());
+    return *kind;
 }
 
 std::string fault_help() {
@@ -98,61 +57,60 @@ std::string fault_help() {
     return help;
 }
 
-void add_controller_options(CLI::App& app, Options& options) {
-    const auto type_from = [](const std::string& text) { return number(text, 0xFFFF); };
-    add_address(app, "--listen", options.listen, "Address to listen on");
-    add_number(app, "--port", options.port, "TCP port, 0 for any free one", "a port", 0, 65535);
-    add(app, "--type", "0x0262", "Controller type: low byte the series, high byte the variant", "TYPE",
-        type_from, "a controller type from 0 to 0xFFFF, such as 0x0262",
-        [&options](unsigned type) { options.type = static_cast<std::uint16_t>(type); });
-    add(app, "--size", "128x32", "Pixels of the screen", "WxH", size_from,
-        "WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32", [&options](Size size) {
-            options.width = size.width;
-            options.height = size.height;
-        });
-    add(app, "--color", "double", "LEDs of the screen: single, double, three or full, or 1 to 4", "COLOR",
-        color_from, "single, double, three or full, or 1 to 4",
-        [&options](ScreenColor color) { options.color = color; });
+void add_controller_options(ArgumentList& list, Options& options) {
+    add_value(list, "--listen", options.listen, "IP", "Address to listen on (default 127.0.0.1)",
+              read_address);
+    add_number(list, "--port", options.port, 0, kLastPort, "TCP port, 0 for any free one (default 5005)");
+    add_value(list, "--type", options.type, "TYPE",
+              "Controller type: low byte the series, high byte the variant (default 0x0262)",
+              [](const std::string& text) { return static_cast<std::uint16_t>(read_type(text)); });
+    list.add("--size", "WxH", "Pixels of the screen (default 128x32)", [&options](const std::string& text) {
+        const Size size = read_size(text);
+        options.width = size.width;
+        options.height = size.height;
+    });
+    add_value(list, "--color", options.color, "COLOR",
+              "LEDs of the screen: single, double, three or full, or 1 to 4 (default double)", read_color);
 }
 
-void add_network_options(CLI::App& app, Options& options, Typed& typed) {
-    app.add_flag("--udp", typed.udp, "Answer over UDP, too, as controllers answer broadcasts");
-    add_number(app, "--udp-port", typed.udp_port, "Its port, 0 for any free one", "a port", 0, 65535);
-    app.add_flag("--wifi", typed.wifi, "Have a Wi-Fi module, which answers AT commands over UDP");
-    add_number(app, "--wifi-port", typed.wifi_port, "Its port, 0 for any free one", "a port", 0, 65535);
-    add_address(app, "--udp-listen", options.udp_listen, "Address of both; 0.0.0.0 takes broadcasts");
-    app.add_flag("--web", options.web, "Answer the network search as a controller with a web server");
+void add_network_options(ArgumentList& list, Options& options, Typed& typed) {
+    list.add_flag("--udp", typed.udp, "Answer over UDP, too, as controllers answer broadcasts");
+    add_number(list, "--udp-port", typed.udp_port, 0, kLastPort,
+               "Its port, 0 for any free one (default 5007)");
+    list.add_flag("--wifi", typed.wifi, "Have a Wi-Fi module, which answers AT commands over UDP");
+    add_number(list, "--wifi-port", typed.wifi_port, 0, kLastPort,
+               "Its port, 0 for any free one (default 13769)");
+    add_value(list, "--udp-listen", options.udp_listen, "IP",
+              "Address of both; 0.0.0.0 takes broadcasts (default " + options.udp_listen + ")", read_address);
+    list.add_flag("--web", options.web, "Answer the network search as a controller with a web server");
 }
 
-void add_output_options(CLI::App& app, Settings& settings) {
-    app.add_flag("--show", settings.show,
-                 "Print the screen at each change, two pixels a character;\n"
-                 "on a terminal in its place, unless --verbose");
-    app.add_option("--frames", settings.frames, "Folder for a PNG at each change: frame-0001.png, ...")
-        ->type_name("DIR");
-    app.add_option("--screenshot", settings.screenshot,
-                   "PNG of the LED panel, written at the start and at each change")
-        ->type_name("FILE");
-    add_number(app, "--scale", settings.scale, "Pixels of the screenshot for each LED, each way", "a number",
-               1, kLargestScale);
-    app.add_option("--state,--json", settings.state,
-                   "JSON file of settings and files, written at each change")
-        ->type_name("FILE");
-    app.add_option("--store", settings.options.store, "Folder that keeps files and settings over restarts")
-        ->type_name("DIR");
-    app.add_flag("--once", settings.once,
-                 "End when the first connection that updated the screen has closed;\n"
-                 "running text may not have come in by then");
-    app.add_flag("--verbose,-v", settings.verbose, "Print a line for every request on standard error");
+void add_output_options(ArgumentList& list, Settings& settings) {
+    list.add_flag("--show", settings.show,
+                  "Print the screen at each change, two pixels a character;\n"
+                  "on a terminal in its place, unless --verbose");
+    add_value(list, "--frames", settings.frames, "DIR",
+              "Folder for a PNG at each change: frame-0001.png, ...", read_text);
+    add_value(list, "--screenshot", settings.screenshot, "FILE",
+              "PNG of the LED panel, written at the start and at each change", read_text);
+    add_number(list, "--scale", settings.scale, 1, kLargestScale,
+               "Pixels of the screenshot for each LED, each way (default 8)");
+    add_value(list, "--state,--json", settings.state, "FILE",
+              "JSON file of settings and files, written at each change", read_text);
+    add_value(list, "--store", settings.options.store, "DIR",
+              "Folder that keeps files and settings over restarts", read_text);
+    list.add_flag("--once", settings.once,
+                  "End when the first connection that updated the screen has closed;\n"
+                  "running text may not have come in by then");
+    list.add_flag("--verbose,-v", settings.verbose, "Print a line for every request on standard error");
 }
 
-void add_fault_options(CLI::App& app, Typed& typed) {
-    add(app, "--fault", "", fault_help(), "KIND", fault_named, "one of " + fault_names(),
-        [&typed](FaultKind kind) { typed.fault = kind; });
-    add_number(app, "--fault-after", typed.fault_after, "Requests answered well before; a handshake is one",
-               "a number", 0, kMostRequests);
-    add_number(app, "--fault-delay", typed.fault_delay, "Milliseconds of delay and split",
-               "a number of milliseconds", 0, kLongestDelay);
+void add_fault_options(ArgumentList& list, Typed& typed) {
+    add_value(list, "--fault", typed.fault, "KIND", fault_help(), read_fault);
+    add_number(list, "--fault-after", typed.fault_after, 0, kMostRequests,
+               "Requests answered well before; a handshake is one (default 0)");
+    add_number(list, "--fault-delay", typed.fault_delay, 0, kLongestDelay,
+               "Milliseconds of delay and split (default 200)");
 }
 
 int largest_scale(const Options& size) {
@@ -176,10 +134,11 @@ std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     Settings settings;
     settings.options.port = 5005;
     Typed typed;
-    add_controller_options(app, settings.options);
-    add_network_options(app, settings.options, typed);
-    add_output_options(app, settings);
-    add_fault_options(app, typed);
+    ArgumentList list(app);
+    add_controller_options(list, settings.options);
+    add_network_options(list, settings.options, typed);
+    add_output_options(list, settings);
+    add_fault_options(list, typed);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

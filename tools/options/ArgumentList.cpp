@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace qm::ctl {
+namespace qm::options {
 namespace {
 
 constexpr char kGuard = '\0'; // which no argument contains
@@ -67,4 +67,4 @@ Argument ArgumentList::add_flag(const std::string& name, bool& given, const std:
     return Argument(m_command.add_flag(name, given, help));
 }
 
-} // namespace qm::ctl
+} // namespace qm::options

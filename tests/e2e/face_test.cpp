@@ -1,0 +1,73 @@
+// What the C++ face adds to the calls that it makes: values that do not fit are refused, and owners take
+// turns.
+#include "qm_sdk_dual.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace qm {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Face, RefusesWhatNoFieldHolds) {
+    const Controller nobody("127.0.0.1", 1); // reaching for it would be another reason
+    const char* const large = "An argument is too large for its field.";
+    EXPECT_EQ(nobody.call(cmd_setDispMode, 300).error().reason, large);
+    EXPECT_EQ(nobody.call(cmd_setSpeedAdjust, -32769).error().reason, large);
+    EXPECT_EQ(nobody.call(cmd_setDispMode, -1).error().reason, large);
+    EXPECT_EQ(nobody.switch_screen(std::vector<OnPeriod>(256)).error().reason, large);
+    for (const unsigned generation : {5U, 6U})
+        EXPECT_EQ(nobody.remove_areas(std::vector<std::uint8_t>(255), generation).error().reason, large);
+    EXPECT_THAT(nobody.remove_files({"P001", "P1"}).error().reason, HasSubstr("\"P1\" is no name"));
+    EXPECT_THAT(nobody.write({"P001.bin"}).error().reason, HasSubstr("is no name of 4 characters"));
+    Area area;
+    area.picture = "logo.png";
+    area.speech = Speech{"Hello"};
+    const auto shown = nobody.show({area}, Screen(), ProgramNumbers{1});
+    EXPECT_EQ(shown.error().reason, "A picture with speech cannot be related to programs.");
+}
+
+TEST(Face, ThrowsTheReasonWhenAValueIsAskedForThatIsNot) {
+    try {
+        (void)Controller("127.0.0.1", 1).ping().value();
+        FAIL() << "there is no value";
+    } catch (const Exception& refused) {
+        EXPECT_EQ(refused.error().status, QM_FAILED);
+        EXPECT_STREQ(refused.what(), "Connecting to 127.0.0.1:1 was refused.");
+    }
+}
+
+TEST(Face, ProgramsOfThreadsTakeTurns) {
+    const auto build = [](unsigned id, const Screen& screen, std::string& names) {
+        for (int i = 0; i < 20; ++i) {
+            Program program(screen);
+            program.set_rules(id).value();
+            program.add_area(0, ePicturesArea, {0, 0, 32, 16}).value();
+            program.add_text(0, "A", {}, {}, {0, 0, 32, 16}).value();
+            for (const File& file : program.files().value()) names += file.name;
+        }
+    };
+    Screen five;
+    five.generation = 5;
+    five.type = 0x0051;
+    std::string of_five, of_six;
+    std::thread other(build, 5, five, std::ref(of_five));
+    build(6, Screen(), of_six);
+    other.join();
+    for (std::size_t i = 0; i < of_five.size(); i += 4) EXPECT_EQ(of_five.substr(i, 4), "P005");
+    for (std::size_t i = 0; i < of_six.size(); i += 8) EXPECT_EQ(of_six.substr(i, 8), "D006P006");
+    EXPECT_EQ(of_five.size(), 20U * 4);
+    EXPECT_EQ(of_six.size(), 20U * 8);
+}
+
+TEST(Face, RefusesANinthPlayPeriod) {
+    Program program{Screen()};
+    PlayRules rules;
+    rules.periods.resize(9);
+    EXPECT_EQ(program.set_rules(1, rules).error().reason, "A program has at most 8 play periods.");
+}
+
+} // namespace
+} // namespace qm

@@ -1,0 +1,22 @@
+// Words for codes.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qm::options {
+
+struct Name {
+    const char* word;
+    unsigned code;
+};
+using Names = std::span<const Name>;
+
+[[nodiscard]] std::optional<unsigned> to_code(Names names, std::string_view word);
+// The word for code, or "unknown (9)".
+[[nodiscard]] std::string word_for(Names names, unsigned code);
+[[nodiscard]] std::string list(Names names); // "left, center, right"
+
+} // namespace qm::options
