@@ -3,6 +3,8 @@
 
 #include "cmdPacket/LedHVPacket.h"
 
+#include <cstdint>
+
 namespace qm {
 
 // Data bytes in one block of a file write, for the whole process.

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
 #include <string_view>
 #include <unistd.h>

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <new>
 
 namespace qm::test {
 namespace {

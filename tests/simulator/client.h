@@ -3,6 +3,7 @@
 
 #include "scripted_peer.h"
 
+#include <cstdint>
 #include <sys/socket.h>
 
 namespace qm::sim::test {

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdio>
 #include <stdexcept>
+#include <system_error>
 
 namespace qm::options {
 std::optional<unsigned> to_code(Names names, std::string_view word) {

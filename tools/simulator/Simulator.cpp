@@ -4,6 +4,7 @@
 #include "simulator/wire/Server.h"
 #include "simulator/wire/UdpServer.h"
 
+#include <new>
 #include <stdexcept>
 #include <thread>
 

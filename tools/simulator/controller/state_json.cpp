@@ -6,6 +6,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <system_error>
 
 namespace qm::sim {
 namespace {

@@ -4,6 +4,7 @@
 #include "support/bytes.h"
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 
 namespace qm::sim {

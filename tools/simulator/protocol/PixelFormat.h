@@ -3,6 +3,8 @@
 
 #include "support/controller_types.h"
 
+#include <cstdint>
+
 namespace qm::sim {
 
 // The kinds of LED screens, numbered as the controllers number them.

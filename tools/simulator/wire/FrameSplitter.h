@@ -4,6 +4,7 @@
 #include "support/bytes.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <variant>
 

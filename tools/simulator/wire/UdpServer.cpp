@@ -1,5 +1,7 @@
 #include "simulator/wire/UdpServer.h"
 
+#include <new>
+
 namespace qm::sim {
 
 UdpServer::UdpServer(asio::io_context& context, const asio::ip::udp::endpoint& endpoint, Handler handler)
