@@ -1,8 +1,7 @@
 // qmctl: the library's calls from the command line.
 #include "CommandLine.h"
-#include "ExitStatus.h"
 #include "Session.h"
-#include "many_controllers.h"
+#include "running.h"
 
 #include <algorithm>
 #include <iostream>
@@ -44,22 +43,6 @@ int run(Session& session, std::span<char* const> arguments) {
 }
 
 } // namespace
-
-int run_verb(Session& session, Verb& verb) {
-    try {
-        const Report report = verb.run(session);
-        session.print(report);
-        return report.ok() ? kDone : kFailed;
-    } catch (const UsageError& error) {
-        session.refuse(error);
-        return kUsage;
-    } catch (const Failure& failure) {
-        session.tell(failure);
-    } catch (const std::exception& error) {
-        session.tell(Failure(error.what()));
-    }
-    return kFailed;
-}
 
 } // namespace qm::ctl
 

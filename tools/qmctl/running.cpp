@@ -1,6 +1,5 @@
-#include "many_controllers.h"
+#include "running.h"
 
-#include "ExitStatus.h"
 #include "Session.h"
 
 #include <algorithm>
@@ -78,6 +77,22 @@ int common_status(const std::vector<int>& statuses) {
 }
 
 } // namespace
+
+int run_verb(Session& session, Verb& verb) {
+    try {
+        const Report report = verb.run(session);
+        session.print(report);
+        return report.ok() ? kDone : kFailed;
+    } catch (const UsageError& error) {
+        session.refuse(error);
+        return kUsage;
+    } catch (const Failure& failure) {
+        session.tell(failure);
+    } catch (const std::exception& error) {
+        session.tell(Failure(error.what()));
+    }
+    return kFailed;
+}
 
 int run_on_all(Session& session, Verb& verb) {
     ::signal(SIGCHLD, SIG_DFL); // or what was inherited may let no child be waited for
