@@ -6,7 +6,8 @@
 namespace qm {
 
 // Names an address and holds no connection: every call makes one of its own, waits for the answer, and may be
-// made from any thread. Calls fail as the calls of qm_sdk_dual.h that they make.
+// made from any thread. Calls fail, wait and print as the calls of qm_sdk_dual.h that they make; a value that
+// no field holds is an error before anything is sent.
 class Controller {
   public:
     explicit Controller(std::string ip = "127.0.0.1", std::uint16_t port = 5005)

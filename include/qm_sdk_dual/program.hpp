@@ -124,7 +124,8 @@ inline std::vector<File> files_of(const HVprogram_G6& built) {
 // its construction to its destruction; a Program of another thread waits until then, and using this one there
 // waits for ever. Areas are shown with screen settings of their own, so none should be shown meanwhile. Begin
 // with set_rules; areas are numbered by the caller. What generation 5 does not have (background, speech,
-// battle time) it refuses, and it does not read flags.
+// battle time) it refuses, and it does not read flags. Calls fail and print as the calls of qm_sdk_dual.h
+// that they make. Paths are those of PNG files.
 class Program {
   public:
     explicit Program(const Screen& screen) : m_five(screen.generation == 5) {
