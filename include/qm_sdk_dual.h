@@ -1485,8 +1485,8 @@ QM_API const char* qm_last_error(void) QM_NOTHROW;
 QM_API void qm_set_message_handler(void (*handler)(const char* message, void* context),
                                    void* context) QM_NOTHROW;
 
-/* What a controller type tells; nobody is asked. type may be null. Returns the generation: 5, 6, or 0 when it
- * is of neither. */
+/* What a controller type tells; nobody is asked. type is the caller's: written whole, zeros for a type that
+ * is not known, or null. Returns the generation: 5, 6, or 0 when it is of neither. Prints nothing. */
 QM_API int qm_controller_type(Ouint16 controllerType, QM_ControllerType* type) QM_NOTHROW;
 
 /* Version of the library at hand, such as "1.0.0". */
