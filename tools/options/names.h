@@ -17,6 +17,13 @@ using Names = std::span<const Name>;
 [[nodiscard]] std::optional<unsigned> to_code(Names names, std::string_view word);
 // The word for code, or "unknown (9)".
 [[nodiscard]] std::string word_for(Names names, unsigned code);
-[[nodiscard]] std::string list(Names names); // "left, center, right"
+
+// "left, center, right"
+template <class Words> std::string joined(const Words& words) {
+    std::string text;
+    for (const auto& word : words) text.append(text.empty() ? "" : ", ").append(word);
+    return text;
+}
+[[nodiscard]] std::string list(Names names);
 
 } // namespace qm::options

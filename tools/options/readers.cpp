@@ -5,10 +5,12 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <ranges>
 #include <stdexcept>
 #include <system_error>
 
 namespace qm::options {
+
 std::optional<unsigned> to_code(Names names, std::string_view word) {
     const auto found = std::ranges::find(names, word, &Name::word);
     return found == names.end() ? std::nullopt : std::optional(found->code);
@@ -19,11 +21,7 @@ std::string word_for(Names names, unsigned code) {
     return found != names.end() ? found->word : "unknown (" + std::to_string(code) + ")";
 }
 
-std::string list(Names names) {
-    std::string words;
-    for (const Name& name : names) words += (words.empty() ? "" : ", ") + std::string(name.word);
-    return words;
-}
+std::string list(Names names) { return joined(std::views::transform(names, &Name::word)); }
 
 void expected(const std::string& what) { throw std::invalid_argument("expected " + what); }
 

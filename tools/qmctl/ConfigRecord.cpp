@@ -6,7 +6,9 @@
 #include <cstddef>
 #include <cstring>
 #include <fstream>
-#include <span>
+#include <optional>
+#include <type_traits>
+#include <vector>
 
 namespace qm::ctl {
 namespace {
@@ -18,63 +20,44 @@ enum class Kind { number, text };
 struct Field {
     const char* name;
     std::size_t offset, size;
-    Kind kind = Kind::number;
-    bool optional = false;
+    Kind kind;
 };
-using Fields = std::span<const Field>;
+using Fields = std::vector<Field>;
 
-#define QM_NUMBER(record, name)                                                                              \
-    { #name, offsetof(record, name), sizeof(record::name) }
-#define QM_TEXT(record, name)                                                                                \
-    { #name, offsetof(record, name), sizeof(record::name), Kind::text }
+template <class Type> constexpr Field field(const char* name, std::size_t offset) {
+    return {name, offset, sizeof(Type), std::is_array_v<Type> ? Kind::text : Kind::number};
+}
 
-constexpr Field kFields5[] = {{"FileType", offsetof(ConfigFile, FileType), 1, Kind::number, true},
-                              QM_TEXT(ConfigFile, ControllerName),
-                              QM_NUMBER(ConfigFile, Address),
-                              QM_NUMBER(ConfigFile, Baudrate),
-                              QM_NUMBER(ConfigFile, ScreenWidth),
-                              QM_NUMBER(ConfigFile, ScreenHeight),
-                              QM_NUMBER(ConfigFile, Color),
-                              QM_NUMBER(ConfigFile, MirrorMode),
-                              QM_NUMBER(ConfigFile, OEPol),
-                              QM_NUMBER(ConfigFile, DAPol),
-                              QM_NUMBER(ConfigFile, RowOrder),
-                              QM_NUMBER(ConfigFile, FreqPar),
-                              QM_NUMBER(ConfigFile, OEWidth),
-                              QM_NUMBER(ConfigFile, OEAngle),
-                              QM_NUMBER(ConfigFile, FaultProcessMode),
-                              QM_NUMBER(ConfigFile, CommTimeoutValue),
-                              QM_NUMBER(ConfigFile, RunningMode),
-                              QM_NUMBER(ConfigFile, LoggingMode),
-                              QM_NUMBER(ConfigFile, GrayFlag),
-                              QM_NUMBER(ConfigFile, CascadeMode),
-                              QM_NUMBER(ConfigFile, Default_brightness),
-                              QM_NUMBER(ConfigFile, HUBConfig),
-                              QM_NUMBER(ConfigFile, Language)};
+#define FIELD(name) field<decltype(Record::name)>(#name, offsetof(Record, name))
 
-constexpr Field kFields6[] = {{"FileType", offsetof(ConfigFile_G6, FileType), 1, Kind::number, true},
-                              QM_TEXT(ConfigFile_G6, ControllerName),
-                              QM_TEXT(ConfigFile_G6, ScreenAddress),
-                              QM_NUMBER(ConfigFile_G6, Address),
-                              QM_NUMBER(ConfigFile_G6, Baudrate),
-                              QM_NUMBER(ConfigFile_G6, ScreenWidth),
-                              QM_NUMBER(ConfigFile_G6, ScreenHeight),
-                              QM_NUMBER(ConfigFile_G6, Color),
-                              QM_NUMBER(ConfigFile_G6, modeofdisp),
-                              QM_NUMBER(ConfigFile_G6, TipLanguage),
-                              QM_NUMBER(ConfigFile_G6, FaultProcessMode),
-                              QM_NUMBER(ConfigFile_G6, CommTimeoutValue),
-                              QM_NUMBER(ConfigFile_G6, RunningMode),
-                              QM_NUMBER(ConfigFile_G6, LoggingMode),
-                              QM_NUMBER(ConfigFile_G6, DevideScreenMode),
-                              QM_NUMBER(ConfigFile_G6, Default_brightness)};
+// Those of both generations, and those of one.
+template <class Record> Fields with_shared(Fields own) {
+    const Fields shared{FIELD(FileType),    FIELD(ControllerName),   FIELD(Address),
+                        FIELD(Baudrate),    FIELD(ScreenWidth),      FIELD(ScreenHeight),
+                        FIELD(Color),       FIELD(FaultProcessMode), FIELD(CommTimeoutValue),
+                        FIELD(RunningMode), FIELD(LoggingMode),      FIELD(Default_brightness)};
+    own.insert(own.end(), shared.begin(), shared.end());
+    return own;
+}
 
-#undef QM_TEXT
-#undef QM_NUMBER
+Fields fields5() {
+    using Record = ConfigFile;
+    return with_shared<Record>({FIELD(MirrorMode), FIELD(OEPol), FIELD(DAPol), FIELD(RowOrder),
+                                FIELD(FreqPar), FIELD(OEWidth), FIELD(OEAngle), FIELD(GrayFlag),
+                                FIELD(CascadeMode), FIELD(HUBConfig), FIELD(Language)});
+}
 
-const Field* find(Fields fields, const std::string& name) {
+Fields fields6() {
+    using Record = ConfigFile_G6;
+    return with_shared<Record>(
+        {FIELD(ScreenAddress), FIELD(modeofdisp), FIELD(TipLanguage), FIELD(DevideScreenMode)});
+}
+
+#undef FIELD
+
+std::optional<Field> find(const Fields& fields, const std::string& name) {
     const auto found = std::ranges::find(fields, name, &Field::name);
-    return found == fields.end() ? nullptr : &*found;
+    return found == fields.end() ? std::nullopt : std::optional(*found);
 }
 
 bool is_value(const Field& field, const json& value) {
@@ -91,7 +74,7 @@ std::string value_words(const Field& field) {
 }
 
 void check(const std::string& name, const json& value) {
-    const Field *of5 = find(kFields5, name), *of6 = find(kFields6, name);
+    const auto of5 = find(fields5(), name), of6 = find(fields6(), name);
     if (!of5 && !of6) expected("a configuration whose fields have known names (" + name + " has not)");
     const bool good = (of5 && is_value(*of5, value)) || (of6 && is_value(*of6, value));
     if (!good) expected("a configuration whose " + name + " is " + value_words(of6 ? *of6 : *of5));
@@ -110,28 +93,28 @@ void store(const Field& field, const json& value, unsigned char* record) {
         record[field.offset + i] = static_cast<unsigned char>(number >> 8 * i);
 }
 
-// What the controller says of itself already.
-json told_by(const Identity& controller) {
-    return {{"Address", controller.address},
+// What need not be given.
+json known_of(const Identity& controller) {
+    return {{"FileType", 0},
+            {"Address", controller.address},
             {"Baudrate", controller.baud_rate},
             {"ScreenWidth", controller.screen.width},
             {"ScreenHeight", controller.screen.height},
             {"Color", controller.color}};
 }
 
-template <class Record> Record build(Fields fields, const json& given, const Identity& controller) {
+template <class Record> Record build(const Fields& fields, const json& given, const Identity& controller) {
     for (const auto& [name, value] : given.items())
         if (!find(fields, name))
             throw std::invalid_argument("the controller's generation has no field " + name);
-    json values = told_by(controller);
+    json values = known_of(controller);
     values.update(given);
     unsigned char bytes[sizeof(Record)]{};
     for (const Field& field : fields) {
         const auto value = values.find(field.name);
-        if (value != values.end())
-            store(field, *value, bytes);
-        else if (!field.optional)
+        if (value == values.end())
             throw std::invalid_argument("the configuration lacks " + std::string(field.name));
+        store(field, *value, bytes);
     }
     Record record;
     std::memcpy(&record, bytes, sizeof record);
@@ -149,11 +132,11 @@ nlohmann::json read_configuration(const std::string& path) {
 }
 
 ConfigFile configuration5(const json& fields, const Identity& controller) {
-    return build<ConfigFile>(kFields5, fields, controller);
+    return build<ConfigFile>(fields5(), fields, controller);
 }
 
 ConfigFile_G6 configuration6(const json& fields, const Identity& controller) {
-    return build<ConfigFile_G6>(kFields6, fields, controller);
+    return build<ConfigFile_G6>(fields6(), fields, controller);
 }
 
 } // namespace qm::ctl

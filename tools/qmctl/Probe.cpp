@@ -8,14 +8,14 @@
 #include <cstring>
 #include <ifaddrs.h>
 #include <memory>
-#include <poll.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace qm::ctl {
 namespace {
 
-constexpr int kTimeout = 3000; // ms
+constexpr timeval kTimeout{3, 0};
 
 // The ping that every connection begins with, in its frame; its number is 2.
 constexpr std::array<unsigned char, 28> kHandshake{0xA5, 0xA5, 0xA5, 0xA5, 0xA5, 0xA5, 0xA5, 0xA5, 0xFE, 0xFF,
@@ -57,22 +57,6 @@ std::string interface_of(const in_addr& address) {
     return "";
 }
 
-// Whether the socket is ready in time.
-bool wait_for(int socket, short events) {
-    pollfd waiting{socket, events, 0};
-    int ready = 0;
-    do ready = ::poll(&waiting, 1, kTimeout);
-    while (ready < 0 && errno == EINTR);
-    return ready > 0;
-}
-
-int pending_error(int socket) {
-    int error = 0;
-    socklen_t size = sizeof error;
-    ::getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &size);
-    return error;
-}
-
 } // namespace
 
 Probe::~Probe() { close(); }
@@ -97,24 +81,25 @@ std::string Probe::route() const {
 
 std::string Probe::connect() {
     const std::string what = "Connecting to " + m_to.address();
-    m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    int error = on_address(::connect, m_socket, address_of(m_to)) == 0 ? 0 : errno;
-    if (error == EINPROGRESS) error = wait_for(m_socket, POLLOUT) ? pending_error(m_socket) : ETIMEDOUT;
+    m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    for (const int direction : {SO_SNDTIMEO, SO_RCVTIMEO})
+        ::setsockopt(m_socket, SOL_SOCKET, direction, &kTimeout, sizeof kTimeout);
+    const int error = on_address(::connect, m_socket, address_of(m_to)) == 0 ? 0 : errno;
     if (error == ECONNREFUSED) throw std::runtime_error(what + " was refused.");
-    if (error == ETIMEDOUT) throw std::runtime_error(what + " got no answer within 3 s.");
+    if (error == EINPROGRESS || error == ETIMEDOUT) // the former when our time is up
+        throw std::runtime_error(what + " got no answer within 3 s.");
     if (error != 0) fail(what + " failed", error);
     return std::to_string(m_to.port()) + " is open";
 }
 
 std::string Probe::shake_hands() {
     std::array<unsigned char, 64> answer{};
-    const ssize_t sent = ::send(m_socket, kHandshake.data(), kHandshake.size(), MSG_NOSIGNAL);
-    const bool in_time = sent > 0 && wait_for(m_socket, POLLIN);
-    const ssize_t size = in_time ? ::recv(m_socket, answer.data(), answer.size(), 0) : 0;
-    const int error = sent < 0 || size < 0 ? errno : 0;
+    const bool sent = ::send(m_socket, kHandshake.data(), kHandshake.size(), MSG_NOSIGNAL) > 0;
+    const ssize_t size = sent ? ::recv(m_socket, answer.data(), answer.size(), 0) : -1;
+    const int error = size < 0 ? errno : 0;
     close();
+    if (error == EAGAIN) throw std::runtime_error("It is connected, but was silent for 3 s.");
     if (error != 0) fail("The connection broke", error);
-    if (!in_time) throw std::runtime_error("It is connected, but was silent for 3 s.");
     if (size == 0) throw std::runtime_error("The connection was closed without an answer.");
     if (answer[0] != kHandshake[0]) {
         const Octets first(answer.data(), static_cast<std::size_t>(std::min<ssize_t>(size, 8)));

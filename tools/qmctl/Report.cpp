@@ -12,6 +12,15 @@ std::string one_line(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+std::string in_words(const Json& value) {
+    if (value.is_string()) return value.get<std::string>();
+    if (!value.is_structured()) return value.dump();
+    std::string words;
+    for (const auto& [name, item] : value.items())
+        words.append(words.empty() ? "" : ", ").append(value.is_object() ? name : in_words(item));
+    return words;
+}
+
 // Rows of the same number of cells, the cells of a column below each other.
 std::string aligned(const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::size_t> widths;
@@ -40,7 +49,7 @@ Report& Report::add(std::string label, std::string text, std::string key, Json v
 }
 
 Report& Report::add(std::string label, std::string key, Json value) {
-    std::string text = value.is_string() ? value.get<std::string>() : value.dump();
+    std::string text = in_words(value);
     return add(std::move(label), std::move(text), std::move(key), std::move(value));
 }
 

@@ -12,7 +12,7 @@ class Report {
   public:
     // A row of the table, and the same value for scripts.
     Report& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
-    // A value that reads the same in both.
+    // A value that reads the same in both; of several, the table has the items, or their names.
     Report& add(std::string label, std::string key, nlohmann::ordered_json value);
     // A row of the table only.
     Report& show(std::string label, std::string text);

@@ -17,7 +17,7 @@ class Session;
 class Verb {
   public:
     virtual ~Verb() = default;
-    virtual void add_arguments(ArgumentList& command) = 0;
+    virtual void add_arguments(ArgumentList&) {}
     // Reads and checks what needs no controller, before the first one is asked; trouble is thrown as
     // UsageError.
     virtual void prepare(const Session&) {}

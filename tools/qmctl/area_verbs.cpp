@@ -3,7 +3,6 @@
 #include "Verb.h"
 
 #include <iostream>
-#include <iterator>
 
 namespace qm::ctl {
 namespace {

@@ -6,14 +6,6 @@
 namespace qm::ctl {
 namespace {
 
-// Hour and minute, or nothing.
-std::optional<std::array<Ouint8, 2>> to_time(std::string_view text) {
-    if (text.size() != 5 || text[2] != ':') return std::nullopt;
-    const auto hour = to_number(text.substr(0, 2), 0, 23), minute = to_number(text.substr(3), 0, 59);
-    if (!hour || !minute) return std::nullopt;
-    return std::array<Ouint8, 2>{static_cast<Ouint8>(*hour), static_cast<Ouint8>(*minute)};
-}
-
 // A text that stands between commas in a command to a Wi-Fi module.
 bool fits_module(std::string_view text, std::size_t shortest, std::size_t longest) {
     const auto breaks = [](char c) { return c == ',' || (c >= 0 && c < ' ') || c == '\x7F'; };
@@ -46,9 +38,9 @@ std::string read_password(const std::string& text) {
 }
 
 OnPeriod read_on_period(const std::string& text) {
-    const auto times = split(text, '-');
-    const auto on = times.size() == 2 ? to_time(times[0]) : std::nullopt;
-    const auto off = times.size() == 2 ? to_time(times[1]) : std::nullopt;
+    const bool two = text.size() == 11 && text[5] == '-'; // HH:MM-HH:MM
+    const auto on = two ? to_time(text.substr(0, 5)) : std::nullopt;
+    const auto off = two ? to_time(text.substr(6)) : std::nullopt;
     if (!on || !off) expected("the times of switching on and off, such as 07:30-22:00");
     return {(*on)[0], (*on)[1], (*off)[0], (*off)[1]};
 }

@@ -5,8 +5,8 @@
 namespace qm::ctl {
 namespace {
 
-void describe(Report& report, const Identity& identity) {
-    report.add("Model", "model", model_name(identity.type))
+Report& describe(Report& report, const Identity& identity) {
+    return report.add("Model", "model", model_name(identity.type))
         .add("Type", hex(identity.type.code, 4), "type", unsigned{identity.type.code})
         .add("Firmware", "firmware", printable(identity.firmware))
         .add("Screen", to_string(identity.screen) + " pixels", "width", identity.screen.width)
@@ -19,11 +19,9 @@ void describe(Report& report, const Identity& identity) {
 
 class Ping : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         Report report = session.report();
-        describe(report, require(session.controller.ping()));
-        return report;
+        return describe(report, require(session.controller.ping()));
     }
 };
 

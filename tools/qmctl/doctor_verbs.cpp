@@ -144,7 +144,6 @@ Finding take(const Step& step, Examination& examination) {
 
 class Doctor : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         Report report = session.report();
         Examination examination(session);

@@ -59,7 +59,7 @@ class SendAreas : public Verb {
             ids.push_back(described.id);
         }
         show_areas(session, areas, screen, m_programs);
-        return session.report().add("Areas", listed(ids), "areas", ids);
+        return session.report().add("Areas", "areas", ids);
     }
 
   private:
@@ -87,7 +87,7 @@ class RemoveAreas : public Verb {
         if (!m_all) ids.assign(m_ids.begin(), m_ids.end());
         require(session.controller.remove_areas(ids, identity.type.generation));
         if (m_all) return session.report().add("Deleted", "all areas", "deleted", "all");
-        return session.report().add("Deleted", listed(m_ids), "deleted", m_ids);
+        return session.report().add("Deleted", "deleted", m_ids);
     }
 
   private:
@@ -118,37 +118,30 @@ class Say : public Verb {
 class UpdateSounds : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_values(command, "ENTRY", m_entries, 255, "N=TEXT: its number, and the text to speak for it",
-                   [](const std::string& text) {
-                       const std::size_t equals = text.find('=');
-                       if (equals == std::string::npos) expected("N=TEXT");
-                       return Entry{read_number(text.substr(0, equals), 0, 255),
-                                    read_speech(text.substr(equals + 1))};
-                   });
+        add_values(
+            command, "ENTRY", m_entries, 255, "N=TEXT: its number, and the text to speak for it",
+            [](const std::string& text) {
+                const std::size_t equals = text.find('=');
+                if (equals == std::string::npos) expected("N=TEXT");
+                const unsigned voice = read_number(text.substr(0, equals), 0, 255);
+                return VoiceEntry{static_cast<Ouint8>(voice), {.text = read_speech(text.substr(equals + 1))}};
+            });
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         add_speech_options(command, m_speech);
     }
     void prepare(const Session& session) override { require_area_port(session); }
     Report run(Session& session) override {
-        std::vector<VoiceEntry> entries;
         nlohmann::ordered_json texts;
-        std::vector<unsigned> voices;
-        for (const Entry& entry : m_entries) {
-            m_speech.text = entry.text;
-            entries.push_back({static_cast<Ouint8>(entry.voice), m_speech});
-            voices.push_back(entry.voice);
-            texts[std::to_string(entry.voice)] = entry.text;
+        for (auto& [voice, speech] : m_entries) {
+            texts[std::to_string(voice)] = m_speech.text = speech.text;
+            speech = m_speech;
         }
-        require(session.controller.replace_voices(entries, m_store));
-        return session.report().add("Sounds", listed(voices), "sounds", texts);
+        require(session.controller.replace_voices(m_entries, m_store));
+        return session.report().add("Sounds", "sounds", texts);
     }
 
   private:
-    struct Entry {
-        unsigned voice;
-        std::string text;
-    };
-    std::vector<Entry> m_entries;
+    std::vector<VoiceEntry> m_entries;
     unsigned m_store = 0;
     Speech m_speech;
 };

@@ -6,7 +6,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace qm::ctl {
 namespace {
@@ -22,18 +21,10 @@ class List : public Verb {
                    "Kind of files, in the controller's numbers (default 0, programs)");
     }
     Report run(Session& session) override {
-        std::vector<std::vector<std::string>> lines{{"Name", "Type", "Bytes", "CRC-32"}};
-        auto values = nlohmann::ordered_json::array();
-        for (const FileEntry& file : require(session.controller.files(static_cast<Ouint8>(m_type)))) {
-            const std::string name = printable(file.name);
-            lines.push_back(
-                {name, std::to_string(file.type), std::to_string(file.size), hex(file.checksum, 8)});
-            values.push_back(
-                {{"name", name}, {"type", file.type}, {"size", file.size}, {"crc32", file.checksum}});
-        }
-        return session.report()
-            .add("Files", std::to_string(values.size()), "type", m_type)
-            .list(std::move(lines), "files", values);
+        const auto files = require(session.controller.files(static_cast<Ouint8>(m_type)));
+        Report report = session.report();
+        report.add("Files", std::to_string(files.size()), "type", m_type);
+        return list_files(report, files);
     }
 
   private:
@@ -105,7 +96,7 @@ class Remove : public Verb {
     }
     Report run(Session& session) override {
         require(session.controller.remove_files(m_names));
-        return session.report().add("Removed", listed(m_names), "removed", m_names);
+        return session.report().add("Removed", "removed", m_names);
     }
 
   private:
@@ -114,7 +105,6 @@ class Remove : public Verb {
 
 class ShowVolume : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         const Volume volume = require(session.controller.volume());
         return session.report()

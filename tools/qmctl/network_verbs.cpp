@@ -10,7 +10,6 @@ namespace {
 
 class ShowNetwork : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         Report report = session.report();
         NetSearchCmdRet data{};
@@ -59,12 +58,11 @@ class SetIp : public Verb {
                                                  static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
                                                  static_cast<int16_t>(m_server.port()), m_password.data(),
                                                  static_cast<int16_t>(m_heartbeat), m_net_id.data())));
-        Report report;
-        report.add("IP address", "ip", m_ip)
+        return Report()
+            .add("IP address", "ip", m_ip)
             .add("Subnet mask", "subnet_mask", m_mask)
             .add("Gateway", "gateway", m_gateway)
             .add("Port", "port", m_port);
-        return report;
     }
 
   private:
@@ -75,30 +73,24 @@ class SetIp : public Verb {
     std::array<char, 12> m_net_id{};
 };
 
-struct Mac {
-    std::string fields; // as the library takes it
-    std::string text;
-};
-
 class SetMac : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "MAC", m_mac, "", "Address in hex, such as 00:1a:2b:3c:4d:5e or 00-1A-2B-3C-4D-5E",
                   [](const std::string& text) {
-                      return Mac{read_mac(text), text};
+                      (void)read_mac(text);
+                      return text;
                   })
             .required();
     }
     Report run(Session& session) override {
         session.broadcast = true;
-        require_answer(Result<>::of(cmd_udpSetMac(m_mac.fields.c_str())));
-        Report report;
-        report.add("MAC address", "mac", m_mac.text);
-        return report;
+        require_answer(Result<>::of(cmd_udpSetMac(read_mac(m_mac).c_str())));
+        return Report().add("MAC address", "mac", m_mac);
     }
 
   private:
-    Mac m_mac;
+    std::string m_mac;
 };
 
 class Wifi : public Verb {
@@ -116,9 +108,7 @@ class Wifi : public Verb {
             show();
         else
             require_accepted(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
-        Report report;
-        report.add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
-        return report;
+        return Report().add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
     }
 
   private:

@@ -9,7 +9,6 @@ constexpr int kMostPeriods = 255;
 
 template <unsigned on> class Switch : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         require(session.controller.switch_screen(on));
         return session.report().add("Power", "power", word_for(kOffOn, on));
@@ -59,7 +58,7 @@ class SetTimer : public Verb {
             texts.push_back(period.text);
         }
         require(session.controller.switch_screen(periods));
-        return session.report().add("On at", listed(texts), "timer", texts);
+        return session.report().add("On at", "timer", texts);
     }
 
   private:
@@ -68,7 +67,6 @@ class SetTimer : public Verb {
 
 class CancelTimer : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         require(session.controller.cancel_timer());
         return session.report().add("Timer", "timer", "off");

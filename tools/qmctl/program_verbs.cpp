@@ -82,15 +82,11 @@ class ProgramVerb : public Verb {
     std::vector<std::string> m_notes;
 };
 
-void list_files(Report& report, const std::vector<File>& files) {
-    std::vector<std::vector<std::string>> lines{{"Name", "Type", "Bytes", "CRC-32"}};
-    Json values = Json::array();
-    for (const auto& [name, type, bytes] : files) {
-        const Ouint32 crc = crc_at_end(bytes);
-        lines.push_back({name, std::to_string(type), std::to_string(bytes.size()), hex(crc, 8)});
-        values.push_back({{"name", name}, {"type", type}, {"size", bytes.size()}, {"crc32", crc}});
-    }
-    report.list(std::move(lines), "files", std::move(values));
+std::vector<FileEntry> entries_of(const std::vector<File>& files) {
+    std::vector<FileEntry> entries;
+    for (const auto& [name, type, bytes] : files)
+        entries.push_back({name, type, static_cast<std::uint32_t>(bytes.size()), crc_at_end(bytes)});
+    return entries;
 }
 
 std::string_view text_of(const std::vector<Ouint8>& bytes) {
@@ -110,9 +106,7 @@ class Build : public ProgramVerb {
         const auto files = build(session, false).files();
         for (const File& file : files) write_file(m_folder, file.name, text_of(file.bytes));
         Report report;
-        describe(report).add("Folder", "folder", m_folder);
-        list_files(report, files);
-        return report;
+        return list_files(describe(report).add("Folder", "folder", m_folder), entries_of(files));
     }
 
   private:
@@ -170,8 +164,7 @@ class Send : public ProgramVerb {
         require(
             session.controller.upload(files, [&](const File& file) { return Progress::of(session, file); }));
         Report report = session.report();
-        list_files(describe(report), files);
-        return report;
+        return list_files(describe(report), entries_of(files));
     }
 };
 

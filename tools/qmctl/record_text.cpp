@@ -46,4 +46,15 @@ std::string model_name(const ControllerType& type) {
     return (type.model.empty() ? "unknown" : type.model) + " (" + hex(type.code & 0xFFU, 2) + ")";
 }
 
+Report& list_files(Report& report, const std::vector<FileEntry>& files) {
+    std::vector<std::vector<std::string>> lines{{"Name", "Type", "Bytes", "CRC-32"}};
+    auto values = nlohmann::ordered_json::array();
+    for (const auto& [full_name, type, size, checksum] : files) {
+        const std::string name = printable(full_name);
+        lines.push_back({name, std::to_string(type), std::to_string(size), hex(checksum, 8)});
+        values.push_back({{"name", name}, {"type", type}, {"size", size}, {"crc32", checksum}});
+    }
+    return report.list(std::move(lines), "files", std::move(values));
+}
+
 } // namespace qm::ctl

@@ -1,6 +1,7 @@
 // Fields of the controllers' records as text.
 #pragma once
 
+#include "Report.h"
 #include "sign/values.h"
 
 #include <span>
@@ -25,5 +26,7 @@ using options::hex;
 
 [[nodiscard]] std::string iso_time(const Time& time);             // 2024-01-31T23:59:59
 [[nodiscard]] std::string model_name(const ControllerType& type); // "G6-T0 (0x62)"
+
+Report& list_files(Report& report, const std::vector<FileEntry>& files);
 
 } // namespace qm::ctl

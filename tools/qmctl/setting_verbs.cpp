@@ -112,7 +112,6 @@ class ActivateFirmware : public Verb {
 
 class Reset : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         session.command(cmd_sysReset);
         return session.report().add("Restart", "begun", "reset", true);

@@ -10,12 +10,12 @@ constexpr Name kBrightnessModes[] = {{"manual", 0}, {"by clock", 1}, {"by sensor
 constexpr Name kLocks[] = {{"unlocked", 0}, {"locked", 1}};
 
 // Words for people and null for scripts when the controller's clock shows no time.
-void add_clock(Report& report, const char* label, const std::optional<Time>& time) {
+Report& add_clock(Report& report, const char* label, const std::optional<Time>& time) {
     using Json = nlohmann::ordered_json;
     std::string text = time ? iso_time(*time) : "not set";
     const Json value = time ? Json(text) : Json();
     if (time) std::ranges::replace(text, 'T', ' ');
-    report.add(label, text, "clock", value);
+    return report.add(label, text, "clock", value);
 }
 
 void add_light(Report& report, const ControllerStatus& status) {
@@ -45,7 +45,6 @@ void add_sensors(Report& report, const ControllerStatus& status) {
 
 class ShowStatus : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         const ControllerStatus status = require(session.controller.status());
         Report report = session.report();
@@ -60,11 +59,9 @@ class ShowStatus : public Verb {
 
 class ShowClock : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         Report report = session.report();
-        add_clock(report, "Clock", require(session.controller.status()).clock);
-        return report;
+        return add_clock(report, "Clock", require(session.controller.status()).clock);
     }
 };
 
@@ -92,11 +89,10 @@ class Battle : public Verb {
         require_delivered(session.controller.call(cmd_battieTime, m_mode, &time));
         // All but the year has been turned into plain numbers.
         Report report = session.report();
-        add_clock(report, "Battle time",
-                  time_from_bcd(static_cast<Ouint16>(time.BattleRTCYear), to_bcd(time.BattleRTCMonth),
-                                to_bcd(time.BattleRTCDate), to_bcd(time.BattleRTCHour),
-                                to_bcd(time.BattleRTCMinute), to_bcd(time.BattleRTCSecond)));
-        return report;
+        return add_clock(report, "Battle time",
+                         time_from_bcd(static_cast<Ouint16>(time.BattleRTCYear), to_bcd(time.BattleRTCMonth),
+                                       to_bcd(time.BattleRTCDate), to_bcd(time.BattleRTCHour),
+                                       to_bcd(time.BattleRTCMinute), to_bcd(time.BattleRTCSecond)));
     }
 
   private:
@@ -105,7 +101,6 @@ class Battle : public Verb {
 
 class ShowId : public Verb {
   public:
-    void add_arguments(ArgumentList&) override {}
     Report run(Session& session) override {
         unsigned char id[8]{};
         require_delivered(session.controller.call(cmd_readControllerID, id));

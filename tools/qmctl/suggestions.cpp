@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
+#include <ranges>
 
 namespace qm::ctl {
 namespace {
@@ -35,9 +36,8 @@ std::string path_of(const CLI::App& command) {
 }
 
 std::string list(const CLI::App& group) {
-    std::string words;
-    for (const CLI::App* child : children(group)) words += (words.empty() ? "" : ", ") + child->get_name();
-    return words;
+    const auto name = [](const CLI::App* child) { return child->get_name(); };
+    return options::joined(std::views::transform(children(group), name));
 }
 
 // The verbs of a group, and behind them those of the groups in it.

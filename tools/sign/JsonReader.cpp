@@ -1,5 +1,7 @@
 #include "JsonReader.h"
 
+#include "options/names.h"
+
 #include <algorithm>
 #include <set>
 
@@ -24,12 +26,6 @@ class DuplicateGuard {
   private:
     std::vector<std::set<std::string>> m_names;
 };
-
-std::string list(const std::vector<std::string>& names) {
-    std::string words;
-    for (const std::string& name : names) words += (words.empty() ? "" : ", ") + name;
-    return words;
-}
 
 std::string member(const std::string& path, const std::string& name) {
     return path.empty() ? name : path + "." + name;
@@ -115,7 +111,7 @@ Field Object::require(const std::string& name) {
 void Object::finish() const {
     for (const auto& [name, value] : m_object.items())
         if (std::ranges::find(m_asked, name) == m_asked.end())
-            throw JsonError(member(m_path, name) + ": unknown field; known are " + list(m_asked));
+            throw JsonError(member(m_path, name) + ": unknown field; known are " + options::joined(m_asked));
 }
 
 } // namespace qm::sign

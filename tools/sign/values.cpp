@@ -37,7 +37,8 @@ std::optional<unsigned> digits(std::string_view text, std::size_t count, unsigne
     return text.size() == count ? to_number(text, 0, max) : std::nullopt;
 }
 
-// HH:MM or HH:MM:SS
+} // namespace
+
 std::optional<std::array<Ouint8, 3>> to_time(std::string_view text) {
     const auto pieces = split(text, ':');
     if (pieces.size() < 2 || pieces.size() > 3) return std::nullopt;
@@ -49,8 +50,6 @@ std::optional<std::array<Ouint8, 3>> to_time(std::string_view text) {
     }
     return time;
 }
-
-} // namespace
 
 Align read_align(const std::string& text, Names names) { return static_cast<Align>(read_word(text, names)); }
 

@@ -26,6 +26,8 @@ inline constexpr Name kVertical[] = {{"top", 0}, {"center", 1}, {"bottom", 2}};
 [[nodiscard]] Date read_date(const std::string& text);                // YYYY-MM-DD
 [[nodiscard]] Time read_moment(const std::string& text);              // YYYY-MM-DD HH:MM[:SS]
 
+// HH:MM or HH:MM:SS
+[[nodiscard]] std::optional<std::array<std::uint8_t, 3>> to_time(std::string_view text);
 [[nodiscard]] std::string to_string(const Size& size); // 128 x 32
 // What is wrong with a rectangle that is not wholly on the screen; empty when it is.
 [[nodiscard]] std::string beyond(const Rect& rect, const Size& screen);
