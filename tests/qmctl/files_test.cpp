@@ -151,7 +151,7 @@ TEST(Configuration, ThatDoesNotFitTheControllerIsNotWritten) {
         const char* words;
     } cases[] = {{six, "{}", "lacks ControllerName"},
                  {six, kConfiguration5, "has no field CascadeMode (generation 6)"},
-                 {six, R"({"ControllerName": "x", "modeofdisp": 1})", "lacks ScreenAddress"}};
+                 {six, R"({"ControllerName": "x", "modeofdisp": 1})", "lacks FaultProcessMode"}};
     for (const auto& c : cases) {
         const TemporaryFile file("screen.json", c.fields);
         const Outcome outcome = qmctl({"config", "push", file.path(), "-c", address(c.controller.port())});

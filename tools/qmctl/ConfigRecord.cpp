@@ -31,13 +31,13 @@ template <class Type> constexpr Field field(const char* name, std::size_t offset
 #define FIELD(name) field<decltype(Record::name)>(#name, offsetof(Record, name))
 
 // Those of both generations, and those of one.
-template <class Record> Fields with_shared(Fields own) {
-    const Fields shared{FIELD(FileType),    FIELD(ControllerName),   FIELD(Address),
-                        FIELD(Baudrate),    FIELD(ScreenWidth),      FIELD(ScreenHeight),
-                        FIELD(Color),       FIELD(FaultProcessMode), FIELD(CommTimeoutValue),
-                        FIELD(RunningMode), FIELD(LoggingMode),      FIELD(Default_brightness)};
-    own.insert(own.end(), shared.begin(), shared.end());
-    return own;
+template <class Record> Fields with_shared(const Fields& own) {
+    Fields fields{FIELD(FileType),    FIELD(ControllerName),   FIELD(Address),
+                  FIELD(Baudrate),    FIELD(ScreenWidth),      FIELD(ScreenHeight),
+                  FIELD(Color),       FIELD(FaultProcessMode), FIELD(CommTimeoutValue),
+                  FIELD(RunningMode), FIELD(LoggingMode),      FIELD(Default_brightness)};
+    fields.insert(fields.end(), own.begin(), own.end());
+    return fields;
 }
 
 Fields fields5() {
@@ -95,7 +95,7 @@ void store(const Field& field, const json& value, unsigned char* record) {
 
 // What need not be given.
 json known_of(const Identity& controller) {
-    return {{"FileType", 0},
+    return {{"FileType", 0U},
             {"Address", controller.address},
             {"Baudrate", controller.baud_rate},
             {"ScreenWidth", controller.screen.width},
