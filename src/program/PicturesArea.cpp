@@ -97,7 +97,7 @@ void PicturesArea::Reload() {
     m_font =
         font_for({_fontStyle, _fontPathName, std::min(pixels_of_points(m_pfontData.fontSize), kMaxFontPixels),
                   m_pfontData.fontBold, m_pfontData.fontItalic});
-    m_text = lay_out(ucs2_of(areaStr), *m_font, m_pfontData,
+    m_text = lay_out(utf32_of(areaStr), *m_font, m_pfontData,
                      {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order});
     endPageLen = m_text.endPageLen;
     if (page_count() > kMostPages) throw std::length_error("too many pages");

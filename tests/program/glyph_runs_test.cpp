@@ -15,7 +15,7 @@ namespace {
 
 constexpr char kFontFile[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 constexpr char kChineseFile[] = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
-constexpr char16_t kText[] = u"Åsfjl(g)@¾,中文字鮮";
+constexpr char32_t kText[] = U"Åsfjl(g)@¾,中文字鮮";
 
 struct Drawing {
     int width = 120, height = 40;
@@ -43,10 +43,10 @@ Pixels drawn(const Drawing& drawing, const std::function<void(cairo_t*)>& draw) 
 }
 
 // The characters that the chosen font has, side by side.
-std::vector<PlacedGlyph> placed(Font& font, std::u16string_view text, const Drawing& drawing) {
+std::vector<PlacedGlyph> placed(Font& font, std::u32string_view text, const Drawing& drawing) {
     std::vector<PlacedGlyph> glyphs;
     int x = drawing.x;
-    for (const char16_t c : text) {
+    for (const char32_t c : text) {
         const GlyphShape& shape = font.shape(c);
         if (shape.face != 0) continue;
         glyphs.push_back({&shape, x, drawing.y});
@@ -67,7 +67,7 @@ Pixels by_cairo(const FontChoice& choice, const std::vector<PlacedGlyph>& glyphs
 }
 
 // How many of the glyphs were filled in, once they were found to look right.
-std::size_t compare(const FontChoice& choice, const Drawing& drawing, std::u16string_view text = kText) {
+std::size_t compare(const FontChoice& choice, const Drawing& drawing, std::u32string_view text = kText) {
     SCOPED_TRACE(testing::Message() << choice.style << choice.path << ' ' << choice.size
                                     << (choice.bold ? " bold" : "") << (choice.italic ? " italic" : "")
                                     << " at " << drawing.x << ',' << drawing.y);
@@ -115,7 +115,7 @@ TEST(GlyphRuns, AreMeasured) {
                 for (const bool italic : {false, true}) {
                     Font font({"", file, size, bold, italic});
                     std::size_t touched = 0; // sides
-                    for (const char16_t c : std::u16string_view(u"Wfj/~@gÇŐ中鮮")) {
+                    for (const char32_t c : std::u32string_view(U"Wfj/~@gÇŐ中鮮")) {
                         const GlyphShape& shape = font.shape(c);
                         ASSERT_TRUE(shape.runs) << size << ' ' << unsigned{c};
                         const PixelBox& ink = shape.runs->box;
@@ -135,21 +135,21 @@ TEST(GlyphRuns, AreDrawnAgainAfterOthersNeededTheRoom) {
     const FontChoice choice{"", kChineseFile, 96, false, true};
     const Drawing drawing{.width = 700, .height = 120, .x = 20, .y = 90, .clip = {0, 0, 700, 120}};
     Font fresh(choice), used(choice);
-    const auto before = placed(fresh, u"Wjf中字", drawing), after = placed(used, u"Wjf中字", drawing);
-    used.shape(u'g');
+    const auto before = placed(fresh, U"Wjf中字", drawing), after = placed(used, U"Wjf中字", drawing);
+    used.shape(U'g');
     const GlyphRuns::Glyph first = *after[0].shape->runs;
-    for (char16_t c = 0x4E00; c < 0x9FA5 && after[0].shape->runs->round == used.shape(c).runs->round;) ++c;
+    for (char32_t c = 0x4E00; c < 0x9FA5 && after[0].shape->runs->round == used.shape(c).runs->round;) ++c;
     const Pixels expected = drawn(drawing, [&](cairo_t* c) { fresh.show(c, before, 0); });
     EXPECT_TRUE(drawn(drawing, [&](cairo_t* c) { used.show(c, after, 0); }) == expected);
     EXPECT_NE(after[0].shape->runs->round, first.round) << "there was no need for the room";
-    const GlyphShape &g = used.shape(u'G'), &same = fresh.shape(u'G');
+    const GlyphShape &g = used.shape(U'G'), &same = fresh.shape(U'G');
     EXPECT_EQ(g.left, same.left);
     EXPECT_EQ(g.right, same.right);
 }
 
 TEST(GlyphRuns, AreNotKeptOfGlyphsThatTakeTooMuch) {
     const Drawing drawing{.width = 2000, .height = 2000, .y = 1800, .clip = {0, 0, 2000, 2000}};
-    EXPECT_EQ(compare({"DejaVu Sans", "", 2000, false, false}, drawing, u"O"), 0U);
+    EXPECT_EQ(compare({"DejaVu Sans", "", 2000, false, false}, drawing, U"O"), 0U);
 }
 
 // A font of bitmaps, which cairo scales smoothly: its pixels are not simply on or off.
@@ -157,7 +157,7 @@ TEST(GlyphRuns, AreNotKeptOfScaledBitmaps) {
     constexpr std::array<unsigned char, 8> rows{0x18, 0x24, 0x42, 0x81, 0xFF, 0x81, 0x81, 0x81};
     const std::string font = test::bitmap_font(8, 0, rows);
     const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(font.data()), font.size()));
-    EXPECT_EQ(compare({"", file.path(), 12, false, false}, {.color = eRed}, u"AA"), 0U);
+    EXPECT_EQ(compare({"", file.path(), 12, false, false}, {.color = eRed}, U"AA"), 0U);
 }
 
 } // namespace

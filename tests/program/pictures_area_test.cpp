@@ -104,13 +104,18 @@ TEST(TextRepair, ReplacesWhatUcs2CannotHold) {
          "b",
          "a\xEF\xBF\xBD"
          "b"},
-        {"\xE4\xBD", "\xEF\xBF\xBD"},                             // cut at the end
-        {"\xE4\xBD!", "\xEF\xBF\xBD!"},                           // cut in the middle
-        {"\xC0\xAF", "\xEF\xBF\xBD\xEF\xBF\xBD"},                 // overlong
-        {"\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}, // surrogate
-        {"\xF0\x9F\x98\x80.", "\xEF\xBF\xBD."},                   // outside the basic plane
+        {"\xE4\xBD", "\xEF\xBF\xBD"},                                             // cut at the end
+        {"\xE4\xBD!", "\xEF\xBF\xBD!"},                                           // cut in the middle
+        {"\xC0\xAF", "\xEF\xBF\xBD\xEF\xBF\xBD"},                                 // overlong
+        {"\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},                 // surrogate
+        {"\xF0\x9F\x98\x80.", "\xF0\x9F\x98\x80."},                               // outside the basic plane
+        {"\xF4\x90\x80\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}, // outside all planes
     };
-    for (const auto& c : cases) EXPECT_EQ(repair_utf8(c.given), c.repaired);
+    for (const auto& c : cases) {
+        EXPECT_EQ(repair_utf8(c.given), c.repaired);
+        EXPECT_EQ(utf32_of(c.given), utf32_of(c.repaired));
+    }
+    EXPECT_EQ(utf32_of("\xFF\x7F\xC2\x80\xE4\xBD\xA0\xF0\x9F\x98\x80"), U"\uFFFD\x7F\x80\u4F60\U0001F600");
 }
 
 } // namespace

@@ -9,8 +9,8 @@
 namespace qm {
 namespace {
 
-constexpr char16_t kLatin[] = u"The quick brown fox jumps over the lazy dog, again and again";
-constexpr char16_t kChinese[] = u"今天天气很好，我们去公园。（明天也去！）天气预报说：后天有雨。";
+constexpr char32_t kLatin[] = U"The quick brown fox jumps over the lazy dog, again and again";
+constexpr char32_t kChinese[] = U"今天天气很好，我们去公园。（明天也去！）天气预报说：后天有雨。";
 
 Font& font(double size = 16) {
     static std::shared_ptr<Font> kept;
@@ -27,76 +27,78 @@ qm_G5_G6_fontData style(Ouint32 arrMode, Ouint8 halign = 0, Ouint8 valign = 0, O
     return s;
 }
 
-std::u16string_view slice(std::u16string_view text, const TextLine& line) {
+std::u32string_view slice(std::u32string_view text, const TextLine& line) {
     return text.substr(line.begin, line.end - line.begin);
 }
 
-bool is_letter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+ShapedText shaped(std::u32string_view text) { return {std::u32string(text), font()}; }
+
+bool is_letter(char32_t c) { return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z'); }
 
 TEST(LineBreaker, KeepsLatinWordsWholeAtEveryWidth) {
-    const std::u16string_view text = kLatin;
+    const std::u32string_view text = kLatin;
     for (int width = 60; width < 400; width += 7) {
-        for (const TextLine& line : break_lines(text, font(), 0, width)) {
+        for (const TextLine& line : break_lines(shaped(text), 0, width)) {
             if (line.end >= text.size()) continue;
             EXPECT_FALSE(is_letter(text[line.end - 1]) && is_letter(text[line.end])) << width;
-            EXPECT_LE(measure_line(slice(text, line), font(), 0).width, width);
+            EXPECT_LE(shaped(text).measure(line, 0).width, width);
         }
     }
 }
 
 TEST(LineBreaker, LosesNoCharacterAndRepeatsNone) {
-    for (const std::u16string_view text : {std::u16string_view(kLatin), std::u16string_view(kChinese)}) {
+    for (const std::u32string_view text : {std::u32string_view(kLatin), std::u32string_view(kChinese)}) {
         for (int width = 1; width < 300; width += 11) {
-            std::u16string kept;
-            for (const TextLine& line : break_lines(text, font(), 2, width)) kept += slice(text, line);
-            std::u16string all(text);
-            std::erase(all, u' ');
-            std::erase(kept, u' ');
+            std::u32string kept;
+            for (const TextLine& line : break_lines(shaped(text), 2, width)) kept += slice(text, line);
+            std::u32string all(text);
+            std::erase(all, U' ');
+            std::erase(kept, U' ');
             EXPECT_EQ(kept, all) << width;
         }
     }
 }
 
 TEST(LineBreaker, NeverStartsALineWithClosingPunctuation) {
-    const std::u16string_view text = kChinese, forbidden = u"，。！）：";
+    const std::u32string_view text = kChinese, forbidden = U"，。！）：";
     for (int width = 50; width < 300; width += 3)
-        for (const TextLine& line : break_lines(text, font(), 0, width))
+        for (const TextLine& line : break_lines(shaped(text), 0, width))
             EXPECT_EQ(forbidden.find(text[line.begin]), forbidden.npos) << width;
 }
 
 TEST(LineBreaker, BreaksAWordThatIsWiderThanTheArea) {
-    const std::vector<TextLine> lines = break_lines(u"unbreakable", font(), 0, 40);
+    const std::vector<TextLine> lines = break_lines(shaped(U"unbreakable"), 0, 40);
     EXPECT_GT(lines.size(), 1U);
     for (const TextLine& line : lines) EXPECT_GT(line.end, line.begin);
 }
 
 TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
     const struct {
-        std::u16string_view text, multi, single;
-    } cases[] = {{u"a\r\nb", u"a\nb", u"a b"},
-                 {u"a\rb\nc", u"a\nb\nc", u"a b c"},
-                 {u"a\n\nb", u"a\n\nb", u"a  b"},
-                 {u"a\tb\x01\x7F\xFEFF", u"a b", u"a b"}};
+        std::u32string_view text, multi, single;
+    } cases[] = {{U"a\r\nb", U"a\nb", U"a b"},
+                 {U"a\rb\nc", U"a\nb\nc", U"a b c"},
+                 {U"a\n\nb", U"a\n\nb", U"a  b"},
+                 {U"a\tb\x01\x7F\xFEFF", U"a b", U"a b"}};
     for (const auto& c : cases) {
         EXPECT_EQ(clean_text(c.text, false), c.multi);
         EXPECT_EQ(clean_text(c.text, true), c.single);
     }
-    EXPECT_EQ(break_lines(u"a\n\nb\n", font(), 0, 100).size(), 3U);
+    EXPECT_EQ(break_lines(shaped(U"a\n\nb\n"), 0, 100).size(), 3U);
 }
 
 TEST(TextLayout, PutsSpacingBetweenCharactersOnly) {
-    const TextPages pages = lay_out(u"HHH", font(), style(MULTILINE, 2, 0, 5), {200, 32, Running::no});
+    const TextPages pages = lay_out(U"HHH", font(), style(MULTILINE, 2, 0, 5), {200, 32, Running::no});
     ASSERT_EQ(pages.glyphs.size(), 3U);
-    const int advance = font().shape(u'H').advance;
+    const int advance = font().shape(U'H').advance;
     EXPECT_EQ(pages.glyphs[1].x - pages.glyphs[0].x, advance + 5);
     EXPECT_EQ(pages.glyphs[2].x + advance, 200) << "right aligned: no space behind the last character";
 }
 
 TEST(TextLayout, AlignsBothWays) {
-    const int lineHeight = font().line_height(), advance = font().shape(u'H').advance;
+    const int lineHeight = font().line_height(), advance = font().shape(U'H').advance;
     for (Ouint8 align = 0; align < 3; ++align) {
         const TextPages pages =
-            lay_out(u"H\nH", font(), style(MULTILINE, align, align), {101, 3 * lineHeight, Running::no});
+            lay_out(U"H\nH", font(), style(MULTILINE, align, align), {101, 3 * lineHeight, Running::no});
         ASSERT_EQ(pages.glyphs.size(), 2U);
         const int x[] = {0, (101 - advance) / 2, 101 - advance};
         const int y[] = {0, lineHeight / 2, lineHeight};
@@ -111,7 +113,7 @@ TEST(TextLayout, CutsNoCharacterThatTheAreaHasRoomFor) {
         Font& f = font(size);
         for (const int height : {16, 24, 32}) {
             const TextPages pages =
-                lay_out(u"Ägjpq|Hf", f, style(MULTILINE, 0, 1), {1000, height, Running::no});
+                lay_out(U"Ägjpq|Hf", f, style(MULTILINE, 0, 1), {1000, height, Running::no});
             int top = 1000, bottom = -1000;
             for (const PlacedGlyph& g : pages.glyphs) {
                 top = std::min(top, g.y + g.shape->top);
@@ -137,7 +139,7 @@ TEST(TextLayout, CutsNoSlantedOrBoldInk) {
     for (const double size : {12., 16., 33.}) {
         Font made({"", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", size, true, true});
         for (Ouint8 align = 0; align < 3; ++align) {
-            const TextPages pages = lay_out(u"jWf", made, style(MULTILINE, align, 1), {150, 64, Running::no});
+            const TextPages pages = lay_out(U"jWf", made, style(MULTILINE, align, 1), {150, 64, Running::no});
             ASSERT_EQ(pages.pages.size(), 1U);
             EXPECT_EQ(lit_pixels(made, pages, pages.pages[0].validWidth, 64, 0),
                       lit_pixels(made, pages, 350, 64, 100))
@@ -149,17 +151,17 @@ TEST(TextLayout, CutsNoSlantedOrBoldInk) {
 TEST(TextLayout, FillsPagesWithAsManyLinesAsFit) {
     const int lineHeight = font().line_height();
     const TextPages pages =
-        lay_out(u"a\nb\nc\nd\ne", font(), style(MULTILINE), {64, 2 * lineHeight + 1, Running::no});
+        lay_out(U"a\nb\nc\nd\ne", font(), style(MULTILINE), {64, 2 * lineHeight + 1, Running::no});
     ASSERT_EQ(pages.pages.size(), 3U);
     EXPECT_EQ(pages.pages.back().count, 1U);
-    EXPECT_EQ(lay_out(u"a\nb", font(), style(MULTILINE), {64, 3, Running::no}).pages.size(), 2U)
+    EXPECT_EQ(lay_out(U"a\nb", font(), style(MULTILINE), {64, 3, Running::no}).pages.size(), 2U)
         << "at least one line a page";
 }
 
 TEST(TextLayout, CentresARunningTextThatFits) {
-    const TextPages pages = lay_out(u"H", font(), style(SINGLELINE, 1), {65, 16, Running::left});
+    const TextPages pages = lay_out(U"H", font(), style(SINGLELINE, 1), {65, 16, Running::left});
     ASSERT_EQ(pages.pages.size(), 1U);
-    const int width = measure_line(u"H", font(), 0).width;
+    const int width = shaped(U"H").measure({0, 1}, 0).width;
     EXPECT_EQ(pages.endPageLen, (65 - width) / 2 + width);
 }
 
@@ -167,7 +169,7 @@ TEST(TextLayout, StacksVerticalTextIntoColumns) {
     auto vertical = style(MULTILINE);
     vertical.tdirection = eVertical;
     const int cell = font().line_height();
-    const TextPages pages = lay_out(u"abc de\nf", font(), vertical, {200, 3 * cell, Running::no});
+    const TextPages pages = lay_out(U"abc de\nf", font(), vertical, {200, 3 * cell, Running::no});
     ASSERT_EQ(pages.pages.size(), 1U);
     ASSERT_EQ(pages.glyphs.size(), 6U) << "abc | de | f: the space that would start a column is left out";
     EXPECT_EQ(pages.glyphs[1].y - pages.glyphs[0].y, cell);
@@ -177,34 +179,34 @@ TEST(TextLayout, StacksVerticalTextIntoColumns) {
 
     vertical.arrMode = SINGLELINE;
     const LayoutFrame right{200, 3 * cell, Running::right, PageOrder::playing};
-    const std::vector<TextPage> columns = lay_out(u"abcdef", font(), vertical, right).pages;
+    const std::vector<TextPage> columns = lay_out(U"abcdef", font(), vertical, right).pages;
     ASSERT_EQ(columns.size(), 2U);
     EXPECT_GT(columns[0].first, columns[1].first) << "the last column comes in first";
 }
 
 TEST(TextLayout, SurvivesExtremeTexts) {
-    const std::u16string text(100000, u'W');
+    const std::u32string text(100000, U'W');
     auto wide = style(SINGLELINE, 0, 0, 65535);
     // More pages than a file can count.
     EXPECT_THROW(lay_out(text, font(), wide, {128, 32, Running::left}), std::length_error);
     EXPECT_THROW(lay_out(text, font(), style(MULTILINE), {1, 1, Running::no}), std::length_error);
     EXPECT_EQ(lay_out(text.substr(0, 65535), font(), style(MULTILINE), {1, 1, Running::no}).pages.size(),
               65535U);
-    EXPECT_TRUE(lay_out(u"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
-    EXPECT_EQ(lay_out(u"a\xFFFF b", font(), style(MULTILINE), {128, 32, Running::no}).glyphs.size(), 3U);
+    EXPECT_TRUE(lay_out(U"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
+    EXPECT_EQ(lay_out(U"a\xFFFF b", font(), style(MULTILINE), {128, 32, Running::no}).glyphs.size(), 3U);
     EXPECT_LE(lay_out(text, font(0), style(SINGLELINE), {128, 32, Running::left}).pages.size(), 1U);
 }
 
 TEST(Font, TakesAMissingCharacterFromAnotherFont) {
-    EXPECT_EQ(font().shape(u'A').face, 0U);
-    EXPECT_NE(font().shape(u'好').face, 0U) << "DejaVu Sans has no Chinese, another installed font has";
-    EXPECT_EQ(font().shape(u'\xE123').index, 0U) << "nobody has this one: the sign for a missing glyph";
+    EXPECT_EQ(font().shape(U'A').face, 0U);
+    EXPECT_NE(font().shape(U'好').face, 0U) << "DejaVu Sans has no Chinese, another installed font has";
+    EXPECT_EQ(font().shape(U'\xE123').index, 0U) << "nobody has this one: the sign for a missing glyph";
 }
 
 TEST(Font, FindsACharacterWhateverItLookedForBefore) {
     Font used({"DejaVu Sans", "", 16, false, false});
-    for (char16_t nobodys = 0xE200; nobodys < 0xE300; ++nobodys) EXPECT_EQ(used.shape(nobodys).index, 0U);
-    EXPECT_NE(used.shape(u'好').index, 0U);
+    for (char32_t nobodys = 0xE200; nobodys < 0xE300; ++nobodys) EXPECT_EQ(used.shape(nobodys).index, 0U);
+    EXPECT_NE(used.shape(U'好').index, 0U);
 }
 
 TEST(Font, IsAFileByItsName) {

@@ -37,7 +37,7 @@ FallbackFonts::FallbackFonts(const FontChoice& choice) {
     m_characters.reset(characters);
 }
 
-std::optional<int> FallbackFonts::find(char16_t character, int from) const {
+std::optional<int> FallbackFonts::find(char32_t character, int from) const {
     if (!m_fonts || !m_characters || !FcCharSetHasChar(m_characters.get(), character)) return std::nullopt;
     for (int i = from; i < m_fonts->nfont; ++i) {
         FcCharSet* characters = nullptr;

@@ -20,7 +20,7 @@ class FallbackFonts {
     explicit FallbackFonts(const FontChoice& choice);
 
     // The number of the first font, counted from a number on, that says it has the character.
-    [[nodiscard]] std::optional<int> find(char16_t character, int from) const;
+    [[nodiscard]] std::optional<int> find(char32_t character, int from) const;
     // A font by its number, in the size of a choice.
     [[nodiscard]] FontFacePtr open(int number, const FontChoice& choice) const;
 

@@ -14,22 +14,15 @@ namespace {
 
 constexpr std::size_t kMaxKeptFonts = 32;
 
-// UTF-8 of a character of the Basic Multilingual Plane.
-int to_utf8(char16_t c, char out[3]) {
-    const unsigned u = c;
-    if (u < 0x80) {
-        out[0] = static_cast<char>(u);
+int to_utf8(char32_t c, char out[4]) {
+    if (c < 0x80) {
+        out[0] = static_cast<char>(c);
         return 1;
     }
-    if (u < 0x800) {
-        out[0] = static_cast<char>(0xC0U | u >> 6U);
-        out[1] = static_cast<char>(0x80U | (u & 0x3FU));
-        return 2;
-    }
-    out[0] = static_cast<char>(0xE0U | u >> 12U);
-    out[1] = static_cast<char>(0x80U | (u >> 6U & 0x3FU));
-    out[2] = static_cast<char>(0x80U | (u & 0x3FU));
-    return 3;
+    const int length = c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
+    for (int i = length; --i > 0; c >>= 6U) out[i] = static_cast<char>(0x80U | (c & 0x3FU));
+    out[0] = static_cast<char>((0xF00U >> length & 0xF0U) | c);
+    return length;
 }
 
 ScaledFontPtr scaled_font_of(cairo_t* c, double size) {
@@ -103,8 +96,8 @@ Font::Font(const FontChoice& choice) : m_choice(choice) {
     m_lineHeight = std::max(1, static_cast<int>(std::lround(extents.ascent + extents.descent)));
 }
 
-unsigned long Font::glyph_index(unsigned face, char16_t character) const {
-    char text[3];
+unsigned long Font::glyph_index(unsigned face, char32_t character) const {
+    char text[4];
     const int length = to_utf8(character, text);
     cairo_glyph_t glyph{};
     cairo_glyph_t* glyphs = &glyph;
@@ -130,7 +123,7 @@ unsigned Font::face_of(int fallback) {
 
 // The chosen font's glyph, or that of the first font which stands in for it and has the character; else the
 // chosen font's sign for a missing one.
-void Font::find_glyph(char16_t character, GlyphShape& shape) {
+void Font::find_glyph(char32_t character, GlyphShape& shape) {
     shape.index = glyph_index(0, character);
     if (shape.index != 0) return;
     if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
@@ -143,10 +136,16 @@ void Font::find_glyph(char16_t character, GlyphShape& shape) {
     shape.face = 0;
 }
 
-const GlyphShape& Font::measure(char16_t character) {
+GlyphShape& Font::kept(char32_t character) {
+    if (character > kLastBasic) return m_rareShapes[character];
     auto& block = m_shapes[character >> 8U];
     if (!block) block = std::make_unique<Block>();
-    GlyphShape& shape = (*block)[character & 0xFFU];
+    return (*block)[character & 0xFFU];
+}
+
+const GlyphShape& Font::measure(char32_t character) {
+    GlyphShape& shape = kept(character);
+    if (shape.measured) return shape;
     find_glyph(character, shape);
     shape.measured = true;
     const cairo_glyph_t glyph{shape.index, 0, 0};

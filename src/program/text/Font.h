@@ -60,9 +60,9 @@ class Font {
     [[nodiscard]] int ascent() const { return m_ascent; }
     [[nodiscard]] int line_height() const { return m_lineHeight; }
     // Valid as long as the font is. A character that the font lacks comes from another font that has it.
-    const GlyphShape& shape(char16_t character) {
-        const auto& block = m_shapes[character >> 8U];
-        if (block) [[likely]] {
+    const GlyphShape& shape(char32_t character) {
+        const auto& block = m_shapes[character >> 8U & 0xFFU];
+        if (block && character <= kLastBasic) [[likely]] {
             const GlyphShape& shape = (*block)[character & 0xFFU];
             if (shape.measured) [[likely]]
                 return shape;
@@ -75,10 +75,12 @@ class Font {
 
   private:
     using Block = std::array<GlyphShape, 256>;
+    static constexpr char32_t kLastBasic = 0xFFFF; // of the Basic Multilingual Plane
 
-    const GlyphShape& measure(char16_t character);
-    unsigned long glyph_index(unsigned face, char16_t character) const;
-    void find_glyph(char16_t character, GlyphShape& shape);
+    GlyphShape& kept(char32_t character);
+    const GlyphShape& measure(char32_t character);
+    unsigned long glyph_index(unsigned face, char32_t character) const;
+    void find_glyph(char32_t character, GlyphShape& shape);
     unsigned face_of(int fallback);
     bool has_runs(const GlyphShape& shape);
     // Each draws the leading glyphs of a kind, with runs or of one face without, and returns how many.
@@ -92,6 +94,7 @@ class Font {
     std::map<int, unsigned> m_fallbackFaces;    // by their numbers there
     int m_ascent = 0, m_lineHeight = 0;
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
+    std::map<char32_t, GlyphShape> m_rareShapes;      // outside the Basic Multilingual Plane
     GlyphRuns m_runs;
     std::vector<cairo_glyph_t> m_cairoGlyphs;
 };

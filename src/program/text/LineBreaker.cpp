@@ -10,23 +10,23 @@ namespace qm {
 namespace {
 
 // For each character: may a line end behind it?
-std::vector<char> break_opportunities(std::u16string_view text) {
+std::vector<char> break_opportunities(std::u32string_view text) {
     static const bool initialised = (init_linebreak(), true);
     (void)initialised;
     std::vector<char> breaks(text.size());
-    std::vector<utf16_t> units(text.begin(), text.end());
-    // To libunibreak U+FFFF is the end of a text; in the middle of one it would end the process.
-    std::replace(units.begin(), units.end(), utf16_t{0xFFFF}, utf16_t{0xFFFD});
-    set_linebreaks_utf16(units.data(), units.size(), "", breaks.data());
+    std::vector<utf32_t> units(text.begin(), text.end());
+    // These two are the end of a text to libunibreak; in the middle of one they would end the process.
+    const auto ends = [](utf32_t c) { return c == 0xFFFF || c == 0xFFFFFFFF; };
+    std::replace_if(units.begin(), units.end(), ends, utf32_t{0xFFFD});
+    set_linebreaks_utf32(units.data(), units.size(), "", breaks.data());
     return breaks;
 }
 
-// Adds characters to one line after the other.
+// Adds clusters to one line after the other.
 class Breaker {
   public:
-    Breaker(std::u16string_view text, Font& font, int spacing, int width)
-        : m_text(text), m_font(font), m_spacing(spacing), m_width(width),
-          m_breaks(break_opportunities(text)) {}
+    Breaker(const ShapedText& text, int spacing, int width)
+        : m_text(text), m_spacing(spacing), m_width(width), m_breaks(break_opportunities(text.text())) {}
 
     std::vector<TextLine> run() {
         while (m_next < m_text.size()) add_next();
@@ -36,16 +36,16 @@ class Breaker {
 
   private:
     void add_next() {
-        const char16_t c = m_text[m_next];
-        if (c == u'\n') return end_line(m_next, m_next + 1);
-        const GlyphShape& shape = m_font.shape(c);
+        const char32_t c = m_text.character(m_next);
+        if (c == U'\n') return end_line(m_next, m_next + 1);
+        const GlyphShape& shape = m_text.shape(m_next);
         if (m_next == m_begin) m_pen = std::max(0, -shape.left);
         const bool fits = m_pen + std::max(shape.advance, shape.right) <= m_width;
         // A space at the end of a line takes no room.
-        if (!fits && c != u' ' && m_next > m_begin) return break_before(m_next);
+        if (!fits && c != U' ' && m_next > m_begin) return break_before(m_next);
         m_pen = std::min(kFarthestPixel, m_pen + shape.advance + m_spacing);
         ++m_next;
-        if (m_breaks[m_next - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
+        if (m_breaks[m_text.begin_of(m_next) - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
     }
 
     void break_before(std::size_t overflowing) {
@@ -55,14 +55,13 @@ class Breaker {
 
     void end_line(std::size_t end, std::size_t next) {
         std::size_t last = end;
-        while (last > m_begin && m_text[last - 1] == u' ') --last;
+        while (last > m_begin && m_text.character(last - 1) == U' ') --last;
         m_lines.push_back({m_begin, last});
         m_begin = m_next = next;
         m_lastBreak = 0;
     }
 
-    std::u16string_view m_text;
-    Font& m_font;
+    const ShapedText& m_text;
     int m_spacing, m_width;
     std::vector<char> m_breaks;
     std::vector<TextLine> m_lines;
@@ -71,20 +70,20 @@ class Breaker {
 };
 
 // The characters that always end a line.
-bool is_line_end(char16_t c) { return (c >= u'\n' && c <= u'\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
+bool is_line_end(char32_t c) { return (c >= U'\n' && c <= U'\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
 
 } // namespace
 
-std::u16string clean_text(std::u16string_view text, bool singleLine) {
-    std::u16string clean;
+std::u32string clean_text(std::u32string_view text, bool singleLine) {
+    std::u32string clean;
     clean.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i];
+        const char32_t c = text[i];
         if (is_line_end(c)) {
-            if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-            clean += singleLine ? u' ' : u'\n';
-        } else if (c == u'\t') {
-            clean += u' ';
+            if (c == U'\r' && i + 1 < text.size() && text[i + 1] == U'\n') ++i;
+            clean += singleLine ? U' ' : U'\n';
+        } else if (c == U'\t') {
+            clean += U' ';
         } else if (c >= 0x20 && c != 0x7F && c != 0xFEFF) {
             clean += c;
         }
@@ -92,20 +91,8 @@ std::u16string clean_text(std::u16string_view text, bool singleLine) {
     return clean;
 }
 
-std::vector<TextLine> break_lines(std::u16string_view text, Font& font, int spacing, int width) {
-    return Breaker(text, font, spacing, width).run();
-}
-
-LineExtent measure_line(std::u16string_view line, Font& font, int spacing) {
-    int pen = 0, left = 0, right = 0;
-    for (const char16_t c : line) {
-        if (pen > kFarthestPixel) break;
-        const GlyphShape& shape = font.shape(c);
-        left = std::min(left, pen + shape.left);
-        right = std::max({right, pen + shape.advance, pen + shape.right});
-        pen += shape.advance + spacing;
-    }
-    return {-left, right - left};
+std::vector<TextLine> break_lines(const ShapedText& text, int spacing, int width) {
+    return Breaker(text, spacing, width).run();
 }
 
 } // namespace qm

@@ -17,11 +17,10 @@ struct InkRange {
     int top = 0, bottom = 0;
 };
 
-InkRange ink_of(std::u16string_view text, Font& font) {
+InkRange ink_of(const ShapedText& text) {
     InkRange ink{std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
-    for (const char16_t c : text) {
-        if (c == u'\n') continue;
-        const GlyphShape& shape = font.shape(c);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const GlyphShape& shape = text.shape(i);
         if (shape.blank()) continue;
         ink.top = std::min(ink.top, shape.top);
         ink.bottom = std::max(ink.bottom, shape.bottom);
@@ -37,9 +36,9 @@ int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
 
 class Layout {
   public:
-    Layout(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
-        : m_singleLine(style.arrMode == SINGLELINE), m_text(clean_text(text, m_singleLine)), m_font(font),
-          m_style(style), m_frame(frame), m_ink(ink_of(m_text, font)) {}
+    Layout(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
+        : m_singleLine(style.arrMode == SINGLELINE), m_text(clean_text(text, m_singleLine), font),
+          m_font(font), m_style(style), m_frame(frame), m_ink(ink_of(m_text)) {}
 
     TextPages run() {
         m_out.glyphs.reserve(m_text.size());
@@ -87,17 +86,13 @@ class Layout {
         if (!shape.blank()) m_out.glyphs.push_back({&shape, x, y});
     }
 
-    void place_line(std::u16string_view line, int x, int y) {
-        for (const char16_t c : line) {
-            if (x > kFarthestPixel) break;
-            const GlyphShape& shape = m_font.shape(c);
-            place(shape, x, y);
-            x += shape.advance + m_style.txtSpace;
-        }
+    void place_line(const TextLine& line, int x, int y) {
+        m_text.place(line, x, m_style.txtSpace,
+                     [&](const GlyphShape& shape, int at) { place(shape, at, y); });
     }
 
     void set_lines() {
-        const std::vector<TextLine> lines = break_lines(m_text, m_font, m_style.txtSpace, m_frame.width);
+        const std::vector<TextLine> lines = break_lines(m_text, m_style.txtSpace, m_frame.width);
         const std::size_t perPage =
             m_singleLine ? 1 : static_cast<std::size_t>(std::max(1, m_frame.height / m_font.line_height()));
         for (std::size_t i = 0; i < lines.size(); i += perPage)
@@ -108,11 +103,10 @@ class Layout {
         const std::size_t first = m_out.glyphs.size();
         int right = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {
-            const auto line =
-                std::u16string_view(m_text).substr(lines[i].begin, lines[i].end - lines[i].begin);
-            const LineExtent extent = measure_line(line, m_font, m_style.txtSpace);
+            const LineExtent extent = m_text.measure(lines[i], m_style.txtSpace);
             const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
-            place_line(line, x + extent.start, baseline(static_cast<int>(i), static_cast<int>(lines.size())));
+            place_line(lines[i], x + extent.start,
+                       baseline(static_cast<int>(i), static_cast<int>(lines.size())));
             right = std::max(right, x + extent.width);
         }
         add({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
@@ -121,10 +115,11 @@ class Layout {
     // One strip of text, cut every area width from the end that comes in first, so that the odd piece is at
     // the other end. A strip that fits the area is aligned in it, unless its page has to be full.
     void set_strip() {
-        const LineExtent extent = measure_line(m_text, m_font, m_style.txtSpace);
+        const TextLine all{0, m_text.size()};
+        const LineExtent extent = m_text.measure(all, m_style.txtSpace);
         if (extent.width == 0) return;
         const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
-        place_line(m_text, x + extent.start, baseline(0, 1));
+        place_line(all, x + extent.start, baseline(0, 1));
         const int end = x + extent.width, width = m_frame.width;
         const int missing = m_frame.running == Running::right ? (width - end % width) % width : 0;
         for (int cut = -missing; cut < end; cut += width) {
@@ -150,10 +145,12 @@ class Layout {
             static_cast<std::size_t>(std::max(1, (m_frame.height + m_style.txtSpace) / cell));
         std::vector<TextLine> columns;
         for (std::size_t begin = 0; begin < m_text.size();) {
-            const std::size_t lineEnd = std::min(m_text.find(u'\n', begin), m_text.size());
-            const std::size_t end = std::min(lineEnd, begin + perColumn);
+            std::size_t end = begin;
+            const auto more = [&] { return end < m_text.size() && m_text.character(end) != U'\n'; };
+            while (more() && end - begin < perColumn) ++end;
             columns.push_back({begin, end});
-            begin = end == lineEnd ? lineEnd + 1 : std::min(m_text.find_first_not_of(u' ', end), lineEnd);
+            while (more() && m_text.character(end) == U' ') ++end;
+            begin = more() ? end : end + 1;
         }
         const int pitch = widest_advance();
         const auto perPage = static_cast<std::size_t>(m_singleLine ? 1 : std::max(1, m_frame.width / pitch));
@@ -177,20 +174,19 @@ class Layout {
         const int top = block_top(m_style.Valign, m_frame.height, 1, height);
         int y = count == 1 ? baseline(0, 1) : top + m_font.ascent();
         for (std::size_t i = column.begin; i < column.end; ++i, y += cell) {
-            const GlyphShape& shape = m_font.shape(m_text[i]);
+            const GlyphShape& shape = m_text.shape(i);
             place(shape, x + get_x_area(1, pitch, shape.advance), y);
         }
     }
 
     int widest_advance() {
         int widest = 1;
-        for (const char16_t c : m_text)
-            if (c != u'\n') widest = std::max(widest, m_font.shape(c).advance);
+        for (std::size_t i = 0; i < m_text.size(); ++i) widest = std::max(widest, m_text.shape(i).advance);
         return widest;
     }
 
     bool m_singleLine;
-    std::u16string m_text;
+    ShapedText m_text;
     Font& m_font;
     const qm_G5_G6_fontData& m_style;
     LayoutFrame m_frame;
@@ -205,7 +201,7 @@ Running running_of(Ouint8 displayMode) {
     return displayMode == 38 || displayMode == 40 ? Running::right : Running::no;
 }
 
-TextPages lay_out(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style,
+TextPages lay_out(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style,
                   const LayoutFrame& frame) {
     return Layout(text, font, style, frame).run();
 }

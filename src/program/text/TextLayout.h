@@ -50,8 +50,8 @@ struct TextPages {
 // The most pages: their number has 16 bits in a file.
 constexpr std::size_t kMostPages = 0xFFFF;
 
-// Lays out a text of UCS-2 characters. The glyphs refer to the font's shapes.
-TextPages lay_out(std::u16string_view text, Font& font, const qm_G5_G6_fontData& style,
+// The glyphs refer to the font's shapes.
+TextPages lay_out(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style,
                   const LayoutFrame& frame);
 
 } // namespace qm

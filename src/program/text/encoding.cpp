@@ -32,6 +32,7 @@ long convert(const char* from, const char* to, std::string& str) {
 }
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr char32_t kReplacementCharacter = 0xFFFD;
 
 // A first byte, how long its sequence is, and the range of its second byte, which is what keeps overlong
 // forms, surrogates and values past U+10FFFF out.
@@ -86,21 +87,25 @@ std::string repair_utf8(std::string_view text) {
     repaired.reserve(text.size());
     while (!text.empty()) {
         const Sequence sequence = sequence_at(text);
-        const bool keep = sequence.valid && sequence.length <= 3;
-        repaired += keep ? text.substr(0, sequence.length) : kReplacement;
+        repaired += sequence.valid ? text.substr(0, sequence.length) : kReplacement;
         text.remove_prefix(sequence.length);
     }
     return repaired;
 }
 
-std::u16string ucs2_of(std::string_view utf8) {
-    std::string text = repair_utf8(utf8);
-    UTF8ToUnicode(text);
-    std::u16string units(text.size() / 2, u'\0');
-    for (std::size_t i = 0; i < units.size(); ++i)
-        units[i] = static_cast<char16_t>(static_cast<unsigned char>(text[2 * i]) |
-                                         static_cast<unsigned char>(text[2 * i + 1]) << 8U);
-    return units;
+std::u32string utf32_of(std::string_view utf8) {
+    constexpr unsigned char kFirstBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07}; // by the length of the sequence
+    std::u32string characters;
+    characters.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const Sequence sequence = sequence_at(utf8);
+        char32_t character = byte_at(utf8, 0) & kFirstBits[sequence.length];
+        for (std::size_t i = 1; i < sequence.length; ++i)
+            character = character << 6U | (byte_at(utf8, i) & 0x3FU);
+        characters += sequence.valid ? character : kReplacementCharacter;
+        utf8.remove_prefix(sequence.length);
+    }
+    return characters;
 }
 
 } // namespace qm

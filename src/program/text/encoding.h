@@ -18,11 +18,10 @@ long UnicodeToUTF8(std::string& str);
 long UTF8ToGB2312(std::string& str);
 long UnicodeToGB2312(std::string& str);
 
-// The text with U+FFFD for every invalid sequence and for every character outside the Basic Multilingual
-// Plane, so that one bad character never swallows the rest.
+// The text with U+FFFD for every invalid sequence, so that one bad byte never swallows the rest.
 [[nodiscard]] std::string repair_utf8(std::string_view text);
 
-// The characters of a text that is repaired first.
-[[nodiscard]] std::u16string ucs2_of(std::string_view utf8);
+// The characters of a text that is repaired on the way.
+[[nodiscard]] std::u32string utf32_of(std::string_view utf8);
 
 } // namespace qm
