@@ -14,26 +14,6 @@ namespace {
 
 constexpr std::size_t kMaxKeptFonts = 32;
 
-int to_utf8(char32_t c, char out[4]) {
-    if (c < 0x80) {
-        out[0] = static_cast<char>(c);
-        return 1;
-    }
-    const int length = c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
-    for (int i = length; --i > 0; c >>= 6U) out[i] = static_cast<char>(0x80U | (c & 0x3FU));
-    out[0] = static_cast<char>((0xF00U >> length & 0xF0U) | c);
-    return length;
-}
-
-ScaledFontPtr scaled_font_of(cairo_t* c, double size) {
-    cairo_set_font_size(c, size);
-    return ScaledFontPtr(cairo_scaled_font_reference(cairo_get_scaled_font(c)));
-}
-
-bool usable(const ScaledFontPtr& font) {
-    return cairo_scaled_font_status(font.get()) == CAIRO_STATUS_SUCCESS;
-}
-
 template <class Kept> using KeptByChoice = std::map<FontChoice, std::shared_ptr<Kept>>;
 
 KeptByChoice<Font>& kept_fonts() {
@@ -88,25 +68,9 @@ bool select_font(cairo_t* c, const FontChoice& choice) {
 Font::Font(const FontChoice& choice) : m_choice(choice) {
     const Canvas32 scratch(1, 1);
     m_substitute = !select_font(scratch.context(), choice);
-    m_faces.push_back(scaled_font_of(scratch.context(), choice.size));
-    require_success(cairo_scaled_font_status(m_faces.front().get()));
-    cairo_font_extents_t extents;
-    cairo_scaled_font_extents(m_faces.front().get(), &extents);
-    m_ascent = static_cast<int>(std::lround(extents.ascent));
-    m_lineHeight = std::max(1, static_cast<int>(std::lround(extents.ascent + extents.descent)));
-}
-
-unsigned long Font::glyph_index(unsigned face, char32_t character) const {
-    char text[4];
-    const int length = to_utf8(character, text);
-    cairo_glyph_t glyph{};
-    cairo_glyph_t* glyphs = &glyph;
-    int count = 1;
-    const auto status = cairo_scaled_font_text_to_glyphs(m_faces[face].get(), 0, 0, text, length, &glyphs,
-                                                         &count, nullptr, nullptr, nullptr);
-    const unsigned long index = status == CAIRO_STATUS_SUCCESS && count > 0 ? glyphs[0].index : 0;
-    if (glyphs != &glyph) cairo_glyph_free(glyphs);
-    return index;
+    auto face = std::make_unique<OutlineFace>(scratch.context(), choice.size);
+    require_success(cairo_scaled_font_status(face->scaled_font()));
+    m_faces.push_back(std::move(face));
 }
 
 // The number among the faces of a font that stands in; 0 for one that cannot be used.
@@ -115,22 +79,22 @@ unsigned Font::face_of(int fallback) {
     if (!isNew) return face->second;
     const Canvas32 scratch(1, 1);
     cairo_set_font_face(scratch.context(), m_fallbacks->open(fallback, m_choice).get());
-    ScaledFontPtr font = scaled_font_of(scratch.context(), m_choice.size);
-    if (!usable(font)) return 0;
-    m_faces.push_back(std::move(font));
+    auto opened = std::make_unique<OutlineFace>(scratch.context(), m_choice.size);
+    if (!opened->usable()) return 0;
+    m_faces.push_back(std::move(opened));
     return face->second = static_cast<unsigned>(m_faces.size() - 1);
 }
 
 // The chosen font's glyph, or that of the first font which stands in for it and has the character; else the
 // chosen font's sign for a missing one.
 void Font::find_glyph(char32_t character, GlyphShape& shape) {
-    shape.index = glyph_index(0, character);
+    shape.index = m_faces.front()->glyph_index(character);
     if (shape.index != 0) return;
     if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
     for (auto found = m_fallbacks->find(character, 0); found;
          found = m_fallbacks->find(character, *found + 1)) {
         shape.face = face_of(*found);
-        if (shape.face != 0) shape.index = glyph_index(shape.face, character);
+        if (shape.face != 0) shape.index = m_faces[shape.face]->glyph_index(character);
         if (shape.index != 0) return;
     }
     shape.face = 0;
@@ -148,15 +112,10 @@ const GlyphShape& Font::measure(char32_t character) {
     if (shape.measured) return shape;
     find_glyph(character, shape);
     shape.measured = true;
-    const cairo_glyph_t glyph{shape.index, 0, 0};
-    cairo_text_extents_t extents;
-    cairo_scaled_font_glyph_extents(m_faces[shape.face].get(), &glyph, 1, &extents);
-    shape.advance = std::max(0, static_cast<int>(std::lround(extents.x_advance)));
-    PixelBox ink{static_cast<int>(std::floor(extents.x_bearing)),
-                 static_cast<int>(std::floor(extents.y_bearing)),
-                 static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
-                 static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
-    if (!ink.empty()) shape.runs = m_runs.add(m_faces[shape.face].get(), shape.index, ink);
+    const Face& face = *m_faces[shape.face];
+    auto [advance, ink] = face.measure(shape.index);
+    shape.advance = advance;
+    if (!ink.empty()) shape.runs = m_runs.add(face, shape.index, ink);
     shape.left = ink.left;
     shape.top = ink.top;
     shape.right = ink.right;
@@ -167,7 +126,7 @@ const GlyphShape& Font::measure(char32_t character) {
 // False for a glyph that cairo has to draw.
 bool Font::has_runs(const GlyphShape& shape) {
     if (shape.runs && !m_runs.keeps(*shape.runs))
-        shape.runs = m_runs.renew(m_faces[shape.face].get(), shape.index, *shape.runs);
+        shape.runs = m_runs.renew(*m_faces[shape.face], shape.index, *shape.runs);
     return shape.runs.has_value();
 }
 
@@ -179,23 +138,19 @@ std::size_t Font::show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int
     return count;
 }
 
-std::size_t Font::show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
-    const unsigned face = glyphs.front().shape->face;
-    m_cairoGlyphs.clear();
-    for (const PlacedGlyph& glyph : glyphs) {
-        if (glyph.shape->runs || glyph.shape->face != face) break;
-        m_cairoGlyphs.push_back(
-            {glyph.shape->index, static_cast<double>(glyph.x + dx), static_cast<double>(glyph.y)});
+std::size_t Font::show_by_face(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
+    std::size_t count = 0;
+    for (; count < glyphs.size() && !glyphs[count].shape->runs; ++count) {
+        const auto& [shape, x, y] = glyphs[count];
+        m_faces[shape->face]->draw(c, shape->index, x + dx, y);
     }
-    cairo_set_scaled_font(c, m_faces[face].get());
-    cairo_show_glyphs(c, m_cairoGlyphs.data(), static_cast<int>(m_cairoGlyphs.size()));
-    return m_cairoGlyphs.size();
+    return count;
 }
 
 void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
     while (!glyphs.empty())
         glyphs = glyphs.subspan(glyphs.front().shape->runs ? show_runs(c, glyphs, dx)
-                                                           : show_by_cairo(c, glyphs, dx));
+                                                           : show_by_face(c, glyphs, dx));
 }
 
 std::shared_ptr<Font> font_for(const FontChoice& choice) {

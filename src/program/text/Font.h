@@ -57,8 +57,8 @@ class Font {
 
     // The chosen font file could not be opened; another font stands in.
     [[nodiscard]] bool is_substitute() const { return m_substitute; }
-    [[nodiscard]] int ascent() const { return m_ascent; }
-    [[nodiscard]] int line_height() const { return m_lineHeight; }
+    [[nodiscard]] int ascent() const { return m_faces.front()->ascent(); }
+    [[nodiscard]] int line_height() const { return m_faces.front()->line_height(); }
     // Valid as long as the font is. A character that the font lacks comes from another font that has it.
     const GlyphShape& shape(char32_t character) {
         const auto& block = m_shapes[character >> 8U & 0xFFU];
@@ -79,24 +79,21 @@ class Font {
 
     GlyphShape& kept(char32_t character);
     const GlyphShape& measure(char32_t character);
-    unsigned long glyph_index(unsigned face, char32_t character) const;
     void find_glyph(char32_t character, GlyphShape& shape);
     unsigned face_of(int fallback);
     bool has_runs(const GlyphShape& shape);
-    // Each draws the leading glyphs of a kind, with runs or of one face without, and returns how many.
+    // Each draws the leading glyphs that have runs, or that have none, and returns how many.
     std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
-    std::size_t show_by_cairo(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
+    std::size_t show_by_face(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
     FontChoice m_choice;
     bool m_substitute;
-    std::vector<ScaledFontPtr> m_faces;         // the chosen font, then fallbacks
-    std::shared_ptr<FallbackFonts> m_fallbacks; // once a character is missing
-    std::map<int, unsigned> m_fallbackFaces;    // by their numbers there
-    int m_ascent = 0, m_lineHeight = 0;
+    std::vector<std::unique_ptr<Face>> m_faces;       // the chosen font, then fallbacks
+    std::shared_ptr<FallbackFonts> m_fallbacks;       // once a character is missing
+    std::map<int, unsigned> m_fallbackFaces;          // by their numbers there
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
     std::map<char32_t, GlyphShape> m_rareShapes;      // outside the Basic Multilingual Plane
     GlyphRuns m_runs;
-    std::vector<cairo_glyph_t> m_cairoGlyphs;
 };
 
 // The font for a choice, kept for the next text that asks for it. Under the renderer's lock.

@@ -6,7 +6,6 @@
 namespace qm {
 namespace {
 
-constexpr int kMargin = 2;                    // around what a glyph measures
 constexpr int kFarthest = 0x3FFF;             // from the origin, that a run can say
 constexpr std::int64_t kMostPixels = 1 << 20; // of a glyph
 constexpr std::size_t kMostRuns = 1 << 19;    // of a font
@@ -28,25 +27,11 @@ PixelBox clip_of(cairo_t* c) {
     return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right), static_cast<int>(bottom)};
 }
 
-// Where the ink of a glyph has to be looked for: cairo measures it without its slant, and not always with all
-// that makes it bold, which goes by the size of the font.
-PixelBox room_for(const PixelBox& box, cairo_scaled_font_t* font) {
-    cairo_matrix_t size;
-    cairo_scaled_font_get_font_matrix(font, &size);
-    const int bold = static_cast<int>(size.yy / 24) + kMargin;
-    const int slant = std::max({-box.top, box.bottom, 0}) / 2;
-    return {box.left - slant - bold, box.top - bold, box.right + slant + bold, box.bottom + bold};
-}
-
 // Draws the glyph alone, in a colour that a glyph with colours of its own would not have everywhere. False
-// when cairo cannot.
-bool draw_alone(Canvas32& drawing, cairo_scaled_font_t* font, unsigned long index, const PixelBox& room) {
-    cairo_t* c = drawing.context();
-    const cairo_glyph_t glyph{index, static_cast<double>(-room.left), static_cast<double>(-room.top)};
-    cairo_set_source_rgb(c, 0.2, 0.4, 0.6);
-    cairo_set_scaled_font(c, font);
-    cairo_show_glyphs(c, &glyph, 1);
-    return cairo_status(c) == CAIRO_STATUS_SUCCESS;
+// when that cannot be done.
+bool draw_alone(Canvas32& drawing, const Face& face, unsigned long index, const PixelBox& room) {
+    cairo_set_source_rgb(drawing.context(), 0.2, 0.4, 0.6);
+    return face.draw(drawing.context(), index, -room.left, -room.top);
 }
 
 struct Ink {
@@ -87,13 +72,12 @@ OneColour::OneColour(cairo_t* c)
 
 OneColour::~OneColour() { cairo_surface_mark_dirty(m_surface); }
 
-std::optional<GlyphRuns::Glyph> GlyphRuns::add(cairo_scaled_font_t* font, unsigned long index,
-                                               PixelBox& box) {
+std::optional<GlyphRuns::Glyph> GlyphRuns::add(const Face& face, unsigned long index, PixelBox& box) {
     if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2) return {};
-    const PixelBox room = room_for(box, font);
+    const PixelBox room = face.room_for(box);
     if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostPixels) return {};
     Canvas32 drawing = canvas_for(room);
-    if (!draw_alone(drawing, font, index, room)) return {};
+    if (!draw_alone(drawing, face, index, room)) return {};
     const Ink ink = ink_of(drawing, room);
     if (ink.box.empty()) return keep(drawing, room, {});
     box = {std::min(box.left, ink.box.left), std::min(box.top, ink.box.top),
@@ -102,10 +86,9 @@ std::optional<GlyphRuns::Glyph> GlyphRuns::add(cairo_scaled_font_t* font, unsign
     return keep(drawing, room, ink.box);
 }
 
-std::optional<GlyphRuns::Glyph> GlyphRuns::renew(cairo_scaled_font_t* font, unsigned long index,
-                                                 const Glyph& glyph) {
+std::optional<GlyphRuns::Glyph> GlyphRuns::renew(const Face& face, unsigned long index, const Glyph& glyph) {
     Canvas32 drawing = canvas_for(glyph.room);
-    if (!draw_alone(drawing, font, index, glyph.room)) return {};
+    if (!draw_alone(drawing, face, index, glyph.room)) return {};
     return keep(drawing, glyph.room, glyph.box);
 }
 

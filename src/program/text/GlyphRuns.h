@@ -2,7 +2,7 @@
 // as long as there is room for them.
 #pragma once
 
-#include "program/pixels/Surface.h"
+#include "program/text/Face.h"
 #include "qm_sdk_dual.h"
 
 #include <algorithm>
@@ -13,13 +13,6 @@
 #include <vector>
 
 namespace qm {
-
-// A rectangle of pixels, right and bottom outside.
-struct PixelBox {
-    int left, top, right, bottom;
-
-    [[nodiscard]] bool empty() const { return left >= right || top >= bottom; }
-};
 
 // An image of 32-bit pixels that is drawn on in one opaque colour, inside a rectangle of it.
 class OneColour {
@@ -68,12 +61,12 @@ class GlyphRuns {
     // Draws a glyph that measures box around its origin, and keeps its runs. The box grows to what the glyph
     // lights: one that cairo makes slanted or bold reaches farther than it measures. Nothing for a glyph that
     // cairo has to draw each time: it is not simply on or off, as coloured and scaled ones are, or too large.
-    std::optional<Glyph> add(cairo_scaled_font_t* font, unsigned long index, PixelBox& box);
+    std::optional<Glyph> add(const Face& face, unsigned long index, PixelBox& box);
 
     // Whether its runs are still there: when they are too many, all of them make room for new ones.
     [[nodiscard]] bool keeps(const Glyph& glyph) const { return glyph.round == m_round; }
     // Finds the runs of a glyph again that has lost them; nothing when cairo cannot.
-    std::optional<Glyph> renew(cairo_scaled_font_t* font, unsigned long index, const Glyph& glyph);
+    std::optional<Glyph> renew(const Face& face, unsigned long index, const Glyph& glyph);
 
     // Draws a glyph that is kept, with its origin at x, y.
     void draw(const Glyph& glyph, int x, int y, OneColour& image) const {
