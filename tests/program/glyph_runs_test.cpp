@@ -1,8 +1,6 @@
 // Glyphs that are drawn once and then filled in must come out as cairo draws them, pixel by pixel.
-#include "bitmap_font.h"
 #include "program/pixels/Surface.h"
 #include "program/text/Font.h"
-#include "support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -150,14 +148,6 @@ TEST(GlyphRuns, AreDrawnAgainAfterOthersNeededTheRoom) {
 TEST(GlyphRuns, AreNotKeptOfGlyphsThatTakeTooMuch) {
     const Drawing drawing{.width = 2000, .height = 2000, .y = 1800, .clip = {0, 0, 2000, 2000}};
     EXPECT_EQ(compare({"DejaVu Sans", "", 2000, false, false}, drawing, U"O"), 0U);
-}
-
-// A font of bitmaps, which cairo scales smoothly: its pixels are not simply on or off.
-TEST(GlyphRuns, AreNotKeptOfScaledBitmaps) {
-    constexpr std::array<unsigned char, 8> rows{0x18, 0x24, 0x42, 0x81, 0xFF, 0x81, 0x81, 0x81};
-    const std::string font = test::bitmap_font(8, 0, rows);
-    const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(font.data()), font.size()));
-    EXPECT_EQ(compare({"", file.path(), 12, false, false}, {.color = eRed}, U"AA"), 0U);
 }
 
 } // namespace

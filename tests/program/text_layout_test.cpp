@@ -1,6 +1,7 @@
 #include "program/pixels/Surface.h"
 #include "program/text/LineBreaker.h"
 #include "program/text/TextLayout.h"
+#include "program/text/line_spacing.h"
 
 #include <gtest/gtest.h>
 
@@ -148,14 +149,33 @@ TEST(TextLayout, CutsNoSlantedOrBoldInk) {
     }
 }
 
-TEST(TextLayout, FillsPagesWithAsManyLinesAsFit) {
-    const int lineHeight = font().line_height();
-    const TextPages pages =
-        lay_out(U"a\nb\nc\nd\ne", font(), style(MULTILINE), {64, 2 * lineHeight + 1, Running::no});
+TEST(TextLayout, FillsPagesWithAsManyLinesAsTheirInkAllows) {
+    const GlyphShape &tall = font().shape(U'b'), &deep = font().shape(U'g');
+    const int rows = deep.bottom - deep.top + 1 + tall.bottom - tall.top;
+    ASSERT_LT(rows, 2 * font().line_height());
+    const auto laid_out = [](int height) {
+        return lay_out(U"g\nb\ng\nb\ng", font(), style(MULTILINE), {64, height, Running::no});
+    };
+    const TextPages pages = laid_out(rows);
     ASSERT_EQ(pages.pages.size(), 3U);
     EXPECT_EQ(pages.pages.back().count, 1U);
+    EXPECT_EQ(pages.glyphs[0].y, -deep.top);
+    EXPECT_EQ(pages.glyphs[1].y, rows - tall.bottom);
+    EXPECT_EQ(laid_out(rows - 1).pages.size(), 5U);
     EXPECT_EQ(lay_out(U"a\nb", font(), style(MULTILINE), {64, 3, Running::no}).pages.size(), 2U)
         << "at least one line a page";
+}
+
+TEST(LineSpacing, LetsBitmapsStandCellToCellAndOthersShareTheRoom) {
+    const FontRows font{14, 18};
+    const LineInk hanzi{-13, 3, 16}, letters{-12, 3, 0};
+    EXPECT_EQ(lines_that_fit(std::vector(3, hanzi), 32, font), 2U);
+    EXPECT_EQ(baselines(std::vector(2, hanzi), 32, font, 1), (std::vector{13, 29}));
+    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 31, font), 2U);
+    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 30, font), 1U);
+    EXPECT_EQ(baselines(std::vector(3, letters), 51, font, 0), (std::vector{12, 30, 48}));
+    EXPECT_EQ(baselines(std::vector(3, letters), 54, font, 0), (std::vector{14, 32, 50}))
+        << "as the font has it";
 }
 
 TEST(TextLayout, CentresARunningTextThatFits) {
@@ -168,8 +188,8 @@ TEST(TextLayout, CentresARunningTextThatFits) {
 TEST(TextLayout, StacksVerticalTextIntoColumns) {
     auto vertical = style(MULTILINE);
     vertical.tdirection = eVertical;
-    const int cell = font().line_height();
-    const TextPages pages = lay_out(U"abc de\nf", font(), vertical, {200, 3 * cell, Running::no});
+    const int cell = font().shape(U'a').bottom - font().shape(U'b').top + 1;
+    const TextPages pages = lay_out(U"abc de\nf", font(), vertical, {200, 3 * cell - 1, Running::no});
     ASSERT_EQ(pages.pages.size(), 1U);
     ASSERT_EQ(pages.glyphs.size(), 6U) << "abc | de | f: the space that would start a column is left out";
     EXPECT_EQ(pages.glyphs[1].y - pages.glyphs[0].y, cell);

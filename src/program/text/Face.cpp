@@ -6,7 +6,8 @@
 namespace qm {
 namespace {
 
-constexpr int kMargin = 2; // around what a glyph measures
+constexpr int kMargin = 2;     // around what a glyph measures
+constexpr double kSlant = 0.2; // to the right, of what is above the baseline
 
 int to_utf8(char32_t c, char out[4]) {
     if (c < 0x80) {
@@ -21,8 +22,9 @@ int to_utf8(char32_t c, char out[4]) {
 
 } // namespace
 
-OutlineFace::OutlineFace(cairo_t* c, double size) {
-    cairo_set_font_size(c, size);
+OutlineFace::OutlineFace(cairo_t* c, double size, bool slanted) {
+    const cairo_matrix_t matrix{size, 0, slanted ? -kSlant * size : 0, size, 0, 0};
+    cairo_set_font_matrix(c, &matrix);
     m_font.reset(cairo_scaled_font_reference(cairo_get_scaled_font(c)));
     if (!usable()) return;
     cairo_font_extents_t extents;

@@ -46,8 +46,8 @@ class Face {
 // Of cairo's.
 class OutlineFace : public Face {
   public:
-    // The font that is selected on a context.
-    OutlineFace(cairo_t* c, double size);
+    // The font that is selected on a context, slanted if wanted.
+    OutlineFace(cairo_t* c, double size, bool slanted = false);
 
     [[nodiscard]] bool usable() const;
     [[nodiscard]] cairo_scaled_font_t* scaled_font() const { return m_font.get(); }

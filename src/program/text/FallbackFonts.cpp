@@ -1,5 +1,7 @@
 #include "program/text/FallbackFonts.h"
 
+#include "program/text/StrikeFace.h"
+
 #include <cairo-ft.h>
 
 namespace qm {
@@ -47,9 +49,24 @@ std::optional<int> FallbackFonts::find(char32_t character, int from) const {
     return std::nullopt;
 }
 
-FontFacePtr FallbackFonts::open(int number, const FontChoice& choice) const {
+std::unique_ptr<Face> FallbackFonts::open(int number, const FontChoice& choice) const {
     const PatternPtr found(FcFontRenderPrepare(nullptr, pattern_of(choice).get(), m_fonts->fonts[number]));
-    return FontFacePtr(cairo_ft_font_face_create_for_pattern(found.get()));
+    FcBool scalable = FcTrue, colour = FcFalse;
+    FcPatternGetBool(found.get(), FC_SCALABLE, 0, &scalable);
+    FcPatternGetBool(found.get(), FC_COLOR, 0, &colour);
+    if (colour) return nullptr;
+    if (!scalable) {
+        FcChar8* file = nullptr;
+        int index = 0;
+        FcPatternGetString(found.get(), FC_FILE, 0, &file);
+        FcPatternGetInteger(found.get(), FC_INDEX, 0, &index);
+        return file ? StrikeFace::open(reinterpret_cast<const char*>(file), index, choice, false) : nullptr;
+    }
+    const Canvas32 scratch(1, 1);
+    const FontFacePtr face(cairo_ft_font_face_create_for_pattern(found.get()));
+    cairo_set_font_face(scratch.context(), face.get());
+    auto opened = std::make_unique<OutlineFace>(scratch.context(), choice.size);
+    return opened->usable() ? std::move(opened) : nullptr;
 }
 
 } // namespace qm

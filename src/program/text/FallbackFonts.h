@@ -1,7 +1,7 @@
 // The installed fonts that stand in for a chosen one where it lacks a character.
 #pragma once
 
-#include "program/pixels/Surface.h"
+#include "program/text/Face.h"
 #include "program/text/FontChoice.h"
 #include "qm_sdk_dual.h"
 
@@ -21,8 +21,8 @@ class FallbackFonts {
 
     // The number of the first font, counted from a number on, that says it has the character.
     [[nodiscard]] std::optional<int> find(char32_t character, int from) const;
-    // A font by its number, in the size of a choice.
-    [[nodiscard]] FontFacePtr open(int number, const FontChoice& choice) const;
+    // A font by its number, in the size of a choice; nothing when it cannot be used.
+    [[nodiscard]] std::unique_ptr<Face> open(int number, const FontChoice& choice) const;
 
   private:
     struct Release {

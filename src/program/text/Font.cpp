@@ -1,9 +1,9 @@
 #include "program/text/Font.h"
 
 #include "program/text/CairoFreeType.h"
+#include "program/text/InstalledFonts.h"
+#include "program/text/StrikeFace.h"
 #include "program/text/encoding.h"
-
-#include <cairo-ft.h>
 
 #include <cmath>
 #include <map>
@@ -42,6 +42,47 @@ std::shared_ptr<FallbackFonts> fallbacks_of(FontChoice choice) {
     return known != kept.end() ? known->second : keep(kept, choice, std::make_shared<FallbackFonts>(choice));
 }
 
+std::unique_ptr<Face> selected_face(const FontChoice& choice, bool& substitute, bool slanted = false) {
+    const Canvas32 scratch(1, 1);
+    substitute = !select_font(scratch.context(), choice);
+    auto face = std::make_unique<OutlineFace>(scratch.context(), choice.size, slanted);
+    require_success(cairo_scaled_font_status(face->scaled_font()));
+    return face;
+}
+
+std::unique_ptr<Face> file_face(const FontChoice& choice, bool& substitute) {
+    std::unique_ptr<Face> outlines = selected_face(choice, substitute);
+    if (substitute || choice.path.empty()) return outlines;
+    std::unique_ptr<Face> strike = StrikeFace::open(choice.path, 0, choice, false);
+    return strike ? std::move(strike) : std::move(outlines);
+}
+
+// Nothing for a family that is not installed, unless something in its place will do.
+std::unique_ptr<Face> family_face(const FontChoice& choice, bool inItsPlace = true) {
+    if (auto strike = installed_strike(choice, true)) return strike;
+    const InstalledFont font = installed_font(choice);
+    if (font.named)
+        if (auto embedded = StrikeFace::open(font.file, font.index, choice, true)) return embedded;
+    if (!font.named && !inItsPlace) return nullptr;
+    if (!font.named)
+        if (auto strike = installed_strike(choice, false)) return strike;
+    bool substitute = false;
+    return selected_face(choice, substitute, choice.italic && font.upright);
+}
+
+std::unique_ptr<Face> preferred_face_of(const char* family, FontChoice choice) {
+    choice.path.clear();
+    choice.style = family;
+    return family_face(choice, false);
+}
+
+std::unique_ptr<Face> automatic_face(FontChoice choice) {
+    for (const char* family : preferred_families(choice.size))
+        if (auto face = preferred_face_of(family, choice)) return face;
+    choice.style = "sans-serif";
+    return family_face(choice);
+}
+
 } // namespace
 
 double round(double r) { return r > 0 ? std::floor(r + 0.5) : std::ceil(r - 0.5); }
@@ -65,39 +106,53 @@ bool select_font(cairo_t* c, const FontChoice& choice) {
     return found;
 }
 
-Font::Font(const FontChoice& choice) : m_choice(choice) {
-    const Canvas32 scratch(1, 1);
-    m_substitute = !select_font(scratch.context(), choice);
-    auto face = std::make_unique<OutlineFace>(scratch.context(), choice.size);
-    require_success(cairo_scaled_font_status(face->scaled_font()));
+Font::Font(const FontChoice& choice) : m_choice(choice), m_preferred(preferred_families(choice.size)) {
+    std::unique_ptr<Face> face;
+    if (choice.style == kAutomaticFont)
+        face = automatic_face(choice);
+    else if (!choice.style.empty())
+        face = family_face(choice);
+    else
+        face = file_face(choice, m_substitute);
     m_faces.push_back(std::move(face));
 }
 
-// The number among the faces of a font that stands in; 0 for one that cannot be used.
+unsigned Font::keep(std::unique_ptr<Face> face) {
+    if (!face) return 0;
+    m_faces.push_back(std::move(face));
+    return static_cast<unsigned>(m_faces.size() - 1);
+}
+
+// The number among the faces of a preferred family; 0 for one that is not there.
+unsigned Font::preferred_face(std::size_t number) {
+    if (number == m_preferredFaces.size())
+        m_preferredFaces.push_back(keep(preferred_face_of(m_preferred[number], m_choice)));
+    return m_preferredFaces[number];
+}
+
+// That of a font that stands in; 0 for one that cannot be used.
 unsigned Font::face_of(int fallback) {
     const auto [face, isNew] = m_fallbackFaces.try_emplace(fallback, 0U);
-    if (!isNew) return face->second;
-    const Canvas32 scratch(1, 1);
-    cairo_set_font_face(scratch.context(), m_fallbacks->open(fallback, m_choice).get());
-    auto opened = std::make_unique<OutlineFace>(scratch.context(), m_choice.size);
-    if (!opened->usable()) return 0;
-    m_faces.push_back(std::move(opened));
-    return face->second = static_cast<unsigned>(m_faces.size() - 1);
+    if (isNew) face->second = keep(m_fallbacks->open(fallback, m_choice));
+    return face->second;
+}
+
+bool Font::find_in(unsigned face, char32_t character, GlyphShape& shape) {
+    shape.index = m_faces[face]->glyph_index(character);
+    shape.face = shape.index != 0 ? face : 0;
+    return shape.index != 0;
 }
 
 // The chosen font's glyph, or that of the first font which stands in for it and has the character; else the
 // chosen font's sign for a missing one.
 void Font::find_glyph(char32_t character, GlyphShape& shape) {
-    shape.index = m_faces.front()->glyph_index(character);
-    if (shape.index != 0) return;
+    if (find_in(0, character, shape)) return;
+    for (std::size_t i = 0; i < m_preferred.size(); ++i)
+        if (const unsigned face = preferred_face(i); face != 0 && find_in(face, character, shape)) return;
     if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
     for (auto found = m_fallbacks->find(character, 0); found;
-         found = m_fallbacks->find(character, *found + 1)) {
-        shape.face = face_of(*found);
-        if (shape.face != 0) shape.index = m_faces[shape.face]->glyph_index(character);
-        if (shape.index != 0) return;
-    }
-    shape.face = 0;
+         found = m_fallbacks->find(character, *found + 1))
+        if (const unsigned face = face_of(*found); face != 0 && find_in(face, character, shape)) return;
 }
 
 GlyphShape& Font::kept(char32_t character) {

@@ -69,6 +69,8 @@ class Font {
         }
         return measure(character);
     }
+    // The face that has the shape.
+    [[nodiscard]] const Face& face_of(const GlyphShape& shape) const { return *m_faces[shape.face]; }
     // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,
     // and inside its clip, a rectangle of whole pixels.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
@@ -80,6 +82,9 @@ class Font {
     GlyphShape& kept(char32_t character);
     const GlyphShape& measure(char32_t character);
     void find_glyph(char32_t character, GlyphShape& shape);
+    bool find_in(unsigned face, char32_t character, GlyphShape& shape);
+    unsigned keep(std::unique_ptr<Face> face);
+    unsigned preferred_face(std::size_t number);
     unsigned face_of(int fallback);
     bool has_runs(const GlyphShape& shape);
     // Each draws the leading glyphs that have runs, or that have none, and returns how many.
@@ -87,8 +92,10 @@ class Font {
     std::size_t show_by_face(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
 
     FontChoice m_choice;
-    bool m_substitute;
-    std::vector<std::unique_ptr<Face>> m_faces;       // the chosen font, then fallbacks
+    bool m_substitute = false;
+    std::vector<std::unique_ptr<Face>> m_faces;       // the chosen font, then those that stand in
+    std::vector<const char*> m_preferred;             // families that do so first
+    std::vector<unsigned> m_preferredFaces;           // of those that were asked so far
     std::shared_ptr<FallbackFonts> m_fallbacks;       // once a character is missing
     std::map<int, unsigned> m_fallbackFaces;          // by their numbers there
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character

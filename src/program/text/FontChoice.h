@@ -6,6 +6,9 @@
 
 namespace qm {
 
+// The family that stands for the best of those that are installed: preferred_families.
+constexpr char kAutomaticFont[] = "auto";
+
 // Which font, as the caller described it: a family name wins over a file path.
 struct FontChoice {
     std::string style; // family name

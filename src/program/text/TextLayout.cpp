@@ -2,6 +2,7 @@
 
 #include "program/text/LineBreaker.h"
 #include "program/text/alignment.h"
+#include "program/text/line_spacing.h"
 
 #include <algorithm>
 #include <limits>
@@ -10,35 +11,25 @@
 namespace qm {
 namespace {
 
-constexpr Ouint8 kCentre = 1, kEnd = 2;
-
-// How far above and below the baseline the characters of a text reach.
-struct InkRange {
-    int top = 0, bottom = 0;
-};
-
-InkRange ink_of(const ShapedText& text) {
-    InkRange ink{std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
-    for (std::size_t i = 0; i < text.size(); ++i) {
+// What the clusters of a line light, and whether bitmaps are among them.
+LineInk ink_of(const ShapedText& text, const TextLine& line, const Font& font) {
+    LineInk ink{std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    for (std::size_t i = line.begin; i < line.end; ++i) {
         const GlyphShape& shape = text.shape(i);
         if (shape.blank()) continue;
         ink.top = std::min(ink.top, shape.top);
         ink.bottom = std::max(ink.bottom, shape.bottom);
+        ink.cell = std::max(ink.cell, font.face_of(shape).strike());
     }
-    return ink.top < ink.bottom ? ink : InkRange{};
-}
-
-// Top of a block of lines in an area. A block that is higher than the area starts at its top.
-int block_top(Ouint8 valign, int areaHeight, int lines, int lineHeight) {
-    if (valign == kCentre) return get_y_area(areaHeight, lines, lineHeight);
-    return valign == kEnd ? std::max(0, areaHeight - lines * lineHeight) : 0;
+    return ink.top < ink.bottom ? ink : LineInk{};
 }
 
 class Layout {
   public:
     Layout(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
         : m_singleLine(style.arrMode == SINGLELINE), m_text(clean_text(text, m_singleLine), font),
-          m_font(font), m_style(style), m_frame(frame), m_ink(ink_of(m_text)) {}
+          m_font(font), m_style(style), m_frame(frame),
+          m_ink(ink_of(m_text, {0, m_text.size()}, font)), m_rows{font.ascent(), font.line_height()} {}
 
     TextPages run() {
         m_out.glyphs.reserve(m_text.size());
@@ -66,15 +57,19 @@ class Layout {
         return writtenLastFirst ? m_out.pages.front() : m_out.pages.back();
     }
 
-    // The baseline of line number line of lines. A line that is higher than the area gives up the empty rows
-    // above and below its characters before a character is cut.
-    [[nodiscard]] int baseline(int line, int lines) const {
-        const int lineHeight = m_font.line_height();
-        int y = block_top(m_style.Valign, m_frame.height, lines, lineHeight) + line * lineHeight +
-                m_font.ascent();
-        if (lines > 1) return y;
-        y = std::min(y, m_frame.height - m_ink.bottom);
-        return std::max(y, -m_ink.top);
+    // Of a line that is alone on its page: the same on all pages of a text.
+    [[nodiscard]] int baseline() const {
+        return baselines({&m_ink, 1}, m_frame.height, m_rows, m_style.Valign).front();
+    }
+
+    // A line that lights nothing takes the room of the others.
+    [[nodiscard]] std::vector<LineInk> inks_of(std::span<const TextLine> lines) const {
+        std::vector<LineInk> inks;
+        for (const TextLine& line : lines) {
+            const LineInk ink = ink_of(m_text, line, m_font);
+            inks.push_back(ink.top < ink.bottom ? ink : m_ink);
+        }
+        return inks;
     }
 
     void add(const TextPage& page) {
@@ -93,20 +88,23 @@ class Layout {
 
     void set_lines() {
         const std::vector<TextLine> lines = break_lines(m_text, m_style.txtSpace, m_frame.width);
-        const std::size_t perPage =
-            m_singleLine ? 1 : static_cast<std::size_t>(std::max(1, m_frame.height / m_font.line_height()));
-        for (std::size_t i = 0; i < lines.size(); i += perPage)
-            set_page(std::span(lines).subspan(i, std::min(perPage, lines.size() - i)));
+        const std::vector<LineInk> inks = inks_of(lines);
+        for (std::size_t i = 0, count = 0; i < lines.size(); i += count) {
+            count = m_singleLine ? 1 : lines_that_fit(std::span(inks).subspan(i), m_frame.height, m_rows);
+            set_page(std::span(lines).subspan(i, count), std::span(inks).subspan(i, count));
+        }
     }
 
-    void set_page(std::span<const TextLine> lines) {
+    void set_page(std::span<const TextLine> lines, std::span<const LineInk> inks) {
         const std::size_t first = m_out.glyphs.size();
+        const std::vector<int> places = inks.size() == 1
+                                            ? std::vector{baseline()}
+                                            : baselines(inks, m_frame.height, m_rows, m_style.Valign);
         int right = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {
             const LineExtent extent = m_text.measure(lines[i], m_style.txtSpace);
             const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
-            place_line(lines[i], x + extent.start,
-                       baseline(static_cast<int>(i), static_cast<int>(lines.size())));
+            place_line(lines[i], x + extent.start, places[i]);
             right = std::max(right, x + extent.width);
         }
         add({first, m_out.glyphs.size() - first, 0, std::min(right, m_frame.width)});
@@ -119,7 +117,7 @@ class Layout {
         const LineExtent extent = m_text.measure(all, m_style.txtSpace);
         if (extent.width == 0) return;
         const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
-        place_line(all, x + extent.start, baseline(0, 1));
+        place_line(all, x + extent.start, baseline());
         const int end = x + extent.width, width = m_frame.width;
         const int missing = m_frame.running == Running::right ? (width - end % width) % width : 0;
         for (int cut = -missing; cut < end; cut += width) {
@@ -140,9 +138,7 @@ class Layout {
 
     // Characters stacked into columns, columns from left to right; single line is one column a page.
     void set_columns() {
-        const int cell = m_font.line_height() + m_style.txtSpace;
-        const auto perColumn =
-            static_cast<std::size_t>(std::max(1, (m_frame.height + m_style.txtSpace) / cell));
+        const std::size_t perColumn = characters_that_fit();
         std::vector<TextLine> columns;
         for (std::size_t begin = 0; begin < m_text.size();) {
             std::size_t end = begin;
@@ -155,27 +151,46 @@ class Layout {
         const int pitch = widest_advance();
         const auto perPage = static_cast<std::size_t>(m_singleLine ? 1 : std::max(1, m_frame.width / pitch));
         for (std::size_t i = 0; i < columns.size(); i += perPage)
-            set_column_page(std::span(columns).subspan(i, std::min(perPage, columns.size() - i)), pitch,
-                            cell);
+            set_column_page(std::span(columns).subspan(i, std::min(perPage, columns.size() - i)), pitch);
     }
 
-    void set_column_page(std::span<const TextLine> columns, int pitch, int cell) {
+    // Characters stand in a column as lines do on a page, with the wanted pixels between them.
+    [[nodiscard]] std::vector<int> places_of(std::size_t count) const {
+        const int spaces = static_cast<int>(count - 1) * m_style.txtSpace;
+        std::vector<int> places = baselines(std::vector(count, m_ink), std::max(1, m_frame.height - spaces),
+                                            m_rows, m_style.Valign);
+        for (std::size_t i = 0; i < count; ++i) places[i] += static_cast<int>(i) * m_style.txtSpace;
+        return places;
+    }
+
+    // In a column, at least one.
+    [[nodiscard]] std::size_t characters_that_fit() const {
+        const int height = m_frame.height, spacing = m_style.txtSpace;
+        const int close = 1 + (height - (m_ink.bottom - m_ink.top)) / (closest(m_ink, m_ink) + spacing);
+        const int apart = (height + spacing) / (m_rows.line + spacing);
+        return static_cast<std::size_t>(std::max({1, close, apart}));
+    }
+
+    void set_column_page(std::span<const TextLine> columns, int pitch) {
         const std::size_t first = m_out.glyphs.size();
         const int width = static_cast<int>(columns.size()) * pitch;
         const int left = get_x_area(m_style.Halign, m_frame.width, width);
+        std::size_t longest = 1;
+        for (const TextLine& column : columns) longest = std::max(longest, column.end - column.begin);
+        const std::vector<int> places = places_of(longest);
         for (std::size_t i = 0; i < columns.size(); ++i)
-            place_column(columns[i], left + static_cast<int>(i) * pitch, pitch, cell);
+            place_column(columns[i], left + static_cast<int>(i) * pitch, pitch, places);
         add({first, m_out.glyphs.size() - first, 0, std::min(left + width, m_frame.width)});
     }
 
-    void place_column(const TextLine& column, int x, int pitch, int cell) {
-        const int count = static_cast<int>(column.end - column.begin);
-        const int height = count * cell - m_style.txtSpace;
-        const int top = block_top(m_style.Valign, m_frame.height, 1, height);
-        int y = count == 1 ? baseline(0, 1) : top + m_font.ascent();
-        for (std::size_t i = column.begin; i < column.end; ++i, y += cell) {
+    void place_column(const TextLine& column, int x, int pitch, const std::vector<int>& places) {
+        if (column.begin == column.end) return;
+        const auto room = [&](std::size_t last) { return places[last] - places.front(); };
+        const int down =
+            get_x_area(m_style.Valign, room(places.size() - 1), room(column.end - column.begin - 1));
+        for (std::size_t i = column.begin; i < column.end; ++i) {
             const GlyphShape& shape = m_text.shape(i);
-            place(shape, x + get_x_area(1, pitch, shape.advance), y);
+            place(shape, x + get_x_area(1, pitch, shape.advance), down + places[i - column.begin]);
         }
     }
 
@@ -190,7 +205,8 @@ class Layout {
     Font& m_font;
     const qm_G5_G6_fontData& m_style;
     LayoutFrame m_frame;
-    InkRange m_ink;
+    LineInk m_ink; // of all lines
+    FontRows m_rows;
     TextPages m_out;
 };
 

@@ -1,0 +1,144 @@
+#include "program/text/StrikeFace.h"
+
+#include "support/files.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace qm {
+namespace {
+
+constexpr int kRowsPerStep = 4; // of slanted bitmaps
+
+// Never closed: fonts are kept until the process ends.
+FT_Library library() {
+    static const FT_Library opened = [] {
+        FT_Library made = nullptr;
+        FT_Init_FreeType(&made);
+        return made;
+    }();
+    return opened;
+}
+
+int pixels_of(const FT_Bitmap_Size& strike) { return static_cast<int>((strike.y_ppem + 32) / 64); }
+
+// The number of the strike that serves a size.
+std::optional<int> strike_for(FT_Face face, int pixels, bool onlyExact) {
+    std::optional<int> best;
+    const auto suits_better = [&](int size) {
+        if (!best) return true;
+        const int known = pixels_of(face->available_sizes[*best]);
+        return known > pixels ? size < known : size <= pixels && size > known;
+    };
+    for (int i = 0; i < face->num_fixed_sizes; ++i) {
+        const int size = pixels_of(face->available_sizes[i]);
+        if ((size == pixels || !onlyExact) && suits_better(size)) best = i;
+    }
+    return best;
+}
+
+} // namespace
+
+std::unique_ptr<StrikeFace> StrikeFace::open(const std::string& path, int index, const FontChoice& choice,
+                                             bool onlyExact) {
+    FT_Face opened = nullptr;
+    if (!is_ordinary_file(path) || FT_New_Face(library(), path.c_str(), index, &opened) != 0) return nullptr;
+    FacePtr face(opened);
+    const auto strike =
+        strike_for(opened, static_cast<int>(std::lround(choice.size)), onlyExact || FT_IS_SCALABLE(opened));
+    if (!strike || FT_HAS_COLOR(opened) || FT_Select_Size(opened, *strike) != 0) return nullptr;
+    const int pixels = pixels_of(opened->available_sizes[*strike]);
+    return std::unique_ptr<StrikeFace>(new StrikeFace(std::move(face), pixels, choice));
+}
+
+StrikeFace::StrikeFace(FacePtr face, int strike, const FontChoice& choice)
+    : m_face(std::move(face)), m_widen(choice.bold && !(m_face->style_flags & FT_STYLE_FLAG_BOLD)),
+      m_slant(choice.italic && !(m_face->style_flags & FT_STYLE_FLAG_ITALIC)) {
+    const FT_Size_Metrics& metrics = m_face->size->metrics;
+    m_ascent = static_cast<int>(metrics.ascender / 64);
+    m_lineHeight = std::max(1, static_cast<int>((metrics.ascender - metrics.descender) / 64));
+    m_strike = strike;
+}
+
+unsigned long StrikeFace::glyph_index(char32_t character) const {
+    return FT_Get_Char_Index(m_face.get(), character);
+}
+
+bool StrikeFace::Bitmap::at(int x, int y) const {
+    if (x < box.left || x >= box.right || y < box.top || y >= box.bottom) return false;
+    return lit[static_cast<std::size_t>((y - box.top) * width() + x - box.left)];
+}
+
+void StrikeFace::Bitmap::set(int x, int y) {
+    lit[static_cast<std::size_t>((y - box.top) * width() + x - box.left)] = true;
+}
+
+StrikeFace::Bitmap StrikeFace::load(unsigned long index) const {
+    Bitmap glyph;
+    const auto number = static_cast<FT_UInt>(index);
+    if (FT_Load_Glyph(m_face.get(), number, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) return glyph;
+    const FT_GlyphSlot slot = m_face->glyph;
+    const FT_Bitmap& bitmap = slot->bitmap;
+    const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
+    glyph.box = {slot->bitmap_left, -slot->bitmap_top, slot->bitmap_left + width, rows - slot->bitmap_top};
+    glyph.advance = std::max(0, static_cast<int>((slot->advance.x + 32) / 64));
+    glyph.lit.resize(static_cast<std::size_t>(width * rows));
+    for (int y = 0; y < rows; ++y) {
+        const unsigned char* row = bitmap.buffer + std::ptrdiff_t{y} * bitmap.pitch;
+        for (int x = 0; x < width; ++x) {
+            const bool lit = bitmap.pixel_mode == FT_PIXEL_MODE_MONO   ? (row[x / 8] << x % 8 & 0x80) != 0
+                             : bitmap.pixel_mode == FT_PIXEL_MODE_GRAY ? row[x] >= 128
+                                                                       : false;
+            if (lit) glyph.set(glyph.box.left + x, glyph.box.top + y);
+        }
+    }
+    if (m_widen) glyph = widened(glyph);
+    return m_slant ? slanted(glyph) : glyph;
+}
+
+// Every column twice, but for what would close a gap of one column.
+StrikeFace::Bitmap StrikeFace::widened(const Bitmap& glyph) {
+    Bitmap bold{glyph.box, glyph.advance + 1, {}};
+    ++bold.box.right;
+    bold.lit.resize(static_cast<std::size_t>(bold.width() * (bold.box.bottom - bold.box.top)));
+    for (int y = bold.box.top; y < bold.box.bottom; ++y)
+        for (int x = bold.box.left; x < bold.box.right; ++x)
+            if (glyph.at(x, y) || (glyph.at(x - 1, y) && !glyph.at(x + 1, y))) bold.set(x, y);
+    return bold;
+}
+
+// Each few rows a whole pixel farther than those below.
+StrikeFace::Bitmap StrikeFace::slanted(const Bitmap& glyph) {
+    const auto shift = [](int y) {
+        return y < 0 ? (kRowsPerStep - 1 - y) / kRowsPerStep - 1 : -(y / kRowsPerStep);
+    };
+    Bitmap italic{glyph.box, glyph.advance, {}};
+    italic.box.left += std::min(0, shift(glyph.box.bottom - 1));
+    italic.box.right += std::max(0, shift(glyph.box.top));
+    italic.lit.resize(static_cast<std::size_t>(italic.width() * (italic.box.bottom - italic.box.top)));
+    for (int y = glyph.box.top; y < glyph.box.bottom; ++y)
+        for (int x = glyph.box.left; x < glyph.box.right; ++x)
+            if (glyph.at(x, y)) italic.set(x + shift(y), y);
+    return italic;
+}
+
+GlyphMeasure StrikeFace::measure(unsigned long index) const {
+    const Bitmap glyph = load(index);
+    return {glyph.advance, glyph.box};
+}
+
+PixelBox StrikeFace::room_for(const PixelBox& ink) const {
+    return {ink.left - 1, ink.top - 1, ink.right + 1, ink.bottom + 1};
+}
+
+bool StrikeFace::draw(cairo_t* c, unsigned long index, int x, int y) const {
+    const Bitmap glyph = load(index);
+    for (int row = glyph.box.top; row < glyph.box.bottom; ++row)
+        for (int column = glyph.box.left; column < glyph.box.right; ++column)
+            if (glyph.at(column, row)) cairo_rectangle(c, x + column, y + row, 1, 1);
+    cairo_fill(c);
+    return cairo_status(c) == CAIRO_STATUS_SUCCESS;
+}
+
+} // namespace qm

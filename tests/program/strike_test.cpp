@@ -1,0 +1,43 @@
+// Bitmaps are drawn as they are, in the size that a font has them.
+#include "bitmap_font.h"
+#include "program/text/Font.h"
+#include "support/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+namespace qm {
+namespace {
+
+constexpr unsigned char kRows[] = {0x20, 0x50, 0x90, 0x81, 0xFF, 0x81, 0x81, 0xC3};
+
+// What a font of 8 pixels shows of its only letter, a row of '#' and '.' a line.
+std::string drawn(double pixels, bool bold = false, bool italic = false) {
+    const std::string content = test::bitmap_font(8, 0, kRows);
+    const TemporaryFile file(Bytes(reinterpret_cast<const Ouint8*>(content.data()), content.size()));
+    Font font({"", file.path(), pixels, bold, italic});
+    const PlacedGlyph letter{&font.shape(U'A'), 1, 8};
+    Canvas32 canvas(12, 9);
+    set_cairoColor(canvas.context(), eWhite);
+    font.show(canvas.context(), {&letter, 1}, 0);
+    std::string rows;
+    const auto* pixel = reinterpret_cast<const Ouint32*>(canvas.pixels());
+    for (int y = 0; y < canvas.height(); ++y, rows += '\n')
+        for (int x = 0; x < canvas.width(); ++x, ++pixel) rows += *pixel ? '#' : '.';
+    return rows;
+}
+
+TEST(Strike, IsDrawnUnscaledInEverySize) {
+    const std::string plain = "...#........\n..#.#.......\n.#..#.......\n.#......#...\n.########...\n"
+                              ".#......#...\n.#......#...\n.##....##...\n............\n";
+    for (const double pixels : {4, 8, 12, 100}) EXPECT_EQ(drawn(pixels), plain) << pixels;
+}
+
+TEST(Strike, IsMadeBoldWithItsGapsOpenAndItalicByWholePixels) {
+    EXPECT_EQ(drawn(8, true), "...##.......\n..#.##......\n.##.##......\n.##.....##..\n.#########..\n"
+                              ".##.....##..\n.##.....##..\n.###...###..\n............\n");
+    EXPECT_EQ(drawn(8, false, true), "....#.......\n...#.#......\n..#..#......\n..#......#..\n.########...\n"
+                                     ".#......#...\n.#......#...\n.##....##...\n............\n");
+}
+
+} // namespace
+} // namespace qm
