@@ -163,6 +163,32 @@ typedef struct QM_ControllerType {
 } QM_ControllerType;
 QM_RECORD_SIZE(QM_ControllerType, 10);
 
+/* How a text is to be set: see qm_measure_text. */
+typedef struct qm_text_style {
+    const char* font;         /* family, "auto", or font file, as the calls that add texts take it */
+    Ouint16 points;           /* size; 12 are 16 pixels */
+    bool bold;                /* whether it is bold */
+    bool italic;              /* whether it is italic */
+    E_arrMode arrMode;        /* one line, or wrapped to the width */
+    E_txtDirection direction; /* as in rows, or stacked into columns */
+    Ouint16 spacing;          /* pixels added between characters */
+    Ouint8 displayMode;       /* of the page: 4 runs to the left, 38 and 40 to the right */
+} qm_text_style;
+QM_RECORD_SIZE(qm_text_style, sizeof(char*) + 15);
+
+/* What a text takes: see qm_measure_text. */
+typedef struct qm_text_extent {
+    Ouint32 pages;        /* how many it makes */
+    Ouint32 width;        /* of the ink, pixels: of the whole strip when it runs, else of the widest page */
+    Ouint32 height;       /* of the ink, pixels: likewise, of the highest page */
+    Ouint32 missing;      /* characters that no font has */
+    Ouint32 firstMissing; /* code point of the first of them; 0 when there is none */
+    Ouint16 strike;       /* pixels of the bitmaps of the font named next; 0 when it draws outlines */
+    char family[64];      /* of the font that draws most of the text, NUL-terminated */
+    char file[256];       /* its file, NUL-terminated */
+} qm_text_extent;
+QM_RECORD_SIZE(qm_text_extent, 342);
+
 /* What a generation-5 controller says of its network settings. */
 typedef struct heartbeatData {
     Ouint8 password[8];   /* for the server, as in cmd_udpSetIP */
@@ -1460,6 +1486,19 @@ QM_API int dynamicArea_addFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_changeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_removeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
+
+/* ---- Measuring texts ------------------------------------------------------------------------------- */
+
+/* What a text takes on pages of width x height pixels, and what it is drawn in, without drawing it. It waits
+ * for other threads that draw.
+ *   text    UTF-8, as the calls that add texts take it
+ *   style   read before this returns
+ *   extent  the caller's, written when this returns 0
+ * Ink that reaches beyond the page is counted, so that a text fits when it makes one page and its ink is no
+ * larger than that. Returns 0, or -1 when something is null. A font file that cannot be opened prints
+ * "Error %d opening font."; family and file are then those of the font in its place. */
+QM_API int qm_measure_text(const char* text, const qm_text_style* style, Ouint16 width, Ouint16 height,
+                           qm_text_extent* extent) QM_NOTHROW;
 
 /* ---- Reasons, messages, types and version ---------------------------------------------------------- */
 

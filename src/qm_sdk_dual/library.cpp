@@ -1,5 +1,7 @@
 // What the library says about itself and about its calls.
+#include "program/measure.h"
 #include "qm_sdk_dual.h"
+#include "qm_sdk_dual/exports.h"
 #include "support/controller_types.h"
 #include "support/message.h"
 #include "support/reason.h"
@@ -24,6 +26,13 @@ int qm_controller_type(Ouint16 controllerType, QM_ControllerType* type) noexcept
     type->generation = static_cast<Ouint8>(generation);
     type->transferMode = qm::transfer_mode_of(controllerType).value_or(0);
     return generation;
+}
+
+int qm_measure_text(const char* text, const qm_text_style* style, Ouint16 width, Ouint16 height,
+                    qm_text_extent* extent) noexcept {
+    const auto measure = [&] { *extent = qm::measure_text(text, *style, width, height); };
+    if (!style) return qm::guarded({{"style", style}}, measure);
+    return qm::guarded({{"text", text}, {"font", style->font}, {"extent", extent}}, measure);
 }
 
 const char* qm_version() noexcept {

@@ -79,4 +79,10 @@ bool CairoFreeType::SetFont(cairo_t* c, const std::string& strFont, bool bold, b
     return true;
 }
 
+std::string CairoFreeType::family_of(const std::string& strFont) {
+    const auto known = g_faceList().find(strFont);
+    const char* name = known != g_faceList().end() ? known->second.face->family_name : nullptr;
+    return name ? name : "";
+}
+
 } // namespace qm

@@ -17,6 +17,8 @@ class CairoFreeType {
     // prints "Error %d opening font.", leaves the context's font as it was and gives false. Antialiasing
     // goes off.
     static bool SetFont(cairo_t* c, const std::string& strFont, bool bold, bool italic);
+    // What an opened file says that it is; empty for one that says nothing, or is not open.
+    static std::string family_of(const std::string& strFont);
 };
 
 } // namespace qm

@@ -39,8 +39,19 @@ class Face {
     [[nodiscard]] int line_height() const { return m_lineHeight; }
     [[nodiscard]] int strike() const { return m_strike; } // pixels of its bitmaps; 0 for outlines
 
+    // What it is of, as far as that is known.
+    [[nodiscard]] const std::string& family() const { return m_family; }
+    [[nodiscard]] const std::string& file() const { return m_file; }
+    void set_source(std::string family, std::string file) {
+        m_family = std::move(family);
+        m_file = std::move(file);
+    }
+
   protected:
     int m_ascent = 0, m_lineHeight = 1, m_strike = 0;
+
+  private:
+    std::string m_family, m_file;
 };
 
 // Of cairo's.

@@ -54,18 +54,19 @@ std::unique_ptr<Face> FallbackFonts::open(int number, const FontChoice& choice) 
     FcBool scalable = FcTrue, colour = FcFalse;
     FcPatternGetBool(found.get(), FC_SCALABLE, 0, &scalable);
     FcPatternGetBool(found.get(), FC_COLOR, 0, &colour);
-    if (colour) return nullptr;
-    if (!scalable) {
-        FcChar8* file = nullptr;
-        int index = 0;
-        FcPatternGetString(found.get(), FC_FILE, 0, &file);
-        FcPatternGetInteger(found.get(), FC_INDEX, 0, &index);
-        return file ? StrikeFace::open(reinterpret_cast<const char*>(file), index, choice, false) : nullptr;
-    }
+    FcChar8 *file = nullptr, *family = nullptr;
+    int index = 0;
+    FcPatternGetString(found.get(), FC_FILE, 0, &file);
+    FcPatternGetString(found.get(), FC_FAMILY, 0, &family);
+    FcPatternGetInteger(found.get(), FC_INDEX, 0, &index);
+    if (colour || !file || !family) return nullptr;
+    const std::string path = reinterpret_cast<const char*>(file);
+    if (!scalable) return StrikeFace::open(path, index, choice, false);
     const Canvas32 scratch(1, 1);
     const FontFacePtr face(cairo_ft_font_face_create_for_pattern(found.get()));
     cairo_set_font_face(scratch.context(), face.get());
     auto opened = std::make_unique<OutlineFace>(scratch.context(), choice.size);
+    opened->set_source(reinterpret_cast<const char*>(family), path);
     return opened->usable() ? std::move(opened) : nullptr;
 }
 

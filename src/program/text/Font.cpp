@@ -53,6 +53,7 @@ std::unique_ptr<Face> selected_face(const FontChoice& choice, bool& substitute, 
 std::unique_ptr<Face> file_face(const FontChoice& choice, bool& substitute) {
     std::unique_ptr<Face> outlines = selected_face(choice, substitute);
     if (substitute || choice.path.empty()) return outlines;
+    outlines->set_source(CairoFreeType::family_of(choice.path), choice.path);
     std::unique_ptr<Face> strike = StrikeFace::open(choice.path, 0, choice, false);
     return strike ? std::move(strike) : std::move(outlines);
 }
@@ -67,7 +68,9 @@ std::unique_ptr<Face> family_face(const FontChoice& choice, bool inItsPlace = tr
     if (!font.named)
         if (auto strike = installed_strike(choice, false)) return strike;
     bool substitute = false;
-    return selected_face(choice, substitute, choice.italic && font.upright);
+    auto outlines = selected_face(choice, substitute, choice.italic && font.upright);
+    outlines->set_source(font.family, font.file);
+    return outlines;
 }
 
 std::unique_ptr<Face> preferred_face_of(const char* family, FontChoice choice) {

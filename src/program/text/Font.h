@@ -69,6 +69,7 @@ class Font {
         }
         return measure(character);
     }
+    [[nodiscard]] const Face& chosen_face() const { return *m_faces.front(); }
     // The face that has the shape.
     [[nodiscard]] const Face& face_of(const GlyphShape& shape) const { return *m_faces[shape.face]; }
     // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,

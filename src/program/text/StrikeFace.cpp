@@ -49,16 +49,17 @@ std::unique_ptr<StrikeFace> StrikeFace::open(const std::string& path, int index,
         strike_for(opened, static_cast<int>(std::lround(choice.size)), onlyExact || FT_IS_SCALABLE(opened));
     if (!strike || FT_HAS_COLOR(opened) || FT_Select_Size(opened, *strike) != 0) return nullptr;
     const int pixels = pixels_of(opened->available_sizes[*strike]);
-    return std::unique_ptr<StrikeFace>(new StrikeFace(std::move(face), pixels, choice));
+    return std::unique_ptr<StrikeFace>(new StrikeFace(std::move(face), path, pixels, choice));
 }
 
-StrikeFace::StrikeFace(FacePtr face, int strike, const FontChoice& choice)
+StrikeFace::StrikeFace(FacePtr face, const std::string& path, int strike, const FontChoice& choice)
     : m_face(std::move(face)), m_widen(choice.bold && !(m_face->style_flags & FT_STYLE_FLAG_BOLD)),
       m_slant(choice.italic && !(m_face->style_flags & FT_STYLE_FLAG_ITALIC)) {
     const FT_Size_Metrics& metrics = m_face->size->metrics;
     m_ascent = static_cast<int>(metrics.ascender / 64);
     m_lineHeight = std::max(1, static_cast<int>((metrics.ascender - metrics.descender) / 64));
     m_strike = strike;
+    set_source(m_face->family_name ? m_face->family_name : "", path);
 }
 
 unsigned long StrikeFace::glyph_index(char32_t character) const {

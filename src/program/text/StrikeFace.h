@@ -43,7 +43,7 @@ class StrikeFace : public Face {
         void set(int x, int y);
     };
 
-    StrikeFace(FacePtr face, int strike, const FontChoice& choice);
+    StrikeFace(FacePtr face, const std::string& path, int strike, const FontChoice& choice);
     [[nodiscard]] Bitmap load(unsigned long index) const;
     static Bitmap widened(const Bitmap& glyph);
     static Bitmap slanted(const Bitmap& glyph);

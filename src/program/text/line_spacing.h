@@ -19,8 +19,8 @@ struct FontRows {
     int ascent, line;
 };
 
-// Between the baselines of neighbours, at the least: one dark row is between their ink. Bitmaps may stand cell
-// to cell where these touch.
+// Between the baselines of neighbours, at the least: one dark row is between their ink. Bitmaps may stand
+// cell to cell where these touch.
 [[nodiscard]] int closest(const LineInk& upper, const LineInk& lower);
 
 // How many of the lines, at least one, stand on a page when they come as close as that.

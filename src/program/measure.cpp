@@ -1,0 +1,80 @@
+#include "program/measure.h"
+
+#include "program/pixels/ScreenSettings.h"
+#include "program/text/LineBreaker.h"
+#include "program/text/TextLayout.h"
+#include "program/text/encoding.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace qm {
+namespace {
+
+// Characters that are not meant to be seen.
+bool is_ignorable(char32_t c) {
+    return c == U'\n' || c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0000 && c <= 0xE0FFF);
+}
+
+template <std::size_t size> void copy_name(char (&field)[size], const std::string& name) {
+    std::memcpy(field, name.c_str(), std::min(name.size(), size - 1));
+}
+
+// Missing characters, and the font that draws most of the others.
+void describe_fonts(std::u32string_view text, Font& font, qm_text_extent& extent) {
+    std::map<const Face*, std::size_t> uses{{&font.chosen_face(), 0}};
+    for (const char32_t c : text) {
+        if (is_ignorable(c)) continue;
+        const GlyphShape& shape = font.shape(c);
+        if (shape.index == 0 && extent.missing++ == 0) extent.firstMissing = c;
+        ++uses[&font.face_of(shape)];
+    }
+    const auto fewer = [](const auto& a, const auto& b) { return a.second < b.second; };
+    const Face& most = *std::max_element(uses.begin(), uses.end(), fewer)->first;
+    extent.strike = static_cast<Ouint16>(most.strike());
+    copy_name(extent.family, most.family());
+    copy_name(extent.file, most.file());
+}
+
+PixelBox ink_of(std::span<const PlacedGlyph> glyphs) {
+    PixelBox ink;
+    for (const auto& [shape, x, y] : glyphs) {
+        const PixelBox box{x + shape->left, y + shape->top, x + shape->right, y + shape->bottom};
+        ink = ink.empty() ? box
+                          : PixelBox{std::min(ink.left, box.left), std::min(ink.top, box.top),
+                                     std::max(ink.right, box.right), std::max(ink.bottom, box.bottom)};
+    }
+    return ink;
+}
+
+void include(const PixelBox& ink, qm_text_extent& extent) {
+    extent.width = std::max(extent.width, static_cast<Ouint32>(ink.right - ink.left));
+    extent.height = std::max(extent.height, static_cast<Ouint32>(ink.bottom - ink.top));
+}
+
+} // namespace
+
+qm_text_extent measure_text(const char* text, const qm_text_style& style, int width, int height) {
+    const auto lock = lock_renderer();
+    const auto [family, path] = font_names(style.font);
+    const auto font = font_for(
+        {family, path, std::min(pixels_of_points(style.points), kMaxFontPixels), style.bold, style.italic});
+    const qm_G5_G6_fontData data{style.arrMode,   style.points,  0, style.bold, style.italic,
+                                 style.direction, style.spacing, 0, 0};
+    const std::u32string characters = utf32_of(text);
+    const Running running = running_of(style.displayMode);
+    const TextPages laid = lay_out(characters, *font, data, {width, height, running});
+    qm_text_extent extent{};
+    extent.pages = static_cast<Ouint32>(laid.pages.size());
+    describe_fonts(clean_text(characters, false), *font, extent);
+    if (running != Running::no && style.arrMode == SINGLELINE) {
+        include(ink_of(laid.glyphs), extent);
+    } else {
+        for (const TextPage& page : laid.pages)
+            include(ink_of(std::span(laid.glyphs).subspan(page.first, page.count)), extent);
+    }
+    return extent;
+}
+
+} // namespace qm
