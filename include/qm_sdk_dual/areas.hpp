@@ -21,6 +21,8 @@ class AreaSender {
     Result<> send(const std::vector<Area>& areas) {
         if (m_programs && m_programs->size() > 0xFFFF)
             return Error{QM_FAILED, "There are more than 65535 programs."};
+        if (std::max(m_screen.size.width, m_screen.size.height) > 0xFFFF)
+            return Error{QM_FAILED, "A screen has at most 65535 x 65535 pixels."};
         for (const Area* area = areas.data(); area != areas.data() + areas.size();) {
             const std::size_t count = together(area, areas.data() + areas.size());
             if (auto sent = send_first(area, count); !sent) return sent;

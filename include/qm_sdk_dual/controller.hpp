@@ -20,8 +20,7 @@ class Controller {
     // Any call of the C interface that begins with ip and port: call(cmd_setDispMode, 3).
     template <class Port, class... Parameters, class... Arguments>
     Result<> call(int (*function)(const char*, Port, Parameters...), Arguments... arguments) const {
-        if (!(detail::fits<Parameters>(arguments) && ...))
-            return Error{QM_FAILED, "An argument is too large for its field."};
+        if (!(detail::fits<Parameters>(arguments) && ...)) return too_large();
         return Result<>::of(function(m_ip.c_str(), m_port, static_cast<Parameters>(arguments)...));
     }
 
@@ -64,12 +63,12 @@ class Controller {
     }
     // Speaks a text; generation 6. The flags are VoiceFlg and StoreFlag of the speech unit.
     Result<> say(const Speech& speech, unsigned voice_flag = 0, unsigned store_flag = 0) const {
-        return Result<>::of(dynamicArea_InsertSoundIndepend(m_ip.c_str(), m_port,
-                                                            {0, detail::sound_of(speech)},
-                                                            detail::u8(voice_flag), detail::u8(store_flag)));
+        return call(dynamicArea_InsertSoundIndepend, HVSoundDepend_6G{0, detail::sound_of(speech)},
+                    voice_flag, store_flag);
     }
-    // Replaces entries of the list of voices; generation 6.
+    // Replaces entries of the list of voices, 1 to 255; generation 6.
     Result<> replace_voices(const std::vector<VoiceEntry>& entries, unsigned store_flag = 0) const {
+        if (entries.size() > 0xFF) return too_large();
         std::vector<HVSoundDepend_6G> records;
         for (const VoiceEntry& entry : entries) records.push_back({entry.id, detail::sound_of(entry.speech)});
         return call(dynamicArea_UpdateSoundIndepend, records.data(), records.size(), store_flag);
@@ -117,6 +116,8 @@ class Controller {
     // Writes files as one transfer, which ends in any case. What watch(file) returns lives while a file is
     // written.
     template <class Watch> Result<> upload(const std::vector<File>& files, Watch watch) const {
+        for (const File& file : files)
+            if (file.name.size() != 4) return no_name(file.name);
         const auto announced = in_step("announcing the transfer", call(cmd_ofsStartFileTransf));
         if (!announced) return announced;
         Result<> written;
@@ -151,6 +152,7 @@ class Controller {
     Result<> format() const { return call(cmd_ofsFormat); }
 
   private:
+    static Error too_large() { return {QM_FAILED, "An argument is too large for its field."}; }
     static Error no_name(const std::string& name) {
         return {QM_FAILED, "\"" + name + "\" is no name of 4 characters."};
     }

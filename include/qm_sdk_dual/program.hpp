@@ -46,11 +46,11 @@ template <class Header> Header rules_record(unsigned id, const PlayRules& rules)
     constexpr unsigned kNoYear = 0xFFFF, kNoMonth = 0x12, kNoDay = 0x12;
     Header header{};
     header.ProgramID = id;
-    header.ProgramStyle = u8(rules.style);
-    header.ProgramPriority = u8(rules.priority);
-    header.ProgramPlayTimes = u8(rules.play_times);
-    header.ProgramTimeSpan = u16(rules.time_span);
-    header.ProgramWeek = u8(rules.week);
+    header.ProgramStyle = rules.style;
+    header.ProgramPriority = rules.priority;
+    header.ProgramPlayTimes = rules.play_times;
+    header.ProgramTimeSpan = rules.time_span;
+    header.ProgramWeek = rules.week;
     std::array<Date, 2> span{};
     if (rules.life_span) span = *rules.life_span;
     const bool ends = rules.life_span.has_value();
@@ -70,11 +70,11 @@ inline HVtimeAreaData_G56 time_record(const DigitalClock& clock, const Rect& rec
     record.color = style.color;
     record.fontName = style.font.c_str();
     // The library makes smaller what does not fit; no font is higher than its area by more than this.
-    record.fontSize = u16(style.size.value_or(std::min<unsigned>(rect.height, kLargestSize)));
+    record.fontSize = style.size.value_or(std::min(rect.height, kLargestSize));
     record.fontBold = style.bold;
     record.fontItalic = style.italic;
     record.fontUnderline = clock.underline;
-    record.fontAlign = u8(static_cast<unsigned>(style.halign));
+    record.fontAlign = static_cast<Ouint8>(style.halign);
     record.date_enable = clock.date.has_value();
     record.datestyle = static_cast<DateStyle>(clock.date.value_or(0));
     record.week_enable = clock.week.has_value();
@@ -85,23 +85,22 @@ inline HVtimeAreaData_G56 time_record(const DigitalClock& clock, const Rect& rec
 }
 
 inline HVAnalogClockHeader_G56 hands_record(const AnalogClock& clock, const Rect& rect) {
-    const auto byte = [](unsigned value) { return u8(std::min(value, 0xFFU)); };
-    const auto pivot = clock.pivot.value_or(std::array<unsigned, 2>{rect.width / 2U, rect.height / 2U});
-    const unsigned x = pivot[0], y = pivot[1];
-    const unsigned right = rect.width > x ? rect.width - 1 - x : 0,
-                   below = rect.height > y ? rect.height - 1 - y : 0;
-    const unsigned radius = std::min({x, y, right, below});
+    const auto byte = [](unsigned value) { return u8(std::clamp(value, 1U, 0xFFU)); };
+    const auto pivot = clock.pivot.value_or(std::array{u16(rect.width / 2U), u16(rect.height / 2U)});
+    const auto [x, y] = pivot;
+    const int right = rect.width - 1 - x, below = rect.height - 1 - y;
+    const auto radius = static_cast<unsigned>(std::max(0, std::min({int{x}, int{y}, right, below})));
     HVAnalogClockHeader_G56 record{};
-    record.OrignPointX = u16(x);
-    record.OrignPointY = u16(y);
-    record.HourHandWidth = byte(clock.hour.width.value_or(std::max(1U, radius / 12)));
-    record.HourHandLen = byte(clock.hour.length.value_or(std::max(1U, radius / 2)));
+    record.OrignPointX = x;
+    record.OrignPointY = y;
+    record.HourHandWidth = clock.hour.width.value_or(byte(radius / 12));
+    record.HourHandLen = clock.hour.length.value_or(byte(radius / 2));
     record.HourHandColor = clock.hour.color;
-    record.MinHandWidth = byte(clock.minute.width.value_or(std::max(1U, radius / 18)));
-    record.MinHandLen = byte(clock.minute.length.value_or(std::max(1U, radius * 3 / 4)));
+    record.MinHandWidth = clock.minute.width.value_or(byte(radius / 18));
+    record.MinHandLen = clock.minute.length.value_or(byte(radius * 3 / 4));
     record.MinHandColor = clock.minute.color;
-    record.SecHandWidth = byte(clock.second.width.value_or(std::max(1U, radius / 60)));
-    record.SecHandLen = byte(clock.second.length.value_or(std::max(1U, radius * 7 / 8)));
+    record.SecHandWidth = clock.second.width.value_or(byte(radius / 60));
+    record.SecHandLen = clock.second.length.value_or(byte(radius * 7 / 8));
     record.SecHandColor = clock.second.color;
     return record;
 }
@@ -141,6 +140,8 @@ class Program {
         HVprogramppGrp_G56 periods{};
         const std::size_t count = rules.periods.size();
         if (count > 8) return Error{QM_FAILED, "A program has at most 8 play periods."};
+        if (rules.life_span && !(is_day((*rules.life_span)[0]) && is_day((*rules.life_span)[1])))
+            return Error{QM_FAILED, "The life span of a program is from one day to another."};
         periods.playTimeGrpNum = static_cast<Ouint8>(count);
         for (std::size_t i = 0; i < count; ++i) {
             const PlayRules::Period& p = rules.periods[i];
@@ -157,17 +158,16 @@ class Program {
     // Around the screen.
     Result<> set_border(const Border& border) {
         if (!m_five) {
-            const HVscreenframeHeader_G6 header{detail::u8(border.style),       detail::u8(border.speed),
-                                                detail::u8(border.step),        detail::u8(border.size.width),
-                                                detail::u8(border.size.height), 0};
+            const HVscreenframeHeader_G6 header{border.style,
+                                                border.speed,
+                                                border.step,
+                                                detail::u8(border.size.width),
+                                                detail::u8(border.size.height),
+                                                0};
             return Result<>::of(program_addFrame_G6(&header, border.picture.c_str()));
         }
-        const HVscreenframeHeader header{1,
-                                         detail::u8(border.style),
-                                         detail::u8(border.speed),
-                                         detail::u8(border.step),
-                                         detail::u8(border.size.height),
-                                         0};
+        const HVscreenframeHeader header{
+            1, border.style, border.speed, border.step, detail::u8(border.size.height), 0};
         return Result<>::of(program_addFrame(&header, border.picture.c_str()));
     }
 
@@ -186,12 +186,8 @@ class Program {
     }
     // Goes before text and pictures, which get what it leaves.
     Result<> set_area_border(std::uint16_t id, const Border& border) {
-        const HVareaframeHeader header{1,
-                                       detail::u8(border.style),
-                                       detail::u8(border.speed),
-                                       detail::u8(border.step),
-                                       detail::u8(border.size.height),
-                                       0};
+        const HVareaframeHeader header{
+            1, border.style, border.speed, border.step, detail::u8(border.size.height), 0};
         return Result<>::of(program_picturesAreaAddFrame(id, &header, border.picture.c_str()));
     }
     // rect: the area without its border.
@@ -243,6 +239,8 @@ class Program {
     }
     // When a clock begins to count down; weekday: 0 Sunday to 6 Saturday.
     Result<> set_battle_time(std::uint16_t id, const Time& time, unsigned weekday) {
+        if (!is_time(time) || weekday > 6)
+            return Error{QM_FAILED, "The battle time is no time of a day of the week."};
         const auto byte = [](unsigned value) { return detail::u8(to_bcd(value)); };
         const HVTimeAreaBattle_G6 record{detail::u16(to_bcd(time.date.year)),
                                          byte(time.date.month),
@@ -284,9 +282,9 @@ class Program {
 
     static void set_flags(HVareaHeader&, const AreaFlags&) {}
     static void set_flags(HVareaHeader_G6& header, const AreaFlags& flags) {
-        header.BackGroundFlag = detail::u8(flags.background_flag);
-        header.Transparency = detail::u8(flags.transparency);
-        header.AreaEqual = detail::u8(flags.equal);
+        header.BackGroundFlag = flags.background_flag;
+        header.Transparency = flags.transparency;
+        header.AreaEqual = flags.equal;
     }
 
     template <class Generation> static Result<std::vector<File>> integrate() {

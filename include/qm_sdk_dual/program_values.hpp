@@ -12,8 +12,9 @@ struct PlayRules {
         std::uint8_t end_hour = 0, end_minute = 0, end_second = 0;
     };
 
-    unsigned style = 0, priority = 0, play_times = 1, time_span = 0;
-    unsigned week = 0xFF;                           // days on which it is played; 0xFF all
+    std::uint8_t style = 0, priority = 0, play_times = 1;
+    std::uint16_t time_span = 0;
+    std::uint8_t week = 0xFF;                       // days on which it is played; 0xFF all
     std::optional<std::array<Date, 2>> life_span{}; // first and last day; else it lives for ever
     std::vector<Period> periods{};                  // at most 8; none plays at any time
 };
@@ -22,12 +23,12 @@ struct PlayRules {
 struct Border {
     std::string picture{}; // PNG file, at most 255 x 255; as high as the border is thick
     Size size{};           // of the picture
-    unsigned style = 0, speed = 8, step = 1;
+    std::uint8_t style = 0, speed = 8, step = 1;
 };
 
 // How an area of generation 6 lies over what is below.
 struct AreaFlags {
-    unsigned background_flag = 0, transparency = 0, equal = 0;
+    std::uint8_t background_flag = 0, transparency = 0, equal = 0;
 };
 
 // Live date, day of the week and time of day, as far as they are given.
@@ -38,13 +39,13 @@ struct DigitalClock {
 };
 
 struct ClockHand {
-    std::optional<unsigned> width{}, length{}; // pixels; else by the clock's size
-    std::uint32_t color = eRed;                // a palette index but for generation 6 in full colour
+    std::optional<std::uint8_t> width{}, length{}; // pixels; else by the clock's size
+    std::uint32_t color = eRed;                    // a palette index but for generation 6 in full colour
 };
 
 struct AnalogClock {
-    std::optional<std::array<unsigned, 2>> pivot{}; // in the area; else its middle
-    unsigned marks = eLINE;                         // E_ClockStyle
+    std::optional<std::array<std::uint16_t, 2>> pivot{}; // in the area; else its middle
+    unsigned marks = eLINE;                              // E_ClockStyle
     std::uint32_t main_color = eYellow, mark_color = eGreen, background = eBlack;
     ClockHand hour{}, minute{{}, {}, eGreen}, second{{}, {}, eYellow};
 };

@@ -106,10 +106,10 @@ namespace qm::detail {
 
 template <class Page> Page page_of(const Effect& effect) {
     Page page{};
-    page.DisplayMode = u8(effect.mode);
-    page.Speed = u8(effect.speed);
-    page.StayTime = u16(effect.stay_time());
-    page.RepeatTime = u8(effect.repeat);
+    page.DisplayMode = effect.mode;
+    page.Speed = effect.speed;
+    page.StayTime = effect.stay_time();
+    page.RepeatTime = effect.repeat;
     return page;
 }
 
@@ -124,13 +124,13 @@ Page page_of(const Effect& effect, const TextStyle& style, const std::string& te
     page.fontBold = style.bold;
     page.fontItalic = style.italic;
     page.tdirection = style.vertical ? eVertical : eHorizontal;
-    page.txtSpace = u16(style.spacing);
-    page.Halign = u8(static_cast<unsigned>(style.halign));
-    page.Valign = u8(static_cast<unsigned>(style.valign));
+    page.txtSpace = style.spacing;
+    page.Halign = static_cast<Ouint8>(style.halign);
+    page.Valign = static_cast<Ouint8>(style.valign);
     return page;
 }
 
-// What the records of speech have in common.
+// What the records of speech have in common, signed or not.
 template <class Record> Record voice_of(const Speech& speech) {
     Record record{};
     record.SoundPerson = static_cast<decltype(record.SoundPerson)>(speech.voice);

@@ -36,35 +36,35 @@ struct ControllerType {
 
 // How a page appears.
 struct Effect {
-    unsigned mode = 1;              // 1 static, 4 runs to the left, 38 and 40 to the right; 0 to 255
-    unsigned speed = 32;            // 0 to 255, raw
-    std::optional<unsigned> stay{}; // of a page, 0 to 65535, raw; else 300, and 0 for running text
-    unsigned repeat = 1;            // 0 to 255
+    std::uint8_t mode = 1;               // 1 static, 4 runs to the left, 38 and 40 to the right
+    std::uint8_t speed = 32;             // raw
+    std::optional<std::uint16_t> stay{}; // of a page, raw; else 300, and 0 for running text
+    std::uint8_t repeat = 1;
 
     [[nodiscard]] bool running() const { return mode == 4 || mode == 38 || mode == 40; }
-    [[nodiscard]] unsigned stay_time() const { return stay.value_or(running() ? 0 : 300); }
+    [[nodiscard]] std::uint16_t stay_time() const { return stay.value_or(running() ? 0 : 300); }
 };
 
-inline constexpr unsigned kLargestSize = 1000; // points
+inline constexpr std::uint16_t kLargestSize = 1000; // points
 
-enum class Align : unsigned { start, center, end }; // left or top, centre, right or bottom
+enum class Align : std::uint8_t { start, center, end }; // left or top, centre, right or bottom
 
 struct TextStyle {
     std::string font = "WenQuanYi Micro Hei"; // a family, or a font file (qm_is_font_file)
-    std::optional<unsigned> size{}; // points, 12 being 16 pixels; else the largest that fits the area
+    std::optional<std::uint16_t> size{}; // points, 12 being 16 pixels; else the largest that fits the area
     std::uint32_t color = eRed;
     std::optional<bool> one_line{}; // cut into pages, not wrapped into lines; else when the text runs
     bool bold = false, italic = false, vertical = false;
-    unsigned spacing = 0; // added between characters
+    std::uint16_t spacing = 0; // added between characters
     Align halign = Align::center, valign = Align::center;
 };
 
 // A text to be spoken. Numbers are raw.
 struct Speech {
     std::string text{}; // 1 to 65,515 bytes
-    unsigned voice = 0, volume = 10, speed = 5, encoding = 0;
-    unsigned repeat = 0, delay = 0; // repetitions, and the pause between them
-    unsigned digits = 0, language = 0, word_style = 0;
+    std::uint8_t voice = 0, volume = 10, speed = 5, encoding = 0;
+    std::uint32_t repeat = 0, delay = 0; // repetitions, and the pause between them
+    std::uint8_t digits = 0, language = 0, word_style = 0;
 };
 
 // An entry of a controller's list of voices.
@@ -90,7 +90,7 @@ struct Date {
 
 [[nodiscard]] constexpr bool is_day(const Date& date) {
     constexpr unsigned days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (date.month < 1 || date.month > 12) return false;
+    if (date.month < 1 || date.month > 12 || date.year > 9999) return false;
     const bool leap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
     return date.day >= 1 && date.day <= days[date.month - 1] + (leap && date.month == 2);
 }
@@ -99,6 +99,10 @@ struct Time {
     Date date{};
     unsigned hour = 0, minute = 0, second = 0;
 };
+
+[[nodiscard]] constexpr bool is_time(const Time& time) {
+    return is_day(time.date) && time.hour < 24 && time.minute < 60 && time.second < 60;
+}
 
 // A number as controllers keep days and times: 2024 as 0x2024.
 [[nodiscard]] constexpr unsigned to_bcd(unsigned value) {
@@ -121,8 +125,7 @@ struct Time {
         field = *plain;
     }
     const Time time{{fields[0], fields[1], fields[2]}, fields[3], fields[4], fields[5]};
-    const bool possible = is_day(time.date) && time.hour < 24 && time.minute < 60 && time.second < 60;
-    return possible ? std::optional(time) : std::nullopt;
+    return is_time(time) ? std::optional(time) : std::nullopt;
 }
 
 // What a controller says of itself when it is asked who it is.

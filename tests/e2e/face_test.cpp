@@ -22,6 +22,12 @@ TEST(Face, RefusesWhatNoFieldHolds) {
         EXPECT_EQ(nobody.remove_areas(std::vector<std::uint8_t>(255), generation).error().reason, large);
     EXPECT_THAT(nobody.remove_files({"P001", "P1"}).error().reason, HasSubstr("\"P1\" is no name"));
     EXPECT_THAT(nobody.write({"P001.bin"}).error().reason, HasSubstr("is no name of 4 characters"));
+    EXPECT_THAT(nobody.upload({{"P001"}, {"P1"}}).error().reason, HasSubstr("\"P1\" is no name"));
+    EXPECT_EQ(nobody.say({"Hello"}, 256).error().reason, large);
+    EXPECT_EQ(nobody.replace_voices(std::vector<VoiceEntry>(256)).error().reason, large);
+    Screen wide;
+    wide.size = {65536, 16};
+    EXPECT_EQ(nobody.show({{}}, wide).error().reason, "A screen has at most 65535 x 65535 pixels.");
     Area area;
     area.picture = "logo.png";
     area.speech = Speech{"Hello"};
@@ -68,11 +74,15 @@ TEST(Face, ProgramsOfThreadsTakeTurns) {
     EXPECT_EQ(other_wrong, 0);
 }
 
-TEST(Face, RefusesANinthPlayPeriod) {
+TEST(Face, RefusesTimesThatNoProgramHas) {
     Program program{Screen()};
-    PlayRules rules;
-    rules.periods.resize(9);
-    EXPECT_EQ(program.set_rules(1, rules).error().reason, "A program has at most 8 play periods.");
+    PlayRules periods, years;
+    periods.periods.resize(9);
+    EXPECT_EQ(program.set_rules(1, periods).error().reason, "A program has at most 8 play periods.");
+    years.life_span = {Date{2024, 1, 1}, Date{12024, 1, 1}};
+    EXPECT_THAT(program.set_rules(1, years).error().reason, HasSubstr("from one day to another"));
+    EXPECT_THAT(program.set_battle_time(0, {{2024, 1, 1}, 24}, 1).error().reason, HasSubstr("no time"));
+    EXPECT_THAT(program.set_battle_time(0, {{2024, 1, 1}, 23}, 7).error().reason, HasSubstr("no time"));
 }
 
 } // namespace

@@ -71,6 +71,12 @@ Argument add_number(ArgumentList& arguments, const std::string& name, Value& val
     });
 }
 
+// One from 0 to the most that the value holds.
+template <class Value>
+Argument add_number(ArgumentList& arguments, const std::string& name, Value& value, const std::string& help) {
+    return add_number(arguments, name, value, 0, kMost<Value>, help);
+}
+
 template <class Value>
 Argument add_word(ArgumentList& arguments, const std::string& name, Value& value, Names names,
                   const std::string& help) {

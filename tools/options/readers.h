@@ -4,11 +4,16 @@
 
 #include "names.h"
 
+#include <limits>
 #include <vector>
 
 namespace qm::options {
 
 [[noreturn]] void expected(const std::string& what);
+
+// The largest number of a type, or of what may be one of that type.
+template <class Value> constexpr unsigned kMost = std::numeric_limits<Value>::max();
+template <class Value> constexpr unsigned kMost<std::optional<Value>> = kMost<Value>;
 
 // All of text as a number from min to max; nothing around it, no sign, no prefix.
 [[nodiscard]] std::optional<unsigned> to_number(std::string_view text, unsigned min, unsigned max,

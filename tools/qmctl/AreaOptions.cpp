@@ -79,17 +79,16 @@ std::string read_speech(const std::string& text) {
 }
 
 void add_speech_options(ArgumentList& command, Speech& speech) {
-    constexpr unsigned kByte = 0xFF, kMost = 0x7FFFFFFF;
-    add_number(command, "--voice", speech.voice, 0, kByte, "Voice of the speech unit (default 0)");
-    add_number(command, "--volume", speech.volume, 0, kByte, "Volume (default 10)");
-    add_number(command, "--speech-speed", speech.speed, 0, kByte, "Speed of speech (default 5)");
-    add_number(command, "--encoding", speech.encoding, 0, kByte,
+    add_number(command, "--voice", speech.voice, "Voice of the speech unit (default 0)");
+    add_number(command, "--volume", speech.volume, "Volume (default 10)");
+    add_number(command, "--speech-speed", speech.speed, "Speed of speech (default 5)");
+    add_number(command, "--encoding", speech.encoding,
                "How the speech unit reads the bytes of the text (default 0)");
-    add_number(command, "--speech-repeat", speech.repeat, 0, kMost, "Repetitions (default 0)");
-    add_number(command, "--delay", speech.delay, 0, kMost, "Pause between them (default 0)");
-    add_number(command, "--digits", speech.digits, 0, kByte, "How digits are spoken (default 0)");
-    add_number(command, "--language", speech.language, 0, kByte, "Language (default 0)");
-    add_number(command, "--word-style", speech.word_style, 0, kByte, "Word style (default 0)");
+    add_number(command, "--speech-repeat", speech.repeat, "Repetitions (default 0)");
+    add_number(command, "--delay", speech.delay, "Pause between them (default 0)");
+    add_number(command, "--digits", speech.digits, "How digits are spoken (default 0)");
+    add_number(command, "--language", speech.language, "Language (default 0)");
+    add_number(command, "--word-style", speech.word_style, "Word style (default 0)");
 }
 
 void AreaOptions::add_to(ArgumentList& command) {
@@ -99,15 +98,14 @@ void AreaOptions::add_to(ArgumentList& command) {
               read_rect);
     add_word(command, "--screen", m_color, kScreenColors,
              "Colours of the screen: single, double, three or full (default as the controller says)");
-    const auto read_mode = [](const std::string& text) { return read_word_or_number(text, kModes, 255); };
     add_value(command, "--mode", m_effect.mode, "MODE",
               "How a page appears: static (1), left (4) and right (38) run, or the number of\n"
               "an effect of the controller's, 0 to 255 (default static)",
               read_mode);
-    add_number(command, "--speed", m_effect.speed, 0, 255, "Speed of the effect, 0 to 255 (default 32)");
-    add_number(command, "--stay", m_effect.stay, 0, 65535,
+    add_number(command, "--speed", m_effect.speed, "Speed of the effect, 0 to 255 (default 32)");
+    add_number(command, "--stay", m_effect.stay,
                "How long a page stays, in the controller's unit (default 300; 0 when running)");
-    add_number(command, "--repeat", m_effect.repeat, 0, 255, "Repetitions of a page, 0 to 255 (default 1)");
+    add_number(command, "--repeat", m_effect.repeat, "Repetitions of a page, 0 to 255 (default 1)");
     add_program_option(command, m_programs);
 }
 

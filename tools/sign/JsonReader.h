@@ -1,6 +1,8 @@
 // JSON that says where it is wrong: every value knows its path, such as areas[1].color.
 #pragma once
 
+#include "options/readers.h"
+
 #include <nlohmann/json.hpp>
 
 #include <functional>
@@ -65,7 +67,11 @@ class Object {
     }
     template <class Value>
     void take_number(const std::string& name, Value& value, unsigned min, unsigned max) {
-        take(name, value, [=](const Field& field) { return field.number(min, max); });
+        take(name, value, [=](const Field& field) { return static_cast<Value>(field.number(min, max)); });
+    }
+    // From 0 to the most that the value holds.
+    template <class Value> void take_number(const std::string& name, Value& value) {
+        take_number(name, value, 0, options::kMost<Value>);
     }
     // A text, read as arguments are.
     template <class Value, class Reader>

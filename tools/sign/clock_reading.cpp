@@ -3,7 +3,7 @@
 namespace qm::sign {
 namespace {
 
-constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
+constexpr unsigned kWord = 0xFFFF;
 
 constexpr Name kDates[] = {{"2024-12-31", YYYY_MM_DD_MINUS}, {"2024/12/31", YYYY_MM_DD_VIRGURE},
                            {"31-12-2024", DD_MM_YYYY_MINUS}, {"31/12/2024", DD_MM_YYYY_VIRGURE},
@@ -24,8 +24,8 @@ void take_hand(Object& clock, const std::string& name, ClockHand& hand, std::str
     if (!field) return;
     where = field->path();
     read_object(*field, [&](Object& object) {
-        object.take_number("width", hand.width, 0, kByte);
-        object.take_number("length", hand.length, 0, kByte);
+        object.take_number("width", hand.width);
+        object.take_number("length", hand.length);
         object.take_text("color", hand.color, read_color);
     });
 }
@@ -49,7 +49,10 @@ ClockFace read_analog(const Field& field, const std::function<PictureFile(const 
     read_object(field, [&](Object& object) {
         object.take("pivot", clock.pivot, [](const Field& pivot) {
             const auto values = pivot.list(2, 2);
-            return std::array{values[0].number(0, kWord), values[1].number(0, kWord)};
+            const auto u16 = [&](std::size_t i) {
+                return static_cast<std::uint16_t>(values[i].number(0, kWord));
+            };
+            return std::array{u16(0), u16(1)};
         });
         object.take_text("marks", clock.marks, word_of(kMarks));
         object.take_text("main_color", clock.main_color, read_color);

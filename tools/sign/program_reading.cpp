@@ -58,11 +58,11 @@ class Reader {
     }
 
     static void play_rules(Object& object, PlayRules& rules) {
-        object.take_number("style", rules.style, 0, kByte);
-        object.take_number("priority", rules.priority, 0, kByte);
-        object.take_number("play_times", rules.play_times, 0, kByte);
-        object.take_number("time_span", rules.time_span, 0, kWord);
-        object.take_number("week", rules.week, 0, kByte);
+        object.take_number("style", rules.style);
+        object.take_number("priority", rules.priority);
+        object.take_number("play_times", rules.play_times);
+        object.take_number("time_span", rules.time_span);
+        object.take_number("week", rules.week);
         object.take("life_span", rules.life_span, life_span);
         object.take("play_periods", rules.periods, [](const Field& field) {
             std::vector<PlayRules::Period> periods;
@@ -89,9 +89,9 @@ class Reader {
             border.picture = pattern.path;
             border.size = pattern.size;
             border.where = pattern.where;
-            object.take_number("style", border.style, 0, kByte);
-            object.take_number("speed", border.speed, 0, kByte);
-            object.take_number("step", border.step, 0, kByte);
+            object.take_number("style", border.style);
+            object.take_number("speed", border.speed);
+            object.take_number("step", border.step);
         });
         if (border.size.width > kByte || border.size.height > kByte)
             throw JsonError(border.where + ": a border's pattern has at most 255 x 255 pixels, not " +
@@ -126,9 +126,9 @@ class Reader {
                         [&](const Field& list) { return pictures(list, area.effect); });
             object.take("border", area.border, [&](const Field& f) { return border(f); });
             object.take("sound", area.speech, speech);
-            object.take_number("background_flag", area.flags.background_flag, 0, kByte);
-            object.take_number("transparency", area.flags.transparency, 0, kByte);
-            object.take_number("equal", area.flags.equal, 0, kByte);
+            object.take_number("background_flag", area.flags.background_flag);
+            object.take_number("transparency", area.flags.transparency);
+            object.take_number("equal", area.flags.equal);
         });
         if (area.text.empty() && area.pictures.empty() && !area.is_clock())
             field.refuse("needs text, texts, pictures, digital or analog");
@@ -189,14 +189,12 @@ class Reader {
 
     static Effect effect(Object& object, Effect effect) {
         object.take("mode", effect.mode, [](const Field& mode) {
-            const auto read = [](const std::string& text) {
-                return read_word_or_number(text, kModes, kByte);
-            };
-            return mode.value().is_number() ? mode.number(0, kByte) : mode.read(read);
+            return mode.value().is_number() ? static_cast<std::uint8_t>(mode.number(0, kByte))
+                                            : mode.read(read_mode);
         });
-        object.take_number("speed", effect.speed, 0, kByte);
-        object.take_number("stay", effect.stay, 0, kWord);
-        object.take_number("repeat", effect.repeat, 0, kByte);
+        object.take_number("speed", effect.speed);
+        object.take_number("stay", effect.stay);
+        object.take_number("repeat", effect.repeat);
         return effect;
     }
 
@@ -229,15 +227,15 @@ class Reader {
         Speech speech;
         read_object(field, [&](Object& object) {
             speech.text = object.require("text").text();
-            object.take_number("voice", speech.voice, 0, kByte);
-            object.take_number("volume", speech.volume, 0, kByte);
-            object.take_number("speed", speech.speed, 0, kByte);
-            object.take_number("encoding", speech.encoding, 0, kByte);
-            object.take_number("repeat", speech.repeat, 0, 0xFFFFFFFF);
-            object.take_number("delay", speech.delay, 0, 0xFFFFFFFF);
-            object.take_number("digits", speech.digits, 0, kByte);
-            object.take_number("language", speech.language, 0, kByte);
-            object.take_number("word_style", speech.word_style, 0, kByte);
+            object.take_number("voice", speech.voice);
+            object.take_number("volume", speech.volume);
+            object.take_number("speed", speech.speed);
+            object.take_number("encoding", speech.encoding);
+            object.take_number("repeat", speech.repeat);
+            object.take_number("delay", speech.delay);
+            object.take_number("digits", speech.digits);
+            object.take_number("language", speech.language);
+            object.take_number("word_style", speech.word_style);
         });
         return speech;
     }

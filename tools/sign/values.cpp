@@ -51,6 +51,10 @@ std::optional<std::array<Ouint8, 3>> to_time(std::string_view text) {
     return time;
 }
 
+std::uint8_t read_mode(const std::string& text) {
+    return static_cast<std::uint8_t>(read_word_or_number(text, kModes, 255));
+}
+
 Align read_align(const std::string& text, Names names) { return static_cast<Align>(read_word(text, names)); }
 
 Rect read_rect(const std::string& text) {
