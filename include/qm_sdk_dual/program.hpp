@@ -5,6 +5,10 @@
 #include "records.hpp"
 #include "result.hpp"
 
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+
 namespace qm {
 namespace detail {
 
@@ -127,13 +131,20 @@ inline std::vector<File> files_of(const HVprogram_G6& built) {
 // that they make. Paths are those of PNG files.
 class Program {
   public:
+    // Throws std::logic_error in a thread that is making another, which would wait for ever.
     explicit Program(const Screen& screen) : m_five(screen.generation == 5) {
+        if (s_maker == std::this_thread::get_id())
+            throw std::logic_error("This thread is making another program.");
         m_five ? program_removeFrame() : program_removeFrame_G6(); // waits for the slot, and takes it
+        s_maker = std::this_thread::get_id();
         program_setScreenParams_G56(screen.color, screen.type, screen.wiring);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
-    ~Program() { program_deleteProgram(); }
+    ~Program() {
+        s_maker = std::thread::id();
+        program_deleteProgram();
+    }
 
     // id: 0 to 9999; 7 makes file P007.
     Result<> set_rules(unsigned id, const PlayRules& rules = {}) {
@@ -297,6 +308,7 @@ class Program {
         return detail::files_of(built);
     }
 
+    static inline std::atomic<std::thread::id> s_maker{}; // the owner of the slot
     bool m_five;
 };
 

@@ -74,6 +74,13 @@ TEST(Face, ProgramsOfThreadsTakeTurns) {
     EXPECT_EQ(other_wrong, 0);
 }
 
+TEST(Face, RefusesASecondProgramOfAThreadAndKeepsTheFirst) {
+    Program first{Screen()};
+    first.set_rules(1).value();
+    EXPECT_THROW(Program{Screen()}, std::logic_error);
+    EXPECT_TRUE(first.add_area(0, ePicturesArea, {0, 0, 32, 16}));
+}
+
 TEST(Face, RefusesTimesThatNoProgramHas) {
     Program program{Screen()};
     PlayRules periods, years;
