@@ -113,8 +113,8 @@ class Controller {
         return call(cmd_ofsWriteFile, file.name.c_str(), file.type, file.bytes.size(), overwrite,
                     file.bytes.data());
     }
-    // Writes files as one transfer, which ends in any case. What watch(file) returns lives while a file is
-    // written.
+    // Writes files as one transfer, which ends in any case. What watch(file) returns, if anything, lives
+    // while a file is written.
     template <class Watch> Result<> upload(const std::vector<File>& files, Watch watch) const {
         for (const File& file : files)
             if (file.name.size() != 4) return no_name(file.name);
@@ -123,8 +123,7 @@ class Controller {
         Result<> written;
         try {
             for (std::size_t i = 0; written && i < files.size(); ++i) {
-                [[maybe_unused]] const auto watching = watch(files[i]);
-                written = in_step("writing " + files[i].name, write(files[i]));
+                written = in_step("writing " + files[i].name, write_watched(files[i], watch));
             }
         } catch (...) {
             (void)call(cmd_ofsEndFileTransf);
@@ -134,7 +133,7 @@ class Controller {
         return written ? ended : written;
     }
     Result<> upload(const std::vector<File>& files) const {
-        return upload(files, [](const File&) { return 0; });
+        return upload(files, [](const File&) {});
     }
     Result<> remove_files(const std::vector<std::string>& names) const {
         std::string all;
@@ -155,6 +154,15 @@ class Controller {
     static Error too_large() { return {QM_FAILED, "An argument is too large for its field."}; }
     static Error no_name(const std::string& name) {
         return {QM_FAILED, "\"" + name + "\" is no name of 4 characters."};
+    }
+    template <class Watch> Result<> write_watched(const File& file, Watch& watch) const {
+        if constexpr (std::is_void_v<decltype(watch(file))>) {
+            watch(file);
+            return write(file);
+        } else {
+            [[maybe_unused]] const auto watching = watch(file);
+            return write(file);
+        }
     }
     static Result<> in_step(const std::string& step, const Result<>& done) {
         return done ? done : Result<>(Error{done.error().status, done.error().reason, step});

@@ -168,18 +168,12 @@ class Program {
 
     // Around the screen.
     Result<> set_border(const Border& border) {
-        if (!m_five) {
-            const HVscreenframeHeader_G6 header{border.style,
-                                                border.speed,
-                                                border.step,
-                                                detail::u8(border.size.width),
-                                                detail::u8(border.size.height),
-                                                0};
-            return Result<>::of(program_addFrame_G6(&header, border.picture.c_str()));
-        }
-        const HVscreenframeHeader header{
-            1, border.style, border.speed, border.step, detail::u8(border.size.height), 0};
-        return Result<>::of(program_addFrame(&header, border.picture.c_str()));
+        return patterned(border, [&](Ouint8 width, Ouint8 height) {
+            const HVscreenframeHeader header{1, border.style, border.speed, border.step, height, 0};
+            const HVscreenframeHeader_G6 header6{border.style, border.speed, border.step, width, height, 0};
+            return m_five ? program_addFrame(&header, border.picture.c_str())
+                          : program_addFrame_G6(&header6, border.picture.c_str());
+        });
     }
 
     // Text and pictures, or a clock.
@@ -197,9 +191,10 @@ class Program {
     }
     // Goes before text and pictures, which get what it leaves.
     Result<> set_area_border(std::uint16_t id, const Border& border) {
-        const HVareaframeHeader header{
-            1, border.style, border.speed, border.step, detail::u8(border.size.height), 0};
-        return Result<>::of(program_picturesAreaAddFrame(id, &header, border.picture.c_str()));
+        return patterned(border, [&](Ouint8, Ouint8 height) {
+            const HVareaframeHeader header{1, border.style, border.speed, border.step, height, 0};
+            return program_picturesAreaAddFrame(id, &header, border.picture.c_str());
+        });
     }
     // rect: the area without its border.
     Result<> add_text(std::uint16_t id, const std::string& text, const TextStyle& style, const Effect& effect,
@@ -289,6 +284,14 @@ class Program {
   private:
     template <class Call> Result<> generation(Call call) const {
         return Result<>::of(m_five ? call(detail::Generation5()) : call(detail::Generation6()));
+    }
+
+    template <class Call> static Result<> patterned(const Border& border, Call call) {
+        const bool given = border.size.width > 0 && border.size.height > 0;
+        const Size size = given ? border.size : png_size(border.picture);
+        if (size.width > 0xFF || size.height > 0xFF)
+            return Error{QM_FAILED, "The pattern of a border has at most 255 x 255 pixels."};
+        return Result<>::of(call(detail::u8(size.width), detail::u8(size.height)));
     }
 
     static void set_flags(HVareaHeader&, const AreaFlags&) {}

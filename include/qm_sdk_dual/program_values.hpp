@@ -3,6 +3,8 @@
 
 #include "values.hpp"
 
+#include <fstream>
+
 namespace qm {
 
 // When and how often a program is played.
@@ -19,10 +21,23 @@ struct PlayRules {
     std::vector<Period> periods{};                  // at most 8; none plays at any time
 };
 
+// As a PNG file's header states it; 0 x 0 when it has none.
+[[nodiscard]] inline Size png_size(const std::string& path) {
+    std::array<char, 24> start{}; // signature, length and name of the first chunk, width and height
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+    if (std::string(start.data(), 8) != "\x89PNG\r\n\x1A\n") return {};
+    const auto u32 = [&](std::size_t at) { // big-endian
+        unsigned value = 0;
+        for (std::size_t i = at; i < at + 4; ++i) value = value << 8U | static_cast<unsigned char>(start[i]);
+        return value;
+    };
+    return {u32(16), u32(20)};
+}
+
 // A pattern that is repeated along the edges, and moves.
 struct Border {
     std::string picture{}; // PNG file, at most 255 x 255; as high as the border is thick
-    Size size{};           // of the picture
+    Size size{};           // of the picture; else as its file says
     std::uint8_t style = 0, speed = 8, step = 1;
 };
 

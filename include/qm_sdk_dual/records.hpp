@@ -102,7 +102,7 @@ namespace qm {
 
 namespace qm::detail {
 
-// ---- Pages and speech
+// ---- Pages, borders and speech
 
 template <class Page> Page page_of(const Effect& effect) {
     Page page{};

@@ -44,7 +44,7 @@ template <class Value = void> class [[nodiscard]] Result {
     [[nodiscard]] const Error& error() const { return std::get<1>(m_state); }
 
     [[nodiscard]] const Value& operator*() const& { return std::get<0>(m_state); }
-    [[nodiscard]] Value&& operator*() && { return std::get<0>(std::move(m_state)); }
+    [[nodiscard]] Value operator*() && { return std::get<0>(std::move(m_state)); }
     [[nodiscard]] const Value* operator->() const { return &std::get<0>(m_state); }
     [[nodiscard]] Value value() const& {
         if (!*this) throw Exception(error());

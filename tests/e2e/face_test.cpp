@@ -1,5 +1,6 @@
 // What the C++ face adds to the calls that it makes: values that do not fit are refused, and owners take
 // turns.
+#include "drawing.h"
 #include "qm_sdk_dual.hpp"
 
 #include <gmock/gmock.h>
@@ -45,6 +46,19 @@ TEST(Face, ThrowsTheReasonWhenAValueIsAskedForThatIsNot) {
     }
 }
 
+// A transfer is announced, its files are written under the eyes of a watch that returns nothing, and it ends.
+TEST(Face, TransfersFilesAndListsThem) {
+    const sim::Simulator controller;
+    const Controller sign("127.0.0.1", controller.port());
+    std::string watched, listed;
+    sign.upload({{"P001", 0, {1, 2, 3, 4}}, {"P002", 0, {5}}},
+                [&](const File& file) { watched += file.name; })
+        .value();
+    for (const FileEntry& entry : *sign.files()) listed += entry.name;
+    EXPECT_EQ(watched, "P001P002");
+    EXPECT_EQ(listed, "P001P002");
+}
+
 std::vector<std::uint8_t> built(unsigned id, const Screen& screen) {
     Program program(screen);
     program.set_rules(id).value();
@@ -79,6 +93,21 @@ TEST(Face, RefusesASecondProgramOfAThreadAndKeepsTheFirst) {
     first.set_rules(1).value();
     EXPECT_THROW(Program{Screen()}, std::logic_error);
     EXPECT_TRUE(first.add_area(0, ePicturesArea, {0, 0, 32, 16}));
+}
+
+TEST(Face, BordersAreAsLargeAsTheirPictures) {
+    const std::string pattern = testing::TempDir() + "face_border.png";
+    sim::Image picture(4, 2);
+    picture.set(1, 1, {255, 0, 0});
+    sim::write_png(picture, pattern);
+    const auto framed = [&](const Border& border) {
+        Program program{Screen()};
+        program.set_rules(1).value();
+        program.set_border(border).value();
+        return program.files().value().back().bytes;
+    };
+    EXPECT_EQ(framed({pattern}), framed({pattern, {4, 2}}));
+    EXPECT_THAT(Program(Screen()).set_border({pattern, {256, 2}}).error().reason, HasSubstr("at most 255"));
 }
 
 TEST(Face, RefusesTimesThatNoProgramHas) {

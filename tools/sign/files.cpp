@@ -1,6 +1,5 @@
 #include "files.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -16,18 +15,6 @@ namespace {
 }
 
 } // namespace
-
-// Behind the signature: length and name of the first chunk, width and height; big-endian.
-Size png_size(const std::string& path) {
-    std::array<char, 24> start{};
-    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
-    const auto u32 = [&](std::size_t at) {
-        unsigned value = 0;
-        for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<unsigned char>(start[at + i]);
-        return value;
-    };
-    return {u32(16), u32(20)};
-}
 
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes) {
     std::error_code error;

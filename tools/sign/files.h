@@ -7,9 +7,6 @@
 
 namespace qm::sign {
 
-// As its header states it.
-[[nodiscard]] Size png_size(const std::string& path);
-
 // Makes the folder when there is none, and the file. Throws std::runtime_error.
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes);
 
