@@ -154,6 +154,9 @@ TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
                               R"("controller":")" +
                               address(five.port())));
         EXPECT_EQ(outcome.err, "");
+        const Outcome built = qmctl({"-c", both, "program", "preview", QM_EXAMPLES "/program/shop.json"});
+        EXPECT_EQ(built.status, 1);
+        EXPECT_THAT(built.err, HasSubstr("one controller, not for 2"));
     }
 }
 

@@ -16,7 +16,7 @@ expect() {
 cable_to_nobody
 expect 2 'broadcast: no controller gave a good answer' find --network
 controller 2 --udp --wifi
-expect 0 'Found at        10.77.2.2' find
+expect 0 'Found at        10.77.2.2' -c 10.77.2.8,10.77.2.9 find
 expect 0 '"mac":"02:51:4D:00:00:01","ip":"192.168.0.199"' --json find --network
 expect 0 '"port":65535' --json network set-ip 10.77.2.2 255.255.255.0 10.77.2.1 \
     --port 65535 --net-id abcdefghijkl --server 10.77.2.9:40000 --heartbeat 30

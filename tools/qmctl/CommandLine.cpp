@@ -94,7 +94,8 @@ void CommandLine::add_verb(const VerbEntry& entry) {
     Verb* verb = m_verbs.emplace_back(entry.make()).get();
     ArgumentList arguments(*command);
     verb->add_arguments(arguments);
-    command->callback([this, verb] {
+    command->callback([this, verb, reach = entry.reach] {
+        if (!m_chosen) m_reach = reach;
         if (!m_chosen) m_chosen = verb; // the innermost is called first
     });
 }
@@ -113,6 +114,10 @@ Verb& CommandLine::parse(std::span<char* const> arguments) {
     }
     m_session.verb = named_verb(m_app);
     if (!m_chosen) throw UsageError(missing_verb(m_app));
+    m_session.broadcast = m_reach == Reach::broadcast;
+    if (m_reach == Reach::one && m_session.controllers.size() > 1)
+        throw UsageError("--controller: this verb makes files for one controller, not for " +
+                         std::to_string(m_session.controllers.size()));
     return *m_chosen;
 }
 

@@ -29,6 +29,7 @@ class CommandLine {
     CLI::App m_app;
     std::vector<std::unique_ptr<Verb>> m_verbs;
     Verb* m_chosen = nullptr;
+    Reach m_reach = Reach::each;
 };
 
 } // namespace qm::ctl

@@ -39,6 +39,10 @@ std::string aligned(const std::vector<std::vector<std::string>>& rows) {
 
 } // namespace
 
+Report::Report(std::string controller) : m_controller(std::move(controller)) {
+    if (!m_controller.empty()) add("controller", m_controller);
+}
+
 Report& Report::show(std::string label, std::string text) {
     m_rows.push_back({std::move(label), std::move(text)});
     return *this;
@@ -71,6 +75,7 @@ Report& Report::list(std::vector<std::vector<std::string>> lines, std::string ke
 
 std::string Report::table() const {
     std::vector<std::vector<std::string>> rows;
+    if (!m_controller.empty()) rows.push_back({"Controller", m_controller});
     for (const Row& row : m_rows) rows.push_back({row.label, row.text});
     std::string text = aligned(rows);
     if (!m_list.empty()) text.append("\n").append(aligned(m_list));
@@ -79,8 +84,8 @@ std::string Report::table() const {
 
 std::string Report::line() const {
     std::string text;
-    for (std::size_t i = 1; i < m_rows.size(); ++i)
-        text.append(text.empty() ? "" : "; ").append(m_rows[i].label).append(" ").append(m_rows[i].text);
+    for (const auto& [label, words] : m_rows)
+        text.append(text.empty() ? "" : "; ").append(label).append(" ").append(words);
     std::replace(text.begin(), text.end(), '\n', ' ');
     if (text.empty()) text = "done";
     return text.append("\n");

@@ -10,6 +10,9 @@ namespace qm::ctl {
 
 class Report {
   public:
+    // Of one controller, when it is named.
+    explicit Report(std::string controller = "");
+
     // A row of the table, and the same value for scripts.
     Report& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
     // A value that reads the same in both; of several, the table has the items, or their names.
@@ -27,7 +30,7 @@ class Report {
 
     [[nodiscard]] bool ok() const { return m_values["ok"]; }
     [[nodiscard]] std::string table() const;
-    // The rows behind the first, which is the controller, in one line; "done" when there are none.
+    // The rows in one line, without the controller; "done" when there are none.
     [[nodiscard]] std::string line() const;
     [[nodiscard]] std::string json() const;
 
@@ -35,6 +38,7 @@ class Report {
     struct Row {
         std::string label, text;
     };
+    std::string m_controller;
     std::vector<Row> m_rows;
     std::vector<std::vector<std::string>> m_list;
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};

@@ -27,9 +27,7 @@ class Session {
     }
 
     // One that begins with the controller.
-    [[nodiscard]] Report report() const {
-        return Report().add("Controller", "controller", controller.address());
-    }
+    [[nodiscard]] Report report() const { return Report(controller.address()); }
 
     void print(const Report& report);
     // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.

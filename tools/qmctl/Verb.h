@@ -25,11 +25,16 @@ class Verb {
     virtual Report run(Session& session) = 0;
 };
 
+// Whom a verb asks when several controllers are named: each, none of them but whoever answers, or the only
+// one, for several are refused.
+enum class Reach { each, broadcast, one };
+
 struct VerbEntry {
     const char* words; // "ping", or "fs ls" for a verb of a group
     const char* summary;
     const char* notes; // shown at the end of its help: an example, and what needs explaining
     std::unique_ptr<Verb> (*make)();
+    Reach reach = Reach::each;
 };
 
 template <class Type> std::unique_ptr<Verb> make_verb() { return std::make_unique<Type>(); }

@@ -31,8 +31,7 @@ class Find : public Verb {
         command.add_flag("--network", m_network,
                          "Ask for the network settings of whoever answers the broadcast");
     }
-    Report run(Session& session) override {
-        session.broadcast = true;
+    Report run(Session&) override {
         Report report;
         if (m_network)
             find_network(report);
@@ -66,7 +65,7 @@ constexpr VerbEntry kVerbs[] = {
      "Asks by broadcast on every network of this host, and at 192.168.100.1; -c is not used. The first\n"
      "controller that answers is shown. Takes about half a minute when there is none.\n\n"
      "Examples:\n  qmctl find\n  qmctl find --network",
-     make_verb<Find>}};
+     make_verb<Find>, Reach::broadcast}};
 
 } // namespace
 

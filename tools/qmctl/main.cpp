@@ -20,7 +20,7 @@ int run_line(Session& session, CommandLine& line, std::span<char* const> argumen
     Verb& verb = line.parse(arguments);
     if (session.verbose) Output::show_messages();
     verb.prepare(session);
-    if (session.controllers.size() > 1) return run_on_all(session, verb);
+    if (session.controllers.size() > 1 && !session.broadcast) return run_on_all(session, verb);
     session.controller = session.controllers.front();
     return run_verb(session, verb);
 }

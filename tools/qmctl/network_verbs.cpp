@@ -51,8 +51,7 @@ class SetIp : public Verb {
         add_value(command, "--password", m_password, "TEXT", "For the server, up to 8 bytes", read_field<8>);
         add_value(command, "--net-id", m_net_id, "TEXT", "Network ID, up to 12 bytes", read_field<12>);
     }
-    Report run(Session& session) override {
-        session.broadcast = true;
+    Report run(Session&) override {
         require_answer(Result<>::of(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
                                                  m_gateway.c_str(), static_cast<int16_t>(m_port),
                                                  static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
@@ -83,8 +82,7 @@ class SetMac : public Verb {
                   })
             .required();
     }
-    Report run(Session& session) override {
-        session.broadcast = true;
+    Report run(Session&) override {
         require_answer(Result<>::of(cmd_udpSetMac(read_mac(m_mac).c_str())));
         return Report().add("MAC address", "mac", m_mac);
     }
@@ -102,8 +100,7 @@ class Wifi : public Verb {
             add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
         ssid.needs(key);
     }
-    Report run(Session& session) override {
-        session.broadcast = true;
+    Report run(Session&) override {
         if (m_ssid.empty())
             show();
         else
@@ -142,17 +139,17 @@ constexpr VerbEntry kVerbs[] = {
      "Goes by broadcast to every controller that it reaches; -c is not used. Connect the one that is meant\n"
      "alone. What is not given is set to its default.\n\nExample:\n  qmctl network set-ip 192.168.0.50 "
      "255.255.255.0 192.168.0.1",
-     make_verb<SetIp>},
+     make_verb<SetIp>, Reach::broadcast},
     {"network set-mac", "Set a controller's MAC address",
      "Goes by broadcast to every controller that it reaches; -c is not used. Connect the one that is meant\n"
      "alone.\n\n"
      "Example:\n  qmctl network set-mac 00:1a:2b:3c:4d:5e",
-     make_verb<SetMac>},
+     make_verb<SetMac>, Reach::broadcast},
     {"network wifi", "Show or set the network that a controller's Wi-Fi module opens",
      "Goes by broadcast to every module that it reaches; -c is not used. Setting it restarts the module,\n"
      "whose controller is then reached at 192.168.100.1.\n\n"
      "Examples:\n  qmctl network wifi\n  qmctl network wifi Signpost 'correct horse'",
-     make_verb<Wifi>}};
+     make_verb<Wifi>, Reach::broadcast}};
 
 } // namespace
 

@@ -172,9 +172,9 @@ constexpr VerbEntry kVerbs[] = {
     {"program build", "Write a program's files to a folder",
      "The controller is asked only for what neither the description nor the options say.\n\n"
      "Example:\n  qmctl program build -o out examples/program/shop.json",
-     make_verb<Build>},
+     make_verb<Build>, Reach::one},
     {"program preview", "Draw every page of a program, and an overview, as PNG pictures",
-     "Example:\n  qmctl program preview -o out examples/program/shop.json", make_verb<Preview>},
+     "Example:\n  qmctl program preview -o out examples/program/shop.json", make_verb<Preview>, Reach::one},
     {"program send", "Write a program's files to the controller",
      "The program is made for the controller's type, colours and size.\n\n"
      "Example:\n  qmctl -c 192.168.0.199 program send examples/program/shop.json",
