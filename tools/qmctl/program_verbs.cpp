@@ -20,11 +20,11 @@ class ProgramVerb : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE.json", m_path, "", "The description of the program", read_path).required();
-        add_number(command, "--generation", m_wishes.generation, 5, 6,
+        add_number(command, kGeneration, m_wishes.generation, 5, 6,
                    "Generation of the controller, 5 or 6 (default as the description says)");
-        add_value(command, "--type", m_wishes.type, "TYPE",
-                  "Type of the controller, such as 0x0262 (likewise)", read_type);
-        add_word(command, "--screen", m_wishes.color, kScreenColors,
+        add_value(command, kType, m_wishes.type, "TYPE", "Type of the controller, such as 0x0262 (likewise)",
+                  read_type);
+        add_word(command, kScreen, m_wishes.color, kScreenColors,
                  "Colours of the screen: single, double, three or full (likewise)");
     }
 
@@ -75,8 +75,10 @@ class ProgramVerb : public Verb {
         }
     }
 
+    static constexpr const char *kGeneration = "--generation", *kType = "--type", *kScreen = "--screen";
+
     std::string m_path;
-    ScreenWishes m_wishes;
+    ScreenWishes m_wishes{kGeneration, kType, kScreen};
     ProgramDescription m_program;
     Screen m_screen;
     std::vector<std::string> m_notes;

@@ -10,11 +10,13 @@ constexpr unsigned kUsualG5 = 0x0051, kUsualG6 = 0x0262, kUsualFullColor = 0x016
 
 ControllerType type_of(unsigned code) { return ControllerType::of(static_cast<std::uint16_t>(code)); }
 
-void require_color(const Screen& screen) {
+void require_color(const Screen& screen, const ScreenWishes& wishes) {
     const bool full = screen.color == SCREEN_COLOR_FULLCOLOR;
-    if (full != type_of(screen.type).full_color)
-        throw UsageError("screen.color: a controller of type " + hex(screen.type, 4) +
-                         (full ? " has no full colour" : " has full colour only"));
+    if (full == type_of(screen.type).full_color) return;
+    const std::string why = ": a controller of type " + hex(screen.type, 4) +
+                            (full ? " has no full colour" : " has full colour only");
+    if (wishes.color) throw UsageError(wishes.color_name + why);
+    throw JsonError("screen.color" + why);
 }
 
 std::optional<unsigned> known_generation(std::optional<unsigned> type) {
@@ -39,7 +41,7 @@ const std::optional<Value>& first_of(const std::optional<Value>& a, const std::o
 }
 
 template <class Value> Value said(const std::optional<Value>& value, const char* what) {
-    if (!value) throw UsageError(std::string("neither the description nor the controller says ") + what);
+    if (!value) throw JsonError(std::string("neither the description nor the controller says ") + what);
     return *value;
 }
 
@@ -92,8 +94,9 @@ std::optional<unsigned> generation_for(const ScreenWishes& wishes, const Program
     const auto of_type = known_generation(wishes.type),
                described_type = known_generation(program.screen.type);
     if (wishes.generation && of_type && wishes.generation != of_type)
-        throw UsageError("--type: a controller of generation " + std::to_string(*of_type) +
-                         ", but --generation says " + std::to_string(*wishes.generation));
+        throw UsageError(std::string(wishes.type_name) + ": a controller of generation " +
+                         std::to_string(*of_type) + ", but " + wishes.generation_name + " says " +
+                         std::to_string(*wishes.generation));
     if (program.generation && described_type && program.generation != described_type)
         throw JsonError("screen.type: a controller of generation " + std::to_string(*described_type) +
                         ", but generation says " + std::to_string(*program.generation));
@@ -128,7 +131,7 @@ Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
     const unsigned usual = screen.generation == 5 ? kUsualG5 : full ? kUsualFullColor : kUsualG6;
     const auto type = first_of(wishes.type, first_of(first.type, second.type));
     screen.type = static_cast<std::uint16_t>(type.value_or(usual));
-    require_color(screen);
+    require_color(screen, wishes);
     screen.size = said(first_of(first.size, second.size), "screen.size");
     screen.wiring = static_cast<E_DoubleColorPixel_G56>(described.wiring);
     return screen;

@@ -5,12 +5,14 @@
 
 namespace qm::sign {
 
-// What goes before the description.
+// What goes before the description, and how errors call it.
 struct ScreenWishes {
-    std::optional<unsigned> generation, type, color;
+    const char *generation_name, *type_name, *color_name;
+    std::optional<unsigned> generation{}, type{}, color{};
 };
 
-// As wishes or description say. Throws UsageError or JsonError for what contradicts itself.
+// As wishes or description say. Throws UsageError for wishes, and JsonError for a description, that
+// contradict themselves.
 [[nodiscard]] std::optional<unsigned> generation_for(const ScreenWishes& wishes,
                                                      const ProgramDescription& program);
 

@@ -57,18 +57,6 @@ std::uint8_t read_mode(const std::string& text) {
 
 Align read_align(const std::string& text, Names names) { return static_cast<Align>(read_word(text, names)); }
 
-Rect read_rect(const std::string& text) {
-    const auto pieces = split(text, ',');
-    std::array<std::uint16_t, 4> values{};
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const auto value =
-            pieces.size() == values.size() ? to_number(pieces[i], i < 2 ? 0 : 1, 65535) : std::nullopt;
-        if (!value) expected("X,Y,W,H in pixels (0 to 65535, W and H not 0), such as 0,0,128,32");
-        values[i] = static_cast<std::uint16_t>(*value);
-    }
-    return {values[0], values[1], values[2], values[3]};
-}
-
 std::uint32_t read_color(const std::string& text) {
     if (const auto code = to_code(kPalette, text)) return *code;
     const auto rgb = text.size() == 7 && text[0] == '#'

@@ -18,7 +18,6 @@ inline constexpr Name kVertical[] = {{"top", 0}, {"center", 1}, {"bottom", 2}};
 
 [[nodiscard]] std::uint8_t read_mode(const std::string& text); // of an effect: a word or its number
 [[nodiscard]] Align read_align(const std::string& text, Names names);
-[[nodiscard]] Rect read_rect(const std::string& text);                // X,Y,W,H
 [[nodiscard]] std::uint32_t read_color(const std::string& text);      // a name of the palette or #RRGGBB
 [[nodiscard]] std::string read_font(const std::string& text);         // a family, or a font file
 [[nodiscard]] std::string read_path(const std::string& text);         // a file that can be read
