@@ -70,7 +70,7 @@ std::string Probe::route() const {
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     sockaddr_in from{};
     socklen_t size = sizeof from;
-    const bool found = on_address(::connect, socket, address_of(m_to)) == 0 &&
+    const bool found = socket >= 0 && on_address(::connect, socket, address_of(m_to)) == 0 &&
                        ::getsockname(socket, reinterpret_cast<sockaddr*>(&from), &size) == 0;
     const int error = errno;
     if (socket >= 0) ::close(socket);
@@ -82,6 +82,7 @@ std::string Probe::route() const {
 std::string Probe::connect() {
     const std::string what = "Connecting to " + m_to.address();
     m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (m_socket < 0) fail(what + " failed", errno);
     for (const int direction : {SO_SNDTIMEO, SO_RCVTIMEO})
         ::setsockopt(m_socket, SOL_SOCKET, direction, &kTimeout, sizeof kTimeout);
     const int error = on_address(::connect, m_socket, address_of(m_to)) == 0 ? 0 : errno;
@@ -94,8 +95,10 @@ std::string Probe::connect() {
 
 std::string Probe::shake_hands() {
     std::array<unsigned char, 64> answer{};
-    const bool sent = ::send(m_socket, kHandshake.data(), kHandshake.size(), MSG_NOSIGNAL) > 0;
-    const ssize_t size = sent ? ::recv(m_socket, answer.data(), answer.size(), 0) : -1;
+    const bool sent =
+        TEMP_FAILURE_RETRY(::send(m_socket, kHandshake.data(), kHandshake.size(), MSG_NOSIGNAL)) > 0;
+    const ssize_t size =
+        sent ? TEMP_FAILURE_RETRY(::recv(m_socket, answer.data(), answer.size(), 0)) : ssize_t{-1};
     const int error = size < 0 ? errno : 0;
     close();
     if (error == EAGAIN) throw std::runtime_error("It is connected, but was silent for 3 s.");

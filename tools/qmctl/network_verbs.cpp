@@ -125,8 +125,8 @@ class Wifi : public Verb {
         if (status == kShortAnswer)
             throw Failure(Error::last(status), "the Wi-Fi module's answer is too short to hold its settings");
         require_answer(Result<>::of(status));
-        m_ssid = reinterpret_cast<const char*>(ssid);
-        m_key = reinterpret_cast<const char*>(key);
+        m_ssid = printable(octets(ssid));
+        m_key = printable(octets(key));
     }
 
     std::string m_ssid, m_key;
