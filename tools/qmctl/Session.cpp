@@ -22,6 +22,10 @@ void Session::tell(const Failure& failure) {
         std::cerr << "qmctl: " << line;
 }
 
+void Session::note(const std::string& note) const {
+    std::cerr << "qmctl: " + (one_of_many ? controller.address() + ": " : "") + "note: " + note + "\n";
+}
+
 void Session::refuse(const UsageError& error) {
     if (one_of_many)
         output.show(json ? usage_json(error.what(), controller.address())

@@ -32,6 +32,8 @@ class Session {
     void print(const Report& report);
     // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.
     void tell(const Failure& failure);
+    // Says on standard error what is done otherwise than it was asked for.
+    void note(const std::string& note) const;
     // Says what is wrong with the command line: on standard error, in JSON when that is asked for.
     void refuse(const UsageError& error);
 

@@ -18,10 +18,10 @@ bool asks_for_json(std::span<char* const> arguments) {
 
 int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
     Verb& verb = line.parse(arguments);
+    session.controller = session.controllers.front();
     if (session.verbose) Output::show_messages();
     verb.prepare(session);
     if (session.controllers.size() > 1 && !session.broadcast) return run_on_all(session, verb);
-    session.controller = session.controllers.front();
     return run_verb(session, verb);
 }
 
@@ -38,8 +38,10 @@ int run(Session& session, std::span<char* const> arguments) {
         return kUsage;
     } catch (const Failure& failure) { // of a check that needs no controller
         session.tell(failure);
-        return kFailed;
+    } catch (const std::exception& error) {
+        session.tell(Failure(error.what()));
     }
+    return kFailed;
 }
 
 } // namespace

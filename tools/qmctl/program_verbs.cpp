@@ -8,8 +8,6 @@
 #include "sign/files.h"
 #include "sign/program_reading.h"
 
-#include <iostream>
-
 namespace qm::ctl {
 namespace {
 
@@ -47,7 +45,7 @@ class ProgramVerb : public Verb {
     ProgramBuilder build(const Session& session, bool sending) {
         m_screen = target_for(m_wishes, m_program, session.controller, sending);
         m_notes = fit_to(m_program, m_screen);
-        for (const std::string& note : m_notes) std::cerr << "qmctl: note: " << note << "\n";
+        for (const std::string& note : m_notes) session.note(note);
         return {m_program, m_screen};
     }
 

@@ -39,9 +39,9 @@ Job start(Session& session, Verb& verb, const Controller& controller) {
         throw std::system_error(error, std::generic_category(), "cannot start a process");
     }
     if (pid == 0) {
-        session.controller = controller;
-        session.output.redirect(result);
         try {
+            session.controller = controller;
+            session.output.redirect(result);
             ::_exit(run_verb(session, verb));
         } catch (...) { // the parent's code is not the child's
             ::_exit(kFailed);
