@@ -61,16 +61,20 @@ TEST_F(DynamicVerbs, TalksToGeneration5InItsOwnForm) {
 }
 
 TEST_F(DynamicVerbs, RefuseWrongArgumentsBeforeTheyConnect) {
-    const TemporaryFile bordered("areas.json",
-                                 std::string(R"({"id": 1, "areas": [{"id": 256, "text": "x"}]})"));
     for (const Words& arguments :
          {Words("area rm"), Words("area rm 256"), Words("area rm 1 all"), Words{"say", ""},
           Words("sound update 1"), Words("sound update 256=x"), Words("text x --with-program 1,x")})
         EXPECT_EQ(run(arguments).status, 1) << testing::PrintToString(arguments);
     EXPECT_EQ(qmctl("--controllers /no/such/file ping").status, 1);
-    const Outcome outcome = run({"area", "send", bordered.path()});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("areas[0]: a dynamic area has a number from 0 to 255"));
+    const std::pair<std::string, const char*> areas[] = {
+        {R"("id": 256)", "areas[0]: a dynamic area has a number from 0 to 255"},
+        {R"("id": 1, "sound": {"text": ")" + std::string(65516, 'x') + R"("})", "at most 65515 bytes"}};
+    for (const auto& [area, words] : areas) {
+        const TemporaryFile file("areas.json", R"({"id": 1, "areas": [{"text": "x", )" + area + "}]}");
+        const Outcome outcome = run({"area", "send", file.path()});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.err, HasSubstr(words));
+    }
     EXPECT_EQ(controller.connections(), 0U);
 }
 

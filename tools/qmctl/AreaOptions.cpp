@@ -73,8 +73,7 @@ void add_text_options(ArgumentList& command, TextStyle& style) {
 }
 
 std::string read_speech(const std::string& text) {
-    constexpr std::size_t kLongest = 65515;
-    if (text.empty() || text.size() > kLongest) expected("a text of 1 to 65515 bytes");
+    if (text.empty() || text.size() > kLongestSpeech) expected("a text of 1 to 65515 bytes");
     return text;
 }
 

@@ -20,6 +20,7 @@ void show_areas(const Session& session, const std::vector<Area>& areas, const Sc
 void add_program_option(ArgumentList& command, std::optional<ProgramNumbers>& programs);
 void add_text_options(ArgumentList& command, TextStyle& style);
 void add_speech_options(ArgumentList& command, Speech& speech);
+inline constexpr std::size_t kLongestSpeech = 65515;            // bytes, of dynamic areas
 [[nodiscard]] std::string read_speech(const std::string& text); // of a length that can be sent
 
 class AreaOptions {

@@ -16,6 +16,8 @@ void require_dynamic(const AreaDescription& area, bool with_programs) {
         refuse("a dynamic area has no background_flag, transparency or equal");
     if (area.text.empty() == area.pictures.empty() || area.pictures.size() > 1)
         refuse("a dynamic area has either a text or one picture");
+    if (area.speech && area.speech->text.size() > kLongestSpeech)
+        refuse("a dynamic area speaks a text of at most 65515 bytes");
     if (with_programs && area.speech && area.text.empty())
         refuse("a picture with speech cannot be related to programs");
 }
