@@ -14,6 +14,8 @@ struct Name {
 };
 using Names = std::span<const Name>;
 
+inline constexpr Name kScreenColors[] = {{"single", 1}, {"double", 2}, {"three", 3}, {"full", 4}};
+
 [[nodiscard]] std::optional<unsigned> to_code(Names names, std::string_view word);
 // The word for code, or "unknown (9)".
 [[nodiscard]] std::string word_for(Names names, unsigned code);

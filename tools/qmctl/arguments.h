@@ -8,6 +8,7 @@
 namespace qm::ctl {
 
 inline constexpr Name kOffOn[] = {{"off", 0}, {"on", 1}};
+inline constexpr Name kLocks[] = {{"unlocked", 0}, {"locked", 1}};
 
 [[nodiscard]] Rect read_rect(const std::string& text);                               // X,Y,W,H
 [[nodiscard]] Controller read_controller(const std::string& text);                   // IP[:PORT]

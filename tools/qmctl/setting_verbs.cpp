@@ -6,7 +6,6 @@ namespace qm::ctl {
 namespace {
 
 constexpr unsigned kLock = 1, kUnlock = 0;
-constexpr Name kLockWords[] = {{"unlocked", kUnlock}, {"locked", kLock}};
 
 // Whether it is to outlive a power failure.
 class Keep {
@@ -29,7 +28,7 @@ template <unsigned lock> class LockScreen : public Verb {
     Report run(Session& session) override {
         session.command(cmd_screenLock, m_keep.given(), lock);
         return session.report()
-            .add("Screen", "screen", word_for(kLockWords, lock))
+            .add("Screen", "screen", word_for(kLocks, lock))
             .add("Kept", m_keep.words(), "keep", m_keep.given());
     }
 
@@ -50,7 +49,7 @@ template <unsigned lock> class LockProgram : public Verb {
         session.command(cmd_programLock, m_keep.given(), lock, m_name.c_str(), m_duration);
         Report report = session.report();
         report.add("Program", "program", m_name)
-            .add("State", "state", word_for(kLockWords, lock))
+            .add("State", "state", word_for(kLocks, lock))
             .add("Kept", m_keep.words(), "keep", m_keep.given());
         if (lock == kLock) report.add("Duration", "duration", m_duration);
         return report;

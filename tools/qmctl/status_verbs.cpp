@@ -7,7 +7,6 @@ namespace qm::ctl {
 namespace {
 
 constexpr Name kBrightnessModes[] = {{"manual", 0}, {"by clock", 1}, {"by sensor", 2}};
-constexpr Name kLocks[] = {{"unlocked", 0}, {"locked", 1}};
 
 // Words for people and null for scripts when the controller's clock shows no time.
 Report& add_clock(Report& report, const char* label, const std::optional<Time>& time) {

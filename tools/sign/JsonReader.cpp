@@ -97,7 +97,7 @@ Object::Object(const Field& field) : m_object(field.value()), m_path(field.path(
 }
 
 std::optional<Field> Object::find(const std::string& name) {
-    m_asked.push_back(name);
+    if (std::ranges::find(m_asked, name) == m_asked.end()) m_asked.push_back(name);
     const auto found = m_object.find(name);
     if (found == m_object.end()) return std::nullopt;
     return Field(*found, member(m_path, name));

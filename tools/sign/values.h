@@ -8,10 +8,8 @@ namespace qm::sign {
 
 using namespace options;
 
-inline constexpr Name kScreenColors[] = {{"single", SCREEN_COLOR_SINGLE},
-                                         {"double", SCREEN_COLOR_DOUBLE},
-                                         {"three", SCREEN_COLOR_THREE},
-                                         {"full", SCREEN_COLOR_FULLCOLOR}};
+static_assert(kScreenColors[0].code == SCREEN_COLOR_SINGLE &&
+              kScreenColors[3].code == SCREEN_COLOR_FULLCOLOR);
 inline constexpr Name kModes[] = {{"static", 1}, {"left", 4}, {"right", 38}};
 inline constexpr Name kHorizontal[] = {{"left", 0}, {"center", 1}, {"right", 2}};
 inline constexpr Name kVertical[] = {{"top", 0}, {"center", 1}, {"bottom", 2}};

@@ -16,8 +16,6 @@ constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
 constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64, kLastPort = 65535;
 
-constexpr Name kColors[] = {{"single", 1}, {"double", 2}, {"three", 3}, {"full", 4}};
-
 // Options that mean something only together with others.
 struct Typed {
     bool udp = false, wifi = false;
@@ -40,7 +38,7 @@ Size read_size(const std::string& text) {
 
 ScreenColor read_color(const std::string& text) {
     const auto code = to_number(text, 1, 4);
-    return static_cast<ScreenColor>(code ? *code : read_word(text, kColors));
+    return static_cast<ScreenColor>(code ? *code : read_word(text, kScreenColors));
 }
 
 FaultKind read_fault(const std::string& text) {

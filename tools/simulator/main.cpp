@@ -1,4 +1,5 @@
 // qm_simulator: a controller on loopback whose screen can be seen.
+#include "options/readers.h"
 #include "simulator/Settings.h"
 #include "simulator/controller/Store.h"
 #include "simulator/controller/state_json.h"
@@ -18,16 +19,11 @@
 namespace {
 
 using namespace qm::sim;
+using qm::options::hex;
 
 constexpr int kUsage = 1, kFailed = 2;
 
 void complain(const std::string& sentence) { std::fprintf(stderr, "qm_simulator: %s\n", sentence.c_str()); }
-
-std::string hex(std::uint16_t type) {
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%04X", type);
-    return text;
-}
 
 const char* name_of(ScreenColor color) {
     constexpr const char* kNames[] = {"single colour", "double colour", "three colours", "full colour"};
@@ -120,7 +116,7 @@ std::string place(const std::string& address, std::uint16_t port) {
 
 std::string announcement(const Options& options, const Simulator& simulator) {
     std::string line = "qm_simulator ready: " + place(options.listen, simulator.port()) + ", type " +
-                       hex(options.type) + ", " + std::to_string(options.width) + "x" +
+                       hex(options.type, 4) + ", " + std::to_string(options.width) + "x" +
                        std::to_string(options.height) + ", " + name_of(options.color);
     if (options.udp) line += "\nUDP: " + place(options.udp_listen, simulator.udp_port());
     if (options.wifi) line += "\nWi-Fi module: " + place(options.udp_listen, simulator.wifi_port());
@@ -150,7 +146,7 @@ void run(const Settings& settings) {
     Simulator simulator(std::move(options));
     display.begin(simulator, announcement(settings.options, simulator));
     if (!goes_together({packing_of(settings.options.type), settings.options.color}))
-        display.complain("a controller of type " + hex(settings.options.type) + " has no pixel data for " +
+        display.complain("a controller of type " + hex(settings.options.type, 4) + " has no pixel data for " +
                          name_of(settings.options.color) + ": areas will stay black");
     held.unlock();
     context.run();
