@@ -73,7 +73,7 @@ inline HVtimeAreaData_G56 time_record(const DigitalClock& clock, const Rect& rec
     record.linestyle = style.one_line.value_or(false) ? SINGLELINE : MULTILINE;
     record.color = style.color;
     record.fontName = style.font.c_str();
-    // The library makes smaller what does not fit; no font is higher than its area by more than this.
+    // As large as the area is high, since the library takes a smaller size for what does not fit.
     record.fontSize = style.size.value_or(std::min(rect.height, kLargestSize));
     record.fontBold = style.bold;
     record.fontItalic = style.italic;

@@ -35,8 +35,8 @@ template <class Byte, std::size_t size> std::string text_of(const Byte (&field)[
 
 inline constexpr unsigned kSmallestFitting = 6; // points
 
-// Characters of each line. As the library counts them, CR, LF and CR LF end one, and an end at the very end
-// begins no other.
+// How many characters each line has. Lines are the library's: CR, LF or CR LF ends one, and behind one that
+// closes the text there is none.
 inline std::vector<unsigned> line_lengths(const std::string& text) {
     std::vector<unsigned> lengths{0};
     for (std::size_t i = 0; i < text.size(); ++i) {

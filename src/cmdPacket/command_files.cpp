@@ -48,7 +48,8 @@ int ON_command::hv_cmd_ofs_format() { return send_cmd(hv_GRP_OFSConf, hv_ofs_For
 int ON_command::hv_cmd_ofs_startFileTransf() { return send_cmd(hv_GRP_OFSConf, hv_ofs_StartFileTransf, {}); }
 int ON_command::hv_cmd_ofs_endFileTransf() { return send_cmd(hv_GRP_OFSConf, hv_ofs_EndFileTransf, {}); }
 
-// fieldSize: how many bytes of the 2-byte count are counted in the length.
+// The payload is sent as if its count of names, which takes 2 bytes, took fieldSize: with 1 it ends a byte
+// early.
 int ON_command::delete_files(Ouint8 code, std::int16_t fileNub, const char* fileName, std::size_t fieldSize) {
     if (!can_name_files(fileNub)) return QM_FAILED;
     const auto count = static_cast<Ouint16>(fileNub);
@@ -61,7 +62,7 @@ int ON_command::hv_cmd_ofs_deleteFile(std::int16_t fileNub, const char* fileName
     return delete_files(hv_ofs_FileDelete, fileNub, fileName, 2);
 }
 
-// The length is one byte short, so that the last name loses its last byte.
+// The protocol's length is one byte short here, so that the last name loses its last byte.
 int ON_command::hv_cmd_conf_deleteFile(std::int16_t fileNub, const char* fileName) {
     return delete_files(hv_ofs_other_FileDelete, fileNub, fileName, 1);
 }

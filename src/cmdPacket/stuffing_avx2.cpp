@@ -12,8 +12,9 @@ namespace {
 
 constexpr std::size_t kBlock = 32, kPart = 8;
 
-// Shuffles by which of 8 bytes a bit is set for. To spread: the byte, and after those with a bit the one 8
-// further on. To close: the bytes without a bit.
+// For 8 bytes some of which are marked: which bytes a shuffle takes, by the mask of the marked ones. spread
+// takes each byte and behind a marked one also the one 8 further on, the second byte of its escape; close
+// leaves the marked ones out.
 struct Shuffles {
     alignas(16) std::array<std::array<Ouint8, 16>, 256> spread{};
     alignas(16) std::array<std::array<Ouint8, 8>, 256> close{};
@@ -52,8 +53,8 @@ constexpr Shuffles kShuffles = [] {
     return static_cast<unsigned>(_mm256_movemask_epi8(found));
 }
 
-// All ones in the bytes that need an escape. A5 and A6 are -5B and -5A: two values are left without the
-// signs, and one without the lowest bit.
+// All ones in the bytes that need an escape: 5A, 5B, A5 and A6. The last two are -5B and -5A, so one
+// comparison finds all four: without sign and lowest bit they are 5A, and no other byte is.
 [[gnu::target("avx2")]] inline __m256i escapes(__m256i block) {
     const __m256i even = _mm256_and_si256(_mm256_abs_epi8(block), _mm256_set1_epi8(static_cast<char>(0xFE)));
     return equal(even, 0x5A);

@@ -40,7 +40,7 @@ template <class Header> [[nodiscard]] qm_G5_G6_fontData font_data_of(const Heade
             header.tdirection, header.txtSpace, header.Halign, header.Valign};
 }
 
-// A page that is ready for the controller. What is valid of it is worked out where it is written.
+// A page in the controller's pixels. Its ValidLen is set when it is written to a file.
 struct Page {
     qm_G6_page_header header;
     CData pixels;

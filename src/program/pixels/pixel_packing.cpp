@@ -124,7 +124,8 @@ class PlaneBytes {
 // Bytes interleaved by plane: red, or green and red, or red, green and blue.
 void emit_bytes(const Canvas& canvas, const PixelLayout& layout, Ouint8* out) {
     const std::size_t planes = plane_count(layout.screenColor);
-    // As many groups as the alignment unit yields: fewer than there are where it is not 8.
+    // A group of 8 pixels is written for each alignment unit, so that the last ones are missing where a unit
+    // is longer.
     const std::size_t groups = canvas.total() / layout.alignPixels;
     PlaneBytes bytes(layout);
     Rows(canvas).for_each_piece([&](std::size_t at, std::span<const DarkBits> dark) {

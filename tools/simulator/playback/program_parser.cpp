@@ -135,7 +135,7 @@ bool read_bordered(Cursor& in, Program& program, Attempt& attempt) {
     return false;
 }
 
-// BorderPattern flag 1, the border, the rest.
+// Border flag 1, the border, the rest.
 bool read_border_on(Cursor in, Program& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     program.border.reset();
@@ -164,7 +164,7 @@ bool read_periods_on(Cursor& in, Program& program, Attempt& attempt) {
     return false;
 }
 
-// Why the frame of a file is wrong, before anything in it is looked at.
+// Why a file is damaged as a whole, before any field of it is looked at.
 std::optional<std::string> damage(Bytes file, const std::string& name) {
     if (file.size() < kCrc) return name + ": too short for a CRC";
     const Bytes body = file.first(file.size() - kCrc);
