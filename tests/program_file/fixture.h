@@ -70,7 +70,11 @@ class Program : public testing::Test {
     static sim::PixelFormat format() { return s_screen.format(); }
     static bool is_six() { return s_screen.six; }
     // Played on a screen of that size.
-    static sim::ProgramPlayer played(int width, int height) { return {parsed(), width, height, format()}; }
+    static sim::Playlist played(int width, int height) {
+        sim::Playlist list({width, height, format()});
+        list.put("P001", parsed());
+        return list;
+    }
 
   private:
     static inline ScreenKind s_screen = kFive;

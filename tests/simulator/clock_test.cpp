@@ -53,7 +53,7 @@ TEST_F(Analog, HandsPointWhereTheyMust) {
         for (int hour = 0; hour < 24; hour += 2) {
             const int minute = (hour * 5 + 17) % 60, second = (hour * 7 + 41) % 60;
             const Image shown =
-                player.screen(Time{0}, kDay + hours(hour) + minutes(minute) + seconds(second));
+                player.screen({Time{0}, kDay + hours(hour) + minutes(minute) + seconds(second)});
             const std::string moment = std::to_string(hour) + ":" + std::to_string(minute);
             const double minutes_turn = (minute + second / 60.0) / 60;
             expect_hand(shown, 40, 28, kRed, 10, (hour % 12 + minutes_turn) / 12, moment.c_str());
@@ -71,7 +71,7 @@ TEST_F(Analog, HandsAreAsWideAsTheyAreLong) {
         ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
         const auto player = played(33, 33);
         for (const int hour : {0, 3, 6, 9}) {
-            const Image shown = player.screen(Time{0}, kDay + hours(hour));
+            const Image shown = player.screen({Time{0}, kDay + hours(hour)});
             int lit = 0;
             for (int y = 0; y < 33; ++y)
                 for (int x = 0; x < 33; ++x) {
@@ -101,7 +101,7 @@ TEST_F(Analog, HandsHaveTheirColoursAndStayInTheArea) {
         clock.SecHandLen = 255;
         begin(c.screen, {16, 8, 17, 17});
         ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
-        const Image shown = played(64, 32).screen(Time{0}, kDay + 15s);
+        const Image shown = played(64, 32).screen({Time{0}, kDay + 15s});
         EXPECT_EQ(shown.at(32, 16), c.shown) << "the second hand reaches the area's edge";
         EXPECT_EQ(shown.at(33, 16), kBlack) << "and ends there";
     }
@@ -115,7 +115,7 @@ class Dial : public Analog {
         clock.OrignPointX = clock.OrignPointY = static_cast<Ouint16>(pivot);
         begin(kSix, {0, 0, side, side});
         EXPECT_EQ(add(clock, style, kDial), 0);
-        return played(side, side).screen(Time{0}, kDay);
+        return played(side, side).screen({Time{0}, kDay});
     }
 };
 
@@ -173,7 +173,7 @@ TEST_F(Dial, StaysInsideAnAreaWhereverThePivotIs) {
 class Battle : public Analog {
   protected:
     // Battle time on an area that shows a date, the day of the week and the time as digits.
-    static ProgramPlayer battle(const HVTimeAreaBattle_G6* start, bool cancelled = false) {
+    static Playlist battle(const HVTimeAreaBattle_G6* start, bool cancelled = false) {
         HVtimeAreaData_G56 content = lib::time_content();
         content.time_enable = content.week_enable = true;
         content.weekstyle = Mon;
@@ -194,10 +194,10 @@ TEST_F(Battle, CountsFromItsStart) {
     const auto own = battle(nullptr), fought = battle(&start), cancelled = battle(&start, true);
     const LocalSeconds began = local_days(2024y / February / 28) + 23h + 59min + 30s;
     for (const Time passed : {0ms, 999ms, 1000ms, 29'999ms, 30'000ms, 86'430'000ms}) {
-        EXPECT_EQ(fought.screen(passed, kDay), own.screen(Time{0}, began + floor<seconds>(passed)));
-        EXPECT_EQ(cancelled.screen(passed, kDay), own.screen(Time{0}, kDay));
+        EXPECT_EQ(fought.screen({passed, kDay}), own.screen({Time{0}, began + floor<seconds>(passed)}));
+        EXPECT_EQ(cancelled.screen({passed, kDay}), own.screen({Time{0}, kDay}));
     }
-    EXPECT_NE(fought.screen(29'999ms, kDay), fought.screen(30s, kDay));
+    EXPECT_NE(fought.screen({29'999ms, kDay}), fought.screen({30s, kDay}));
 }
 
 TEST_F(Battle, StartsAtZeroOnTheFirstDayAndOnAnyDayOfTheWeek) {
@@ -206,8 +206,8 @@ TEST_F(Battle, StartsAtZeroOnTheFirstDayAndOnAnyDayOfTheWeek) {
     const auto own = battle(nullptr), fought = battle(&zero), other = battle(&tuesday);
     const LocalSeconds first = local_days(0y / January / 1);
     for (const Time passed : {0h, 25h, 24h * 40}) {
-        EXPECT_EQ(fought.screen(passed, kDay), own.screen(0s, first + floor<seconds>(passed)));
-        EXPECT_NE(fought.screen(passed, kDay), other.screen(passed, kDay));
+        EXPECT_EQ(fought.screen({passed, kDay}), own.screen({0s, first + floor<seconds>(passed)}));
+        EXPECT_NE(fought.screen({passed, kDay}), other.screen({passed, kDay}));
     }
 }
 
@@ -240,7 +240,7 @@ TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
                     ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, format())
                                                       : parse_program(spoilt, format());
                     if (auto* program = std::get_if<sim::Program>(&parsed))
-                        (void)ProgramPlayer(std::move(*program), 64, 16, format()).screen(0s, kDay);
+                        (void)ProgramPlayer(std::move(*program), {64, 16, format()}).picture(0s, {0s, kDay});
                     else
                         ++refused;
                 }
@@ -267,15 +267,15 @@ TEST_F(Analog, RunsOnAControllerByTheClockThatItWasSetTo) {
     ASSERT_EQ(uploader.write(file.name, file.bytes), 0U);
     EXPECT_EQ(simulator.program_errors().size(), 0U);
 
-    EXPECT_EQ(simulator.screen(), expected.screen(0s, kDay + 24h - 1s));
+    EXPECT_EQ(simulator.screen(), expected.screen({0s, kDay + 24h - 1s}));
     ++host;
-    EXPECT_EQ(simulator.screen(), expected.screen(0s, kDay + 24h)) << "midnight";
+    EXPECT_EQ(simulator.screen(), expected.screen({0s, kDay + 24h})) << "midnight";
     ASSERT_TRUE(uploader.control(2, "31 20 12 31 23 59 58 03").acknowledged());
     const LocalSeconds year_end = local_days(2031y / December / 31) + 23h + 59min + 58s;
-    EXPECT_EQ(simulator.screen(), expected.screen(0s, year_end));
+    EXPECT_EQ(simulator.screen(), expected.screen({0s, year_end}));
     host += 2;
-    EXPECT_EQ(simulator.screen(), expected.screen(0s, year_end + 2s)) << "the new year";
-    EXPECT_NE(expected.screen(0s, year_end), expected.screen(0s, year_end + 2s));
+    EXPECT_EQ(simulator.screen(), expected.screen({0s, year_end + 2s})) << "the new year";
+    EXPECT_NE(expected.screen({0s, year_end}), expected.screen({0s, year_end + 2s}));
 }
 
 TEST_F(Analog, AsksToBeDrawnAnewInTime) {

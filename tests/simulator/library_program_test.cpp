@@ -83,14 +83,14 @@ TEST_P(LibraryProgram, ShowsThePagesOfABorderedArea) {
     add_area_border(1, 12, picture("border.png", 12, 3, 0xFF0000));
     add_picture(1, picture("picture.png", 20, 10, 0x80C8FF));
     const auto player = played(kWidth, kHeight);
-    const int pages = static_cast<int>(player.program().areas.at(0).pages.size());
+    const int pages = static_cast<int>(parsed().areas.at(0).pages.size());
     ASSERT_GE(pages, 3);
     for (int page = 0; page < pages; ++page) {
         Image expected(kWidth, kHeight);
         paint(expected, {11, 5, 61, 21}, {255, 0, 0});
         paint(expected, {14, 8, 55, 15}, {});
         paste(expected, preview_of(1, page), 14, 8);
-        expect_same(player.picture(page * kStay), expected);
+        expect_same(player.screen({page * kStay, {}}), expected);
     }
 }
 
@@ -105,7 +105,7 @@ TEST_P(LibraryProgram, ShowsTheScreenBorderAndAreasOverOneAnother) {
     paint(expected, {2, 2, kWidth - 4, kHeight - 4}, {});
     paste(expected, preview_of(1, 0), 3, 3);
     paste(expected, preview_of(2, 0), 30, 10);
-    expect_same(played(kWidth, kHeight).picture(0ms), expected);
+    expect_same(played(kWidth, kHeight).screen({}), expected);
 }
 
 // Of generation 6 only.
@@ -120,7 +120,7 @@ TEST_P(LibraryBackground, LiesBelowTheAreas) {
     Image expected(kWidth, kHeight);
     paint(expected, {0, 0, kWidth, kHeight}, {0, 0, 255});
     paste(expected, preview_of(1, 0), 20, 8);
-    expect_same(played(kWidth, kHeight).picture(0ms), expected);
+    expect_same(played(kWidth, kHeight).screen({}), expected);
 }
 
 constexpr lib::ScreenKind kScreens[] = {{"Single5", false, lib::kMode0, ScreenColor::single},

@@ -11,7 +11,7 @@ using qm::test::hex;
 using test::letters;
 using namespace std::chrono_literals;
 
-constexpr PixelFormat kSingle8{TransferMode::planes8, ScreenColor::single};
+constexpr ScreenShape kScreen{8, 1, {TransferMode::planes8, ScreenColor::single}};
 constexpr LocalSeconds kNoon{std::chrono::local_days(std::chrono::year(2024) / 5 / 6) + 12h};
 
 Page page(const char* pixels, std::uint16_t stay, std::uint8_t mode = 1, std::uint16_t valid = 8) {
@@ -32,18 +32,17 @@ Program program_of(std::vector<Page> pages, Rect rect = {0, 0, 8, 1}) {
 
 class Player {
   public:
-    explicit Player(Program program, int width = 8, int height = 1)
-        : m_player(std::move(program), width, height, kSingle8) {}
+    explicit Player(Program program) { m_list.put("P001", std::move(program)); }
 
     [[nodiscard]] std::string at(Time time, LocalSeconds clock = kNoon) const {
-        return letters(m_player.screen(time, clock));
+        return letters(m_list.screen({time, clock}));
     }
     [[nodiscard]] std::optional<Time> next(Time time, LocalSeconds clock = kNoon) const {
-        return m_player.next_change(time, clock);
+        return m_list.next_change({time, clock});
     }
 
   private:
-    ProgramPlayer m_player;
+    Playlist m_list{kScreen};
 };
 
 TEST(ProgramPlayer, TurnsPagesByTheirStayTime) {
@@ -118,7 +117,7 @@ class Programs : public testing::Test {
     [[nodiscard]] std::string at(Time time, std::optional<std::string> locked = {}) const {
         return m_list.playing({time, kNoon, locked});
     }
-    Playlist m_list{8, 1, kSingle8};
+    Playlist m_list{kScreen};
 };
 
 TEST_F(Programs, TakeTurnsInTheOrderOfTheirNames) {

@@ -9,8 +9,8 @@ namespace qm::sim {
 namespace {
 
 Model model_of(const Options& options) {
-    return {
-        options.type, options.width, options.height, {packing_of(options.type), options.color}, options.web};
+    const PixelFormat format{packing_of(options.type), options.color};
+    return {options.type, {options.width, options.height, format}, options.web};
 }
 
 } // namespace

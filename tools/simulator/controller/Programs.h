@@ -13,8 +13,8 @@ class Programs {
     // What is wrong with a program, by its name.
     using Errors = std::map<std::string, std::string>;
 
-    Programs(Generation generation, int width, int height, PixelFormat format)
-        : m_generation(generation), m_format(format), m_list(width, height, format) {}
+    Programs(Generation generation, const ScreenShape& screen)
+        : m_generation(generation), m_format(screen.format), m_list(screen) {}
 
     // Takes up what has changed since the last time, unless a transfer is going on. When programs have come
     // or gone, all of them begin anew. Gives what became of them in words, empty when nothing has changed.

@@ -100,7 +100,7 @@ std::string SimulatedController::ask_wifi(std::string_view text) {
 
 Image SimulatedController::screen(Now now) const {
     const LocalSeconds clock = clock_of(m_state, now);
-    if (!power_at(m_state.settings, clock)) return {m_state.model.width, m_state.model.height};
+    if (!power_at(m_state.settings, clock)) return {m_state.model.screen.width, m_state.model.screen.height};
     Image image = m_state.held ? m_state.held->image : played(m_state, now);
     dim(image, brightness_at(m_state.settings, clock));
     return image;

@@ -2,10 +2,9 @@
 
 namespace qm::sim {
 
-State::State(const Model& what)
-    : model(what), programs(generation_of(what.type), what.width, what.height, what.format) {}
+State::State(const Model& what) : model(what), programs(generation_of(what.type), what.screen) {}
 
-HeldScreen dark_screen(const Model& model) { return {Image(model.width, model.height), {}}; }
+HeldScreen dark_screen(const Model& model) { return {Image(model.screen.width, model.screen.height), {}}; }
 
 LocalSeconds clock_of(const State& state, Now now) { return now.host + state.settings.clock_offset; }
 

@@ -14,12 +14,11 @@ namespace qm::sim {
 // What a controller is from the factory.
 struct Model {
     std::uint16_t type = 0;
-    int width = 0, height = 0;
-    PixelFormat format;
+    ScreenShape screen;
     bool web = false; // has a web server
 
     // Bytes of pixel data that fill the screen.
-    [[nodiscard]] std::size_t page() const { return pixel_data_length(format, {0, 0, width, height}); }
+    [[nodiscard]] std::size_t page() const { return pixel_data_length(screen.format, screen.whole()); }
 };
 
 // When a request came, or somebody looks.

@@ -34,7 +34,7 @@ void put(State& state, ReceivedArea area, Now now) {
     });
     const bool at_once = area.play_at_once || known;
     const Time since = at_once ? now.up : state.programs.end_of_turn(moment_of(state, now)).value_or(now.up);
-    state.areas.emplace_back(std::move(area), state.model.format, since);
+    state.areas.emplace_back(std::move(area), state.model.screen.format, since);
 }
 
 std::string summary_of(const ReceivedArea& area) {
@@ -71,7 +71,7 @@ Outcome update_areas(State& state, Bytes payload, Now now) {
 
     std::size_t bytes = 0;
     for (const ReceivedArea& area : areas) {
-        if (!fits_rectangle(state.model.format, area)) return {ErrorValue::bad_pixel_data, summary};
+        if (!fits_rectangle(state.model.screen.format, area)) return {ErrorValue::bad_pixel_data, summary};
         bytes += pixel_bytes(area);
     }
     // The old pages are given up once the new ones are in: there must be room for both.

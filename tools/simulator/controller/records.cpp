@@ -20,8 +20,9 @@ void field(ByteWriter& out, const std::string& text, std::size_t size) {
 
 void identity(ByteWriter& out, const State& state) {
     out.u16(state.model.type).text(kFirmware, 8).u8(kParametersSet).u16(state.settings.address).u8(0);
-    out.u16(static_cast<unsigned>(state.model.width)).u16(static_cast<unsigned>(state.model.height));
-    out.u8(static_cast<unsigned>(state.model.format.color));
+    out.u16(static_cast<unsigned>(state.model.screen.width))
+        .u16(static_cast<unsigned>(state.model.screen.height));
+    out.u8(static_cast<unsigned>(state.model.screen.format.color));
 }
 
 unsigned brightness(const State& state, Now now) {
@@ -58,7 +59,7 @@ void web_part(ByteWriter& out) {
 
 // ScanConfNumber, RowsPerChanel, GrayFlag, UnitWidth, modeofdisp, NetTranMode, PackageMode, BarcodeFlag.
 void scan_part(ByteWriter& out, const State& state) {
-    out.u16(0).u8(0).u8(state.model.format.color == ScreenColor::full).zeros(2);
+    out.u16(0).u8(0).u8(state.model.screen.format.color == ScreenColor::full).zeros(2);
     out.u8(state.settings.display_mode).u8(0).u8(0).u8(1);
 }
 

@@ -25,21 +25,10 @@ Time turn_of(const ProgramPlayer& player) {
 
 } // namespace
 
-ProgramPlayer::ProgramPlayer(Program program, int width, int height, PixelFormat format)
-    : m_program(std::move(program)), m_width(width), m_height(height), m_format(format) {
+ProgramPlayer::ProgramPlayer(Program program, const ScreenShape& screen)
+    : m_program(std::move(program)), m_screen(screen) {
     for (const ProgramArea& area : m_program.areas)
-        m_timelines.emplace_back(area.pages, area.inside(), format);
-}
-
-Image ProgramPlayer::screen(Time since_start, LocalSeconds clock) const {
-    return plays_at(clock) ? picture(since_start, {since_start, clock}) : Image(m_width, m_height);
-}
-
-std::optional<Time> ProgramPlayer::next_change(Time since_start, LocalSeconds clock) const {
-    std::optional<Time> soonest;
-    if (const auto period = until_period(clock)) soonest = since_start + *period;
-    if (plays_at(clock)) soonest = sooner(soonest, next_picture(since_start));
-    return soonest;
+        m_timelines.emplace_back(area.pages, area.inside(), screen.format);
 }
 
 bool ProgramPlayer::plays_at(LocalSeconds clock) const {
@@ -63,33 +52,33 @@ Time ProgramPlayer::once() const {
     return longest;
 }
 
-Image ProgramPlayer::picture(Time played, const Moment& now) const {
-    Image image(m_width, m_height);
+Image ProgramPlayer::picture(Time into_turn, const Moment& now) const {
+    Image image(m_screen.width, m_screen.height);
     for (const bool background : {true, false})
         for (std::size_t i = 0; i < m_timelines.size(); ++i) {
             const ProgramArea& area = m_program.areas[i];
             if ((area.type == AreaType::background) != background) continue;
-            m_timelines[i].draw(image, played);
-            if (area.clock) draw(image, m_format, *area.clock, area.rect, now);
-            if (area.border) draw(image, m_format, *area.border, area.rect, played);
+            m_timelines[i].draw(image, into_turn);
+            if (area.clock) draw(image, m_screen.format, *area.clock, area.rect, now);
+            if (area.border) draw(image, m_screen.format, *area.border, area.rect, into_turn);
         }
-    if (m_program.border) draw(image, m_format, *m_program.border, {0, 0, m_width, m_height}, played);
+    if (m_program.border) draw(image, m_screen.format, *m_program.border, m_screen.whole(), into_turn);
     return image;
 }
 
-std::optional<Time> ProgramPlayer::next_picture(Time played) const {
+std::optional<Time> ProgramPlayer::next_picture(Time into_turn) const {
     std::optional<Time> soonest;
-    for (const Timeline& timeline : m_timelines) soonest = sooner(soonest, timeline.next_change(played));
+    for (const Timeline& timeline : m_timelines) soonest = sooner(soonest, timeline.next_change(into_turn));
     for (const ProgramArea& area : m_program.areas) {
-        if (area.border) soonest = sooner(soonest, sim::next_change(*area.border, played));
-        if (area.clock) soonest = sooner(soonest, played - played % kClockStep + kClockStep);
+        if (area.border) soonest = sooner(soonest, next_change(*area.border, into_turn));
+        if (area.clock) soonest = sooner(soonest, into_turn - into_turn % kClockStep + kClockStep);
     }
-    if (m_program.border) soonest = sooner(soonest, sim::next_change(*m_program.border, played));
+    if (m_program.border) soonest = sooner(soonest, next_change(*m_program.border, into_turn));
     return soonest;
 }
 
 void Playlist::put(const std::string& name, Program program) {
-    m_players[name] = std::make_unique<const ProgramPlayer>(std::move(program), m_width, m_height, m_format);
+    m_players[name] = std::make_unique<const ProgramPlayer>(std::move(program), m_screen);
 }
 
 Playlist::Turn Playlist::turn_at(const Moment& now) const {
@@ -114,7 +103,7 @@ Playlist::Turn Playlist::turn_at(const Moment& now) const {
 
 Image Playlist::screen(const Moment& now) const {
     const Turn turn = turn_at(now);
-    if (turn.player == m_players.end()) return {m_width, m_height};
+    if (turn.player == m_players.end()) return {m_screen.width, m_screen.height};
     return turn.player->second->picture(now.played - turn.since, now);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/playback/Program.h"
+#include "simulator/playback/ScreenShape.h"
 #include "simulator/playback/Timeline.h"
 
 #include <map>
@@ -13,14 +14,9 @@ namespace qm::sim {
 // the border of the screen. Life span, week and priority make no difference, nor does transparency.
 class ProgramPlayer {
   public:
-    ProgramPlayer(Program program, int width, int height, PixelFormat format);
+    ProgramPlayer(Program program, const ScreenShape& screen);
     ProgramPlayer(const ProgramPlayer&) = delete;
     ProgramPlayer& operator=(const ProgramPlayer&) = delete;
-
-    // Black outside its play periods.
-    [[nodiscard]] Image screen(Time since_start, LocalSeconds clock) const;
-    // When the screen is to be drawn anew, as time since the start; nothing when it stays for good.
-    [[nodiscard]] std::optional<Time> next_change(Time since_start, LocalSeconds clock) const;
 
     [[nodiscard]] const Program& program() const { return m_program; }
     [[nodiscard]] bool plays_at(LocalSeconds clock) const;
@@ -28,14 +24,14 @@ class ProgramPlayer {
     [[nodiscard]] std::optional<Time> until_period(LocalSeconds clock) const;
     // How long it takes to be played once: until its longest area has shown all pages, at least a second.
     [[nodiscard]] Time once() const;
-    // What it shows regardless of periods.
-    [[nodiscard]] Image picture(Time played, const Moment& now = {}) const;
-    [[nodiscard]] std::optional<Time> next_picture(Time played) const;
+    // What it shows regardless of periods, so long after its turn has begun; only clocks go by the moment.
+    [[nodiscard]] Image picture(Time into_turn, const Moment& now) const;
+    // When that is to be drawn anew, as time since its turn began; nothing when it stays for good.
+    [[nodiscard]] std::optional<Time> next_picture(Time into_turn) const;
 
   private:
     const Program m_program;
-    const int m_width, m_height;
-    const PixelFormat m_format;
+    const ScreenShape m_screen;
     std::vector<Timeline> m_timelines; // one for every area
 };
 
@@ -44,8 +40,7 @@ class ProgramPlayer {
 // Programs outside their play periods are left out, and one that is alone is played without end.
 class Playlist {
   public:
-    Playlist(int width, int height, PixelFormat format)
-        : m_width(width), m_height(height), m_format(format) {}
+    explicit Playlist(const ScreenShape& screen) : m_screen(screen) {}
 
     // Takes a program in, in the place of that of the same name.
     void put(const std::string& name, Program program);
@@ -68,8 +63,7 @@ class Playlist {
 
     [[nodiscard]] Turn turn_at(const Moment& now) const;
 
-    int m_width, m_height;
-    PixelFormat m_format;
+    ScreenShape m_screen;
     Players m_players;
 };
 
