@@ -121,11 +121,17 @@ TEST_F(StoreTest, DamagedFileIsLeftOutAndKept) {
 }
 
 TEST_F(StoreTest, FailureToWriteIsToldAndTheSimulatorGoesOn) {
-    const Simulator sim(options());
+    std::size_t seen = 0; // files, by a look from where the failure is told
+    std::function<void()> look;
+    Options watched = options();
+    watched.on_trouble = [&](const std::string& words) { m_trouble += words, look(); };
+    const Simulator sim(watched);
+    look = [&] { seen = sim.files().size(); };
     fs::remove_all(m_folder);
     put(m_folder, "in the way");
     EXPECT_EQ(Host(sim).write("P001", test::hex("01 02 03 04")), 0U);
     EXPECT_THAT(m_trouble, testing::HasSubstr("the store was not written"));
+    EXPECT_EQ(seen, 1U);
     EXPECT_TRUE(sim.file("P001"));
     EXPECT_THROW(Simulator({.store = m_folder / "below"}), std::runtime_error);
 }

@@ -4,6 +4,7 @@
 #include "simulator/wire/open_request.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace qm::sim {
 namespace {
@@ -15,30 +16,32 @@ Model model_of(const Options& options) {
 
 } // namespace
 
-Exchange::Exchange(const Options& options)
-    : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
-      m_fault(options.fault), m_shown(options.width, options.height) {
-    restore();
-}
-
-void Exchange::restore() {
-    if (m_options.store.empty()) return;
-    m_store.emplace(m_options.store, [this](const std::string& sentence) { complain(sentence); });
-    Store::Contents contents = m_store->load();
-    m_controller.restore(std::move(contents.settings), std::move(contents.files));
-    m_known.settings = m_controller.state().settings;
-    m_known.files = m_controller.state().files.version();
-}
-
 // What happens to the controller happens under the lock; the owner hears of it afterwards.
 template <class Step> auto Exchange::reporting(Step step) {
     Report report;
     auto result = [&] {
         const std::lock_guard lock(m_mutex);
-        return step(report);
+        auto done = step(report);
+        report.trouble = std::exchange(m_trouble, {});
+        return done;
     }();
     tell(report);
     return result;
+}
+
+Exchange::Exchange(const Options& options)
+    : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
+      m_fault(options.fault), m_shown(options.width, options.height) {
+    reporting([this](Report&) { return restore(), 0; });
+}
+
+void Exchange::restore() {
+    if (m_options.store.empty()) return;
+    m_store.emplace(m_options.store, [this](const std::string& sentence) { m_trouble.push_back(sentence); });
+    Store::Contents contents = m_store->load();
+    m_controller.restore(std::move(contents.settings), std::move(contents.files));
+    m_known.settings = m_controller.state().settings;
+    m_known.files = m_controller.state().files.version();
 }
 
 std::string Exchange::ask_wifi(std::string_view text) {
@@ -142,11 +145,8 @@ void Exchange::note_state(Report& report) {
     report.files = state.files.copies();
 }
 
-void Exchange::complain(const std::string& sentence) const {
-    if (m_options.on_trouble) m_options.on_trouble(sentence);
-}
-
 void Exchange::tell(const Report& report) const {
+    if (m_options.on_trouble) std::ranges::for_each(report.trouble, m_options.on_trouble);
     if (m_options.on_request && !report.log.empty()) m_options.on_request(report.log);
     if (report.screen) m_options.on_screen(*report.screen);
     if (report.state) m_options.on_state(*report.state, report.files);

@@ -40,6 +40,7 @@ class Exchange : public Answerer {
   private:
     struct Report {
         std::string log;
+        std::vector<std::string> trouble{};
         std::optional<Image> screen;   // when it has changed
         std::optional<Snapshot> state; // likewise, with the files
         std::vector<StoredFile> files{};
@@ -63,7 +64,6 @@ class Exchange : public Answerer {
     [[nodiscard]] Known known() const;
     void note_screen(Report& report);
     void note_state(Report& report);
-    void complain(const std::string& sentence) const;
     void tell(const Report& report) const;
 
     const Options& m_options;
@@ -77,8 +77,9 @@ class Exchange : public Answerer {
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
     Image m_shown;
-    Time m_look_again{0}; // when something may have changed by itself
-    Known m_known;        // as it was reported last
+    Time m_look_again{0};               // when something may have changed by itself
+    Known m_known;                      // as it was reported last
+    std::vector<std::string> m_trouble; // of the store, not yet told
     std::optional<Store> m_store;
 };
 

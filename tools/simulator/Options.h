@@ -32,8 +32,8 @@ struct Options {
     // Time since the controller was switched on; a steady clock's when empty. Programs and areas play by it.
     std::function<std::chrono::milliseconds()> uptime{};
 
-    // Called from the simulator's thread; they must not throw. The first two are called before the answer
-    // goes out.
+    // Called from the simulator's thread, the one for trouble also while the simulator is made; they may look
+    // at it, and must not throw. The first two are called before the answer goes out.
     std::function<void(const Image&)> on_screen{}; // the screen has changed
     // One line in words for every request, bad frame, and program that takes its turn.
     std::function<void(const std::string&)> on_request{};
