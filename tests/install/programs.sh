@@ -14,7 +14,8 @@ build() {
 build "$CC" "-std=c99 ${CFLAGS:-}" hello.c hello_c99
 build "$CXX" "-std=c++17 ${CXXFLAGS:-}" hello.cpp hello_cxx17
 build "$CXX" "-std=c++20 ${CXXFLAGS:-}" hello.cpp hello_cxx20
-programs=(hello_c99 hello_cxx17 hello_cxx20)
+build "$CXX" "-std=c++20 ${CXXFLAGS:-}" board.cpp board
+programs=(hello_c99 hello_cxx17 hello_cxx20 board)
 
 exec {ready}< <(exec "$prefix/$BINDIR/qm_simulator" --port 0 --type 0x0262 --size 96x24)
 simulator=$!
