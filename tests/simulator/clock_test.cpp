@@ -53,7 +53,7 @@ TEST_F(Analog, HandsPointWhereTheyMust) {
         for (int hour = 0; hour < 24; hour += 2) {
             const int minute = (hour * 5 + 17) % 60, second = (hour * 7 + 41) % 60;
             const Image shown =
-                player.screen({Time{0}, kDay + hours(hour) + minutes(minute) + seconds(second)});
+                player.screen({Milliseconds{0}, kDay + hours(hour) + minutes(minute) + seconds(second)});
             const std::string moment = std::to_string(hour) + ":" + std::to_string(minute);
             const double minutes_turn = (minute + second / 60.0) / 60;
             expect_hand(shown, 40, 28, kRed, 10, (hour % 12 + minutes_turn) / 12, moment.c_str());
@@ -71,7 +71,7 @@ TEST_F(Analog, HandsAreAsWideAsTheyAreLong) {
         ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
         const auto player = played(33, 33);
         for (const int hour : {0, 3, 6, 9}) {
-            const Image shown = player.screen({Time{0}, kDay + hours(hour)});
+            const Image shown = player.screen({Milliseconds{0}, kDay + hours(hour)});
             int lit = 0;
             for (int y = 0; y < 33; ++y)
                 for (int x = 0; x < 33; ++x) {
@@ -101,7 +101,7 @@ TEST_F(Analog, HandsHaveTheirColoursAndStayInTheArea) {
         clock.SecHandLen = 255;
         begin(c.screen, {16, 8, 17, 17});
         ASSERT_EQ(add(clock, eLINE, {eBlack, eBlack, eBlack}), 0);
-        const Image shown = played(64, 32).screen({Time{0}, kDay + 15s});
+        const Image shown = played(64, 32).screen({Milliseconds{0}, kDay + 15s});
         EXPECT_EQ(shown.at(32, 16), c.shown) << "the second hand reaches the area's edge";
         EXPECT_EQ(shown.at(33, 16), kBlack) << "and ends there";
     }
@@ -115,7 +115,7 @@ class Dial : public Analog {
         clock.OrignPointX = clock.OrignPointY = static_cast<Ouint16>(pivot);
         begin(kSix, {0, 0, side, side});
         EXPECT_EQ(add(clock, style, kDial), 0);
-        return played(side, side).screen({Time{0}, kDay});
+        return played(side, side).screen({Milliseconds{0}, kDay});
     }
 };
 
@@ -193,9 +193,10 @@ TEST_F(Battle, CountsFromItsStart) {
     const HVTimeAreaBattle_G6 start{0x2024, 0x02, 0x28, 0x23, 0x59, 0x30, 3, 0};
     const auto own = battle(nullptr), fought = battle(&start), cancelled = battle(&start, true);
     const LocalSeconds began = local_days(2024y / February / 28) + 23h + 59min + 30s;
-    for (const Time passed : {0ms, 999ms, 1000ms, 29'999ms, 30'000ms, 86'430'000ms}) {
-        EXPECT_EQ(fought.screen({passed, kDay}), own.screen({Time{0}, began + floor<seconds>(passed)}));
-        EXPECT_EQ(cancelled.screen({passed, kDay}), own.screen({Time{0}, kDay}));
+    for (const Milliseconds passed : {0ms, 999ms, 1000ms, 29'999ms, 30'000ms, 86'430'000ms}) {
+        EXPECT_EQ(fought.screen({passed, kDay}),
+                  own.screen({Milliseconds{0}, began + floor<seconds>(passed)}));
+        EXPECT_EQ(cancelled.screen({passed, kDay}), own.screen({Milliseconds{0}, kDay}));
     }
     EXPECT_NE(fought.screen({29'999ms, kDay}), fought.screen({30s, kDay}));
 }
@@ -205,7 +206,7 @@ TEST_F(Battle, StartsAtZeroOnTheFirstDayAndOnAnyDayOfTheWeek) {
     const HVTimeAreaBattle_G6 zero{0, 0, 0, 0, 0, 0, 6, 0}, tuesday{0, 0, 0, 0, 0, 0, 2, 0};
     const auto own = battle(nullptr), fought = battle(&zero), other = battle(&tuesday);
     const LocalSeconds first = local_days(0y / January / 1);
-    for (const Time passed : {0h, 25h, 24h * 40}) {
+    for (const Milliseconds passed : {0h, 25h, 24h * 40}) {
         EXPECT_EQ(fought.screen({passed, kDay}), own.screen({0s, first + floor<seconds>(passed)}));
         EXPECT_NE(fought.screen({passed, kDay}), other.screen({passed, kDay}));
     }

@@ -205,7 +205,7 @@ class DigitalClockText : public test::ClockProgram, public testing::WithParamInt
         for (const LocalSeconds moment : kMoments) {
             const auto cells = cells_of(clock, texts_of(content, moment));
             const auto baselines =
-                compare(player.screen({Time{0}, moment}), cells, drawn, clock.units.at(0).color);
+                compare(player.screen({Milliseconds{0}, moment}), cells, drawn, clock.units.at(0).color);
             EXPECT_EQ(baselines.size(), 1U) << "a common baseline";
         }
     }
@@ -255,7 +255,7 @@ TEST_F(DigitalClockLayout, TakesALineForEachGroup) {
             cell.rect.x += 5;
             cell.rect.y += 3;
         }
-        EXPECT_EQ(compare(player.screen({Time{0}, moment}), cells, drawn, {255, 255, 0}).size(), 3U);
+        EXPECT_EQ(compare(player.screen({Milliseconds{0}, moment}), cells, drawn, {255, 255, 0}).size(), 3U);
     }
 }
 
@@ -281,7 +281,7 @@ TEST_F(DigitalClockLayout, ShinesInItsColourOnEveryScreen) {
         HVtimeAreaData_G56 content = content_of(4, 0, -1);
         content.color = c.color;
         ASSERT_EQ(add(content), 0);
-        const Image screen = played(64, 16).screen({Time{0}, kMoments[0]});
+        const Image screen = played(64, 16).screen({Milliseconds{0}, kMoments[0]});
         int lit = 0;
         for (int y = 0; y < 16; ++y)
             for (int x = 0; x < 64; ++x)
@@ -342,7 +342,7 @@ TEST_F(DigitalClockLayout, UnderlinesWholeLines) {
     ASSERT_EQ(add(content), 0);
     const auto player = played(200, 30);
     const auto units = std::get<DigitalClock>(parsed().areas.at(0).clock.value().face).units;
-    const Image screen = player.screen({Time{0}, kMoments[0]});
+    const Image screen = player.screen({Milliseconds{0}, kMoments[0]});
     int underlines = 0;
     for (int y = 0; y < 30; ++y) {
         bool whole = true;

@@ -74,7 +74,7 @@ class LibraryProgram : public lib::Program, public testing::WithParamInterface<l
     const lib::Leds m_leds = lib::leds_of(GetParam().format());
 };
 
-constexpr Time kStay = 5s; // of the pages that the fixture makes
+constexpr Milliseconds kStay = 5s; // of the pages that the fixture makes
 
 // Page after page of text, then a picture, each in its place inside the border.
 TEST_P(LibraryProgram, ShowsThePagesOfABorderedArea) {

@@ -68,7 +68,7 @@ class Playing : public testing::Test {
                 unsigned{status[4]} | unsigned{status[5]} << 8U};
     }
 
-    std::atomic<Time> m_up{Time{0}};
+    std::atomic<Milliseconds> m_up{Milliseconds{0}};
     std::atomic<LocalSeconds> m_clock{LocalSeconds{7h}};
     Told m_shown, m_log, m_program;
     Simulator m_sim{{.type = kType,
@@ -179,12 +179,12 @@ TEST(ProgramsOfGeneration5, NeedNoDataFile) {
     files.restore({FileFamily::ordinary, "P007", 0, test::file_g5()});
     files.restore({FileFamily::ordinary, "P008", 1, test::file_g5()}); // no program
     Programs programs(Generation::five, 16, 8, {TransferMode::planes8, ScreenColor::single});
-    EXPECT_EQ(programs.update(files, Time{0}), "; program P007 is complete");
-    EXPECT_EQ(programs.update(files, Time{0}), "") << "nothing has changed";
+    EXPECT_EQ(programs.update(files, Milliseconds{0}), "; program P007 is complete");
+    EXPECT_EQ(programs.update(files, Milliseconds{0}), "") << "nothing has changed";
     const LocalSeconds nine(9h); // in its first play period
-    EXPECT_EQ(programs.playing({Time{0}, nine}), "P007");
+    EXPECT_EQ(programs.playing({Milliseconds{0}, nine}), "P007");
     // The screen's border of 16 x 2 lies over the area.
-    EXPECT_EQ(test::letters(programs.screen({Time{0}, nine})).substr(0, 33),
+    EXPECT_EQ(test::letters(programs.screen({Milliseconds{0}, nine})).substr(0, 33),
               "RRRR........RRRR/....RRRRRRRR....");
 }
 

@@ -34,10 +34,10 @@ class Player {
   public:
     explicit Player(Program program) { m_list.put("P001", std::move(program)); }
 
-    [[nodiscard]] std::string at(Time time, LocalSeconds clock = kNoon) const {
+    [[nodiscard]] std::string at(Milliseconds time, LocalSeconds clock = kNoon) const {
         return letters(m_list.screen({time, clock}));
     }
-    [[nodiscard]] std::optional<Time> next(Time time, LocalSeconds clock = kNoon) const {
+    [[nodiscard]] std::optional<Milliseconds> next(Milliseconds time, LocalSeconds clock = kNoon) const {
         return m_list.next_change({time, clock});
     }
 
@@ -114,7 +114,7 @@ TEST(ProgramPlayer, StaysDarkOutsideItsPlayPeriods) {
 
 class Programs : public testing::Test {
   protected:
-    [[nodiscard]] std::string at(Time time, std::optional<std::string> locked = {}) const {
+    [[nodiscard]] std::string at(Milliseconds time, std::optional<std::string> locked = {}) const {
         return m_list.playing({time, kNoon, locked});
     }
     Playlist m_list{kScreen};

@@ -77,7 +77,7 @@ Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Repo
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
     report.log = outcome.log;
     if (fault) report.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
-    m_look_again = Time{0};
+    m_look_again = Milliseconds{0};
     if (outcome.updated) note_screen(report);
     note_state(report);
     Delivery delivery;
@@ -101,8 +101,8 @@ void Exchange::note_screen(Report& report) {
 }
 
 // Requests, and settings that go by the clock, are noticed within these times.
-Time Exchange::tick() {
-    constexpr Time kSoonest{10}, kLatest{50}, kLookAgain{1000};
+Milliseconds Exchange::tick() {
+    constexpr Milliseconds kSoonest{10}, kLatest{50}, kLookAgain{1000};
     if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLookAgain;
     return reporting([&](Report& report) {
         const Now present = now();
@@ -110,7 +110,7 @@ Time Exchange::tick() {
             note_screen(report);
             note_state(report);
             const auto next = m_controller.next_change(present);
-            m_look_again = std::min(present.up + kLookAgain, next.value_or(Time::max()));
+            m_look_again = std::min(present.up + kLookAgain, next.value_or(Milliseconds::max()));
         }
         return std::clamp(m_look_again - present.up, kSoonest, kLatest);
     });
@@ -154,7 +154,7 @@ void Exchange::tell(const Report& report) const {
 
 Now Exchange::now() const {
     const auto since = std::chrono::steady_clock::now() - m_switched_on;
-    return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Time>(since),
+    return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Milliseconds>(since),
             m_options.clock ? m_options.clock() : host_time()};
 }
 

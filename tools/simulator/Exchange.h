@@ -25,7 +25,7 @@ class Exchange : public Answerer {
     std::string ask_wifi(std::string_view text);
 
     // Reports what has changed by itself; gives how long to wait until the next call.
-    Time tick();
+    Milliseconds tick();
 
     void set_fault(std::optional<Fault> fault);
     [[nodiscard]] std::size_t requests() const { return m_requests; }
@@ -77,7 +77,7 @@ class Exchange : public Answerer {
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
     Image m_shown;
-    Time m_look_again{0};               // when something may have changed by itself
+    Milliseconds m_look_again{0};       // when something may have changed by itself
     Known m_known;                      // as it was reported last
     std::vector<std::string> m_trouble; // of the store, not yet told
     std::optional<Store> m_store;

@@ -84,7 +84,7 @@ class Simulator::Impl {
 
     // Programs change the screen without being asked to.
     void tick() {
-        Time wait = std::chrono::seconds(1);
+        Milliseconds wait = std::chrono::seconds(1);
         try {
             wait = m_exchange.tick();
         } catch (const std::bad_alloc&) { // a later picture may find room again

@@ -36,7 +36,7 @@ std::map<std::string, Programs::Versions> Programs::find_all(const FileSystem& f
     return found;
 }
 
-std::string Programs::update(const FileSystem& files, Time now) {
+std::string Programs::update(const FileSystem& files, Milliseconds now) {
     if (files.version() == m_seen || files.transferring()) return {};
     m_seen = files.version();
     const auto found = find_all(files);
@@ -77,7 +77,7 @@ std::string Programs::load(const FileSystem& files, const std::string& name) {
     return "; program " + name + " is complete";
 }
 
-std::optional<Time> Programs::end_of_turn(const Moment& now) const {
+std::optional<Milliseconds> Programs::end_of_turn(const Moment& now) const {
     constexpr int kMostSteps = 20000; // of running text, some minutes
     if (m_known.size() < 2 || now.locked) return std::nullopt;
     const std::string name = playing(now);
@@ -92,7 +92,7 @@ std::optional<Time> Programs::end_of_turn(const Moment& now) const {
     return std::nullopt;
 }
 
-std::optional<Time> Programs::next_change(const Moment& now) const {
+std::optional<Milliseconds> Programs::next_change(const Moment& now) const {
     const auto next = m_list.next_change(in_list(now));
     return next ? std::optional(*next + m_since) : std::nullopt;
 }

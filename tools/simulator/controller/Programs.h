@@ -18,8 +18,8 @@ class Programs {
 
     // Takes up what has changed since the last time, unless a transfer is going on. When programs have come
     // or gone, all of them begin anew. Gives what became of them in words, empty when nothing has changed.
-    std::string update(const FileSystem& files, Time now);
-    void restart(Time now) { m_since = now; }
+    std::string update(const FileSystem& files, Milliseconds now);
+    void restart(Milliseconds now) { m_since = now; }
 
     // Those that cannot be played, too.
     [[nodiscard]] std::size_t count() const { return m_known.size(); }
@@ -28,9 +28,9 @@ class Programs {
     [[nodiscard]] Image screen(const Moment& now) const { return m_list.screen(in_list(now)); }
     [[nodiscard]] std::string playing(const Moment& now) const { return m_list.playing(in_list(now)); }
     // When another program takes over from the one that plays; nothing when none does for long.
-    [[nodiscard]] std::optional<Time> end_of_turn(const Moment& now) const;
+    [[nodiscard]] std::optional<Milliseconds> end_of_turn(const Moment& now) const;
     // When the screen is to be drawn anew; nothing when it stays for good.
-    [[nodiscard]] std::optional<Time> next_change(const Moment& now) const;
+    [[nodiscard]] std::optional<Milliseconds> next_change(const Moment& now) const;
 
   private:
     // Of the files of a program; they tell whether it has changed.
@@ -53,7 +53,7 @@ class Programs {
     Errors m_errors;
     std::map<std::string, Versions> m_known;
     std::uint64_t m_seen = 0; // version of the file system
-    Time m_since{0};
+    Milliseconds m_since{0};
 };
 
 } // namespace qm::sim

@@ -90,7 +90,7 @@ Outcome SimulatedController::refuse(const Request& request, ErrorValue error) {
 void SimulatedController::restore(ControllerState settings, std::vector<StoredFile> files) {
     m_state.settings = std::move(settings);
     for (StoredFile& file : files) m_state.files.restore(std::move(file));
-    (void)m_state.programs.update(m_state.files, Time{0});
+    (void)m_state.programs.update(m_state.files, Milliseconds{0});
     if (m_state.settings.screen_lock.locked) m_state.held = dark_screen(m_state.model);
 }
 
@@ -106,7 +106,7 @@ Image SimulatedController::screen(Now now) const {
     return image;
 }
 
-std::optional<Time> SimulatedController::next_change(Now now) const {
+std::optional<Milliseconds> SimulatedController::next_change(Now now) const {
     const auto program = m_state.programs.next_change(moment_of(m_state, now));
     const auto area = sim::next_change(m_state.areas, now.up, playing_program(m_state, now));
     return sooner(program, area);

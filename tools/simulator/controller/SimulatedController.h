@@ -28,7 +28,7 @@ class SimulatedController {
 
     [[nodiscard]] Image screen(Now now) const;
     // When programs or areas next change the screen; nothing when they never do.
-    [[nodiscard]] std::optional<Time> next_change(Now now) const;
+    [[nodiscard]] std::optional<Milliseconds> next_change(Now now) const;
     [[nodiscard]] Snapshot snapshot(Now now) const;
     [[nodiscard]] Sender sender() const { return {m_state.model.type, m_state.settings.address}; }
     [[nodiscard]] const State& state() const { return m_state; }

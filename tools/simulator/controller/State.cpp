@@ -10,7 +10,7 @@ LocalSeconds clock_of(const State& state, Now now) { return now.host + state.set
 
 bool program_locked(const State& state, Now now) {
     const ProgramLock& lock = state.settings.program_lock;
-    const Time end = state.program_locked_since + std::chrono::seconds(lock.duration);
+    const Milliseconds end = state.program_locked_since + std::chrono::seconds(lock.duration);
     return lock.locked && (lock.duration == 0 || now.up < end);
 }
 

@@ -23,15 +23,17 @@ struct Model {
 
 // When a request came, or somebody looks.
 struct Now {
-    Time up{0};          // since the controller was switched on
+    Milliseconds up{0};  // since the controller was switched on
     LocalSeconds host{}; // by the clock of its host
 };
 
 struct Stopwatch {
     bool running = false;
-    Time since{0}, counted{0};
+    Milliseconds since{0}, counted{0};
 
-    [[nodiscard]] Time at(Time now) const { return running ? counted + (now - since) : counted; }
+    [[nodiscard]] Milliseconds at(Milliseconds now) const {
+        return running ? counted + (now - since) : counted;
+    }
 };
 
 // A directory that is being listed.
@@ -58,7 +60,7 @@ struct State {
     Programs programs;
     Listing listing;
     Stopwatch stopwatch;
-    Time program_locked_since{0};
+    Milliseconds program_locked_since{0};
     std::vector<PlayedArea> areas; // in the order in which they are drawn
     Voices voices;
     std::uint64_t dynamic_version = 0; // counts the changes of areas and voices

@@ -129,7 +129,7 @@ Outcome stopwatch(State& state, Bytes payload, Now now) {
     Stopwatch& watch = state.stopwatch;
     if (payload[0] > kZero) return refuse(ErrorValue::bad_value);
     if (payload[0] != kRead) {
-        watch.counted = payload[0] == kZero ? Time{0} : watch.at(now.up);
+        watch.counted = payload[0] == kZero ? Milliseconds{0} : watch.at(now.up);
         watch.since = now.up;
     }
     if (payload[0] == kStart) watch.running = true;

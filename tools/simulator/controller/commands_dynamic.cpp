@@ -33,7 +33,8 @@ void put(State& state, ReceivedArea area, Now now) {
         return true;
     });
     const bool at_once = area.play_at_once || known;
-    const Time since = at_once ? now.up : state.programs.end_of_turn(moment_of(state, now)).value_or(now.up);
+    const Milliseconds since =
+        at_once ? now.up : state.programs.end_of_turn(moment_of(state, now)).value_or(now.up);
     state.areas.emplace_back(std::move(area), state.model.screen.format, since);
 }
 

@@ -5,7 +5,7 @@
 namespace qm::sim {
 namespace {
 
-Time step_of(const BorderPattern& border) { return Time(10) * (border.speed + 1); }
+Milliseconds step_of(const BorderPattern& border) { return Milliseconds(10) * (border.speed + 1); }
 
 // Where a pixel of the border lies on the pattern: along the edge from the top left corner, and below it.
 struct Place {
@@ -25,7 +25,8 @@ Place place_of(int x, int y, const Rect& rect, int thickness) {
 
 } // namespace
 
-void draw(Image& screen, PixelFormat format, const BorderPattern& border, const Rect& rect, Time played) {
+void draw(Image& screen, PixelFormat format, const BorderPattern& border, const Rect& rect,
+          Milliseconds played) {
     if (border.length < 1) return;
     const PixelReader pattern(format, {0, 0, border.length, border.thickness}, border.pixels);
     const std::int64_t moved = played / step_of(border) % border.length * border.move_step % border.length;
@@ -43,7 +44,7 @@ void draw(Image& screen, PixelFormat format, const BorderPattern& border, const 
     }
 }
 
-std::optional<Time> next_change(const BorderPattern& border, Time played) {
+std::optional<Milliseconds> next_change(const BorderPattern& border, Milliseconds played) {
     if (border.length < 1 || border.move_step % border.length == 0) return std::nullopt;
     return played - played % step_of(border) + step_of(border);
 }

@@ -19,9 +19,10 @@ struct BorderPattern {
 // Draws the pattern along the inner edges of the rectangle, clockwise from the top left corner, its first row
 // outermost. It moves clockwise by FrameMoveStep pixels every Speed + 1 units of 10 ms, and not at all when
 // the step is 0; its style makes no difference.
-void draw(Image& screen, PixelFormat format, const BorderPattern& border, const Rect& rect, Time played);
+void draw(Image& screen, PixelFormat format, const BorderPattern& border, const Rect& rect,
+          Milliseconds played);
 
 // When the border next looks different; nothing when it never does.
-[[nodiscard]] std::optional<Time> next_change(const BorderPattern& border, Time played);
+[[nodiscard]] std::optional<Milliseconds> next_change(const BorderPattern& border, Milliseconds played);
 
 } // namespace qm::sim

@@ -63,7 +63,7 @@ std::optional<WeekdayTime> weekday_time_from(Bytes record) {
                        fields[7] % 7};
 }
 
-std::optional<Time> sooner(std::optional<Time> one, std::optional<Time> other) {
+std::optional<Milliseconds> sooner(std::optional<Milliseconds> one, std::optional<Milliseconds> other) {
     return one && (!other || *one < *other) ? one : other;
 }
 

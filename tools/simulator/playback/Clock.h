@@ -10,7 +10,7 @@
 namespace qm::sim {
 
 // Time since the controller was switched on, or since what is played began.
-using Time = std::chrono::milliseconds;
+using Milliseconds = std::chrono::milliseconds;
 
 // Civil time of the place where the controller stands, without a time zone.
 using LocalSeconds = std::chrono::local_seconds;
@@ -45,6 +45,7 @@ struct WeekdayTime {
 [[nodiscard]] std::optional<std::uint8_t> from_bcd(std::uint8_t byte, int limit);
 
 // The sooner of two moments, either of which may never come.
-[[nodiscard]] std::optional<Time> sooner(std::optional<Time> one, std::optional<Time> other);
+[[nodiscard]] std::optional<Milliseconds> sooner(std::optional<Milliseconds> one,
+                                                 std::optional<Milliseconds> other);
 
 } // namespace qm::sim

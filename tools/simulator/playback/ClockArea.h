@@ -72,6 +72,6 @@ struct ClockArea {
 void draw(Image& screen, PixelFormat format, const ClockArea& area, const Rect& rect, const Moment& moment);
 
 // How soon a clock may show something else: its second may turn at any time.
-constexpr Time kClockStep{100};
+constexpr Milliseconds kClockStep{100};
 
 } // namespace qm::sim

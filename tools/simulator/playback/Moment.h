@@ -8,7 +8,7 @@
 namespace qm::sim {
 
 struct Moment {
-    Time played{0};                      // since the programs began
+    Milliseconds played{0};              // since the programs began
     LocalSeconds clock{};                // the controller's
     std::optional<std::string> locked{}; // the program that is shown alone, be it there or not
 };

@@ -16,23 +16,24 @@ int number_of(const std::string& program) {
 
 } // namespace
 
-PlayedArea::PlayedArea(ReceivedArea what, PixelFormat format, Time begin)
+PlayedArea::PlayedArea(ReceivedArea what, PixelFormat format, Milliseconds begin)
     : area(std::move(what)), since(begin), timeline(area.pages, area.rect, format) {}
 
-std::optional<Time> PlayedArea::end() const {
+std::optional<Milliseconds> PlayedArea::end() const {
     if (area.run_mode == 0 || area.timeout == 0) return std::nullopt;
     return since + std::chrono::seconds(area.timeout);
 }
 
-bool PlayedArea::shown(Time now, const std::string& program) const {
+bool PlayedArea::shown(Milliseconds now, const std::string& program) const {
     if (now < since || (end() && now >= *end())) return false;
     return area.with_all_programs ||
            std::find(area.programs.begin(), area.programs.end(), number_of(program)) != area.programs.end();
 }
 
-std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now, const std::string& program) {
-    std::optional<Time> soonest;
-    const auto note = [&](std::optional<Time> change) {
+std::optional<Milliseconds> next_change(std::span<const PlayedArea> areas, Milliseconds now,
+                                        const std::string& program) {
+    std::optional<Milliseconds> soonest;
+    const auto note = [&](std::optional<Milliseconds> change) {
         if (change && *change > now) soonest = sooner(soonest, change);
     };
     for (const PlayedArea& played : areas) {
@@ -44,7 +45,7 @@ std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now, con
     return soonest;
 }
 
-void draw(Image& screen, std::span<const PlayedArea> areas, Time now, const std::string& program) {
+void draw(Image& screen, std::span<const PlayedArea> areas, Milliseconds now, const std::string& program) {
     for (const PlayedArea& played : areas)
         if (played.shown(now, program)) played.timeline.draw(screen, now - played.since);
 }

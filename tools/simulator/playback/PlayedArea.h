@@ -15,26 +15,26 @@ namespace qm::sim {
 
 // A dynamic area and the moment at which its playing begins.
 struct PlayedArea {
-    PlayedArea(ReceivedArea what, PixelFormat format, Time begin);
+    PlayedArea(ReceivedArea what, PixelFormat format, Milliseconds begin);
     PlayedArea(PlayedArea&&) = default;
     PlayedArea& operator=(PlayedArea&&) = default;
 
     ReceivedArea area;
-    Time since;
+    Milliseconds since;
     Timeline timeline; // of the pages of the area, which stay where they are when it is moved
 
     // When it is no longer shown unless it is sent anew: Timeout seconds after it began. Run mode 0 and a
     // time-out of 0 know no end.
-    [[nodiscard]] std::optional<Time> end() const;
+    [[nodiscard]] std::optional<Milliseconds> end() const;
     // Whether it is shown while the program of that name is played; an empty name is none.
-    [[nodiscard]] bool shown(Time now, const std::string& program) const;
+    [[nodiscard]] bool shown(Milliseconds now, const std::string& program) const;
 };
 
 // When an area next comes, goes or shows something else by itself; nothing when none ever does.
-[[nodiscard]] std::optional<Time> next_change(std::span<const PlayedArea> areas, Time now,
-                                              const std::string& program);
+[[nodiscard]] std::optional<Milliseconds> next_change(std::span<const PlayedArea> areas, Milliseconds now,
+                                                      const std::string& program);
 
 // Draws the areas that are shown, in their order, cut at the edges of the screen.
-void draw(Image& screen, std::span<const PlayedArea> areas, Time now, const std::string& program);
+void draw(Image& screen, std::span<const PlayedArea> areas, Milliseconds now, const std::string& program);
 
 } // namespace qm::sim

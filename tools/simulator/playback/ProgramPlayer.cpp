@@ -17,7 +17,7 @@ bool holds(const PlayPeriod& period, seconds time) {
     return period.first <= time || time <= period.last;
 }
 
-Time turn_of(const ProgramPlayer& player) {
+Milliseconds turn_of(const ProgramPlayer& player) {
     const ProgramHeader& header = player.program().header;
     if (header.style != 0) return seconds(std::max<int>(1, header.time_span));
     return player.once() * std::max<int>(1, header.play_times);
@@ -36,8 +36,8 @@ bool ProgramPlayer::plays_at(LocalSeconds clock) const {
     return m_program.periods.empty() || std::any_of(m_program.periods.begin(), m_program.periods.end(), now);
 }
 
-std::optional<Time> ProgramPlayer::until_period(LocalSeconds clock) const {
-    std::optional<Time> soonest;
+std::optional<Milliseconds> ProgramPlayer::until_period(LocalSeconds clock) const {
+    std::optional<Milliseconds> soonest;
     for (const PlayPeriod& period : m_program.periods)
         for (const seconds edge : {period.first, period.last + seconds(1)}) {
             const seconds wait = (edge - time_of_day(clock) + 2 * days(1)) % days(1);
@@ -46,13 +46,13 @@ std::optional<Time> ProgramPlayer::until_period(LocalSeconds clock) const {
     return soonest;
 }
 
-Time ProgramPlayer::once() const {
-    Time longest = seconds(1);
+Milliseconds ProgramPlayer::once() const {
+    Milliseconds longest = seconds(1);
     for (const Timeline& timeline : m_timelines) longest = std::max(longest, timeline.once());
     return longest;
 }
 
-Image ProgramPlayer::picture(Time into_turn, const Moment& now) const {
+Image ProgramPlayer::picture(Milliseconds into_turn, const Moment& now) const {
     Image image(m_screen.width, m_screen.height);
     for (const bool background : {true, false})
         for (std::size_t i = 0; i < m_timelines.size(); ++i) {
@@ -66,8 +66,8 @@ Image ProgramPlayer::picture(Time into_turn, const Moment& now) const {
     return image;
 }
 
-std::optional<Time> ProgramPlayer::next_picture(Time into_turn) const {
-    std::optional<Time> soonest;
+std::optional<Milliseconds> ProgramPlayer::next_picture(Milliseconds into_turn) const {
+    std::optional<Milliseconds> soonest;
     for (const Timeline& timeline : m_timelines) soonest = sooner(soonest, timeline.next_change(into_turn));
     for (const ProgramArea& area : m_program.areas) {
         if (area.border) soonest = sooner(soonest, next_change(*area.border, into_turn));
@@ -82,23 +82,23 @@ void Playlist::put(const std::string& name, Program program) {
 }
 
 Playlist::Turn Playlist::turn_at(const Moment& now) const {
-    if (now.locked) return {m_players.find(*now.locked), Time{0}, std::nullopt};
+    if (now.locked) return {m_players.find(*now.locked), Milliseconds{0}, std::nullopt};
     std::vector<Players::const_iterator> waiting;
-    Time round{0};
+    Milliseconds round{0};
     for (auto player = m_players.begin(); player != m_players.end(); ++player)
         if (player->second->plays_at(now.clock)) {
             waiting.push_back(player);
             round += turn_of(*player->second);
         }
-    if (waiting.empty()) return {m_players.end(), Time{0}, std::nullopt};
-    if (waiting.size() == 1) return {waiting.front(), Time{0}, std::nullopt};
-    Time begin = now.played - now.played % round;
+    if (waiting.empty()) return {m_players.end(), Milliseconds{0}, std::nullopt};
+    if (waiting.size() == 1) return {waiting.front(), Milliseconds{0}, std::nullopt};
+    Milliseconds begin = now.played - now.played % round;
     for (const auto player : waiting) {
-        const Time end = begin + turn_of(*player->second);
+        const Milliseconds end = begin + turn_of(*player->second);
         if (now.played < end) return {player, begin, end};
         begin = end;
     }
-    return {m_players.end(), Time{0}, std::nullopt};
+    return {m_players.end(), Milliseconds{0}, std::nullopt};
 }
 
 Image Playlist::screen(const Moment& now) const {
@@ -107,9 +107,9 @@ Image Playlist::screen(const Moment& now) const {
     return turn.player->second->picture(now.played - turn.since, now);
 }
 
-std::optional<Time> Playlist::next_change(const Moment& now) const {
+std::optional<Milliseconds> Playlist::next_change(const Moment& now) const {
     const Turn turn = turn_at(now);
-    std::optional<Time> soonest = turn.end;
+    std::optional<Milliseconds> soonest = turn.end;
     if (turn.player != m_players.end())
         if (const auto next = turn.player->second->next_picture(now.played - turn.since))
             soonest = sooner(soonest, turn.since + *next);

@@ -21,13 +21,13 @@ class ProgramPlayer {
     [[nodiscard]] const Program& program() const { return m_program; }
     [[nodiscard]] bool plays_at(LocalSeconds clock) const;
     // How long until a play period begins or ends; nothing without periods.
-    [[nodiscard]] std::optional<Time> until_period(LocalSeconds clock) const;
+    [[nodiscard]] std::optional<Milliseconds> until_period(LocalSeconds clock) const;
     // How long it takes to be played once: until its longest area has shown all pages, at least a second.
-    [[nodiscard]] Time once() const;
+    [[nodiscard]] Milliseconds once() const;
     // What it shows regardless of periods, so long after its turn has begun; only clocks go by the moment.
-    [[nodiscard]] Image picture(Time into_turn, const Moment& now) const;
+    [[nodiscard]] Image picture(Milliseconds into_turn, const Moment& now) const;
     // When that is to be drawn anew, as time since its turn began; nothing when it stays for good.
-    [[nodiscard]] std::optional<Time> next_picture(Time into_turn) const;
+    [[nodiscard]] std::optional<Milliseconds> next_picture(Milliseconds into_turn) const;
 
   private:
     const Program m_program;
@@ -49,7 +49,7 @@ class Playlist {
     // A locked program is shown alone, at any time of day; one that is not there leaves the screen black.
     [[nodiscard]] Image screen(const Moment& now) const;
     // Likewise as time since the programs began.
-    [[nodiscard]] std::optional<Time> next_change(const Moment& now) const;
+    [[nodiscard]] std::optional<Milliseconds> next_change(const Moment& now) const;
     // The name of the program that plays; empty: none.
     [[nodiscard]] std::string playing(const Moment& now) const;
 
@@ -57,8 +57,8 @@ class Playlist {
     using Players = std::map<std::string, std::unique_ptr<const ProgramPlayer>>;
     struct Turn {
         Players::const_iterator player;
-        Time since{0};           // when it began
-        std::optional<Time> end; // nothing when no other program waits
+        Milliseconds since{0};           // when it began
+        std::optional<Milliseconds> end; // nothing when no other program waits
     };
 
     [[nodiscard]] Turn turn_at(const Moment& now) const;

@@ -5,7 +5,7 @@
 namespace qm::sim {
 namespace {
 
-constexpr Time kStayUnit{10}, kStepUnit{1};
+constexpr Milliseconds kStayUnit{10}, kStepUnit{1};
 
 int at_least_once(int times) { return std::max(1, times); }
 
@@ -31,7 +31,7 @@ Timeline::Timeline(std::span<const Page> pages, const Rect& rect, PixelFormat fo
 // Adding gives the index of the next page.
 std::size_t Timeline::add_page(std::size_t index) {
     const Page& page = m_pages[index];
-    m_acts.push_back({m_end, index, std::nullopt, Time{0}});
+    m_acts.push_back({m_end, index, std::nullopt, Milliseconds{0}});
     m_end += kStayUnit * at_least_once(page.stay_time) * at_least_once(page.repeat_time);
     return index + 1;
 }
@@ -41,32 +41,33 @@ std::size_t Timeline::add_running(std::size_t index, Running direction) {
     const auto last = std::find_if(first, m_pages.end(), [direction](const Page& page) {
         return running_of(page.display_mode) != direction;
     });
-    const Time step = kStepUnit * (first->speed + 1);
+    const Milliseconds step = kStepUnit * (first->speed + 1);
     RunningText text(m_format, m_rect, {first, last}, direction);
-    const Time whole = step * std::max<std::int64_t>(1, text.way()) * at_least_once(first->repeat_time);
+    const Milliseconds whole =
+        step * std::max<std::int64_t>(1, text.way()) * at_least_once(first->repeat_time);
     m_acts.push_back({m_end, index, std::move(text), step});
     m_end += whole;
     return static_cast<std::size_t>(last - m_pages.begin());
 }
 
-std::size_t Timeline::act_at(Time in_round) const {
+std::size_t Timeline::act_at(Milliseconds in_round) const {
     const auto after = std::upper_bound(m_acts.begin(), m_acts.end(), in_round,
-                                        [](Time time, const Act& act) { return time < act.start; });
+                                        [](Milliseconds time, const Act& act) { return time < act.start; });
     return static_cast<std::size_t>(after - m_acts.begin()) - 1;
 }
 
-void Timeline::draw(Image& screen, Time played) const {
+void Timeline::draw(Image& screen, Milliseconds played) const {
     if (m_acts.empty()) return;
-    const Time in_round = played % m_end;
+    const Milliseconds in_round = played % m_end;
     const Act& act = m_acts[act_at(in_round)];
     if (!act.text) return draw_page(screen, m_format, m_rect, m_pages[act.page]);
     const std::int64_t moved = (in_round - act.start) / act.step;
     act.text->draw(screen, moved % std::max<std::int64_t>(1, act.text->way()));
 }
 
-std::optional<Time> Timeline::next_change(Time played) const {
+std::optional<Milliseconds> Timeline::next_change(Milliseconds played) const {
     if (m_acts.empty()) return std::nullopt;
-    const Time in_round = played % m_end, round = played - in_round;
+    const Milliseconds in_round = played % m_end, round = played - in_round;
     const std::size_t index = act_at(in_round);
     const Act& act = m_acts[index];
     if (act.text) return played - (in_round - act.start) % act.step + act.step;

@@ -19,28 +19,28 @@ class Timeline {
     Timeline(std::span<const Page> pages, const Rect& rect, PixelFormat format);
 
     // How long all pages take together.
-    [[nodiscard]] Time once() const { return m_end; }
-    void draw(Image& screen, Time played) const;
+    [[nodiscard]] Milliseconds once() const { return m_end; }
+    void draw(Image& screen, Milliseconds played) const;
     // When the area next shows something else; nothing when it never does.
-    [[nodiscard]] std::optional<Time> next_change(Time played) const;
+    [[nodiscard]] std::optional<Milliseconds> next_change(Milliseconds played) const;
 
   private:
     struct Act {
-        Time start{0};
+        Milliseconds start{0};
         std::size_t page = 0;
         std::optional<RunningText> text;
-        Time step{0}; // of running text
+        Milliseconds step{0}; // of running text
     };
 
     std::size_t add_page(std::size_t page);
     std::size_t add_running(std::size_t page, Running direction);
-    [[nodiscard]] std::size_t act_at(Time in_round) const;
+    [[nodiscard]] std::size_t act_at(Milliseconds in_round) const;
 
     std::span<const Page> m_pages;
     Rect m_rect;
     PixelFormat m_format;
     std::vector<Act> m_acts;
-    Time m_end{0};
+    Milliseconds m_end{0};
 };
 
 } // namespace qm::sim
