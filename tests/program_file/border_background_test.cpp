@@ -79,7 +79,7 @@ class Background : public Program {
 };
 
 TEST_F(Background, OfNothingHasNoPages) {
-    const sim::Program program = parsed();
+    const sim::StoredProgram program = parsed();
     EXPECT_TRUE(program.background);
     EXPECT_TRUE(program.areas.at(0).pages.empty());
 }
@@ -101,7 +101,7 @@ TEST_F(Background, ShowsItsPicturesInOrder) {
     program_backGroundPic_G6(3, 1, &m_page, picture("a.png", 16, 8, 0xFF0000).c_str());
     program_backGroundPic_G6(3, 2, &m_page, "missing.png");
     program_backGroundPic_G6(3, 3, &m_page, picture("b.png", 16, 8, 0x00FF00).c_str());
-    sim::Program program;
+    sim::StoredProgram program;
     EXPECT_EQ(printed_by([&] { program = parsed(); }), "Error:The picture does not exist.ID:2\n");
     ASSERT_EQ(program.areas.at(0).pages.size(), 2U);
     EXPECT_THAT(Bytes(program.areas[0].pages[0].pixels).first(2), is_hex("FF 00"));

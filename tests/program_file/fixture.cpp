@@ -143,18 +143,18 @@ Program::File Program::integrate_g6() {
     return file;
 }
 
-sim::Program Program::parsed_g6() {
+sim::StoredProgram Program::parsed_g6() {
     const File file = integrate_g6();
     EXPECT_EQ(std::string(file.data.begin() + 1, file.data.begin() + 5), file.dataName);
     return accepted(sim::parse_program(file.bytes, file.data, format()));
 }
 
-sim::Program Program::accepted(sim::ParsedProgram program) {
+sim::StoredProgram Program::accepted(sim::ParsedProgram program) {
     if (const auto* error = std::get_if<std::string>(&program)) {
         ADD_FAILURE() << *error;
         return {};
     }
-    return std::get<sim::Program>(std::move(program));
+    return std::get<sim::StoredProgram>(std::move(program));
 }
 
 } // namespace qm::test

@@ -63,10 +63,12 @@ class Program : public testing::Test {
     static File integrate_g6();
     static File integrate() { return s_screen.six ? integrate_g6() : integrate_g5(); }
     // What the controller finds in it, which must not refuse it.
-    static sim::Program parsed_g5() { return accepted(sim::parse_program(integrate_g5().bytes, format())); }
-    static sim::Program parsed_g6();
-    static sim::Program parsed() { return s_screen.six ? parsed_g6() : parsed_g5(); }
-    static sim::Program accepted(sim::ParsedProgram program);
+    static sim::StoredProgram parsed_g5() {
+        return accepted(sim::parse_program(integrate_g5().bytes, format()));
+    }
+    static sim::StoredProgram parsed_g6();
+    static sim::StoredProgram parsed() { return s_screen.six ? parsed_g6() : parsed_g5(); }
+    static sim::StoredProgram accepted(sim::ParsedProgram program);
     static sim::PixelFormat format() { return s_screen.format(); }
     static bool is_six() { return s_screen.six; }
     // Played on a screen of that size.

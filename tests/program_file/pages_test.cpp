@@ -97,7 +97,7 @@ TEST_F(Program, MixesTextAndPicturesAndLeavesMissingOnesOut) {
     program_pictureAreaAddPic(0, 8, &lost, "missing.png");
     program_pictureAreaAddPic(0, 9, &shown, picture("a.png", 16, 8, 0xFF0000).c_str());
     program_picturesAreaAddTxt(0, "x", kFont, &text);
-    sim::Program program;
+    sim::StoredProgram program;
     EXPECT_EQ(printed_by([&] { program = parsed_g5(); }), "Error:The picture does not exist.ID:8\n");
     ASSERT_EQ(program.areas.at(0).pages.size(), 2U);
     EXPECT_EQ(program.areas[0].pages[0].display_mode, 1);

@@ -103,7 +103,7 @@ TEST_F(Program, WritesTheUsedPlayPeriodsAndForcesThePriority) {
 TEST_F(Program, CountsReplacedAreasToo) {
     for (const Ouint16 id : {Ouint16{1}, Ouint16{2}}) add_area(id, ePicturesArea, {1, 2, 30, 20});
     add_area(1, eTimeClockArea, {0, 0, 8, 8});
-    sim::Program program = parsed_g5();
+    sim::StoredProgram program = parsed_g5();
     EXPECT_EQ(program.area_count, 3);
     ASSERT_EQ(program.areas.size(), 2U);
     EXPECT_EQ(program.areas[0].type, sim::AreaType::pictures);
@@ -126,7 +126,7 @@ TEST_F(Program, LaysAMovedAreaOutAnew) {
     program_picturesAreaAddTxt(4, "several words in a row", kFont, &page);
     EXPECT_EQ(parsed_g5().areas[0].pages.size(), 1U);
     EXPECT_EQ(program_MoveArea(4, 3, 5, 64, 16), 0);
-    const sim::Program program = parsed_g5();
+    const sim::StoredProgram program = parsed_g5();
     EXPECT_EQ(program.areas[0].rect, (sim::Rect{3, 5, 64, 16}));
     EXPECT_GT(program.areas[0].pages.size(), 1U);
     EXPECT_EQ(printed_by([] { EXPECT_EQ(program_MoveArea(5, 0, 0, 1, 1), 29); }),
@@ -142,7 +142,7 @@ TEST_F(Program, OfGeneration6MovesAndDeletesItsAreas) {
     add_area(9, eGlobalBackGroundArea, {0, 0, 64, 32});
     EXPECT_EQ(program_MoveArea_G6(2, 8, 4, 16, 8), 0);
     EXPECT_EQ(program_deleteArea_G6(1), 0);
-    sim::Program program = parsed_g6();
+    sim::StoredProgram program = parsed_g6();
     EXPECT_EQ(program.area_count, 3);
     ASSERT_EQ(program.areas.size(), 3U);
     EXPECT_EQ(program.areas[0].rect, (sim::Rect{8, 4, 16, 8}));

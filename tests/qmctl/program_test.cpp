@@ -166,7 +166,7 @@ const char* const kWhole = R"({
      "border": {"picture": "picture.png", "style": 1, "speed": 2, "step": 6}}]})";
 
 // What the controller of a screen of two colours finds in the files that were written.
-sim::Program built(bool six, const fs::path& folder = ".", const std::string& number = "007") {
+sim::StoredProgram built(bool six, const fs::path& folder = ".", const std::string& number = "007") {
     using sim::TransferMode, sim::ScreenColor;
     const ByteBuffer file = content_of(folder / ("P" + number));
     sim::ParsedProgram parsed = six ? sim::parse_program(file, content_of(folder / ("D" + number)),
@@ -176,10 +176,10 @@ sim::Program built(bool six, const fs::path& folder = ".", const std::string& nu
         ADD_FAILURE() << *error;
         return {};
     }
-    return std::get<sim::Program>(std::move(parsed));
+    return std::get<sim::StoredProgram>(std::move(parsed));
 }
 
-void expect_pages(const sim::Program& program) {
+void expect_pages(const sim::StoredProgram& program) {
     ASSERT_EQ(program.areas.size(), 2U);
     const sim::ProgramArea& first = program.areas[0];
     EXPECT_EQ(first.rect, (sim::Rect{2, 2, 40, 12}));
@@ -244,7 +244,7 @@ TEST_F(ProgramVerbs, WhatGeneration5DoesNotHaveIsLeftOutWithANote) {
         EXPECT_EQ(nlohmann::json::parse(outcome.out).contains("notes"), left_out);
         EXPECT_EQ(fs::exists("D007"), !left_out);
         if (left_out) continue;
-        const sim::Program parsed = built(true);
+        const sim::StoredProgram parsed = built(true);
         EXPECT_TRUE(parsed.background);
         EXPECT_EQ(parsed.areas.at(0).type, sim::AreaType::background);
         EXPECT_EQ(parsed.areas.at(1).sound.value().text, ByteBuffer{'x'});
@@ -374,7 +374,7 @@ TEST_F(ProgramVerbs, ClocksAreInTheFileAsDescribed) {
                  {"id": 1, "rect": [40, 0, 16, 15], "analog": {"pivot": [8, 7], "marks": "discs",
                   "hour": {"width": 3, "length": 4, "color": "cyan"}, "second": {"width": 0}})");
     ASSERT_EQ(program("build", json).status, 0);
-    const sim::Program six = built(true);
+    const sim::StoredProgram six = built(true);
     EXPECT_THAT(Bytes(content_of("P007")).subspan(47, 27), is_hex("00 01 24 20 12 31 23 59 58 02 00*17"));
     const auto& digital = std::get<sim::DigitalClock>(six.areas.at(0).clock.value().face);
     std::vector<int> kinds;

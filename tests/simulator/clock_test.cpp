@@ -240,7 +240,7 @@ TEST_F(Analog, SpoiltRecordsAreReadOrRefused) {
                     ByteWriter(spoilt).u32(calc_crc32(spoilt));
                     ParsedProgram parsed = screen.six ? parse_program(spoilt, file.data, format())
                                                       : parse_program(spoilt, format());
-                    if (auto* program = std::get_if<sim::Program>(&parsed))
+                    if (auto* program = std::get_if<sim::StoredProgram>(&parsed))
                         (void)ProgramPlayer(std::move(*program), {64, 16, format()}).picture(0s, {0s, kDay});
                     else
                         ++refused;

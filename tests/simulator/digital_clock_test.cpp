@@ -308,7 +308,7 @@ TEST_F(DigitalClockLayout, StaysInsideAreasOfAnySize) {
         content.fontAlign = static_cast<Ouint8>(any(0, 3));
         begin(kFive, area);
         ASSERT_EQ(add(content), 0);
-        const sim::Program program = parsed();
+        const sim::StoredProgram program = parsed();
         ASSERT_EQ(program.areas.size(), 1U);
         const auto& clock = std::get<DigitalClock>(program.areas[0].clock.value().face);
         std::set<std::pair<int, int>> taken;
@@ -329,7 +329,7 @@ TEST_F(DigitalClockLayout, GetsSmallerBeforeItLeavesAnythingOut) {
             HVtimeAreaData_G56 content = content_of(style, 0, -1);
             content.fontSize = 24;
             ASSERT_EQ(add(content), 0);
-            const sim::Program program = parsed();
+            const sim::StoredProgram program = parsed();
             cells_of(std::get<DigitalClock>(program.areas.at(0).clock.value().face),
                      texts_of(content, kMoments[0]));
         }

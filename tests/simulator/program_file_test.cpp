@@ -14,12 +14,12 @@ constexpr PixelFormat kSingle8{TransferMode::planes8, ScreenColor::single};
 constexpr PixelFormat kDual8{TransferMode::planes8, ScreenColor::dual};
 constexpr PixelFormat kDual32{TransferMode::planes32, ScreenColor::dual};
 
-Program good(ParsedProgram parsed) {
+StoredProgram good(ParsedProgram parsed) {
     if (const auto* error = std::get_if<std::string>(&parsed)) {
         ADD_FAILURE() << *error;
         return {};
     }
-    return std::get<Program>(std::move(parsed));
+    return std::get<StoredProgram>(std::move(parsed));
 }
 
 std::string error_of(const ParsedProgram& parsed) {
@@ -28,7 +28,7 @@ std::string error_of(const ParsedProgram& parsed) {
 }
 
 TEST(ProgramFileOfGeneration5, IsReadWhole) {
-    const Program program = good(parse_program(test::file_g5(), kSingle8));
+    const StoredProgram program = good(parse_program(test::file_g5(), kSingle8));
     EXPECT_EQ(program.header.name, "P007");
     EXPECT_EQ(program.header.play_times, 2);
     EXPECT_EQ(program.header.time_span, 10);
@@ -43,7 +43,7 @@ TEST(ProgramFileOfGeneration5, IsReadWhole) {
 }
 
 TEST(ProgramFileOfGeneration5, TellsBordersFromWhatFollows) {
-    const Program program = good(parse_program(test::file_g5(), kSingle8));
+    const StoredProgram program = good(parse_program(test::file_g5(), kSingle8));
     ASSERT_TRUE(program.border);
     EXPECT_EQ(program.border->pixels, qm::test::hex("0F F0 F0 0F"));
     EXPECT_EQ(program.border->length, 16);
@@ -90,7 +90,7 @@ TEST(ProgramFileOfGeneration5, CountsPlayPeriodsAboveABorderOfLitPixels) {
     const std::string head = "00 50 30 30 30 00*14 01 08 00 00 09 00 00";
     const std::string border = " 01 00 00 00 02 00 00 00*24";
     for (const auto& [periods, expected] : {std::pair{"", 1U}, std::pair{" 01 00 00 02 00 00", 2U}}) {
-        const Program program = good(parse_program(sealed(head + periods + border + " 00 00"), kDual8));
+        const StoredProgram program = good(parse_program(sealed(head + periods + border + " 00 00"), kDual8));
         EXPECT_EQ(program.periods.size(), expected);
         ASSERT_TRUE(program.border);
         EXPECT_EQ(program.border->pixels, ByteBuffer(24));
@@ -99,7 +99,7 @@ TEST(ProgramFileOfGeneration5, CountsPlayPeriodsAboveABorderOfLitPixels) {
 
 TEST(ProgramFileOfGeneration6, IsReadWithItsDataFile) {
     const test::Files files = test::files_g6();
-    const Program program = good(parse_program(files.program, files.data, kDual32));
+    const StoredProgram program = good(parse_program(files.program, files.data, kDual32));
     EXPECT_EQ(program.header.style, 1);
     EXPECT_EQ(program.header.time_span, 60);
     EXPECT_EQ(program.header.schedule, 3);

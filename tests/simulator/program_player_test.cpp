@@ -24,15 +24,15 @@ Page page(const char* pixels, std::uint16_t stay, std::uint8_t mode = 1, std::ui
     return page;
 }
 
-Program program_of(std::vector<Page> pages, Rect rect = {0, 0, 8, 1}) {
-    Program program;
+StoredProgram program_of(std::vector<Page> pages, Rect rect = {0, 0, 8, 1}) {
+    StoredProgram program;
     program.areas.push_back({AreaType::pictures, rect, {}, 0, 0, 0, {}, std::move(pages), {}});
     return program;
 }
 
 class Player {
   public:
-    explicit Player(Program program) { m_list.put("P001", std::move(program)); }
+    explicit Player(StoredProgram program) { m_list.put("P001", std::move(program)); }
 
     [[nodiscard]] std::string at(Milliseconds time, LocalSeconds clock = kNoon) const {
         return letters(m_list.screen({time, clock}));
@@ -82,7 +82,7 @@ TEST(ProgramPlayer, RunsTextToTheLeft) {
 }
 
 TEST(ProgramPlayer, MovesBordersByTheirStepAndSpeed) {
-    Program program = program_of({});
+    StoredProgram program = program_of({});
     program.border = BorderPattern{0, 1, 3, 0, 0, 8, 1, hex("7F")};
     const Player player(program);
     EXPECT_EQ(player.at(19ms), "R.......");
@@ -93,10 +93,10 @@ TEST(ProgramPlayer, MovesBordersByTheirStepAndSpeed) {
     EXPECT_EQ(Player(program).next(0ms), std::nullopt);
 }
 
-Program always(const char* pixels) { return program_of({page(pixels, 50)}); }
+StoredProgram always(const char* pixels) { return program_of({page(pixels, 50)}); }
 
 TEST(ProgramPlayer, StaysDarkOutsideItsPlayPeriods) {
-    Program program = always("00");
+    StoredProgram program = always("00");
     program.periods = {{12h, 12h + 59min + 59s}, {23h, 1h}};
     const Player player(program);
     const LocalSeconds midnight = kNoon - 12h;
@@ -121,7 +121,7 @@ class Programs : public testing::Test {
 };
 
 TEST_F(Programs, TakeTurnsInTheOrderOfTheirNames) {
-    Program timed = always("FE"), repeated = program_of({page("7F", 150), page("BF", 50)});
+    StoredProgram timed = always("FE"), repeated = program_of({page("7F", 150), page("BF", 50)});
     timed.header.style = 1;
     timed.header.time_span = 3;
     repeated.header.play_times = 2; // of 2 seconds
@@ -139,7 +139,7 @@ TEST_F(Programs, TakeTurnsInTheOrderOfTheirNames) {
 }
 
 TEST_F(Programs, LeaveOutWhatIsNotToBePlayedNow) {
-    Program morning = always("7F");
+    StoredProgram morning = always("7F");
     morning.periods = {{8h, 9h}};
     m_list.put("P001", morning);
     EXPECT_EQ(at(0ms), "");
@@ -154,7 +154,7 @@ TEST_F(Programs, LeaveOutWhatIsNotToBePlayedNow) {
 
 TEST_F(Programs, GiveWayToTheLockedOne) {
     m_list.put("P001", always("7F"));
-    Program evening = always("FE");
+    StoredProgram evening = always("FE");
     evening.periods = {{18h, 19h}};
     m_list.put("P002", evening);
     EXPECT_EQ(at(0ms, "P002"), "P002");

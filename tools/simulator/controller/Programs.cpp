@@ -73,7 +73,7 @@ std::string Programs::load(const FileSystem& files, const std::string& name) {
         return "; program " + name + " cannot be played: " + *error;
     }
     m_errors.erase(name);
-    m_list.put(name, std::get<Program>(std::move(parsed)));
+    m_list.put(name, std::get<StoredProgram>(std::move(parsed)));
     return "; program " + name + " is complete";
 }
 

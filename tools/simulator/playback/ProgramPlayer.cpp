@@ -25,7 +25,7 @@ Milliseconds turn_of(const ProgramPlayer& player) {
 
 } // namespace
 
-ProgramPlayer::ProgramPlayer(Program program, const ScreenShape& screen)
+ProgramPlayer::ProgramPlayer(StoredProgram program, const ScreenShape& screen)
     : m_program(std::move(program)), m_screen(screen) {
     for (const ProgramArea& area : m_program.areas)
         m_timelines.emplace_back(area.pages, area.inside(), screen.format);
@@ -77,7 +77,7 @@ std::optional<Milliseconds> ProgramPlayer::next_picture(Milliseconds into_turn) 
     return soonest;
 }
 
-void Playlist::put(const std::string& name, Program program) {
+void Playlist::put(const std::string& name, StoredProgram program) {
     m_players[name] = std::make_unique<const ProgramPlayer>(std::move(program), m_screen);
 }
 

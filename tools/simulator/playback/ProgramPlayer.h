@@ -1,8 +1,8 @@
 // Plays programs: what they show is a function of the time since they began and of the clock.
 #pragma once
 
-#include "simulator/playback/Program.h"
 #include "simulator/playback/ScreenShape.h"
+#include "simulator/playback/StoredProgram.h"
 #include "simulator/playback/Timeline.h"
 
 #include <map>
@@ -14,11 +14,11 @@ namespace qm::sim {
 // the border of the screen. Life span, week and priority make no difference, nor does transparency.
 class ProgramPlayer {
   public:
-    ProgramPlayer(Program program, const ScreenShape& screen);
+    ProgramPlayer(StoredProgram program, const ScreenShape& screen);
     ProgramPlayer(const ProgramPlayer&) = delete;
     ProgramPlayer& operator=(const ProgramPlayer&) = delete;
 
-    [[nodiscard]] const Program& program() const { return m_program; }
+    [[nodiscard]] const StoredProgram& program() const { return m_program; }
     [[nodiscard]] bool plays_at(LocalSeconds clock) const;
     // How long until a play period begins or ends; nothing without periods.
     [[nodiscard]] std::optional<Milliseconds> until_period(LocalSeconds clock) const;
@@ -30,7 +30,7 @@ class ProgramPlayer {
     [[nodiscard]] std::optional<Milliseconds> next_picture(Milliseconds into_turn) const;
 
   private:
-    const Program m_program;
+    const StoredProgram m_program;
     const ScreenShape m_screen;
     std::vector<Timeline> m_timelines; // one for every area
 };
@@ -43,7 +43,7 @@ class Playlist {
     explicit Playlist(const ScreenShape& screen) : m_screen(screen) {}
 
     // Takes a program in, in the place of that of the same name.
-    void put(const std::string& name, Program program);
+    void put(const std::string& name, StoredProgram program);
     void remove(const std::string& name) { m_players.erase(name); }
 
     // A locked program is shown alone, at any time of day; one that is not there leaves the screen black.

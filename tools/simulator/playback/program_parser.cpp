@@ -102,7 +102,7 @@ bool read_areas(Cursor& in, Attempt& attempt) {
 }
 
 // Background flag 1, area count 1, the areas.
-bool read_rest(Cursor in, Program& program, Attempt& attempt) {
+bool read_rest(Cursor in, StoredProgram& program, Attempt& attempt) {
     const std::uint8_t background = in.u8();
     if (!in.expect(background <= (in.six() ? 1 : 0), "background flag", in.six() ? "0 or 1" : "0",
                    background))
@@ -119,7 +119,7 @@ bool read_rest(Cursor in, Program& program, Attempt& attempt) {
 }
 
 // Tries every length that border pixels may have.
-bool read_bordered(Cursor& in, Program& program, Attempt& attempt) {
+bool read_bordered(Cursor& in, StoredProgram& program, Attempt& attempt) {
     BorderPattern& border = program.border.emplace();
     if (!read_border_header(in, border)) return false;
     const std::size_t unit = border_unit(in.format()), most = std::min(in.left(), kLongestBorder);
@@ -136,7 +136,7 @@ bool read_bordered(Cursor& in, Program& program, Attempt& attempt) {
 }
 
 // Border flag 1, the border, the rest.
-bool read_border_on(Cursor in, Program& program, Attempt& attempt) {
+bool read_border_on(Cursor in, StoredProgram& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     program.border.reset();
     if (!in.whole("border flag") || !in.expect(flag <= 1, "border flag", "0 or 1", flag)) return false;
@@ -144,7 +144,7 @@ bool read_border_on(Cursor in, Program& program, Attempt& attempt) {
     return read_bordered(in, program, attempt);
 }
 
-bool read_with_periods(Cursor in, std::size_t count, bool any, Program& program, Attempt& attempt) {
+bool read_with_periods(Cursor in, std::size_t count, bool any, StoredProgram& program, Attempt& attempt) {
     program.periods.clear();
     for (std::size_t i = 0; i < count; ++i)
         if (!read_period(in, any, program.periods)) return false;
@@ -152,7 +152,7 @@ bool read_with_periods(Cursor in, std::size_t count, bool any, Program& program,
 }
 
 // Play-period flag 1, as many periods as there turn out to be.
-bool read_periods_on(Cursor& in, Program& program, Attempt& attempt) {
+bool read_periods_on(Cursor& in, StoredProgram& program, Attempt& attempt) {
     const std::uint8_t flag = in.u8();
     if (!in.whole("play-period flag") || !in.expect(flag <= 1, "play-period flag", "0 or 1", flag))
         return false;
@@ -189,7 +189,7 @@ std::optional<std::string> wrong_data_head(Bytes data, const std::string& progra
 }
 
 ParsedProgram parse(Reading& reading) {
-    Program program;
+    StoredProgram program;
     program.generation = reading.generation;
     Attempt attempt;
     Cursor in(reading, 0, reading.file.size());

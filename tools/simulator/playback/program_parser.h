@@ -1,14 +1,14 @@
 // The strict parser of the files that bring programs.
 #pragma once
 
-#include "simulator/playback/Program.h"
+#include "simulator/playback/StoredProgram.h"
 
 #include <variant>
 
 namespace qm::sim {
 
 // A program, or why its file is refused: which field of which byte, and what was expected.
-using ParsedProgram = std::variant<Program, std::string>;
+using ParsedProgram = std::variant<StoredProgram, std::string>;
 
 // The program file of generation 5, for a screen whose pixels are laid out so. Every byte must be accounted
 // for. Two numbers are not in the file, and are found by what parses to the last byte:

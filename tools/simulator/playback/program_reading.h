@@ -1,7 +1,7 @@
 // What the readers of program files share.
 #pragma once
 
-#include "simulator/playback/Program.h"
+#include "simulator/playback/StoredProgram.h"
 
 #include <cstdint>
 #include <optional>

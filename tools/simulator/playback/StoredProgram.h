@@ -54,7 +54,7 @@ struct ProgramArea {
     }
 };
 
-struct Program {
+struct StoredProgram {
     Generation generation = Generation::five;
     ProgramHeader header;
     std::vector<PlayPeriod> periods; // without any, it may be played all day
