@@ -17,14 +17,14 @@ using nlohmann::json;
 
 enum class Kind { number, text };
 
-struct Field {
+struct RecordField {
     const char* name;
     std::size_t offset, size;
     Kind kind;
 };
-using Fields = std::vector<Field>;
+using Fields = std::vector<RecordField>;
 
-template <class Type> constexpr Field field(const char* name, std::size_t offset) {
+template <class Type> constexpr RecordField field(const char* name, std::size_t offset) {
     return {name, offset, sizeof(Type), std::is_array_v<Type> ? Kind::text : Kind::number};
 }
 
@@ -55,12 +55,12 @@ Fields fields6() {
 
 #undef FIELD
 
-std::optional<Field> find(const Fields& fields, const std::string& name) {
-    const auto found = std::ranges::find(fields, name, &Field::name);
+std::optional<RecordField> find(const Fields& fields, const std::string& name) {
+    const auto found = std::ranges::find(fields, name, &RecordField::name);
     return found == fields.end() ? std::nullopt : std::optional(*found);
 }
 
-bool is_value(const Field& field, const json& value) {
+bool is_value(const RecordField& field, const json& value) {
     if (field.kind == Kind::number) {
         const unsigned most = field.size == 1 ? 0xFF : 0xFFFF;
         return value.is_number_unsigned() && value.get<std::uint64_t>() <= most;
@@ -68,7 +68,7 @@ bool is_value(const Field& field, const json& value) {
     return value.is_string() && value.get_ref<const std::string&>().size() <= field.size;
 }
 
-std::string value_words(const Field& field) {
+std::string value_words(const RecordField& field) {
     if (field.kind == Kind::text) return "a text of at most " + std::to_string(field.size) + " bytes";
     return std::string("a whole number from 0 to ") + (field.size == 1 ? "255" : "65535");
 }
@@ -80,7 +80,7 @@ void check(const std::string& name, const json& value) {
     if (!good) expected("a configuration whose " + name + " is " + value_words(of6 ? *of6 : *of5));
 }
 
-void store(const Field& field, const json& value, unsigned char* record) {
+void store(const RecordField& field, const json& value, unsigned char* record) {
     if (!is_value(field, value))
         throw std::invalid_argument(std::string(field.name) + " has to be " + value_words(field));
     if (field.kind == Kind::text) {
@@ -110,7 +110,7 @@ template <class Record> Record build(const Fields& fields, const json& given, co
     json values = known_of(controller);
     values.update(given);
     unsigned char bytes[sizeof(Record)]{};
-    for (const Field& field : fields) {
+    for (const RecordField& field : fields) {
         const auto value = values.find(field.name);
         if (value == values.end())
             throw std::invalid_argument("the configuration lacks " + std::string(field.name));

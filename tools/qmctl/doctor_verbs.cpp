@@ -132,7 +132,7 @@ struct Finding {
     std::string text; // what was found, or the reason
 };
 
-Finding take(const Step& step, Examination& examination) {
+Finding try_step(const Step& step, Examination& examination) {
     try {
         return {.text = (examination.*step.look)()};
     } catch (const Failure& failure) {
@@ -149,7 +149,7 @@ class Doctor : public Verb {
         Examination examination(session);
         auto steps = nlohmann::ordered_json::array();
         for (const Step& step : kSteps) {
-            const Finding finding = take(step, examination);
+            const Finding finding = try_step(step, examination);
             steps.push_back(describe(report, step, finding));
             if (finding.ok) continue;
             if (report.ok()) report.fail(finding.status, finding.text);

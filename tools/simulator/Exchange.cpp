@@ -18,21 +18,21 @@ Model model_of(const Options& options) {
 
 // What happens to the controller happens under the lock; the owner hears of it afterwards.
 template <class Step> auto Exchange::reporting(Step step) {
-    Report report;
+    News news;
     auto result = [&] {
         const std::lock_guard lock(m_mutex);
-        auto done = step(report);
-        report.trouble = std::exchange(m_trouble, {});
+        auto done = step(news);
+        news.trouble = std::exchange(m_trouble, {});
         return done;
     }();
-    tell(report);
+    tell(news);
     return result;
 }
 
 Exchange::Exchange(const Options& options)
     : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
       m_fault(options.fault), m_shown(options.width, options.height) {
-    reporting([this](Report&) { return restore(), 0; });
+    reporting([this](News&) { return restore(), 0; });
 }
 
 void Exchange::restore() {
@@ -45,11 +45,11 @@ void Exchange::restore() {
 }
 
 std::string Exchange::ask_wifi(std::string_view text) {
-    return reporting([&](Report& report) {
+    return reporting([&](News& news) {
         ++m_requests;
         std::string answer = m_controller.ask_wifi(text);
-        report.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
-        note_state(report);
+        news.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
+        note_state(news);
         return answer;
     });
 }
@@ -60,13 +60,13 @@ Delivery Exchange::answer(const ReceivedFrame& frame) {
     const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
-    return reporting([&](Report& report) { return carry_out(opened, report); });
+    return reporting([&](News& news) { return carry_out(opened, news); });
 }
 
-Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Report& report) {
+Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, News& news) {
     if (const auto* bad = std::get_if<BadFrame>(&opened)) {
         ++m_bad_frames;
-        report.log = std::string("bad frame, ") + bad->why + ": not answered";
+        news.log = std::string("bad frame, ") + bad->why + ": not answered";
         return {};
     }
     const Request& request = std::get<Request>(opened);
@@ -75,11 +75,11 @@ Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, Repo
     const bool refused = fault && fault->kind == FaultKind::nack;
     const Outcome outcome =
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
-    report.log = outcome.log;
-    if (fault) report.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
+    news.log = outcome.log;
+    if (fault) news.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
     m_look_again = Milliseconds{0};
-    if (outcome.updated) note_screen(report);
-    note_state(report);
+    if (outcome.updated) note_screen(news);
+    note_state(news);
     Delivery delivery;
     if (request.wants_answer) delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
     delivery.updated = outcome.updated;
@@ -92,23 +92,23 @@ std::optional<Fault> Exchange::fault_for_this_one() {
     return m_fault;
 }
 
-void Exchange::note_screen(Report& report) {
+void Exchange::note_screen(News& news) {
     if (!m_options.on_screen) return;
     Image image = m_controller.screen(now());
     if (image == m_shown) return;
     m_shown = image;
-    report.screen = std::move(image);
+    news.screen = std::move(image);
 }
 
 // Requests, and settings that go by the clock, are noticed within these times.
 Milliseconds Exchange::tick() {
     constexpr Milliseconds kSoonest{10}, kLatest{50}, kLookAgain{1000};
     if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLookAgain;
-    return reporting([&](Report& report) {
+    return reporting([&](News& news) {
         const Now present = now();
         if (present.up >= m_look_again) {
-            note_screen(report);
-            note_state(report);
+            note_screen(news);
+            note_state(news);
             const auto next = m_controller.next_change(present);
             m_look_again = std::min(present.up + kLookAgain, next.value_or(Milliseconds::max()));
         }
@@ -128,28 +128,28 @@ Exchange::Known Exchange::known() const {
             brightness_at(state.settings, clock)};
 }
 
-void Exchange::note_state(Report& report) {
+void Exchange::note_state(News& news) {
     Known latest = known();
     if (latest == m_known) return;
     if (latest.program != m_known.program) {
-        if (!report.log.empty()) report.log += "; ";
-        report.log += latest.program.empty() ? "no program" : "program " + latest.program;
-        report.log += " is played";
+        if (!news.log.empty()) news.log += "; ";
+        news.log += latest.program.empty() ? "no program" : "program " + latest.program;
+        news.log += " is played";
     }
     const bool kept = latest.settings != m_known.settings || latest.files != m_known.files;
     m_known = std::move(latest);
     const State& state = m_controller.state();
     if (m_store && kept) m_store->save(state.settings, state.files);
     if (!m_options.on_state) return;
-    report.state = m_controller.snapshot(now());
-    report.files = state.files.copies();
+    news.state = m_controller.snapshot(now());
+    news.files = state.files.copies();
 }
 
-void Exchange::tell(const Report& report) const {
-    if (m_options.on_trouble) std::ranges::for_each(report.trouble, m_options.on_trouble);
-    if (m_options.on_request && !report.log.empty()) m_options.on_request(report.log);
-    if (report.screen) m_options.on_screen(*report.screen);
-    if (report.state) m_options.on_state(*report.state, report.files);
+void Exchange::tell(const News& news) const {
+    if (m_options.on_trouble) std::ranges::for_each(news.trouble, m_options.on_trouble);
+    if (m_options.on_request && !news.log.empty()) m_options.on_request(news.log);
+    if (news.screen) m_options.on_screen(*news.screen);
+    if (news.state) m_options.on_state(*news.state, news.files);
 }
 
 Now Exchange::now() const {

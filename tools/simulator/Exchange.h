@@ -38,7 +38,7 @@ class Exchange : public Answerer {
     }
 
   private:
-    struct Report {
+    struct News {
         std::string log;
         std::vector<std::string> trouble{};
         std::optional<Image> screen;   // when it has changed
@@ -59,12 +59,12 @@ class Exchange : public Answerer {
     [[nodiscard]] Now now() const;
     void restore();
     template <class Step> auto reporting(Step step);
-    Delivery carry_out(const std::variant<Request, BadFrame>& opened, Report& report);
+    Delivery carry_out(const std::variant<Request, BadFrame>& opened, News& news);
     std::optional<Fault> fault_for_this_one();
     [[nodiscard]] Known known() const;
-    void note_screen(Report& report);
-    void note_state(Report& report);
-    void tell(const Report& report) const;
+    void note_screen(News& news);
+    void note_state(News& news);
+    void tell(const News& news) const;
 
     const Options& m_options;
     const Generation m_generation;
