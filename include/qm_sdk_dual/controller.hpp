@@ -62,7 +62,7 @@ class Controller {
                     numbers.data());
     }
     // Speaks a text; generation 6. The flags are VoiceFlg and StoreFlag of the speech unit.
-    Result<> say(const Speech& speech, unsigned voice_flag = 0, unsigned store_flag = 0) const {
+    Result<> speak(const Speech& speech, unsigned voice_flag = 0, unsigned store_flag = 0) const {
         return call(dynamicArea_InsertSoundIndepend, HVSoundDepend_6G{0, detail::sound_of(speech)},
                     voice_flag, store_flag);
     }

@@ -24,7 +24,7 @@ TEST(Face, RefusesWhatNoFieldHolds) {
     EXPECT_THAT(nobody.remove_files({"P001", "P1"}).error().reason, HasSubstr("\"P1\" is no name"));
     EXPECT_THAT(nobody.write({"P001.bin"}).error().reason, HasSubstr("is no name of 4 characters"));
     EXPECT_THAT(nobody.upload({{"P001"}, {"P1"}}).error().reason, HasSubstr("\"P1\" is no name"));
-    EXPECT_EQ(nobody.say({"Hello"}, 256).error().reason, large);
+    EXPECT_EQ(nobody.speak({"Hello"}, 256).error().reason, large);
     EXPECT_EQ(nobody.replace_voices(std::vector<VoiceEntry>(256)).error().reason, large);
     Screen wide;
     wide.size = {65536, 16};

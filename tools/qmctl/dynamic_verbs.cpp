@@ -108,7 +108,7 @@ class Say : public Verb {
     }
     void prepare(const Session& session) override { require_area_port(session); }
     Report run(Session& session) override {
-        require(session.controller.say(m_speech, m_flag, m_store));
+        require(session.controller.speak(m_speech, m_flag, m_store));
         return session.report().add("Says", "text", m_speech.text);
     }
 
