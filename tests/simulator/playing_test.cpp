@@ -178,7 +178,7 @@ TEST(ProgramsOfGeneration5, NeedNoDataFile) {
     FileSystem files;
     files.restore({FileFamily::ordinary, "P007", 0, test::file_g5()});
     files.restore({FileFamily::ordinary, "P008", 1, test::file_g5()}); // no program
-    Programs programs(Generation::five, 16, 8, {TransferMode::planes8, ScreenColor::single});
+    Programs programs(Generation::five, {16, 8, {TransferMode::planes8, ScreenColor::single}});
     EXPECT_EQ(programs.update(files, Milliseconds{0}), "; program P007 is complete");
     EXPECT_EQ(programs.update(files, Milliseconds{0}), "") << "nothing has changed";
     const LocalSeconds nine(9h); // in its first play period
