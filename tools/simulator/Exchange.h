@@ -46,7 +46,7 @@ class Exchange : public Answerer {
         std::vector<StoredFile> files{};
     };
 
-    // What a report on the state tells; when it differs, there is one.
+    // What news of the state tell; when it differs, there are some.
     struct Known {
         ControllerState settings;
         std::uint64_t files = 0, dynamic = 0;
