@@ -283,7 +283,7 @@ TEST_F(Analog, AsksToBeDrawnAnewInTime) {
     begin(kSix, {0, 0, 32, 32});
     ASSERT_EQ(add(hands(16, 16), eLINE, kDial), 0);
     const auto player = played(32, 32);
-    const auto next = player.next_change(1234ms, kDay);
+    const auto next = player.next_change({1234ms, kDay});
     ASSERT_TRUE(next);
     EXPECT_GT(*next, 1234ms);
     EXPECT_LE(*next, 1334ms) << "no second of the clock is missed";
