@@ -100,7 +100,7 @@ void ProgramBuilder::add_clock(std::uint16_t id, const AreaDescription& area) {
 }
 
 std::vector<File> ProgramBuilder::files() const {
-    std::optional<TemporaryFolder> folder;
+    std::optional<TemporaryCurrentFolder> folder;
     if (m_screen.generation == 5) folder.emplace(); // which leaves a copy in the current one
     return require(m_built.files(), "the program: the library does not take it");
 }

@@ -27,19 +27,25 @@ void write_file(const std::filesystem::path& folder, const std::string& name, st
     if (!file) fail(path.string());
 }
 
-TemporaryFolder::TemporaryFolder() : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+TemporaryFolder::TemporaryFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "program-XXXXXX").string();
-    if (m_before < 0) fail("the current folder");
     if (!::mkdtemp(name.data())) fail(name);
     m_path = name;
-    if (::chdir(name.c_str()) != 0) fail(name);
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    if (::fchdir(m_before) != 0) ::perror("the current folder is gone");
-    ::close(m_before);
     std::error_code ignored;
     std::filesystem::remove_all(m_path, ignored);
+}
+
+TemporaryCurrentFolder::TemporaryCurrentFolder() : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+    if (m_before < 0) fail("the current folder");
+    if (::chdir(m_folder.path().c_str()) != 0) fail(m_folder.path());
+}
+
+TemporaryCurrentFolder::~TemporaryCurrentFolder() {
+    if (::fchdir(m_before) != 0) ::perror("the current folder is gone");
+    ::close(m_before);
 }
 
 } // namespace qm::sign

@@ -10,8 +10,7 @@ namespace qm::sign {
 // Makes the folder when there is none, and the file. Throws std::runtime_error.
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes);
 
-// A private folder that is the current one as long as the object lives, and is removed with all that was
-// written there.
+// A private folder, removed with all that was written there.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -19,8 +18,22 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
 
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+
   private:
     std::filesystem::path m_path;
+};
+
+// One that is the current folder as long as the object lives.
+class TemporaryCurrentFolder {
+  public:
+    TemporaryCurrentFolder();
+    TemporaryCurrentFolder(const TemporaryCurrentFolder&) = delete;
+    TemporaryCurrentFolder& operator=(const TemporaryCurrentFolder&) = delete;
+    ~TemporaryCurrentFolder();
+
+  private:
+    TemporaryFolder m_folder;
     int m_before; // descriptor of the folder to go back to
 };
 
