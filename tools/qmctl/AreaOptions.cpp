@@ -108,13 +108,17 @@ void AreaOptions::add_to(ArgumentList& command) {
     add_program_option(command, m_programs);
 }
 
-Report AreaOptions::show(const Session& session, Area& area) {
+Screen AreaOptions::place(const Session& session, Area& area) const {
     Screen screen = Screen::of(require(session.controller.ping()));
-    const Rect rect = area_rect(m_rect, screen.size, "--rect");
+    area.rect = area_rect(m_rect, screen.size, "--rect");
     if (m_color) screen.color = static_cast<E_ScreenColor_G56>(*m_color);
     area.id = static_cast<Ouint8>(m_id);
-    area.rect = rect;
     area.effect = m_effect;
+    return screen;
+}
+
+Report AreaOptions::show(const Session& session, const Area& area, const Screen& screen) const {
+    const Rect rect = *area.rect;
     show_areas(session, {area}, screen, m_programs);
     return session.report()
         .add("Area", "area", m_id)

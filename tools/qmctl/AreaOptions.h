@@ -27,9 +27,10 @@ class AreaOptions {
   public:
     void add_to(ArgumentList& command);
 
-    // Puts the area where it is to be, on what screen the controller's ping tells, and shows it; a report
-    // that begins with that.
-    Report show(const Session& session, Area& area);
+    // Puts the area where it is to be, on the screen that the controller's ping tells.
+    [[nodiscard]] Screen place(const Session& session, Area& area) const;
+    // Shows it there; a report that begins with that.
+    [[nodiscard]] Report show(const Session& session, const Area& area, const Screen& screen) const;
 
   private:
     unsigned m_id = 0;

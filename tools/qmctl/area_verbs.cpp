@@ -41,7 +41,8 @@ class ShowText : public Verb {
         if (!m_speech.text.empty()) m_area.speech = m_speech;
     }
     Report run(Session& session) override {
-        Report report = m_options.show(session, m_area);
+        const Screen screen = m_options.place(session, m_area);
+        Report report = m_options.show(session, m_area, screen);
         const unsigned points = font_size(m_area.style, m_area.text, *m_area.rect, m_area.effect);
         report.add("Font", "font", m_area.style.font)
             .add("Size", std::to_string(points) + " points", "size", points);
@@ -63,7 +64,8 @@ class ShowPicture : public Verb {
     }
     void prepare(const Session& session) override { require_area_port(session); }
     Report run(Session& session) override {
-        return m_options.show(session, m_area).add("Picture", "picture", m_area.picture);
+        const Screen screen = m_options.place(session, m_area);
+        return m_options.show(session, m_area, screen).add("Picture", "picture", m_area.picture);
     }
 
   private:
