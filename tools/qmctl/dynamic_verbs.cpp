@@ -1,7 +1,6 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
 #include "AreaOptions.h"
 #include "Verb.h"
-#include "sign/JsonReader.h"
 #include "sign/program_reading.h"
 
 namespace qm::ctl {
@@ -44,12 +43,10 @@ class SendAreas : public Verb {
     }
     void prepare(const Session& session) override {
         require_area_port(session);
-        try {
+        name_description(m_path, [&] {
             m_areas = read_program(m_path).areas;
             for (const AreaDescription& area : m_areas) require_dynamic(area, m_programs.has_value());
-        } catch (const std::runtime_error& wrong) {
-            throw UsageError(m_path + ": " + wrong.what());
-        }
+        });
         if (m_areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
     }
     Report run(Session& session) override {

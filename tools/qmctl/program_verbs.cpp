@@ -3,7 +3,6 @@
 #include "Verb.h"
 #include "arguments.h"
 #include "record_text.h"
-#include "sign/JsonReader.h"
 #include "sign/ProgramOverview.h"
 #include "sign/files.h"
 #include "sign/program_reading.h"
@@ -27,7 +26,7 @@ class ProgramVerb : public Verb {
     }
 
     void prepare(const Session&) final {
-        name_the_file([this] {
+        name_description(m_path, [this] {
             m_program = read_program(m_path);
             (void)generation_for(m_wishes, m_program);
             require_drawable(m_program);
@@ -35,7 +34,7 @@ class ProgramVerb : public Verb {
     }
 
     Report run(Session& session) final {
-        return name_the_file([&] { return make(session); });
+        return name_description(m_path, [&] { return make(session); });
     }
 
   protected:
@@ -64,15 +63,6 @@ class ProgramVerb : public Verb {
     [[nodiscard]] const Screen& screen() const { return m_screen; }
 
   private:
-    // What is wrong with the description is told with its name.
-    template <class Step> auto name_the_file(Step step) const -> decltype(step()) {
-        try {
-            return step();
-        } catch (const JsonError& error) {
-            throw UsageError(m_path + ": " + error.what());
-        }
-    }
-
     static constexpr const char *kGeneration = "--generation", *kType = "--type", *kScreen = "--screen";
 
     std::string m_path;

@@ -1,21 +1,21 @@
 // JSON that says where it is wrong: every value knows its path, such as areas[1].color.
 #pragma once
 
+#include "errors.h"
 #include "options/readers.h"
 
 #include <nlohmann/json.hpp>
 
 #include <functional>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace qm::sign {
 
 // "areas[1].color: expected ..., not ..."
-class JsonError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+class JsonError : public UsageError {
+    using UsageError::UsageError;
 };
 
 // Parses text. Throws JsonError for syntax errors, with line and column, and for a field that stands twice in
