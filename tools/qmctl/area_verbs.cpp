@@ -1,6 +1,8 @@
 // Verbs that put text and pictures on the screen at once, without a program being written.
 #include "AreaOptions.h"
 #include "Verb.h"
+#include "running.h"
+#include "sign/PictureFiles.h"
 
 #include <iostream>
 
@@ -59,16 +61,31 @@ class ShowText : public Verb {
 class ShowPicture : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_value(command, "FILE", m_area.picture, "", "A PNG picture", read_png_path).required();
+        m_page.picture.where = "FILE";
+        add_value(
+            command, "FILE", m_page.picture.path, "",
+            "A picture: PNG, JPEG, GIF (the first of several), WebP, SVG and what else gdk-pixbuf reads",
+            read_path)
+            .required();
         m_options.add_to(command);
+        add_value(command, "--fit", m_page.fit.fit, "WORD",
+                  "none (default): in its own size, cut to the rectangle; contain: all of it, in the\n"
+                  "middle of black; cover: all over the rectangle, cut around the middle; stretch",
+                  read_fit);
     }
-    void prepare(const Session& session) override { require_area_port(session); }
+    void prepare(const Session& session) override {
+        require_area_port(session);
+        run_check([this] { require_decodable(m_page); });
+    }
     Report run(Session& session) override {
         const Screen screen = m_options.place(session, m_area);
-        return m_options.show(session, m_area, screen).add("Picture", "picture", m_area.picture);
+        PictureFiles files;
+        m_area.picture = files.path_of(m_page, {m_area.rect->width, m_area.rect->height});
+        return m_options.show(session, m_area, screen).add("Picture", "picture", m_page.picture.path);
     }
 
   private:
+    PicturePage m_page;
     Area m_area;
     AreaOptions m_options;
 };
@@ -81,8 +98,12 @@ constexpr VerbEntry kVerbs[] = {
      "  date | qmctl -c 192.168.0.199 text --area 1 --rect 0,16,128,16 -\n"
      "A text that begins with a dash stands behind two: qmctl text -- '--> Exit'",
      make_verb<ShowText>},
-    {"picture", "Show a PNG picture, from its top left corner",
-     "Example:\n  qmctl picture --rect 0,0,32,32 logo.png", make_verb<ShowPicture>}};
+    {"picture", "Show a picture",
+     "Examples:\n"
+     "  qmctl picture --rect 0,0,32,32 logo.png\n"
+     "  qmctl picture --fit cover photo.jpg\n"
+     "A picture that is enlarged by whole numbers keeps its dots; any other scaling is smooth.",
+     make_verb<ShowPicture>}};
 
 } // namespace
 

@@ -1,6 +1,8 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
 #include "AreaOptions.h"
 #include "Verb.h"
+#include "running.h"
+#include "sign/PictureFiles.h"
 #include "sign/program_reading.h"
 
 namespace qm::ctl {
@@ -23,16 +25,21 @@ void require_dynamic(const AreaDescription& area, bool with_programs) {
 
 // An area of the description in path as a dynamic one.
 Area dynamic_area(const AreaDescription& described, const Screen& screen, const std::string& path) {
-    const bool picture = !described.pictures.empty();
     Area area;
     area.id = static_cast<Ouint8>(described.id);
     area.rect = area_rect(described.rect, screen.size, path + ": " + described.where + ".rect");
     area.text = described.text;
     area.style = described.style;
-    area.effect = picture ? described.pictures.front().effect : described.effect;
-    area.picture = picture ? described.pictures.front().picture.path : "";
+    area.effect = described.effect;
     area.speech = described.speech;
     return area;
+}
+
+void add_picture(Area& area, const AreaDescription& described, PictureFiles& files) {
+    for (const PicturePage& page : described.pictures) {
+        area.effect = page.effect;
+        area.picture = files.path_of(page, {area.rect->width, area.rect->height});
+    }
 }
 
 class SendAreas : public Verb {
@@ -47,15 +54,23 @@ class SendAreas : public Verb {
             m_areas = read_program(m_path).areas;
             for (const AreaDescription& area : m_areas) require_dynamic(area, m_programs.has_value());
         });
+        run_check([this] {
+            name_description(m_path, [this] {
+                for (const AreaDescription& area : m_areas)
+                    for (const PicturePage& page : area.pictures) require_decodable(page);
+            });
+        });
         if (m_areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
     }
     Report run(Session& session) override {
         const Screen screen = Screen::of(require(session.controller.ping()));
         std::vector<Area> areas;
         std::vector<unsigned> ids;
+        PictureFiles files;
         for (const AreaDescription& described : m_areas) {
             areas.push_back(dynamic_area(described, screen, m_path));
             ids.push_back(described.id);
+            name_description(m_path, [&] { add_picture(areas.back(), described, files); });
         }
         show_areas(session, areas, screen, m_programs);
         return session.report().add("Areas", "areas", ids);

@@ -3,6 +3,7 @@
 #include "Verb.h"
 #include "arguments.h"
 #include "record_text.h"
+#include "running.h"
 #include "sign/ProgramOverview.h"
 #include "sign/files.h"
 #include "sign/program_reading.h"
@@ -29,8 +30,8 @@ class ProgramVerb : public Verb {
         name_description(m_path, [this] {
             m_program = read_program(m_path);
             (void)generation_for(m_wishes, m_program);
-            require_drawable(m_program);
         });
+        run_check([this] { name_description(m_path, [this] { require_drawable(m_program); }); });
     }
 
     Report run(Session& session) final {

@@ -12,7 +12,6 @@
 namespace qm::ctl {
 namespace {
 
-// What a child has to say comes through an unlinked file, which no child waits to write to.
 struct Job {
     ::pid_t pid;
     std::FILE* result;
@@ -29,24 +28,36 @@ std::string content_of(std::FILE* file) {
     return text;
 }
 
-Job start(Session& session, Verb& verb, const Controller& controller) {
-    std::FILE* result = std::tmpfile();
-    if (!result) throw std::system_error(errno, std::generic_category(), "cannot make a temporary file");
+// A child, which takes a step and leaves with the status that this gives.
+template <class Step> pid_t start_process(std::FILE* result, Step step) {
     const ::pid_t pid = ::fork();
+    if (pid > 0) return pid;
     if (pid < 0) {
         const int error = errno;
         std::fclose(result);
         throw std::system_error(error, std::generic_category(), "cannot start a process");
     }
-    if (pid == 0) {
-        try {
-            session.controller = controller;
-            session.output.redirect(result);
-            ::_exit(run_verb(session, verb));
-        } catch (...) { // the parent's code is not the child's
-            ::_exit(kFailed);
-        }
+    try {
+        ::_exit(step());
+    } catch (...) { // the parent's code is not the child's
+        ::_exit(kFailed);
     }
+}
+
+// An unlinked file, through which a child says what it has to say; so it waits for nobody to read.
+std::FILE* make_file() {
+    std::FILE* file = std::tmpfile();
+    if (!file) throw std::system_error(errno, std::generic_category(), "cannot make a temporary file");
+    return file;
+}
+
+Job start(Session& session, Verb& verb, const Controller& controller) {
+    std::FILE* result = make_file();
+    const ::pid_t pid = start_process(result, [&] {
+        session.controller = controller;
+        session.output.redirect(result);
+        return run_verb(session, verb);
+    });
     return {pid, result, &controller};
 }
 
@@ -111,6 +122,27 @@ int run_on_all(Session& session, Verb& verb) {
     }
     while (!jobs.empty()) statuses.push_back(finish_one(session, jobs));
     return common_status(statuses);
+}
+
+void run_check(const std::function<void()>& check) {
+    ::signal(SIGCHLD, SIG_DFL); // or what was inherited may let no child be waited for
+    std::FILE* result = make_file();
+    const ::pid_t pid = start_process(result, [&] {
+        try {
+            check();
+            return kDone;
+        } catch (const UsageError& error) {
+            std::fputs(error.what(), result);
+            std::fflush(result);
+            return kUsage;
+        }
+    });
+    int state = 0;
+    while (::waitpid(pid, &state, 0) < 0 && errno == EINTR) continue;
+    const std::string wrong = content_of(result);
+    if (!wrong.empty()) throw UsageError(wrong);
+    if (!WIFEXITED(state) || WEXITSTATUS(state) != kDone)
+        throw Failure("checking the pictures ended without a result");
 }
 
 } // namespace qm::ctl

@@ -43,7 +43,10 @@ std::uint32_t crc_at_end(const std::vector<std::uint8_t>& file) {
 
 void require_drawable(const ProgramDescription& program) {
     const auto all = [](const std::vector<PicturePage>& pages) {
-        for (const PicturePage& page : pages) require_drawable(page.picture);
+        for (const PicturePage& page : pages) {
+            require_decodable(page);
+            if (starts_as_png(page.picture.path)) require_drawable(page.picture);
+        }
     };
     require_drawable(program.border);
     if (program.background) all(program.background->pictures);
@@ -66,8 +69,9 @@ void ProgramBuilder::add(const Background& background) {
     at("background", m_built.add_area(kBackgroundId, eGlobalBackGroundArea, whole(m_screen.size)));
     if (background.color) at("background.color", m_built.set_background(kBackgroundId, *background.color));
     std::uint16_t number = 0;
-    for (const auto& [picture, effect] : background.pictures)
-        at(picture.where, m_built.add_background(kBackgroundId, number++, picture.path, effect));
+    for (const PicturePage& page : background.pictures)
+        at(page.picture.where, m_built.add_background(kBackgroundId, number++,
+                                                      m_pictures.path_of(page, m_screen.size), page.effect));
 }
 
 void ProgramBuilder::add(const AreaDescription& area) {
@@ -78,8 +82,11 @@ void ProgramBuilder::add(const AreaDescription& area) {
     if (area.border) at(area.border->where, m_built.set_area_border(id, *area.border));
     if (!area.text.empty()) add_text(id, area);
     std::uint16_t number = 0;
-    for (const auto& [picture, effect] : area.pictures)
-        at(picture.where, m_built.add_picture(id, number++, picture.path, effect));
+    const Rect rect = inside(*area.rect, area.border);
+    for (const PicturePage& page : area.pictures) {
+        const std::string path = m_pictures.path_of(page, {rect.width, rect.height});
+        at(page.picture.where, m_built.add_picture(id, number++, path, page.effect));
+    }
     if (area.speech) at(area.where + ".sound", m_built.set_speech(id, *area.speech));
 }
 

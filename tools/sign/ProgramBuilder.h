@@ -1,6 +1,7 @@
 // Builds a program from its description.
 #pragma once
 
+#include "PictureFiles.h"
 #include "target.h"
 
 namespace qm::sign {
@@ -38,6 +39,7 @@ class ProgramBuilder {
 
     const ProgramDescription& m_program;
     const Screen& m_screen;
+    PictureFiles m_pictures;
     Program m_built;
 };
 

@@ -1,20 +1,21 @@
 // A program as a JSON file describes it, checked as far as that is possible without knowing the screen.
 #pragma once
 
-#include "values.h"
+#include "PictureFit.h"
 
 namespace qm::sign {
 
-// A PNG file.
+// A PNG file, unless something else is said.
 struct PictureFile {
     std::string where; // its field, such as border.picture
-    std::string path;  // absolute
-    Size size;
+    std::string path;  // absolute, when it is a description's
+    Size size;         // of a PNG file
 };
 
 struct PicturePage {
-    PictureFile picture;
+    PictureFile picture; // of any kind
     Effect effect;
+    PictureFit fit;
 };
 
 struct PatternBorder : Border {

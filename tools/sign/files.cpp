@@ -1,5 +1,7 @@
 #include "files.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -14,7 +16,15 @@ namespace {
     throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
+constexpr std::string_view kPngSignature{"\x89PNG\r\n\x1a\n", 8};
+
 } // namespace
+
+bool starts_as_png(const std::string& path) {
+    std::array<char, kPngSignature.size()> start{};
+    std::ifstream file(path, std::ios::binary);
+    return file.read(start.data(), start.size()) && std::ranges::equal(start, kPngSignature);
+}
 
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes) {
     std::error_code error;

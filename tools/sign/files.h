@@ -7,6 +7,8 @@
 
 namespace qm::sign {
 
+[[nodiscard]] bool starts_as_png(const std::string& path);
+
 // Makes the folder when there is none, and the file. Throws std::runtime_error.
 void write_file(const std::filesystem::path& folder, const std::string& name, std::string_view bytes);
 

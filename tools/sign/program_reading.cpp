@@ -103,8 +103,9 @@ class Reader {
         Background background;
         read_object(field, [&](Object& object) {
             object.take_text("color", background.color, read_color);
+            const PictureFit usual = fit(object, PictureFit());
             object.take("pictures", background.pictures,
-                        [&](const Field& list) { return pictures(list, Effect()); });
+                        [&](const Field& list) { return pictures(list, Effect(), usual); });
         });
         if (background.color.has_value() == !background.pictures.empty())
             field.refuse("needs either color or pictures");
@@ -122,8 +123,9 @@ class Reader {
             area.style = style(object);
             if (area.digital) area.digital->style = area.style;
             area.effect = effect(object, Effect());
+            const PictureFit usual = fit(object, PictureFit());
             object.take("pictures", area.pictures,
-                        [&](const Field& list) { return pictures(list, area.effect); });
+                        [&](const Field& list) { return pictures(list, area.effect, usual); });
             object.take("border", area.border, [&](const Field& f) { return border(f); });
             object.take("sound", area.speech, speech);
             object.take_number("background_flag", area.flags.background_flag);
@@ -198,27 +200,34 @@ class Reader {
         return effect;
     }
 
-    // Each a path, or an object with an effect of its own.
-    std::vector<PicturePage> pictures(const Field& field, const Effect& usual) const {
+    static PictureFit fit(Object& object, PictureFit fit) {
+        object.take_text("fit", fit.fit, [](const std::string& text) { return read_fit(text); });
+        return fit;
+    }
+
+    // Each a path, or an object with an effect and a fit of its own.
+    std::vector<PicturePage> pictures(const Field& field, const Effect& effect_there,
+                                      const PictureFit& fit_there) const {
         std::vector<PicturePage> pages;
         for (const Field& page : field.list(1, kMostPictures)) {
             if (page.value().is_string()) {
-                pages.push_back({picture(page), usual});
+                pages.push_back({file(page, read_path), effect_there, fit_there});
                 continue;
             }
             read_object(page, [&](Object& object) {
-                PictureFile file = picture(object.require("file"));
-                pages.push_back({std::move(file), effect(object, usual)});
+                PictureFile picture = file(object.require("file"), read_path);
+                pages.push_back({std::move(picture), effect(object, effect_there), fit(object, fit_there)});
             });
         }
         return pages;
     }
 
-    PictureFile picture(const Field& field) const {
+    PictureFile picture(const Field& field) const { return file(field, read_png_path); }
+
+    PictureFile file(const Field& field, std::string (*read)(const std::string& path)) const {
         PictureFile file;
         file.where = field.path();
-        file.path =
-            field.read([&](const std::string& text) { return read_png_path((m_folder / text).string()); });
+        file.path = field.read([&](const std::string& text) { return read((m_folder / text).string()); });
         file.size = png_size(file.path);
         return file;
     }

@@ -1,5 +1,7 @@
 #include "values.h"
 
+#include "files.h"
+
 #include <filesystem>
 #include <fstream>
 
@@ -8,13 +10,6 @@ namespace {
 
 constexpr Name kPalette[] = {{"black", eBlack}, {"red", eRed},         {"green", eGreen}, {"yellow", eYellow},
                              {"blue", eBlue},   {"magenta", eMagenta}, {"cyan", eCyan},   {"white", eWhite}};
-constexpr std::string_view kPngSignature{"\x89PNG\r\n\x1a\n", 8};
-
-bool starts_as_png(const std::string& path) {
-    std::array<char, kPngSignature.size()> start{};
-    std::ifstream file(path, std::ios::binary);
-    return file.read(start.data(), start.size()) && std::ranges::equal(start, kPngSignature);
-}
 
 void require_readable_file(const std::string& path) {
     std::error_code error;
