@@ -66,7 +66,7 @@ TEST_F(Pictures, OfEveryKindFillTheirRectangle) {
         {"two.gif", text_of(hex(kGif)), "--fit contain", "RRRRRRRR/RRRRRRRR/RRRRRRRR/RRRRRRRR/"},
         {"a.webp", text_of(hex(kWebp)), "", "RR....../......../......../......../"},
         {"a.svg", svg(R"(width="4" height="2")"), "", "R......./R......./......../......../"},
-        {"no size.svg", svg(""), "--fit contain", "RR....../RR....../RR....../RR....../"},
+        {"no size.svg", svg(""), "--fit contain --dither", "RR....../RR....../RR....../RR....../"},
         // Drawn in that size: a pixel of it would have a quarter of the red, and stay dark.
         {"small.svg", svg(R"(width="2" height="1")"), "--fit contain",
          "RR....../RR....../RR....../RR....../"},
@@ -137,8 +137,8 @@ TEST_F(Pictures, WithoutALoaderNameItsPackage) {
 TEST_F(Pictures, FillTheScreenAsPreviewed) {
     const TemporaryFile photo("a.jpg", jpeg());
     const TemporaryFile json("it.json", R"({"id": 7, "generation": 6, "areas": [{"id": 0, "fit": "contain",
-        "pictures": [{"file": ")" + photo.path() +
-                                            R"(", "fit": "stretch"}]}]})");
+        "dither": true, "pictures": [{"file": ")" +
+                                            photo.path() + R"(", "fit": "stretch"}]}]})");
     const fs::path folder = fs::path(json.path()).parent_path();
     const fs::path temporary = folder / "temporary";
     fs::create_directory(temporary);

@@ -1,9 +1,12 @@
-// Where pictures lie in their rectangles.
+// Where pictures lie in their rectangles, and which shades become which dots.
 #include "sign/PictureFit.h"
+#include "sign/dithering.h"
+#include "sign/panel_picture.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 
 namespace qm::sign {
 namespace {
@@ -37,6 +40,78 @@ TEST(PictureFit, ScalesAndPlaces) {
         EXPECT_EQ(box(placed), c.placed) << to_string(c.picture) << " in " << to_string(c.area);
         EXPECT_EQ(box(visible(placed, c.area)), c.seen) << to_string(c.picture);
     }
+}
+
+// Pixels of red, green and blue, of which color gives each.
+struct Picture {
+    template <class Color> Picture(unsigned w, unsigned h, Color color) : width(w), height(h) {
+        for (unsigned y = 0; y < h; ++y)
+            for (unsigned x = 0; x < w; ++x)
+                for (const unsigned value : color(x, y)) bytes.push_back(static_cast<std::uint8_t>(value));
+    }
+    void dither(E_ScreenColor_G56 screen) {
+        sign::dither({bytes.data(), width, height, std::size_t{3} * width}, screen);
+    }
+    // Of 0 to 1, in linear light, over columns from the first one on.
+    [[nodiscard]] double mean(unsigned channel, unsigned first, unsigned columns) const {
+        double sum = 0;
+        for (unsigned y = 0; y < height; ++y)
+            for (unsigned x = first; x < first + columns; ++x)
+                sum += std::pow(bytes[3 * (y * width + x) + channel] / 255.0, 2);
+        return sum / (columns * height);
+    }
+    // As light leaves them.
+    [[nodiscard]] std::vector<std::uint8_t> lit(E_ScreenColor_G56 screen) const {
+        const Surface panel = opaque_picture(static_cast<int>(width), static_cast<int>(height));
+        std::vector<std::uint8_t> out;
+        for (const bool back : {false, true}) {
+            for (unsigned i = 0; i < width * height; ++i) {
+                unsigned char* pixel =
+                    cairo_image_surface_get_data(panel.get()) + 4 * i; // rows without a gap
+                for (unsigned c = 0; c < 3; ++c)
+                    back ? out.push_back(pixel[2 - c]) : void(pixel[2 - c] = bytes[3 * i + c]);
+            }
+            cairo_surface_mark_dirty(panel.get());
+            if (!back) light(panel.get(), screen);
+        }
+        return out;
+    }
+
+    unsigned width, height;
+    std::vector<std::uint8_t> bytes;
+};
+
+using Rgb = std::array<unsigned, 3>;
+
+TEST(Dithering, KeepsTheBrightnessInColoursOfTheScreen) {
+    const Picture gray(256, 64, [](unsigned x, unsigned) { return Rgb{x, x, x}; });
+    const Picture warm(256, 64, [](unsigned x, unsigned) { return Rgb{x, 255 - x, 128}; });
+    for (const auto screen : {SCREEN_COLOR_SINGLE, SCREEN_COLOR_DOUBLE, SCREEN_COLOR_THREE})
+        for (const Picture* shades : {&gray, &warm}) {
+            if (screen != SCREEN_COLOR_THREE && shades == &warm) continue;
+            Picture dots = *shades;
+            dots.dither(screen);
+            EXPECT_EQ(dots.bytes, dots.lit(screen)) << screen;
+            for (unsigned channel = 0; channel < screen; ++channel)
+                for (unsigned x = 0; x < 256; x += 32)
+                    EXPECT_NEAR(dots.mean(channel, x, 32), shades->mean(channel, x, 32), 0.03)
+                        << screen << ", channel " << channel << " from " << x;
+        }
+}
+
+TEST(Dithering, KeepsWhatNeedsNone) {
+    constexpr Rgb colors[] = {{0, 0, 0},   {255, 0, 0},   {0, 255, 0},   {255, 255, 0},
+                              {0, 0, 255}, {255, 0, 255}, {0, 255, 255}, {255, 255, 255}};
+    const Picture bars(64, 16, [&](unsigned x, unsigned) { return colors[x / 8]; });
+    for (const auto screen : {SCREEN_COLOR_DOUBLE, SCREEN_COLOR_THREE}) {
+        Picture dots = bars;
+        dots.dither(screen);
+        EXPECT_EQ(dots.bytes, bars.lit(screen)) << screen;
+    }
+    Picture shades(64, 16, [](unsigned x, unsigned y) { return Rgb{x, y, 4 * x}; });
+    const std::vector<std::uint8_t> before = shades.bytes;
+    shades.dither(SCREEN_COLOR_FULLCOLOR);
+    EXPECT_EQ(shades.bytes, before);
 }
 
 } // namespace

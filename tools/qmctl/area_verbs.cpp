@@ -72,6 +72,8 @@ class ShowPicture : public Verb {
                   "none (default): in its own size, cut to the rectangle; contain: all of it, in the\n"
                   "middle of black; cover: all over the rectangle, cut around the middle; stretch",
                   read_fit);
+        command.add_flag("--dither", m_page.fit.dither,
+                         "Shades as dots of the colours that the screen has; nothing in full colour");
     }
     void prepare(const Session& session) override {
         require_area_port(session);
@@ -80,7 +82,7 @@ class ShowPicture : public Verb {
     Report run(Session& session) override {
         const Screen screen = m_options.place(session, m_area);
         PictureFiles files;
-        m_area.picture = files.path_of(m_page, {m_area.rect->width, m_area.rect->height});
+        m_area.picture = files.path_of(m_page, {m_area.rect->width, m_area.rect->height}, screen.color);
         return m_options.show(session, m_area, screen).add("Picture", "picture", m_page.picture.path);
     }
 
@@ -101,7 +103,7 @@ constexpr VerbEntry kVerbs[] = {
     {"picture", "Show a picture",
      "Examples:\n"
      "  qmctl picture --rect 0,0,32,32 logo.png\n"
-     "  qmctl picture --fit cover photo.jpg\n"
+     "  qmctl picture --fit cover --dither photo.jpg\n"
      "A picture that is enlarged by whole numbers keeps its dots; any other scaling is smooth.",
      make_verb<ShowPicture>}};
 

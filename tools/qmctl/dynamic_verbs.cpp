@@ -35,10 +35,10 @@ Area dynamic_area(const AreaDescription& described, const Screen& screen, const 
     return area;
 }
 
-void add_picture(Area& area, const AreaDescription& described, PictureFiles& files) {
+void add_picture(Area& area, const AreaDescription& described, const Screen& screen, PictureFiles& files) {
     for (const PicturePage& page : described.pictures) {
         area.effect = page.effect;
-        area.picture = files.path_of(page, {area.rect->width, area.rect->height});
+        area.picture = files.path_of(page, {area.rect->width, area.rect->height}, screen.color);
     }
 }
 
@@ -70,7 +70,7 @@ class SendAreas : public Verb {
         for (const AreaDescription& described : m_areas) {
             areas.push_back(dynamic_area(described, screen, m_path));
             ids.push_back(described.id);
-            name_description(m_path, [&] { add_picture(areas.back(), described, files); });
+            name_description(m_path, [&] { add_picture(areas.back(), described, screen, files); });
         }
         show_areas(session, areas, screen, m_programs);
         return session.report().add("Areas", "areas", ids);

@@ -14,7 +14,7 @@ class PictureFiles {
   public:
     // The picture's own file when the library draws it as it is to be; else a PNG of the area's size. Throws
     // likewise.
-    [[nodiscard]] std::string path_of(const PicturePage& page, const Size& area);
+    [[nodiscard]] std::string path_of(const PicturePage& page, const Size& area, E_ScreenColor_G56 screen);
 
   private:
     std::optional<TemporaryFolder> m_folder;

@@ -14,6 +14,7 @@ inline constexpr Name kFits[] = {{"none", 0}, {"contain", 1}, {"cover", 2}, {"st
 
 struct PictureFit {
     Fit fit = Fit::none;
+    bool dither = false; // into the colours of the screen
 };
 
 // Where a scaled picture lies, seen from the top left corner of the rectangle; it may reach beyond that.

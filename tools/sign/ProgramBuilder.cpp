@@ -70,8 +70,9 @@ void ProgramBuilder::add(const Background& background) {
     if (background.color) at("background.color", m_built.set_background(kBackgroundId, *background.color));
     std::uint16_t number = 0;
     for (const PicturePage& page : background.pictures)
-        at(page.picture.where, m_built.add_background(kBackgroundId, number++,
-                                                      m_pictures.path_of(page, m_screen.size), page.effect));
+        at(page.picture.where,
+           m_built.add_background(kBackgroundId, number++,
+                                  m_pictures.path_of(page, m_screen.size, m_screen.color), page.effect));
 }
 
 void ProgramBuilder::add(const AreaDescription& area) {
@@ -84,7 +85,7 @@ void ProgramBuilder::add(const AreaDescription& area) {
     std::uint16_t number = 0;
     const Rect rect = inside(*area.rect, area.border);
     for (const PicturePage& page : area.pictures) {
-        const std::string path = m_pictures.path_of(page, {rect.width, rect.height});
+        const std::string path = m_pictures.path_of(page, {rect.width, rect.height}, m_screen.color);
         at(page.picture.where, m_built.add_picture(id, number++, path, page.effect));
     }
     if (area.speech) at(area.where + ".sound", m_built.set_speech(id, *area.speech));

@@ -68,7 +68,7 @@ ClockFace read_analog(const Field& field, const std::function<PictureFile(const 
 
 void refuse_beside_clock(Object& area, bool digital) {
     constexpr const char* kNever[] = {"text", "texts",  "pictures", "border",  "sound",  "mode", "speed",
-                                      "stay", "repeat", "vertical", "spacing", "valign", "fit"};
+                                      "stay", "repeat", "vertical", "spacing", "valign", "fit",  "dither"};
     constexpr const char* kOfText[] = {"font", "size", "color", "bold", "italic", "one_line", "align"};
     const auto refuse = [&area](const char* name) {
         if (const auto field = area.find(name)) field->refuse("does not go with a clock");

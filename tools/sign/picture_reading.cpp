@@ -1,5 +1,7 @@
 #include "picture_reading.h"
 
+#include "dithering.h"
+
 #include <algorithm>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <memory>
@@ -160,9 +162,14 @@ std::string png_of(GdkPixbuf* picture) {
 
 void require_decodable(const std::string& path, Fit fit) { (void)decode(path, {16, 16}, fit); }
 
-std::string fitted_png(const std::string& path, const Size& area, const PictureFit& how) {
+std::string fitted_png(const std::string& path, const Size& area, const PictureFit& how,
+                       E_ScreenColor_G56 screen) {
     if (area.width > kMostPixels / area.height) refuse("is to fill more than 64 million pixels");
     const Pixbuf canvas = fitted(decode(path, area, how.fit).get(), area, how.fit);
+    if (how.dither)
+        dither({gdk_pixbuf_get_pixels(canvas.get()), area.width, area.height,
+                static_cast<std::size_t>(gdk_pixbuf_get_rowstride(canvas.get()))},
+               screen);
     return png_of(canvas.get());
 }
 

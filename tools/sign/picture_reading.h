@@ -15,6 +15,7 @@ void require_decodable(const std::string& path, Fit fit);
 
 // A PNG file of what a screen shows of the picture in an area of that size: transparent pixels and what the
 // picture leaves are black. Throws likewise.
-[[nodiscard]] std::string fitted_png(const std::string& path, const Size& area, const PictureFit& how);
+[[nodiscard]] std::string fitted_png(const std::string& path, const Size& area, const PictureFit& how,
+                                     E_ScreenColor_G56 screen);
 
 } // namespace qm::sign

@@ -202,6 +202,7 @@ class Reader {
 
     static PictureFit fit(Object& object, PictureFit fit) {
         object.take_text("fit", fit.fit, [](const std::string& text) { return read_fit(text); });
+        object.take("dither", fit.dither, &Field::flag);
         return fit;
     }
 
