@@ -11,44 +11,6 @@ namespace {
 constexpr int kSmallestLegible = 7; // pixels
 constexpr TimePiece kSpace{TimeUnit::literal, u' '};
 
-struct Box {
-    static constexpr int kFar = 1'000'000'000;
-    int left = kFar, top = kFar, right = -kFar, bottom = -kFar;
-
-    void include(const Box& other) {
-        left = std::min(left, other.left);
-        top = std::min(top, other.top);
-        right = std::max(right, other.right);
-        bottom = std::max(bottom, other.bottom);
-    }
-    [[nodiscard]] bool blank() const { return left >= right; }
-};
-
-// A text set from 0 on, and where its ink is.
-struct Run {
-    std::vector<PlacedGlyph> glyphs;
-    int advance = 0;
-    Box ink;
-
-    void move(int dx) {
-        for (PlacedGlyph& glyph : glyphs) glyph.x += dx;
-        ink.left += dx;
-        ink.right += dx;
-    }
-};
-
-Run run_of(Font& font, const std::u16string& text) {
-    Run run;
-    for (const char16_t c : text) {
-        const GlyphShape& shape = font.shape(c);
-        run.glyphs.push_back({&shape, run.advance, 0});
-        if (!shape.blank())
-            run.ink.include({run.advance + shape.left, shape.top, run.advance + shape.right, shape.bottom});
-        run.advance += shape.advance;
-    }
-    return run;
-}
-
 // Numbers share the digits; the other pieces are told apart.
 TimePiece kind_of(const TimePiece& piece) {
     return digits_of(piece.unit) > 0 ? TimePiece{TimeUnit::year} : piece;
@@ -96,48 +58,28 @@ void TimeFontModel::measure(const TimeText& text, int size) {
     if (m_font->is_substitute()) m_choice.path.clear(); // said once
     m_kinds.clear();
     m_sets.clear();
-    m_underline = 0;
-    if (text.underline) add_underline(size);
     const auto add = [&](const TimePiece& piece) {
         const TimePiece kind = kind_of(piece);
         if (std::find(m_kinds.begin(), m_kinds.end(), kind) != m_kinds.end()) return;
+        m_sets.push_back(set_for(kind, text));
         m_kinds.push_back(kind);
-        m_sets.push_back(measured_set(texts_of(kind, text.weekStyle), align_in_cell(kind, text.align)));
     };
     for (const TimePieces& group : text.groups) std::for_each(group.begin(), group.end(), add);
     if (text.groups.size() > 1) add(kSpace);
+    if (text.underline) add_underline(size);
 }
 
 void TimeFontModel::add_underline(int size) {
     m_underline = std::max(1, static_cast<int>(std::lround(size / 16.0)));
     m_underlineTop = 1 + m_underline / 2;
+    for (GlyphSet& set : m_sets) set.bottom = std::max(set.bottom, m_underlineTop + m_underline);
 }
 
-// The cell is as wide as the widest text, and holds all ink. Slanted ink leans out on one side and leaves
-// room on the other, so that all texts move together.
-GlyphSet TimeFontModel::measured_set(const std::vector<std::u16string>& texts, Ouint8 align) const {
-    GlyphSet set;
-    std::vector<Run> runs;
-    for (const std::u16string& text : texts) {
-        runs.push_back(run_of(*m_font, text));
-        set.width = std::max({set.width, runs.back().advance, 1});
-    }
-    Box ink;
-    for (Run& run : runs) {
-        run.move(get_x_area(align, set.width, run.advance));
-        ink.include(run.ink);
-    }
-    if (m_underline > 0) ink.include({0, m_underlineTop, set.width, m_underlineTop + m_underline});
-    if (ink.blank()) ink = {0, 0, set.width, 1};
-    set.width = std::max(set.width, ink.right - ink.left);
-    set.top = ink.top;
-    set.bottom = ink.bottom;
-    const int shift = ink.left < 0 ? -ink.left : std::min(0, set.width - ink.right);
-    for (Run& run : runs) {
-        run.move(shift);
-        set.glyphs.push_back(std::move(run.glyphs));
-    }
-    return set;
+// Separators come behind the digits of their group.
+GlyphSet TimeFontModel::set_for(const TimePiece& kind, const TimeText& text) const {
+    if (kind.unit == TimeUnit::literal && is_separator(kind.character))
+        return set_of_separator(*m_font, kind.character, m_sets[set_of({TimeUnit::year})]);
+    return set_of_texts(*m_font, texts_of(kind, text.weekStyle), align_in_cell(kind, text.align));
 }
 
 TimeFontModel::Line TimeFontModel::line_of(std::span<const TimePieces> groups) const {
@@ -282,13 +224,16 @@ void TimeFontModel::draw(cairo_t* c, const GlyphSet& set, std::size_t glyph, int
     cairo_save(c);
     cairo_rectangle(c, x, y, set.width, set.height());
     cairo_clip(c);
-    std::vector<PlacedGlyph> placed = set.glyphs[glyph];
-    for (PlacedGlyph& one : placed) one.y = y - set.top;
-    m_font->show(c, placed, x);
-    if (m_underline > 0) {
-        cairo_rectangle(c, x, y - set.top + m_underlineTop, set.width, m_underline);
-        cairo_fill(c);
+    const int baseline = y - set.top;
+    if (set.bars.empty()) {
+        std::vector<PlacedGlyph> placed = set.glyphs[glyph];
+        for (PlacedGlyph& one : placed) one.y = baseline;
+        m_font->show(c, placed, x);
     }
+    for (const PixelBox& bar : set.bars)
+        cairo_rectangle(c, x + bar.left, baseline + bar.top, bar.right - bar.left, bar.bottom - bar.top);
+    if (m_underline > 0) cairo_rectangle(c, x, baseline + m_underlineTop, set.width, m_underline);
+    cairo_fill(c);
     cairo_restore(c);
 }
 

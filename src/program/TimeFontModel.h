@@ -1,8 +1,8 @@
 // A digital clock laid out: every character that it may ever show, and the places where they appear.
 #pragma once
 
+#include "program/GlyphSet.h"
 #include "program/TimeFormat.h"
-#include "program/text/Font.h"
 
 namespace qm {
 
@@ -14,15 +14,6 @@ struct TimeText {
     FontChoice font; // its size is the largest that is tried
     bool underline = false;
     Ouint8 align = 0; // of the lines in the area, and of names in their cells
-};
-
-// Characters or words that take turns in cells of one size.
-struct GlyphSet {
-    int width = 0;
-    int top = 0, bottom = 0;                      // of the cell around the baseline
-    std::vector<std::vector<PlacedGlyph>> glyphs; // each from the left edge of its cell
-
-    [[nodiscard]] int height() const { return bottom - top; }
 };
 
 // A piece of the text at the top left corner of its first cell; a number has a cell a digit.
@@ -55,7 +46,7 @@ class TimeFontModel {
 
     bool fit(const TimeText& text, std::size_t lines);
     void measure(const TimeText& text, int size);
-    GlyphSet measured_set(const std::vector<std::u16string>& texts, Ouint8 align) const;
+    [[nodiscard]] GlyphSet set_for(const TimePiece& kind, const TimeText& text) const;
     void add_underline(int size);
     void break_lines(const TimeText& text, std::size_t lines);
     [[nodiscard]] Line line_of(std::span<const TimePieces> groups) const;

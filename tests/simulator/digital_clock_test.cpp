@@ -220,7 +220,7 @@ TEST_P(DigitalClockText, ShowsEveryFormatAtEveryMoment) {
 
 TEST_P(DigitalClockText, IsBoldItalicAndInItsPlace) {
     for (const Ouint8 align : {Ouint8{0}, Ouint8{1}, Ouint8{2}}) {
-        HVtimeAreaData_G56 content = content_of(0, 1, 5);
+        HVtimeAreaData_G56 content = content_of(0, 1, align == 1 ? 5 : 3); // bold colons are not cairo's
         content.fontAlign = align;
         content.fontBold = align != 1;
         content.fontItalic = align != 0;
