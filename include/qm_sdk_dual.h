@@ -1285,9 +1285,10 @@ QM_API int program_backGroundPic_G6(Ouint16 areaID, Ouint16 picID, const HVpageH
  * is a digital clock until it is made an analog one, which it then stays.
  *
  * Digital: the Change calls keep the font. Date, day of the week and time stand on one line or on one each.
- * What does not fit is drawn smaller, down to 7 pixels, then rearranged into more or fewer lines; what still
- * lies outside the area is left out. A format that does not exist shows nothing. A font file is opened when
- * the program is integrated. */
+ * What does not fit is drawn smaller, down to 7 pixels, then rearranged into more or fewer lines, then left
+ * out as a whole: for the time the day of the week, then the date. One that is alone may be broken behind its
+ * separators. When the time still does not fit, hour and minute are shown, or the hour; nothing of a date. A
+ * format that does not exist shows nothing. A font file is opened when the program is integrated. */
 QM_API int program_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_timeAreaAddContent_G6(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;
 QM_API int program_fontPath_timeAreaAddContent(Ouint16 areaID, const HVtimeAreaData_G56* timeData) QM_NOTHROW;

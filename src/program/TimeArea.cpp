@@ -113,12 +113,13 @@ std::pair<int, int> TimeArea::pivot() const { return {m_acHeader.OrignPointX, m_
 
 TimeText TimeArea::text() const {
     TimeText text;
-    const auto add = [&text](const bool& enabled, TimePieces pieces) {
-        if (flag(enabled) && !pieces.empty()) text.groups.push_back(std::move(pieces));
-    };
-    add(m_timeData.date_enable, date_pieces(m_timeData.datestyle));
-    add(m_timeData.week_enable, week_pieces(m_timeData.weekstyle));
-    add(m_timeData.time_enable, time_pieces(m_timeData.timestyle));
+    if (flag(m_timeData.date_enable)) text.date = date_pieces(m_timeData.datestyle);
+    if (flag(m_timeData.week_enable)) text.week = week_pieces(m_timeData.weekstyle);
+    if (flag(m_timeData.time_enable)) {
+        text.time = time_pieces(m_timeData.timestyle);
+        text.minutes = minute_pieces(m_timeData.timestyle);
+        text.hours = hour_pieces(m_timeData.timestyle);
+    }
     text.weekStyle = m_timeData.weekstyle;
     text.severalLines = m_timeData.linestyle == MULTILINE;
     text.font = {_fontStyle, _fontPathName, std::clamp(fontSize, 1.0, kMaxFontPixels),

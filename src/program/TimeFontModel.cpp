@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qm {
 namespace {
@@ -25,23 +26,57 @@ Ouint8 align_in_cell(const TimePiece& kind, Ouint8 align) {
 } // namespace
 
 TimeFontModel::TimeFontModel(const TimeText& text, int areaWidth, int areaHeight)
-    : m_areaWidth(areaWidth), m_areaHeight(areaHeight), m_choice(text.font) {
-    const std::size_t groups = text.groups.size();
-    if (groups == 0 || areaWidth <= 0 || areaHeight <= 0) return;
-    bool fits = false;
-    for (std::size_t i = 0; i < groups && !fits; ++i)
-        fits = fit(text, text.severalLines ? groups - i : i + 1);
-    if (!fits) arrange_what_fits(text);
-    place(text.align);
+    : m_text(text), m_areaWidth(areaWidth), m_areaHeight(areaHeight), m_choice(text.font) {
+    if (areaWidth <= 0 || areaHeight <= 0) return;
+    bool fits = fit_anything();
+    if (!fits && std::exchange(m_text.underline, false)) fits = fit_anything();
+    if (fits)
+        place();
+    else
+        m_sets.clear();
 }
 
-// Tries the sizes from the largest on; false, with the smallest one measured, when none will do.
-bool TimeFontModel::fit(const TimeText& text, std::size_t lines) {
-    const int wanted = std::max(1, static_cast<int>(text.font.size));
+// A clock is there for the time, then for the date. Something cut or broken says more than a dark area, but a
+// part of a date would be another date.
+bool TimeFontModel::fit_anything() {
+    const TimeText& t = m_text;
+    return fit_with(t.time) || fit_broken(t.time) || fit_with(t.minutes) || fit_broken(t.minutes) ||
+           fit({t.date, t.week}) || fit({t.date}) || fit_broken(t.date) || fit({t.week}) || fit({t.hours});
+}
+
+bool TimeFontModel::fit_with(const TimePieces& time) {
+    if (time.empty()) return false;
+    const TimePieces &date = m_text.date, &week = m_text.week;
+    return fit({date, week, time}) || fit({date, time}) || fit({week, time}) || fit({time});
+}
+
+// On lines as near as possible to those that were asked for.
+bool TimeFontModel::fit(std::initializer_list<TimePieces> groups) {
+    m_spaced = true;
+    m_groups.clear();
+    std::ranges::copy_if(groups, std::back_inserter(m_groups),
+                         [](const auto& group) { return !group.empty(); });
+    const std::size_t most = m_groups.size();
+    for (std::size_t i = 0; i < most; ++i)
+        if (fit_on_lines(m_text.severalLines ? most - i : i + 1)) return true;
+    return false;
+}
+
+bool TimeFontModel::fit_broken(const TimePieces& group) {
+    m_spaced = false;
+    m_groups = parts_of(group);
+    for (std::size_t lines = 2; lines <= m_groups.size(); ++lines)
+        if (fit_on_lines(lines)) return true;
+    return false;
+}
+
+// Tries the sizes from the largest on.
+bool TimeFontModel::fit_on_lines(std::size_t lines) {
+    const int wanted = std::max(1, static_cast<int>(m_text.font.size));
     const int smallest = std::min(wanted, kSmallestLegible);
     for (int size = wanted; size >= smallest; --size) {
-        measure(text, size);
-        break_lines(text, lines);
+        measure(size);
+        break_lines(lines);
         const int width = widest_line();
         const int height = height_of_lines() + static_cast<int>(lines) - 1; // a dark row between them
         if (width <= m_areaWidth && height <= m_areaHeight) return true;
@@ -52,7 +87,7 @@ bool TimeFontModel::fit(const TimeText& text, std::size_t lines) {
     return false;
 }
 
-void TimeFontModel::measure(const TimeText& text, int size) {
+void TimeFontModel::measure(int size) {
     m_choice.size = size;
     m_font = font_for(m_choice);
     if (m_font->is_substitute()) m_choice.path.clear(); // said once
@@ -61,12 +96,13 @@ void TimeFontModel::measure(const TimeText& text, int size) {
     const auto add = [&](const TimePiece& piece) {
         const TimePiece kind = kind_of(piece);
         if (std::find(m_kinds.begin(), m_kinds.end(), kind) != m_kinds.end()) return;
-        m_sets.push_back(set_for(kind, text));
+        m_sets.push_back(set_for(kind));
         m_kinds.push_back(kind);
     };
-    for (const TimePieces& group : text.groups) std::for_each(group.begin(), group.end(), add);
-    if (text.groups.size() > 1) add(kSpace);
-    if (text.underline) add_underline(size);
+    for (const TimePieces& group : m_groups) std::for_each(group.begin(), group.end(), add);
+    if (m_spaced && m_groups.size() > 1) add(kSpace);
+    m_underline = 0;
+    if (m_text.underline) add_underline(size);
 }
 
 void TimeFontModel::add_underline(int size) {
@@ -76,10 +112,10 @@ void TimeFontModel::add_underline(int size) {
 }
 
 // Separators come behind the digits of their group.
-GlyphSet TimeFontModel::set_for(const TimePiece& kind, const TimeText& text) const {
+GlyphSet TimeFontModel::set_for(const TimePiece& kind) const {
     if (kind.unit == TimeUnit::literal && is_separator(kind.character))
         return set_of_separator(*m_font, kind.character, m_sets[set_of({TimeUnit::year})]);
-    return set_of_texts(*m_font, texts_of(kind, text.weekStyle), align_in_cell(kind, text.align));
+    return set_of_texts(*m_font, texts_of(kind, m_text.weekStyle), align_in_cell(kind, m_text.align));
 }
 
 TimeFontModel::Line TimeFontModel::line_of(std::span<const TimePieces> groups) const {
@@ -95,9 +131,9 @@ TimeFontModel::Line TimeFontModel::line_of(std::span<const TimePieces> groups) c
     return line;
 }
 
-// Two lines for three groups break where the wider line is narrower.
-void TimeFontModel::break_lines(const TimeText& text, std::size_t lines) {
-    const std::span<const TimePieces> groups(text.groups);
+// Two lines for three groups break where the wider line is narrower, but hour and minute stay together.
+void TimeFontModel::break_lines(std::size_t lines) {
+    const std::span<const TimePieces> groups(m_groups);
     m_lines.clear();
     if (lines == groups.size()) {
         for (std::size_t i = 0; i < lines; ++i) m_lines.push_back(line_of(groups.subspan(i, 1)));
@@ -108,7 +144,8 @@ void TimeFontModel::break_lines(const TimeText& text, std::size_t lines) {
         const int widest = widest_line();
         std::vector<Line> other{line_of(groups.first(1)), line_of(groups.subspan(1))};
         m_lines.swap(other);
-        if (widest <= widest_line()) m_lines.swap(other);
+        const bool secondsApart = groups.back().front().unit == TimeUnit::second;
+        if (secondsApart || widest <= widest_line()) m_lines.swap(other);
     }
 }
 
@@ -130,7 +167,7 @@ int TimeFontModel::width_of(const TimePieces& pieces) const {
 int TimeFontModel::width_of(const Line& line) const {
     int width = 0;
     for (const TimePieces& group : line.groups)
-        width += (width == 0 ? 0 : width_of(kSpace)) + width_of(group);
+        width += (m_spaced && width > 0 ? width_of(kSpace) : 0) + width_of(group);
     return width;
 }
 
@@ -149,50 +186,8 @@ int TimeFontModel::height_of_lines() const {
 // A space shows nothing but its underline.
 bool TimeFontModel::shows(const TimePiece& piece) const { return m_underline > 0 || piece != kSpace; }
 
-// The arrangement of which most is seen, as near as possible to the one that was asked for. Lines may touch.
-void TimeFontModel::arrange_what_fits(const TimeText& text) {
-    const std::size_t groups = text.groups.size();
-    std::vector<Line> best;
-    std::size_t most = 0;
-    for (std::size_t i = 0; i < groups; ++i) {
-        break_lines(text, text.severalLines ? groups - i : i + 1);
-        const std::size_t pieces = leave_out_what_is_outside();
-        if (!best.empty() && pieces <= most) continue;
-        best = m_lines;
-        most = pieces;
-    }
-    m_lines = std::move(best);
-    cut_height();
-}
-
-// Gives how many pieces stay.
-std::size_t TimeFontModel::leave_out_what_is_outside() {
-    while (m_lines.size() > 1 && height_of_lines() > m_areaHeight) m_lines.pop_back();
-    std::size_t pieces = 0;
-    for (Line& line : m_lines) {
-        while (line.groups.size() > 1 && width_of(line) > m_areaWidth) line.groups.pop_back();
-        TimePieces& first = line.groups.front();
-        while (!first.empty() && width_of(line) > m_areaWidth) first.pop_back();
-        for (const TimePieces& group : line.groups) pieces += group.size();
-    }
-    return pieces;
-}
-
-// A line that is higher than the area loses as much at the top as at the bottom.
-void TimeFontModel::cut_height() {
-    Line& line = m_lines.front();
-    const int excess = line.height() - m_areaHeight;
-    if (excess <= 0) return;
-    line.top += excess / 2;
-    line.bottom = line.top + m_areaHeight;
-    for (GlyphSet& set : m_sets) {
-        set.top = std::clamp(set.top, line.top, line.bottom - 1);
-        set.bottom = std::clamp(set.bottom, set.top + 1, line.bottom);
-    }
-}
-
 // Lines have the gaps of the font where there is room, and stand in the middle.
-void TimeFontModel::place(Ouint8 align) {
+void TimeFontModel::place() {
     const int gaps = static_cast<int>(m_lines.size()) - 1, heights = height_of_lines();
     int gap = 0;
     if (gaps > 0) {
@@ -201,13 +196,13 @@ void TimeFontModel::place(Ouint8 align) {
     }
     int y = get_y_area(m_areaHeight, 1, heights + gaps * gap);
     for (const Line& line : m_lines) {
-        place_line(line, align, y - line.top);
+        place_line(line, y - line.top);
         y += line.height() + gap;
     }
 }
 
-void TimeFontModel::place_line(const Line& line, Ouint8 align, int baseline) {
-    int x = get_x_area(align, m_areaWidth, width_of(line));
+void TimeFontModel::place_line(const Line& line, int baseline) {
+    int x = get_x_area(m_text.align, m_areaWidth, width_of(line));
     const auto put = [&](const TimePiece& piece) {
         const std::size_t set = set_of(piece);
         if (shows(piece))
@@ -215,7 +210,7 @@ void TimeFontModel::place_line(const Line& line, Ouint8 align, int baseline) {
         x += width_of(piece);
     };
     for (const TimePieces& group : line.groups) {
-        if (&group != &line.groups.front()) put(kSpace);
+        if (m_spaced && &group != &line.groups.front()) put(kSpace);
         std::for_each(group.begin(), group.end(), put);
     }
 }

@@ -6,9 +6,10 @@
 
 namespace qm {
 
-// What is to be shown. Groups are date, day of the week and time, those that are wanted.
+// What is to be shown: groups in this order, empty ones not at all.
 struct TimeText {
-    std::vector<TimePieces> groups;
+    TimePieces date, week, time;
+    TimePieces minutes, hours; // the time in less room
     Ouint32 weekStyle = Monday;
     bool severalLines = false;
     FontChoice font; // its size is the largest that is tried
@@ -26,9 +27,9 @@ struct PlacedUnit {
 // Lines have a common baseline, and are as high as what they may ever show.
 class TimeFontModel {
   public:
-    // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines. When
-    // nothing helps, what is outside is left out: whole groups, except that of a line the first one stays as
-    // far as it goes.
+    // Lays the text out in an area. What does not fit is made smaller, then arranged in other lines, then
+    // left out. A group is there as a whole, on several lines where it is alone, or not at all; but for the
+    // time, for which all others make way: where it does not fit either, hour and minute may do, or the hour.
     TimeFontModel(const TimeText& text, int areaWidth, int areaHeight);
 
     [[nodiscard]] const std::vector<GlyphSet>& sets() const { return m_sets; }
@@ -44,11 +45,15 @@ class TimeFontModel {
         [[nodiscard]] int height() const { return bottom - top; }
     };
 
-    bool fit(const TimeText& text, std::size_t lines);
-    void measure(const TimeText& text, int size);
-    [[nodiscard]] GlyphSet set_for(const TimePiece& kind, const TimeText& text) const;
+    bool fit_anything();
+    bool fit_with(const TimePieces& time);
+    bool fit(std::initializer_list<TimePieces> groups);
+    bool fit_broken(const TimePieces& group);
+    bool fit_on_lines(std::size_t lines);
+    void measure(int size);
+    [[nodiscard]] GlyphSet set_for(const TimePiece& kind) const;
     void add_underline(int size);
-    void break_lines(const TimeText& text, std::size_t lines);
+    void break_lines(std::size_t lines);
     [[nodiscard]] Line line_of(std::span<const TimePieces> groups) const;
     [[nodiscard]] std::size_t set_of(const TimePiece& piece) const;
     [[nodiscard]] int width_of(const TimePiece& piece) const;
@@ -57,13 +62,13 @@ class TimeFontModel {
     [[nodiscard]] int widest_line() const;
     [[nodiscard]] int height_of_lines() const;
     [[nodiscard]] bool shows(const TimePiece& piece) const;
-    void arrange_what_fits(const TimeText& text);
-    [[nodiscard]] std::size_t leave_out_what_is_outside();
-    void cut_height();
-    void place(Ouint8 align);
-    void place_line(const Line& line, Ouint8 align, int baseline);
+    void place();
+    void place_line(const Line& line, int baseline);
 
+    TimeText m_text;
     int m_areaWidth, m_areaHeight;
+    std::vector<TimePieces> m_groups; // that are tried
+    bool m_spaced = true;             // groups on a line have a space between them
     FontChoice m_choice;
     std::shared_ptr<Font> m_font;
     int m_underlineTop = 0, m_underline = 0;

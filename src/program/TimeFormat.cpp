@@ -12,6 +12,8 @@ constexpr std::u16string_view kUnits = u"YyMDHINSP";
 constexpr std::u16string_view kDates[] = {u"Y-M-D", u"Y/M/D", u"D-M-Y",  u"D/M/Y",
                                           u"M-D",   u"M/D",   u"M月D日", u"Y年M月D日"};
 constexpr std::u16string_view kTimes[] = {u"H:N:S", u"H时N分S秒", u"H:N", u"H时N分", u"P I:N", u"I:N P"};
+constexpr std::u16string_view kMinutes[] = {u"H:N", u"H时N分", u"H:N", u"H时N分", u"I:N", u"I:N"};
+constexpr std::u16string_view kHours[] = {u"H", u"H", u"H", u"H", u"I", u"I"};
 
 constexpr std::u16string_view kEnglish[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
                                             u"Thursday", u"Friday", u"Saturday"};
@@ -51,9 +53,25 @@ TimePieces date_pieces(Ouint32 style) { return pieces_of(kDates, style); }
 
 TimePieces time_pieces(Ouint32 style) { return pieces_of(kTimes, style); }
 
+TimePieces minute_pieces(Ouint32 timeStyle) { return pieces_of(kMinutes, timeStyle); }
+
+TimePieces hour_pieces(Ouint32 timeStyle) { return pieces_of(kHours, timeStyle); }
+
 TimePieces week_pieces(Ouint32 style) {
     if (style < Monday || style > Monday_CHS) return {};
     return {{TimeUnit::weekday}};
+}
+
+std::vector<TimePieces> parts_of(const TimePieces& pieces) {
+    std::vector<TimePieces> parts;
+    bool ended = true;
+    for (const TimePiece& piece : pieces) {
+        const bool space = piece == TimePiece{TimeUnit::literal, u' '};
+        if (ended) parts.emplace_back();
+        if (!space) parts.back().push_back(piece);
+        ended = piece.unit == TimeUnit::literal;
+    }
+    return parts;
 }
 
 std::vector<std::u16string> texts_of(const TimePiece& piece, Ouint32 weekStyle) {

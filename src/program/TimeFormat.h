@@ -40,6 +40,12 @@ using TimePieces = std::vector<TimePiece>;
 [[nodiscard]] TimePieces date_pieces(Ouint32 style);
 [[nodiscard]] TimePieces time_pieces(Ouint32 style);
 [[nodiscard]] TimePieces week_pieces(Ouint32 style);
+// What a format of the time has of hour and minute, and of the hour.
+[[nodiscard]] TimePieces minute_pieces(Ouint32 timeStyle);
+[[nodiscard]] TimePieces hour_pieces(Ouint32 timeStyle);
+
+// The parts of a format as they may stand on lines of their own, each ending in its separator.
+[[nodiscard]] std::vector<TimePieces> parts_of(const TimePieces& pieces);
 
 // Everything that can stand in a piece's place: digits from 0, names of days from Sunday, AM and PM, or the
 // character.

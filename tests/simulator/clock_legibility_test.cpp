@@ -75,5 +75,58 @@ TEST_F(LegibleClock, SeparatesItsDigitsVisiblyAndInTheMiddle) {
             }
 }
 
+// Y year, M month, D day, W day of the week, H hour, N minute, S second, p half of the day; lines parted by a
+// stroke.
+std::string shown(const DigitalClock& clock) {
+    std::string text;
+    int baseline = -1;
+    for (const UnitPlace& unit : clock.units) {
+        if (unit.unit == ClockUnit::literal) continue;
+        const int bottom = unit.y + clock.sets[unit.set].height;
+        if (baseline >= 0 && unit.y > baseline) text += '|';
+        baseline = bottom - 1;
+        text += "YyMDHHNSpW"[static_cast<std::size_t>(unit.unit)];
+    }
+    return text;
+}
+
+TEST_F(LegibleClock, ShowsWholeGroupsTheTimeFirst) {
+    constexpr int kNone = -1;
+    const struct {
+        int width, height, date, week, time;
+        const char* shown;
+    } cases[] = {
+        {96, 32, YYYY_MM_DD_MINUS, Mon, HH_MM_SS_COLON, "YMD|W|HNS"},
+        {64, 16, YYYY_MM_DD_MINUS, Mon, HH_MM_SS_COLON, "YMD|WHNS"},
+        {64, 8, MM_DD_MINUS, Monday, HH_MM_COLON, "MDHN"},
+        {32, 16, YYYY_MM_DD_MINUS, Mon, HH_MM_COLON, "W|HN"},
+        {32, 8, YYYY_MM_DD_CHS, kNone, HH_MM_COLON, "HN"},
+        {24, 16, kNone, kNone, HH_MM_SS_COLON, "HN|S"},
+        {16, 32, MM_DD_MINUS, kNone, HH_MM_SS_COLON, "H|N|S"},
+        {16, 32, kNone, kNone, HH_MM_AM, "H|N|p"},
+        {24, 8, kNone, kNone, AM_HH_MM, "HN"},
+        {16, 16, MM_DD_CHS, kNone, HH_MM_SS_COLON, "H|N"},
+        {8, 8, MM_DD_MINUS, kNone, HH_MM_SS_CHS, "H"},
+        {32, 8, YYYY_MM_DD_MINUS, kNone, kNone, ""},
+        {32, 16, YYYY_MM_DD_MINUS, kNone, kNone, "Y|MD"},
+        {24, 8, MM_DD_MINUS, Monday, kNone, "MD"},
+        {4, 4, MM_DD_MINUS, Monday, HH_MM_COLON, ""},
+    };
+    for (const auto& c : cases)
+        for (const Ouint8 underline : {Ouint8{0}, Ouint8{1}}) {
+            HVtimeAreaData_G56 content = lib::time_content();
+            content.linestyle = MULTILINE;
+            content.fontSize = 20;
+            content.fontUnderline = c.height > 8 && c.width > 32 ? underline : Ouint8{0};
+            content.date_enable = c.date != kNone;
+            content.datestyle = static_cast<DateStyle>(std::max(0, c.date));
+            content.week_enable = c.week != kNone;
+            content.weekstyle = static_cast<WeekStyle>(std::max(1, c.week));
+            content.time_enable = c.time != kNone;
+            content.timestyle = static_cast<TimeStyle>(std::max(0, c.time));
+            EXPECT_EQ(shown(clock(content, c.width, c.height)), c.shown) << c.width << " x " << c.height;
+        }
+}
+
 } // namespace
 } // namespace qm::sim
