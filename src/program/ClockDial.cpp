@@ -9,12 +9,6 @@ namespace qm {
 namespace {
 
 constexpr int kHours = 12, kMainHours = 3; // every third mark is a main one
-constexpr double kThin = 0.5;              // half of a width of one pixel
-
-// A pixel as it is seen from the pivot in the direction of an hour.
-struct Bearing {
-    double along, across;
-};
 
 // The sine of an hour's direction, exactly as in every other quarter, so that dials are symmetric.
 double sine_of(int hour) {
@@ -28,33 +22,30 @@ class Direction {
   public:
     explicit Direction(int hour) : m_sin(sine_of(hour)), m_cos(sine_of(hour + kHours / 4)) {}
 
-    [[nodiscard]] Bearing of(int dx, int dy) const {
-        return {dx * m_sin - dy * m_cos, dx * m_cos + dy * m_sin};
-    }
     [[nodiscard]] int x(int distance) const { return static_cast<int>(std::lround(distance * m_sin)); }
     [[nodiscard]] int y(int distance) const { return static_cast<int>(std::lround(-distance * m_cos)); }
+    [[nodiscard]] bool is_upright() const { return std::abs(m_cos) > std::abs(m_sin); }
+    // Where the line through the pivot is at a row, for one that is upright, or at a column.
+    [[nodiscard]] int across(int along) const {
+        return static_cast<int>(std::lround(is_upright() ? -along * m_sin / m_cos : -along * m_cos / m_sin));
+    }
 
   private:
     double m_sin, m_cos;
 };
 
-// The size of an hour's mark: of a line its length and half of its width; of a square or a disc how far it
-// reaches from its middle pixel.
+// The size of an hour's mark: of a line its length and how far it reaches to either side of its middle; of a
+// square or a disc how far it reaches from its middle pixel.
 struct MarkSize {
-    int length;
-    double halfWidth;
-    int half;
+    int length, side, half;
 };
 
 MarkSize mark_size(int radius, bool main) {
-    if (main) return {std::max(2, radius / 5), std::max(kThin, radius / 40.0), std::max(1, radius / 12)};
-    return {std::max(1, radius / 8), std::max(kThin, radius / 80.0), std::max(1, radius / 12) / 2};
-}
-
-bool in_line(const Bearing& b, int radius, const MarkSize& size) {
-    constexpr double kRounding = 0.5; // of pixels on the circle
-    return b.along > radius - size.length + kRounding && b.along < radius + kRounding &&
-           std::abs(b.across) <= size.halfWidth + 1e-9;
+    constexpr int kRoomForStrokes = 11; // of a dial of 24 pixels
+    const int shortest = radius < kRoomForStrokes ? 1 : 2;
+    const int half = std::max(1, radius / 12);
+    if (main) return {std::max(shortest + 1, radius / 5), radius / 40, half};
+    return {std::max(shortest, radius / 8), radius / 80, half / 2};
 }
 
 bool in_disc(int dx, int dy, int half) { return dx * dx + dy * dy <= half * half + half / 2; }
@@ -88,15 +79,20 @@ class Marks {
         }
     }
 
-    // A line of one pixel a step, and where it is wider than that, every pixel inside it.
+    // A row or a column a step, so that all of it is equally wide and in the middle of the line.
     void draw_line(const Direction& direction, const MarkSize& size) {
-        for (int distance = m_radius; distance > m_radius - size.length; --distance)
-            fill_around(direction.x(distance), direction.y(distance), 0, [](int, int) { return true; });
-        if (size.halfWidth <= kThin) return;
-        const int middle = m_radius - size.length / 2;
-        const int reach = size.length / 2 + static_cast<int>(size.halfWidth) + 2;
-        fill_around(direction.x(middle), direction.y(middle), reach,
-                    [&](int dx, int dy) { return in_line(direction.of(dx, dy), m_radius, size); });
+        const bool upright = direction.is_upright();
+        const int end = upright ? direction.y(m_radius) : direction.x(m_radius), inward = end < 0 ? 1 : -1;
+        const auto length = std::lround(1.0 * size.length * std::abs(end) / m_radius);
+        const int steps = std::max(static_cast<int>(length), std::min(2, size.length));
+        const int width = 2 * size.side + 1;
+        for (int along = end; along != end + inward * steps; along += inward) {
+            const int across = direction.across(along) - size.side;
+            cairo_rectangle(m_canvas.context(), m_dial.pivotX + (upright ? across : along),
+                            m_dial.pivotY + (upright ? along : across), upright ? width : 1,
+                            upright ? 1 : width);
+        }
+        cairo_fill(m_canvas.context());
     }
 
     // Fills a convex shape within so many pixels of a point, row by row.

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cmath>
 #include <numbers>
+#include <set>
 
 namespace qm::sim {
 namespace {
@@ -142,6 +143,36 @@ TEST_F(Dial, HasTwelveMarksLikeItsMirrorImage) {
                 EXPECT_LE(lit[hour], lit[0]) << "main marks are the largest";
             }
         }
+}
+
+// A stroke that is no wider than a pixel; from 81 pixels on main marks are wider.
+TEST_F(Dial, HasStraightStrokesThatPointToThePivot) {
+    for (int side = 8; side < 81; ++side) {
+        const int pivot = side / 2;
+        const Image shown = dial(side, pivot, eLINE);
+        std::array<std::set<std::pair<int, int>>, 12> strokes;
+        for (int y = 0; y < side; ++y)
+            for (int x = 0; x < side; ++x) {
+                if (shown.at(x, y) == kBlack) continue;
+                const double turn = std::atan2(x - pivot, pivot - y) / (2 * std::numbers::pi);
+                const auto hour = static_cast<std::size_t>(std::lround(turn * 12 + 12) % 12);
+                const double angle = static_cast<double>(hour) * std::numbers::pi / 6;
+                EXPECT_LE(std::abs((x - pivot) * std::cos(angle) + (y - pivot) * std::sin(angle)), 0.5)
+                    << x << ", " << y << " of " << side;
+                strokes[hour].emplace(x, y);
+            }
+        for (const auto& stroke : strokes) {
+            EXPECT_GE(stroke.size(), side < 24 ? 1U : 2U) << side;
+            for (const auto& [x, y] : stroke)
+                EXPECT_TRUE(stroke.size() == 1 ||
+                            std::ranges::any_of(stroke,
+                                                [&, x = x, y = y](const auto& at) {
+                                                    return std::max(std::abs(at.first - x),
+                                                                    std::abs(at.second - y)) == 1;
+                                                }))
+                    << "in one piece, of " << side;
+        }
+    }
 }
 
 TEST_F(Dial, DrawsItsMarksInStyle) {
