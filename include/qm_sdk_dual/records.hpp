@@ -4,7 +4,7 @@
 #include "values.hpp"
 
 #include <algorithm>
-#include <numeric>
+#include <optional>
 #include <type_traits>
 
 namespace qm::detail {
@@ -35,67 +35,89 @@ template <class Byte, std::size_t size> std::string text_of(const Byte (&field)[
 
 inline constexpr unsigned kSmallestFitting = 6; // points
 
-// How many characters each line has. Lines are the library's: CR, LF or CR LF ends one, and behind one that
-// closes the text there is none.
-inline std::vector<unsigned> line_lengths(const std::string& text) {
-    std::vector<unsigned> lengths{0};
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool last = i + 1 == text.size();
-        if (text[i] == '\n' || (text[i] == '\r' && !last && text[i + 1] != '\n')) {
-            if (!last) lengths.push_back(0);
-        } else if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80 && text[i] != '\r') {
-            ++lengths.back();
-        }
+inline bool is_single_line(const TextStyle& style, const Effect& effect) {
+    return style.one_line.value_or(effect.running());
+}
+
+// What a text takes in an area at a size; nothing when it cannot be told.
+inline std::optional<qm_text_extent> extent_of(const TextStyle& style, const std::string& text,
+                                               const Rect& area, const Effect& effect, unsigned points) {
+    qm_text_style record{};
+    record.font = style.font.c_str();
+    record.points = u16(points);
+    record.bold = style.bold;
+    record.italic = style.italic;
+    record.arrMode = is_single_line(style, effect) ? SINGLELINE : MULTILINE;
+    record.direction = style.vertical ? eVertical : eHorizontal;
+    record.spacing = style.spacing;
+    record.displayMode = effect.mode;
+    qm_text_extent extent{};
+    if (qm_measure_text(text.c_str(), &record, area.width, area.height, &extent) != QM_OK)
+        return std::nullopt;
+    return extent;
+}
+
+// The words of a text, a line each: what a line end must not come into. Scripts that put no spaces between
+// words have line ends anywhere, and are left out.
+inline std::string words_of(const std::string& text) {
+    std::string words;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+        const std::size_t length = byte(i) < 0xC0 ? 1 : byte(i) < 0xE0 ? 2 : byte(i) < 0xF0 ? 3 : 4;
+        // Three bytes: from U+0E00 on Thai and its neighbours, from U+1780 on Khmer, from U+2E80 on hanzi.
+        const bool unspaced = length == 4 || byte(i) >= 0xE3 ||
+                              (length == 3 && i + 1 < text.size() &&
+                               ((byte(i) == 0xE0 && byte(i + 1) >= 0xB8) ||
+                                (byte(i) == 0xE1 && byte(i + 1) >= 0x80 && byte(i + 1) < 0xA0) ||
+                                (byte(i) == 0xE2 && byte(i + 1) >= 0xBA)));
+        if (unspaced || byte(i) <= ' ')
+            words += '\n';
+        else
+            words.append(text, i, length);
+        if (text[i] == '-') words += '\n';
+        i += length;
     }
-    return lengths;
+    return words;
 }
 
-constexpr unsigned rounded_up(unsigned a, unsigned b) { return (a + b - 1) / b; }
-// Width of a full-width character for a size in points.
-constexpr unsigned em_width(unsigned points) { return (points * 4 + 1) / 3; }
-// Ascent and descent as in most fonts, each rounded up.
-constexpr unsigned line_height(unsigned points) {
-    const unsigned em = em_width(points);
-    return rounded_up(15 * em, 16) + rounded_up(15 * em, 64);
-}
-
-// Columns of stacked characters for lines of so many characters, broken where a column is full.
-inline unsigned columns_of(const std::vector<unsigned>& lengths, unsigned spacing, unsigned height,
-                           unsigned points) {
-    const unsigned longest = std::max(1U, (height + spacing) / (line_height(points) + spacing));
-    unsigned columns = 0;
-    for (const unsigned length : lengths) columns += std::max(1U, rounded_up(length, longest));
-    return columns;
-}
-
-// In points: the largest with which the given lines fit the height, or the whole text when it is vertical.
-inline unsigned fitting_size(const TextStyle& style, const std::string& text, const Rect& rect,
-                             bool running) {
-    const bool single = style.one_line.value_or(running);
-    std::vector<unsigned> lengths = line_lengths(text);
-    if (single) { // its line ends become spaces; when it runs, it is as long as it likes
-        const auto spaces = static_cast<unsigned>(lengths.size()) - 1;
-        lengths = {running ? 1 : std::accumulate(lengths.begin(), lengths.end(), spaces)};
-    }
+// The largest size of which all ink is in the area, with no word broken.
+inline unsigned fitting_size(const TextStyle& style, const std::string& text, const Rect& area,
+                             const Effect& effect) {
+    const bool wrapped = !style.vertical && !is_single_line(style, effect);
+    const bool runs = effect.running() && is_single_line(style, effect) && !style.vertical;
+    const std::string words = wrapped ? words_of(text) : "";
+    Rect room = area;
+    room.width = room.height = 0xFFFF;
     const auto fits = [&](unsigned points) {
-        if (!style.vertical) return line_height(points) * lengths.size() <= rect.height;
-        const unsigned columns = columns_of(lengths, style.spacing, rect.height, points);
-        return line_height(points) <= rect.height && columns * em_width(points) <= rect.width &&
-               (columns == 1 || !single);
+        const auto extent = extent_of(style, text, area, effect, points);
+        if (!extent || extent->height > area.height) return false;
+        if (runs) return true;
+        if (extent->pages > 1 || extent->width > area.width) return false;
+        const auto widest = wrapped ? extent_of(style, words, room, Effect{}, points) : extent;
+        return widest && widest->width <= area.width;
     };
-    unsigned points = kSmallestFitting;
-    while (points < kLargestSize && fits(points + 1)) ++points;
-    return points;
+    unsigned least = kSmallestFitting, most = std::min<unsigned>(kLargestSize, 2U * area.height + least);
+    while (least < most) { // least fits, or is the smallest
+        const unsigned middle = (least + most + 1) / 2;
+        if (fits(middle))
+            least = middle;
+        else
+            most = middle - 1;
+    }
+    for (unsigned larger = least + 3; larger > least; --larger) // a hinted font is not always larger then
+        if (fits(larger)) return larger;
+    return least;
 }
 
 } // namespace qm::detail
 
 namespace qm {
 
-// Points in which a text is drawn in an area.
+// Points in which a text is drawn in an area: as the style says, or the largest of which all ink is in the
+// area with no word broken, at least 6. What does not fit then goes to further pages.
 [[nodiscard]] inline unsigned font_size(const TextStyle& style, const std::string& text, const Rect& area,
                                         const Effect& effect) {
-    return style.size ? *style.size : detail::fitting_size(style, text, area, effect.running());
+    return style.size ? *style.size : detail::fitting_size(style, text, area, effect);
 }
 
 } // namespace qm
@@ -118,7 +140,7 @@ template <class Page>
 Page page_of(const Effect& effect, const TextStyle& style, const std::string& text, const Rect& rect) {
     Page page = page_of<Page>(effect);
     page.ValidLen = rect.width;
-    page.arrMode = style.one_line.value_or(effect.running()) ? SINGLELINE : MULTILINE;
+    page.arrMode = is_single_line(style, effect) ? SINGLELINE : MULTILINE;
     page.fontSize = u16(font_size(style, text, rect, effect));
     page.color = style.color;
     page.fontBold = style.bold;

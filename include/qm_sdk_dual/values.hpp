@@ -50,8 +50,8 @@ inline constexpr std::uint16_t kLargestSize = 1000; // points
 enum class Align : std::uint8_t { start, center, end }; // left or top, centre, right or bottom
 
 struct TextStyle {
-    std::string font = "WenQuanYi Micro Hei"; // a family, or a font file (qm_is_font_file)
-    std::optional<std::uint16_t> size{}; // points, 12 being 16 pixels; else the largest that fits the area
+    std::string font = "auto"; // a family, a font file (qm_is_font_file), or the best that is installed
+    std::optional<std::uint16_t> size{}; // points, 12 being 16 pixels; else font_size
     std::uint32_t color = eRed;
     std::optional<bool> one_line{}; // cut into pages, not wrapped into lines; else when the text runs
     bool bold = false, italic = false, vertical = false;

@@ -73,6 +73,11 @@ TEST(LineBreaker, BreaksAWordThatIsWiderThanTheArea) {
     for (const TextLine& line : lines) EXPECT_GT(line.end, line.begin);
 }
 
+TEST(LineBreaker, GivesTheSpaceAtTheEndOfALineNoRoom) {
+    const int exactly = shaped(U"a bc").measure({0, 4}, 0).width;
+    EXPECT_EQ(break_lines(shaped(U"a bc d"), 0, exactly).front().end, 4U);
+}
+
 TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
     const struct {
         std::u32string_view text, multi, single;

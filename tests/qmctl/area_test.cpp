@@ -190,8 +190,8 @@ TEST_F(Area, ResultIsToldToScripts) {
                                   {"area", 3},
                                   {"rect", {8, 4, 64, 16}},
                                   {"screen", "double"},
-                                  {"font", "WenQuanYi Micro Hei"},
-                                  {"size", 9}};
+                                  {"font", "auto"},
+                                  {"size", 16}};
     EXPECT_EQ(result, expected) << result;
 }
 

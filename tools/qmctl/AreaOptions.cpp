@@ -48,12 +48,12 @@ void add_program_option(ArgumentList& command, std::optional<ProgramNumbers>& pr
 
 void add_text_options(ArgumentList& command, TextStyle& style) {
     add_value(command, "--font", style.font, "FONT",
-              "Font family, or a .ttf, .ttc, .otf, .otb, .pcf, .pcf.gz or .bdf file\n(default " + style.font +
-                  ", which has Latin and Chinese)",
+              "Font family, or a .ttf, .ttc, .otf, .otb, .pcf, .pcf.gz or .bdf file\n(default auto: the best "
+              "that is installed for the size)",
               read_font);
     add_number(command, "--size", style.size, 1, kLargestSize,
-               "Points, 1 to 1000; 12 points are 16 pixels (default the largest with which the\n"
-               "given lines fit the height, or the whole text fits when --vertical; at least 6)");
+               "Points, 1 to 1000; 12 points are 16 pixels (default the largest with which the whole\n"
+               "text fits without a word being broken; at least 6)");
     add_value(command, "--color", style.color, "COLOR",
               "black, red, green, yellow, blue, magenta, cyan, white or #RRGGBB (default red)", read_color);
     const auto single = command.add_flag("--single", "One line, cut into pages (default when running)",
