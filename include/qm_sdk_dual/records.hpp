@@ -1,6 +1,7 @@
 // Between the values of this interface and the packed records of the C interface.
 #pragma once
 
+#include "result.hpp"
 #include "values.hpp"
 
 #include <algorithm>
@@ -118,6 +119,17 @@ namespace qm {
 [[nodiscard]] inline unsigned font_size(const TextStyle& style, const std::string& text, const Rect& area,
                                         const Effect& effect) {
     return style.size ? *style.size : detail::fitting_size(style, text, area, effect);
+}
+
+// What becomes of a text in an area.
+[[nodiscard]] inline Result<TextExtent> measure(const std::string& text, const TextStyle& style,
+                                                const Rect& area, const Effect& effect = {}) {
+    const unsigned points = font_size(style, text, area, effect);
+    const auto told = detail::extent_of(style, text, area, effect, points);
+    if (!told) return Error::last(QM_FAILED);
+    return TextExtent{points,       told->pages,   told->width,
+                      told->height, told->missing, static_cast<char32_t>(told->firstMissing),
+                      told->strike, told->family,  told->file};
 }
 
 } // namespace qm

@@ -59,6 +59,17 @@ struct TextStyle {
     Align halign = Align::center, valign = Align::center;
 };
 
+// What a text takes in an area, and what it is drawn in.
+struct TextExtent {
+    unsigned points = 0;                 // of its size
+    std::uint32_t pages = 0;             // how many it makes
+    std::uint32_t width = 0, height = 0; // of the ink, pixels: of the strip when it runs, else of a page
+    std::uint32_t missing = 0;           // characters that no font has
+    char32_t first_missing = 0;          // the first of them
+    unsigned strike = 0;                 // pixels of the font's bitmaps; 0 for outlines
+    std::string family{}, file{};        // of the font that draws most of it
+};
+
 // A text to be spoken. Numbers are raw.
 struct Speech {
     std::string text{}; // 1 to 65,515 bytes

@@ -190,9 +190,21 @@ TEST_F(Area, ResultIsToldToScripts) {
                                   {"area", 3},
                                   {"rect", {8, 4, 64, 16}},
                                   {"screen", "double"},
-                                  {"font", "auto"},
-                                  {"size", 16}};
+                                  {"font", "Go"},
+                                  {"size", 16},
+                                  {"pages", 1}};
     EXPECT_EQ(result, expected) << result;
+}
+
+TEST_F(Area, WhatIsNotDrawnAsItWasMeantIsToldAndStrictlyRefused) {
+    const Outcome told = run({"--json", "text", "--font", "No Such Font", "a\xF4\x8F\xBF\xBD"});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(told.err, testing::HasSubstr("\"No Such Font\" is not installed; drawn in "));
+    EXPECT_THAT(told.err, testing::HasSubstr("no font has U+10FFFD; drawn as a box"));
+    EXPECT_EQ(nlohmann::json::parse(told.out)["notes"].size(), 2U);
+    const sim::Image before = controller.screen();
+    EXPECT_EQ(run({"text", "--strict", "\xF4\x8F\xBF\xBD"}).status, 2);
+    EXPECT_EQ(controller.screen(), before);
 }
 
 TEST_F(Area, PictureAppearsAtItsPlace) {

@@ -31,6 +31,18 @@ Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::
     return *given;
 }
 
+void Remarks::tell(const Session& session, const std::vector<std::string>& remarks) const {
+    if (m_strict && !remarks.empty()) throw Failure(joined(remarks));
+    for (const std::string& remark : remarks) session.note(remark);
+}
+
+Report& add_texts(Report& report, const DrawnTexts& texts) {
+    auto pages = nlohmann::ordered_json::object();
+    for (const auto& [area, count] : texts.pages) pages[std::to_string(area)] = count;
+    report.add("pages", std::move(pages));
+    return texts.remarks.empty() ? report : report.add("notes", texts.remarks);
+}
+
 void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
                 const std::optional<ProgramNumbers>& programs) {
     for (const Area& area : areas)

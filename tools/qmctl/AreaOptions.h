@@ -3,6 +3,7 @@
 #pragma once
 
 #include "arguments.h"
+#include "sign/drawn_text.h"
 
 namespace qm::ctl {
 
@@ -17,11 +18,28 @@ void require_area_port(const Session& session);
 void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
                 const std::optional<ProgramNumbers>& programs);
 
+// Says on standard error how texts are not drawn as they were meant; when that is not allowed, throws Failure
+// instead.
+class Remarks {
+  public:
+    void add_to(ArgumentList& command) {
+        command.add_flag("--strict", m_strict,
+                         "Fail, and send nothing, when a font is not installed or has no such character");
+    }
+    void tell(const Session& session, const std::vector<std::string>& remarks) const;
+
+  private:
+    bool m_strict = false;
+};
+
 void add_program_option(ArgumentList& command, std::optional<ProgramNumbers>& programs);
 void add_text_options(ArgumentList& command, TextStyle& style);
 void add_speech_options(ArgumentList& command, Speech& speech);
 inline constexpr std::size_t kLongestSpeech = 65515;            // bytes, of dynamic areas
 [[nodiscard]] std::string read_speech(const std::string& text); // of a length that can be sent
+
+// How many pages each text makes, and the remarks on them.
+Report& add_texts(Report& report, const DrawnTexts& texts);
 
 class AreaOptions {
   public:

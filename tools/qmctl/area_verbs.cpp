@@ -33,6 +33,7 @@ class ShowText : public Verb {
             .required();
         m_options.add_to(command);
         add_text_options(command, m_area.style);
+        m_remarks.add_to(command);
         add_value(command, "--say", m_speech.text, "TEXT", "A text to speak with it (generation 6)",
                   read_speech);
         add_speech_options(command, m_speech);
@@ -44,10 +45,14 @@ class ShowText : public Verb {
     }
     Report run(Session& session) override {
         const Screen screen = m_options.place(session, m_area);
+        const DrawnText drawn = drawn_text(m_area.text, m_area.style, *m_area.rect, m_area.effect);
+        m_remarks.tell(session, drawn.remarks);
+        m_area.style.size = static_cast<std::uint16_t>(drawn.points);
         Report report = m_options.show(session, m_area, screen);
-        const unsigned points = font_size(m_area.style, m_area.text, *m_area.rect, m_area.effect);
-        report.add("Font", "font", m_area.style.font)
-            .add("Size", std::to_string(points) + " points", "size", points);
+        report.add("Font", "font", drawn.family)
+            .add("Size", std::to_string(drawn.points) + " points", "size", drawn.points)
+            .add("Pages", "pages", drawn.pages);
+        if (!drawn.remarks.empty()) report.add("notes", drawn.remarks);
         if (m_area.speech) report.add("Says", "speech", m_speech.text);
         return report;
     }
@@ -56,6 +61,7 @@ class ShowText : public Verb {
     Area m_area;
     Speech m_speech;
     AreaOptions m_options;
+    Remarks m_remarks;
 };
 
 class ShowPicture : public Verb {

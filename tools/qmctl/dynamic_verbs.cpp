@@ -47,6 +47,7 @@ class SendAreas : public Verb {
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path).required();
         add_program_option(command, m_programs);
+        m_remarks.add_to(command);
     }
     void prepare(const Session& session) override {
         require_area_port(session);
@@ -72,14 +73,18 @@ class SendAreas : public Verb {
             ids.push_back(described.id);
             name_description(m_path, [&] { add_picture(areas.back(), described, screen, files); });
         }
+        const DrawnTexts drawn = drawn_texts(m_areas, screen.size);
+        m_remarks.tell(session, drawn.remarks);
         show_areas(session, areas, screen, m_programs);
-        return session.report().add("Areas", "areas", ids);
+        Report report = session.report();
+        return add_texts(report.add("Areas", "areas", ids), drawn);
     }
 
   private:
     std::string m_path;
     std::optional<ProgramNumbers> m_programs;
     std::vector<AreaDescription> m_areas;
+    Remarks m_remarks;
 };
 
 class RemoveAreas : public Verb {

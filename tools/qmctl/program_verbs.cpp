@@ -1,4 +1,5 @@
 // Verbs that make a program from its description.
+#include "AreaOptions.h"
 #include "Progress.h"
 #include "Verb.h"
 #include "arguments.h"
@@ -24,6 +25,7 @@ class ProgramVerb : public Verb {
                   read_type);
         add_word(command, kScreen, m_wishes.color, kScreenColors,
                  "Colours of the screen: single, double, three or full (likewise)");
+        m_remarks.add_to(command);
     }
 
     void prepare(const Session&) final {
@@ -44,8 +46,11 @@ class ProgramVerb : public Verb {
     // A builder for the screen; what generation 5 has not is told and left out.
     ProgramBuilder build(const Session& session, bool sending) {
         m_screen = target_for(m_wishes, m_program, session.controller, sending);
-        m_notes = fit_to(m_program, m_screen);
-        for (const std::string& note : m_notes) session.note(note);
+        const std::vector<std::string> notes = fit_to(m_program, m_screen);
+        m_texts = drawn_texts(m_program.areas, m_screen.size);
+        m_remarks.tell(session, m_texts.remarks);
+        for (const std::string& note : notes) session.note(note);
+        m_texts.remarks.insert(m_texts.remarks.begin(), notes.begin(), notes.end());
         return {m_program, m_screen};
     }
 
@@ -56,8 +61,7 @@ class ProgramVerb : public Verb {
                  "screen", word_for(kScreenColors, m_screen.color))
             .add("width", m_screen.size.width)
             .add("height", m_screen.size.height);
-        if (!m_notes.empty()) report.add("notes", m_notes);
-        return report;
+        return add_texts(report, m_texts);
     }
 
     [[nodiscard]] const ProgramDescription& program() const { return m_program; }
@@ -70,7 +74,8 @@ class ProgramVerb : public Verb {
     ScreenWishes m_wishes{kGeneration, kType, kScreen};
     ProgramDescription m_program;
     Screen m_screen;
-    std::vector<std::string> m_notes;
+    Remarks m_remarks;
+    DrawnTexts m_texts;
 };
 
 std::vector<FileEntry> entries_of(const std::vector<File>& files) {

@@ -69,7 +69,7 @@ std::unique_ptr<Face> family_face(const FontChoice& choice, bool inItsPlace = tr
         if (auto strike = installed_strike(choice, false)) return strike;
     bool substitute = false;
     auto outlines = selected_face(choice, substitute, choice.italic && font.upright);
-    outlines->set_source(font.family, font.file);
+    outlines->set_source(font.named ? choice.style : font.family, font.file);
     return outlines;
 }
 
