@@ -88,8 +88,12 @@ inline HVtimeAreaData_G56 time_record(const DigitalClock& clock, const Rect& rec
     return record;
 }
 
-inline HVAnalogClockHeader_G56 hands_record(const AnalogClock& clock, const Rect& rect) {
-    const auto byte = [](unsigned value) { return u8(std::clamp(value, 1U, 0xFFU)); };
+} // namespace detail
+
+// The pivot and the hands of a clock in an area, with what they leave open.
+[[nodiscard]] inline HVAnalogClockHeader_G56 hands_record(const AnalogClock& clock, const Rect& rect) {
+    using detail::u16;
+    const auto byte = [](unsigned value) { return detail::u8(std::clamp(value, 1U, 0xFFU)); };
     const auto pivot = clock.pivot.value_or(std::array{u16(rect.width / 2U), u16(rect.height / 2U)});
     const auto [x, y] = pivot;
     const int right = rect.width - 1 - x, below = rect.height - 1 - y;
@@ -108,6 +112,8 @@ inline HVAnalogClockHeader_G56 hands_record(const AnalogClock& clock, const Rect
     record.SecHandColor = clock.second.color;
     return record;
 }
+
+namespace detail {
 
 inline File file_of(const char (&name)[4], Ouint8 type, const Ouint8* bytes, Ouint32 length) {
     return {std::string(name, sizeof name), type, {bytes, bytes + length}};
@@ -218,7 +224,7 @@ class Program {
     }
     // Its dial picture comes with set_dial.
     Result<> add_clock(std::uint16_t id, const AnalogClock& clock, const Rect& rect) {
-        const auto hands = detail::hands_record(clock, rect);
+        const auto hands = hands_record(clock, rect);
         const ClockColor_G56 colors{clock.main_color, clock.mark_color, clock.background};
         return generation(
             [&](auto g) { return g.add_clock(id, &hands, static_cast<E_ClockStyle>(clock.marks), &colors); });

@@ -326,6 +326,22 @@ TEST_F(ProgramVerbs, PreviewIsWhatThePanelShows) {
     }
 }
 
+TEST_F(ProgramVerbs, PreviewShowsAnAnalogClockWithItsHands) {
+    using namespace std::chrono;
+    const std::string json = R"({"id": 1, "areas": [{"id": 0, "rect": [8, 2, 40, 30], "analog":
+        {"pivot": [21, 14], "background": "blue", "hour": {"width": 3}, "minute": {"color": "cyan"}}}]})";
+    for (const auto color : {sim::ScreenColor::single, sim::ScreenColor::dual, sim::ScreenColor::three}) {
+        const sim::Simulator controller(
+            {.type = 0x0262, .width = 48, .height = 32, .color = color, .clock = [] {
+                 return local_days(2024y / December / 31) + 10h + 8min + 35s;
+             }});
+        const Words at{"-c", address(controller.port())};
+        ASSERT_EQ(program("send", json, at).status, 0);
+        ASSERT_EQ(program("preview", json, Words("-o out") + at).status, 0);
+        EXPECT_EQ(sampled(read_png("out/overview.png"), 4), controller.screen()) << static_cast<int>(color);
+    }
+}
+
 TEST_F(ProgramVerbs, WhatTheDescriptionLeavesOpenIsAskedOfTheController) {
     sim::Simulator controller({.type = 0x0051, .width = 48, .height = 16});
     const std::string json = R"({"id": 1, "areas": [{"id": 0, "text": "Hi"}]})";

@@ -1,6 +1,7 @@
 #include "ProgramBuilder.h"
 
 #include "JsonReader.h"
+#include "clock_preview.h"
 #include "errors.h"
 #include "files.h"
 #include "panel_picture.h"
@@ -115,16 +116,18 @@ std::vector<File> ProgramBuilder::files() const {
 
 std::vector<AreaPages> ProgramBuilder::pages() const {
     std::vector<AreaPages> areas;
-    const auto add = [&](std::uint16_t id, const std::string& where, std::string name, const Rect& rect) {
+    const auto add = [&](std::uint16_t id, const std::string& where, std::string name, const Rect& rect,
+                         const std::optional<ClockFace>& analog = {}) {
         std::vector<std::string> pages =
             require(Program::pages(id), where + ": the library does not take it");
+        if (analog) pages.front() = with_hands(pages.front(), *analog, rect);
         for (std::string& page : pages) page = on_panel(page, m_screen.color);
         areas.push_back({std::move(name), rect, std::move(pages)});
     };
     if (m_program.background) add(kBackgroundId, "background", "background", whole(m_screen.size));
     for (const AreaDescription& area : m_program.areas)
         add(static_cast<std::uint16_t>(area.id), area.where, "area-" + std::to_string(area.id),
-            inside(*area.rect, area.border));
+            inside(*area.rect, area.border), area.analog);
     return areas;
 }
 

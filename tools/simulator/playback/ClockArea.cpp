@@ -1,8 +1,8 @@
 #include "simulator/playback/ClockArea.h"
 
+#include "clock/hands.h"
+
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace qm::sim {
 namespace {
@@ -64,26 +64,15 @@ void draw_unit(Part& part, PixelFormat format, const GlyphImages& set, const Uni
     }
 }
 
-// A bar from the pivot on; at right angles it is exactly as wide and as long as it should be.
-void draw_hand(Part& part, const AnalogClock& clock, const Hand& hand, double turn) {
-    if (hand.width == 0 || hand.length == 0) return;
-    constexpr double kExact = 1e-9;
-    const double right = std::sin(turn * 2 * std::numbers::pi), up = std::cos(turn * 2 * std::numbers::pi);
-    const int reach = hand.length + hand.width;
-    for (int dy = -reach; dy <= reach; ++dy)
-        for (int dx = -reach; dx <= reach; ++dx) {
-            const double along = dx * right - dy * up, across = dx * up + dy * right;
-            if (along > -0.5 + kExact && along < hand.length - 0.5 + kExact &&
-                across >= -hand.width / 2.0 - kExact && across < hand.width / 2.0 - kExact)
-                part.set(clock.x + dx, clock.y + dy, hand.color);
-        }
-}
-
 void draw_hands(Part& part, const AnalogClock& clock, const Civil& now) {
-    const double seconds = now.second / 60.0, minutes = (now.minute + seconds) / 60;
-    draw_hand(part, clock, clock.hour, (now.hour % 12 + minutes) / 12);
-    draw_hand(part, clock, clock.minute, minutes);
-    draw_hand(part, clock, clock.second, seconds);
+    const auto draw = [&](const Hand& hand, double turn) {
+        qm::clock::draw_hand(hand.width, hand.length, turn,
+                             [&](int dx, int dy) { part.set(clock.x + dx, clock.y + dy, hand.color); });
+    };
+    const auto turns = qm::clock::turns_at(now.hour, now.minute, now.second);
+    draw(clock.hour, turns.hour);
+    draw(clock.minute, turns.minute);
+    draw(clock.second, turns.second);
 }
 
 } // namespace
