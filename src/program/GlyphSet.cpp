@@ -172,7 +172,8 @@ GlyphSet set_of_separator(Font& font, char16_t c, const GlyphSet& digits) {
     take_height(set, ink);
     const int width = ink.right - ink.left;
     const int bothGaps = std::max(0, shape.advance - width) + digits.left + digits.right;
-    const int gap = std::max({1, bothGaps / 2, digits.left, digits.right});
+    const int widest = digits.width / 4; // where each character is as wide as a digit
+    const int gap = std::max({1, std::min(bothGaps / 2, widest), digits.left, digits.right});
     set.left = gap - digits.right;
     set.right = gap - digits.left;
     set.width = set.left + width + set.right;
