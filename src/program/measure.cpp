@@ -4,6 +4,7 @@
 #include "program/text/LineBreaker.h"
 #include "program/text/TextLayout.h"
 #include "program/text/encoding.h"
+#include "support/bytes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -58,9 +59,10 @@ void include(const PixelBox& ink, qm_text_extent& extent) {
 qm_text_extent measure_text(const char* text, const qm_text_style& style, int width, int height) {
     const auto lock = lock_renderer();
     const auto [family, path] = font_names(style.font);
-    const auto font = font_for(
-        {family, path, std::min(pixels_of_points(style.points), kMaxFontPixels), style.bold, style.italic});
-    const qm_G5_G6_fontData data{style.arrMode,   style.points,  0, style.bold, style.italic,
+    const bool bold = flag(style.bold), italic = flag(style.italic);
+    const auto font =
+        font_for({family, path, std::min(pixels_of_points(style.points), kMaxFontPixels), bold, italic});
+    const qm_G5_G6_fontData data{style.arrMode,   style.points,  0, bold, italic,
                                  style.direction, style.spacing, 0, 0};
     const std::u32string characters = utf32_of(text);
     const Running running = running_of(style.displayMode);
