@@ -1145,7 +1145,9 @@ QM_API int program_setScreenParams_G56(E_ScreenColor_G56 color, Ouint16 Controll
  * ends in ".otf", ".otb", ".pcf", ".pcf.gz" or ".bdf", in any case, and else the name of a font family; the
  * fontPath calls are the same as those without. A family that does not exist is replaced by another, and so
  * is a file that cannot be opened, which prints "Error %d opening font.". Characters that the font lacks are
- * taken from another font that has them. qm_is_font_file tells whether a name is a path. */
+ * taken from another font that has them. qm_is_font_file tells whether a name is a path. The family "auto" is
+ * the best that is installed for the size. Bitmaps are never scaled: without those of exactly the size, the
+ * next smaller ones are drawn, else the smallest. */
 static inline bool qm_has_in_any_case_(const char* name, const char* part, bool atEnd) {
     for (; *name; ++name) {
         size_t i = 0;
