@@ -35,6 +35,9 @@ class Face {
     // Draws a glyph with the context's colour; false when that cannot be done.
     virtual bool draw(cairo_t* c, unsigned long index, int x, int y) const = 0;
 
+    // The font whose tables tell how its glyphs go together; nothing for bitmaps.
+    [[nodiscard]] virtual cairo_scaled_font_t* scaled_font() const { return nullptr; }
+
     [[nodiscard]] int ascent() const { return m_ascent; }
     [[nodiscard]] int line_height() const { return m_lineHeight; }
     [[nodiscard]] int strike() const { return m_strike; } // pixels of its bitmaps; 0 for outlines
@@ -61,7 +64,7 @@ class OutlineFace : public Face {
     OutlineFace(cairo_t* c, double size, bool slanted = false);
 
     [[nodiscard]] bool usable() const;
-    [[nodiscard]] cairo_scaled_font_t* scaled_font() const { return m_font.get(); }
+    [[nodiscard]] cairo_scaled_font_t* scaled_font() const override { return m_font.get(); }
 
     [[nodiscard]] unsigned long glyph_index(char32_t character) const override;
     [[nodiscard]] GlyphMeasure measure(unsigned long index) const override;

@@ -42,6 +42,11 @@ std::shared_ptr<FallbackFonts> fallbacks_of(FontChoice choice) {
     return known != kept.end() ? known->second : keep(kept, choice, std::make_shared<FallbackFonts>(choice));
 }
 
+// What a shape is drawn of: one glyph unless it says so.
+std::span<const GlyphPart> parts_of(const GlyphShape& shape, const GlyphPart& one) {
+    return shape.parts.empty() ? std::span(&one, 1) : shape.parts;
+}
+
 std::unique_ptr<Face> selected_face(const FontChoice& choice, bool& substitute, bool slanted = false) {
     const Canvas32 scratch(1, 1);
     substitute = !select_font(scratch.context(), choice);
@@ -133,6 +138,11 @@ unsigned Font::preferred_face(std::size_t number) {
     return m_preferredFaces[number];
 }
 
+const FallbackFonts& Font::fallbacks() {
+    if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
+    return *m_fallbacks;
+}
+
 // That of a font that stands in; 0 for one that cannot be used.
 unsigned Font::face_of(int fallback) {
     const auto [face, isNew] = m_fallbackFaces.try_emplace(fallback, 0U);
@@ -152,9 +162,7 @@ void Font::find_glyph(char32_t character, GlyphShape& shape) {
     if (find_in(0, character, shape)) return;
     for (std::size_t i = 0; i < m_preferred.size(); ++i)
         if (const unsigned face = preferred_face(i); face != 0 && find_in(face, character, shape)) return;
-    if (!m_fallbacks) m_fallbacks = fallbacks_of(m_choice);
-    for (auto found = m_fallbacks->find(character, 0); found;
-         found = m_fallbacks->find(character, *found + 1))
+    for (auto found = fallbacks().find(character, 0); found; found = m_fallbacks->find(character, *found + 1))
         if (const unsigned face = face_of(*found); face != 0 && find_in(face, character, shape)) return;
 }
 
@@ -173,7 +181,7 @@ const GlyphShape& Font::measure(char32_t character) {
     const Face& face = *m_faces[shape.face];
     auto [advance, ink] = face.measure(shape.index);
     shape.advance = advance;
-    if (!ink.empty()) shape.runs = m_runs.add(face, shape.index, ink);
+    if (!ink.empty()) shape.runs = m_runs.add(face, std::array{GlyphPart{shape.index}}, ink);
     shape.left = ink.left;
     shape.top = ink.top;
     shape.right = ink.right;
@@ -183,8 +191,9 @@ const GlyphShape& Font::measure(char32_t character) {
 
 // False for a glyph that cairo has to draw.
 bool Font::has_runs(const GlyphShape& shape) {
+    const GlyphPart one{shape.index};
     if (shape.runs && !m_runs.keeps(*shape.runs))
-        shape.runs = m_runs.renew(*m_faces[shape.face], shape.index, *shape.runs);
+        shape.runs = m_runs.renew(*m_faces[shape.face], parts_of(shape, one), *shape.runs);
     return shape.runs.has_value();
 }
 
@@ -200,7 +209,9 @@ std::size_t Font::show_by_face(cairo_t* c, std::span<const PlacedGlyph> glyphs, 
     std::size_t count = 0;
     for (; count < glyphs.size() && !glyphs[count].shape->runs; ++count) {
         const auto& [shape, x, y] = glyphs[count];
-        m_faces[shape->face]->draw(c, shape->index, x + dx, y);
+        const GlyphPart one{shape->index};
+        for (const GlyphPart& part : parts_of(*shape, one))
+            m_faces[shape->face]->draw(c, part.index, x + part.x + dx, y + part.y);
     }
     return count;
 }

@@ -5,6 +5,7 @@
 #include "program/text/FallbackFonts.h"
 #include "program/text/FontChoice.h"
 #include "program/text/GlyphRuns.h"
+#include "program/text/ShapingFace.h"
 #include "qm_sdk_dual.h"
 
 #include <array>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace qm {
@@ -42,7 +44,13 @@ struct GlyphShape {
     mutable std::optional<GlyphRuns::Glyph> runs; // kept for drawing; without them cairo draws it
     int advance = 0;
     int left = 0, top = 0, right = 0, bottom = 0; // ink
+    std::span<const GlyphPart> parts;             // what it is drawn of, if not of one glyph at its origin
     [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
+};
+
+// Characters that are drawn together: several glyphs, or one that has its place from its neighbours.
+struct ClusterShape : GlyphShape {
+    std::vector<GlyphPart> glyphs;
 };
 
 // A character with its origin on the baseline.
@@ -72,6 +80,15 @@ class Font {
     [[nodiscard]] const Face& chosen_face() const { return *m_faces.front(); }
     // The face that has the shape.
     [[nodiscard]] const Face& face_of(const GlyphShape& shape) const { return *m_faces[shape.face]; }
+    // The first of the font's faces that has all of these characters; nothing when they have to be drawn one
+    // by one.
+    std::optional<unsigned> face_with(std::u32string_view characters);
+    // The glyphs of a run of the text in a face that has its characters; valid until the next call.
+    std::span<const ShapedGlyph> shape(unsigned face, std::u32string_view text, const TextRun& run) {
+        return shaping_face(face)->shape(text, run);
+    }
+    // Glyphs that were shaped, from left to right, as one shape. It is valid as long as the font is.
+    std::shared_ptr<const GlyphShape> cluster(unsigned face, std::span<const ShapedGlyph> glyphs);
     // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,
     // and inside its clip, a rectangle of whole pixels.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
@@ -87,6 +104,14 @@ class Font {
     unsigned keep(std::unique_ptr<Face> face);
     unsigned preferred_face(std::size_t number);
     unsigned face_of(int fallback);
+    const FallbackFonts& fallbacks();
+    // Nothing for a face that is not made of tables, such as one of bitmaps.
+    ShapingFace* shaping_face(unsigned face);
+    bool has_all(unsigned face, std::u32string_view characters);
+    std::optional<unsigned> fallback_with(std::u32string_view characters);
+    std::optional<int> first_fallback(char32_t character);
+    void measure_ink(ClusterShape& shape);
+    std::shared_ptr<const ClusterShape> make_cluster(unsigned face, std::span<const ShapedGlyph> glyphs);
     bool has_runs(const GlyphShape& shape);
     // Each draws the leading glyphs that have runs, or that have none, and returns how many.
     std::size_t show_runs(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
@@ -101,6 +126,9 @@ class Font {
     std::map<int, unsigned> m_fallbackFaces;          // by their numbers there
     std::array<std::unique_ptr<Block>, 256> m_shapes; // by the high byte of the character
     std::map<char32_t, GlyphShape> m_rareShapes;      // outside the Basic Multilingual Plane
+    std::map<unsigned, std::unique_ptr<ShapingFace>> m_shapingFaces; // by the numbers of the faces
+    std::unordered_map<char32_t, std::optional<int>> m_firstFallbacks;
+    std::unordered_map<std::u32string, std::shared_ptr<const ClusterShape>> m_clusters;
     GlyphRuns m_runs;
 };
 

@@ -27,11 +27,13 @@ PixelBox clip_of(cairo_t* c) {
     return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right), static_cast<int>(bottom)};
 }
 
-// Draws the glyph alone, in a colour that a glyph with colours of its own would not have everywhere. False
+// Draws the glyphs alone, in a colour that a glyph with colours of its own would not have everywhere. False
 // when that cannot be done.
-bool draw_alone(Canvas32& drawing, const Face& face, unsigned long index, const PixelBox& room) {
+bool draw_alone(Canvas32& drawing, const Face& face, std::span<const GlyphPart> parts, const PixelBox& room) {
     cairo_set_source_rgb(drawing.context(), 0.2, 0.4, 0.6);
-    return face.draw(drawing.context(), index, -room.left, -room.top);
+    return std::all_of(parts.begin(), parts.end(), [&](const GlyphPart& part) {
+        return face.draw(drawing.context(), part.index, part.x - room.left, part.y - room.top);
+    });
 }
 
 struct Ink {
@@ -72,12 +74,13 @@ OneColour::OneColour(cairo_t* c)
 
 OneColour::~OneColour() { cairo_surface_mark_dirty(m_surface); }
 
-std::optional<GlyphRuns::Glyph> GlyphRuns::add(const Face& face, unsigned long index, PixelBox& box) {
+std::optional<GlyphRuns::Glyph> GlyphRuns::add(const Face& face, std::span<const GlyphPart> parts,
+                                               PixelBox& box) {
     if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2) return {};
     const PixelBox room = face.room_for(box);
     if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostPixels) return {};
     Canvas32 drawing = canvas_for(room);
-    if (!draw_alone(drawing, face, index, room)) return {};
+    if (!draw_alone(drawing, face, parts, room)) return {};
     const Ink ink = ink_of(drawing, room);
     if (ink.box.empty()) return keep(drawing, room, {});
     box = {std::min(box.left, ink.box.left), std::min(box.top, ink.box.top),
@@ -86,9 +89,10 @@ std::optional<GlyphRuns::Glyph> GlyphRuns::add(const Face& face, unsigned long i
     return keep(drawing, room, ink.box);
 }
 
-std::optional<GlyphRuns::Glyph> GlyphRuns::renew(const Face& face, unsigned long index, const Glyph& glyph) {
+std::optional<GlyphRuns::Glyph> GlyphRuns::renew(const Face& face, std::span<const GlyphPart> parts,
+                                                 const Glyph& glyph) {
     Canvas32 drawing = canvas_for(glyph.room);
-    if (!draw_alone(drawing, face, index, glyph.room)) return {};
+    if (!draw_alone(drawing, face, parts, glyph.room)) return {};
     return keep(drawing, glyph.room, glyph.box);
 }
 

@@ -50,6 +50,12 @@ class OneColour {
     PixelBox m_clip;
 };
 
+// A glyph of several that are drawn together, around their common origin.
+struct GlyphPart {
+    unsigned long index;
+    int x = 0, y = 0;
+};
+
 class GlyphRuns {
   public:
     // Which runs are a glyph's; what they cover around its origin, and the room in which they were found.
@@ -58,15 +64,16 @@ class GlyphRuns {
         PixelBox box, room;
     };
 
-    // Draws a glyph that measures box around its origin, and keeps its runs. The box grows to what the glyph
-    // lights: one that cairo makes slanted or bold reaches farther than it measures. Nothing for a glyph that
-    // cairo has to draw each time: it is not simply on or off, as coloured and scaled ones are, or too large.
-    std::optional<Glyph> add(const Face& face, unsigned long index, PixelBox& box);
+    // Draws glyphs, most often one, that measure box around a common origin, and keeps their runs as those of
+    // one glyph. The box grows to what they light: one that cairo makes slanted or bold reaches farther than
+    // it measures. Nothing for a glyph that cairo has to draw each time: it is not simply on or off, as
+    // coloured and scaled ones are, or too large.
+    std::optional<Glyph> add(const Face& face, std::span<const GlyphPart> parts, PixelBox& box);
 
     // Whether its runs are still there: when they are too many, all of them make room for new ones.
     [[nodiscard]] bool keeps(const Glyph& glyph) const { return glyph.round == m_round; }
     // Finds the runs of a glyph again that has lost them; nothing when cairo cannot.
-    std::optional<Glyph> renew(const Face& face, unsigned long index, const Glyph& glyph);
+    std::optional<Glyph> renew(const Face& face, std::span<const GlyphPart> parts, const Glyph& glyph);
 
     // Draws a glyph that is kept, with its origin at x, y.
     void draw(const Glyph& glyph, int x, int y, OneColour& image) const {

@@ -39,11 +39,14 @@ class Breaker {
         const char32_t c = m_text.character(m_next);
         if (c == U'\n') return end_line(m_next, m_next + 1);
         const GlyphShape& shape = m_text.shape(m_next);
-        if (m_next == m_begin) m_pen = std::max(0, -shape.left);
+        if (m_next == m_begin)
+            m_pen = std::max(0, -shape.left);
+        else
+            m_pen = std::min(kFarthestPixel, m_pen + m_text.gap(m_next - 1, m_next, m_spacing));
         const bool fits = m_pen + std::max(shape.advance, shape.right) <= m_width;
         // A space at the end of a line takes no room.
         if (!fits && c != U' ' && m_next > m_begin) return break_before(m_next);
-        m_pen = std::min(kFarthestPixel, m_pen + shape.advance + m_spacing);
+        m_pen = std::min(kFarthestPixel, m_pen + shape.advance);
         ++m_next;
         if (m_breaks[m_text.begin_of(m_next) - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
     }

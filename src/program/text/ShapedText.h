@@ -3,6 +3,7 @@
 
 #include "program/text/Font.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,11 @@ constexpr int kFarthestPixel = 1 << 30;
 // Characters that are drawn together and never parted, most often a single one.
 struct Cluster {
     const GlyphShape* shape;
-    Ouint32 begin; // its first character
+    Ouint32 begin;       // its first character
+    Level level = 0;     // of its direction
+    Level paragraph = 0; // and of its paragraph's
+    bool joined = false; // to the one before, so that no room may be added between them
+    bool unsafe = false; // to break a line before it without shaping again
 };
 
 class ShapedText {
@@ -41,20 +46,47 @@ class ShapedText {
     }
     [[nodiscard]] char32_t character(std::size_t cluster) const { return m_text[m_clusters[cluster].begin]; }
 
+    // The room between two clusters that stand side by side, of the pixels that are put between clusters.
+    [[nodiscard]] int gap(std::size_t one, std::size_t other, int spacing) const {
+        const auto [former, latter] = std::minmax(one, other);
+        return latter - former == 1 && m_clusters[latter].joined ? 0 : spacing;
+    }
+
     // Gives each shape of a line, which contains no line end, and where it stands with pixels between the
     // clusters, from left to right.
     template <class Take> void place(const TextLine& line, int x, int spacing, Take take) const {
-        for (std::size_t i = line.begin; i < line.end && x <= kFarthestPixel; ++i) {
-            take(shape(i), x);
-            x += shape(i).advance + spacing;
+        const std::vector<Ouint32> order = m_turns ? order_of(line) : std::vector<Ouint32>();
+        std::size_t last = line.begin;
+        for (std::size_t n = 0; n < line.end - line.begin && x <= kFarthestPixel; ++n) {
+            const std::size_t next = line.begin + (m_turns ? order[n] : n);
+            if (n > 0) x += gap(last, next, spacing);
+            take(shape(next), x);
+            x += shape(next).advance;
+            last = next;
         }
     }
 
     [[nodiscard]] LineExtent measure(const TextLine& line, int spacing) const;
 
+    // The shapes that live no longer than the text unless somebody else keeps them.
+    [[nodiscard]] std::vector<std::shared_ptr<const GlyphShape>> take_shapes() { return std::move(m_shapes); }
+
   private:
+    void add_paragraph(std::size_t begin, std::size_t end);
+    void add_plain(const TextRun& run);
+    void add_run(const TextRun& run);
+    void add_by_clusters(const TextRun& run);
+    void add_shaped(const TextRun& run, unsigned face);
+    void add_cluster(const TextRun& run, unsigned face, std::span<const ShapedGlyph> glyphs);
+    // The clusters of a line from left to right, counted from its begin.
+    [[nodiscard]] std::vector<Ouint32> order_of(const TextLine& line) const;
+
     std::u32string m_text;
+    Font& m_font;
     std::vector<Cluster> m_clusters;
+    std::vector<std::shared_ptr<const GlyphShape>> m_shapes; // of clusters that were shaped
+    Level m_paragraph = 0;                                   // of the paragraph that is being added
+    bool m_turns = false;                                    // something runs from right to left
 };
 
 } // namespace qm

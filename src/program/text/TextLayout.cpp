@@ -41,6 +41,7 @@ class Layout {
             set_lines();
         if (as_played()) std::reverse(m_out.pages.begin(), m_out.pages.end());
         if (!m_out.pages.empty()) m_out.endPageLen = last_page().validWidth;
+        m_out.shapes = m_text.take_shapes();
         return std::move(m_out);
     }
 
@@ -119,6 +120,7 @@ class Layout {
         const int x = get_x_area(m_style.Halign, m_frame.width, extent.width);
         place_line(all, x + extent.start, baseline());
         const int end = x + extent.width, width = m_frame.width;
+        m_reach = farthest_ink();
         const int missing = m_frame.running == Running::right ? (width - end % width) % width : 0;
         for (int cut = -missing; cut < end; cut += width) {
             const int from = as_played() ? cut : std::max(cut, 0);
@@ -126,13 +128,20 @@ class Layout {
         }
     }
 
+    // From an origin, that ink may reach.
+    [[nodiscard]] int farthest_ink() const {
+        int farthest = 2 * m_font.line_height();
+        for (const PlacedGlyph& glyph : m_out.glyphs)
+            farthest = std::max({farthest, -glyph.shape->left, glyph.shape->right});
+        return farthest;
+    }
+
     // The page that shows the strip from column from on. Ink may reach over the origins of its neighbours.
     void add_piece(int from, int width) {
-        const int reach = 2 * m_font.line_height();
         const auto before = [](const PlacedGlyph& glyph, int x) { return glyph.x < x; };
         const auto begin = m_out.glyphs.begin(), end = m_out.glyphs.end();
-        const auto first = std::lower_bound(begin, end, from - reach, before);
-        const auto last = std::lower_bound(first, end, from + width + reach, before);
+        const auto first = std::lower_bound(begin, end, from - m_reach, before);
+        const auto last = std::lower_bound(first, end, from + width + m_reach, before);
         add({static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - first), -from, width});
     }
 
@@ -205,7 +214,8 @@ class Layout {
     Font& m_font;
     const qm_G5_G6_fontData& m_style;
     LayoutFrame m_frame;
-    LineInk m_ink; // of all lines
+    LineInk m_ink;   // of all lines
+    int m_reach = 0; // of the ink of a strip
     FontRows m_rows;
     TextPages m_out;
 };

@@ -44,13 +44,14 @@ struct TextPage {
 struct TextPages {
     std::vector<PlacedGlyph> glyphs;
     std::vector<TextPage> pages;
-    int endPageLen = 0; // valid width of the page that ends the text
+    int endPageLen = 0;                                    // valid width of the page that ends the text
+    std::vector<std::shared_ptr<const GlyphShape>> shapes; // that only these pages may still need
 };
 
 // The most pages: their number has 16 bits in a file.
 constexpr std::size_t kMostPages = 0xFFFF;
 
-// The glyphs refer to the font's shapes.
+// The glyphs refer to the font's shapes, and to those of the pages.
 TextPages lay_out(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style,
                   const LayoutFrame& frame);
 

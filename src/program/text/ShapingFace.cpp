@@ -1,0 +1,82 @@
+#include "program/text/ShapingFace.h"
+
+#include <cairo-ft.h>
+#include <hb-ot.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include FT_TRUETYPE_TABLES_H
+
+namespace qm {
+namespace {
+
+// The table of a face that is locked; empty when it has none.
+hb_blob_t* load_table(FT_Face face, hb_tag_t tag) {
+    FT_ULong length = 0;
+    if (FT_Load_Sfnt_Table(face, tag, 0, nullptr, &length) != 0 || length == 0) return nullptr;
+    auto* const bytes = static_cast<FT_Byte*>(std::malloc(length));
+    if (!bytes) return nullptr;
+    if (FT_Load_Sfnt_Table(face, tag, 0, bytes, &length) != 0) {
+        std::free(bytes);
+        return nullptr;
+    }
+    return hb_blob_create(reinterpret_cast<char*>(bytes), static_cast<unsigned>(length),
+                          HB_MEMORY_MODE_WRITABLE, bytes, std::free);
+}
+
+// Cairo opens and closes the files of its faces as it likes; locked, a face is there.
+hb_blob_t* table_of(hb_face_t*, hb_tag_t tag, void* font) {
+    auto* const scaled = static_cast<cairo_scaled_font_t*>(font);
+    const FT_Face face = cairo_ft_scaled_font_lock_face(scaled);
+    hb_blob_t* const table = face ? load_table(face, tag) : nullptr;
+    if (face) cairo_ft_scaled_font_unlock_face(scaled);
+    return table;
+}
+
+hb_font_t* make_font(cairo_scaled_font_t* scaled, double size) {
+    const auto release = [](void* font) {
+        cairo_scaled_font_destroy(static_cast<cairo_scaled_font_t*>(font));
+    };
+    hb_face_t* const face = hb_face_create_for_tables(table_of, cairo_scaled_font_reference(scaled), release);
+    hb_font_t* const font = hb_font_create(face);
+    hb_face_destroy(face);
+    const int scale = static_cast<int>(std::lround(64 * size));
+    hb_font_set_scale(font, scale, scale);
+    return font;
+}
+
+} // namespace
+
+ShapingFace::ShapingFace(cairo_scaled_font_t* font, double size)
+    : m_font(make_font(font, size)), m_buffer(hb_buffer_create()) {}
+
+bool ShapingFace::has(char32_t character) const {
+    hb_codepoint_t glyph = 0;
+    return hb_font_get_nominal_glyph(m_font.get(), character, &glyph) != 0;
+}
+
+std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const TextRun& run) {
+    hb_buffer_t* const buffer = m_buffer.get();
+    hb_buffer_clear_contents(buffer);
+    hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(text.data()),
+                        static_cast<int>(text.size()), static_cast<unsigned>(run.begin),
+                        static_cast<int>(run.end - run.begin));
+    hb_buffer_set_script(buffer, run.script);
+    hb_buffer_set_direction(buffer, run.level % 2 == 0 ? HB_DIRECTION_LTR : HB_DIRECTION_RTL);
+    const bool atBegin = run.begin == 0 || text[run.begin - 1] == U'\n';
+    hb_buffer_set_flags(buffer, atBegin ? HB_BUFFER_FLAG_BOT : HB_BUFFER_FLAG_DEFAULT);
+    hb_shape(m_font.get(), buffer, nullptr, 0);
+    unsigned count = 0;
+    const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
+    const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer, &count);
+    m_glyphs.clear();
+    for (unsigned i = 0; i < count; ++i)
+        m_glyphs.push_back({infos[i].codepoint, infos[i].cluster, positions[i].x_advance,
+                            positions[i].x_offset, positions[i].y_offset,
+                            hb_font_get_glyph_h_advance(m_font.get(), infos[i].codepoint),
+                            (hb_glyph_info_get_glyph_flags(&infos[i]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) != 0});
+    return m_glyphs;
+}
+
+} // namespace qm

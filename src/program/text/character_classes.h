@@ -1,0 +1,21 @@
+// What characters ask of a layout beyond a glyph of their own.
+#pragma once
+
+#include <hb.h>
+
+namespace qm {
+
+// Not drawn by a glyph of its own at the right of the one before: a mark, a joiner, a letter of a script
+// whose letters change with their neighbours or run from right to left, a control of direction.
+[[nodiscard]] bool needs_shaping(char32_t c);
+
+[[nodiscard]] hb_unicode_general_category_t general_category(char32_t c);
+[[nodiscard]] bool is_mark(char32_t c);
+// A letter or what stands with one: joined letters are never parted.
+[[nodiscard]] bool is_letter(char32_t c);
+// Has no ink, whatever the font says.
+[[nodiscard]] bool is_ignorable(char32_t c);
+// Belongs to the character before, as a mark or as what a joiner or a virama ties to it.
+[[nodiscard]] bool continues(char32_t previous, char32_t c);
+
+} // namespace qm

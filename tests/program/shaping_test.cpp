@@ -1,0 +1,159 @@
+// Texts whose characters are drawn by more than a glyph each: against tables of what the shaper's and the
+// direction's own tools say, and texts that mean harm.
+#include "program/text/LineBreaker.h"
+#include "program/text/TextLayout.h"
+#include "program/text/encoding.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace qm {
+namespace {
+
+constexpr char kFonts[] = "/usr/share/fonts/truetype/";
+
+// The columns of a table, line by line.
+std::vector<std::vector<std::string>> rows_of(const std::string& table) {
+    std::ifstream file(QM_TABLES "/" + table);
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with('#')) continue;
+        std::istringstream fields(line);
+        rows.emplace_back();
+        for (std::string field; std::getline(fields, field, '\t');) rows.back().push_back(field);
+    }
+    return rows;
+}
+
+std::string printed(const ShapedGlyph& glyph) {
+    std::string text = std::to_string(glyph.index);
+    if (glyph.x != 0 || glyph.y != 0)
+        text.append("@").append(std::to_string(glyph.x)).append(",").append(std::to_string(glyph.y));
+    return text + "+" + std::to_string(glyph.advance);
+}
+
+// The glyphs of a text of one direction, as the tool prints them.
+std::string shaped(Font& font, const std::u32string& text) {
+    std::string all;
+    for (const TextRun& run : runs_of(text, 0, embedding_levels(text).levels))
+        for (const ShapedGlyph& glyph : font.shape(0, text, run))
+            all += (all.empty() ? "[" : "|") + printed(glyph);
+    return all + "]";
+}
+
+TEST(Shaping, GivesTheGlyphsAndAdvancesOfTheShapersOwnTool) {
+    const auto rows = rows_of("shaped_glyphs.txt");
+    ASSERT_EQ(rows.size(), 40U);
+    for (const auto& row : rows) {
+        Font font({"", kFonts + row[0], std::stod(row[1]) / 64, false, false});
+        ASSERT_FALSE(font.is_substitute()) << row[0] << ": scripts/setup --tests installs it";
+        EXPECT_EQ(shaped(font, utf32_of(row[2])), row[3]) << row[2];
+    }
+}
+
+TEST(BidiOrder, IsThatOfTheAlgorithmsOwnTool) {
+    const auto rows = rows_of("bidi_order.txt");
+    ASSERT_EQ(rows.size(), 25U);
+    for (const auto& row : rows) {
+        std::string order;
+        for (const Ouint32 number : visual_order(embedding_levels(utf32_of(row[0])).levels))
+            order += (order.empty() ? "" : " ") + std::to_string(number);
+        EXPECT_EQ(order, row[1]) << row[0];
+    }
+}
+
+Font& font() {
+    static Font kept({"DejaVu Sans", "", 16, false, false});
+    return kept;
+}
+
+std::vector<const GlyphShape*> shapes_from_left(const ShapedText& text, const TextLine& line) {
+    std::vector<const GlyphShape*> shapes;
+    text.place(line, 0, 0, [&](const GlyphShape& shape, int) { shapes.push_back(&shape); });
+    return shapes;
+}
+
+int width_of(std::u32string text, int spacing) {
+    const ShapedText shaped(std::move(text), font());
+    return shaped.measure({0, shaped.size()}, spacing).width;
+}
+
+// A space at the end of a line stands at the side where the paragraph ends.
+TEST(ShapedText, PutsTrailingSpacesBehindTheParagraph) {
+    const ShapedText text(U"אב ab  ", font());
+    const auto all = shapes_from_left(text, {0, text.size()}), cut = shapes_from_left(text, {0, 5});
+    EXPECT_TRUE(all.front()->blank() && all[1]->blank());
+    EXPECT_EQ(all[2], &font().shape(U'a'));
+    EXPECT_EQ(cut.front(), &font().shape(U'a'));
+}
+
+TEST(ShapedText, KeepsTogetherWhatIsDrawnTogether) {
+    const struct {
+        std::u32string text;
+        std::size_t clusters;
+    } cases[] = {{U"e\u0301a", 2}, {U"क्षत्रिय", 3}, {U"हिन्दी", 2}, {U"ที่นี่", 2},
+                 {U"لا", 1},       {U"שָׁלוֹם", 4},   {U"ខ្មែរ", 2},  {U"か\u3099", 1}};
+    for (const auto& c : cases) EXPECT_EQ(ShapedText(c.text, font()).size(), c.clusters);
+}
+
+TEST(ShapedText, PutsNoSpacingBetweenJoinedLetters) {
+    EXPECT_EQ(width_of(U"بيت", 5), width_of(U"بيت", 0));
+    EXPECT_EQ(width_of(U"دار", 5), width_of(U"دار", 0) + 10) << "none of these joins the next";
+    EXPECT_EQ(width_of(U"नमन", 5), width_of(U"नमन", 0)) << "the headline is one line";
+    EXPECT_EQ(width_of(U"שלום", 5), width_of(U"שלום", 0) + 15);
+    EXPECT_EQ(width_of(U"a\u200Bb", 5), width_of(U"ab", 5)) << "what has no ink has no room";
+}
+
+// Alone, each keeps its glyph and its pixels, whatever stands beside it.
+TEST(ShapedText, DrawsPlainCharactersAsEver) {
+    const ShapedText text(U"ab1 अ 好, e\u0301é", font());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t c = text.character(i);
+        if (c != U'अ' && c != U'e') {
+            EXPECT_EQ(&text.shape(i), &font().shape(c)) << i;
+        }
+    }
+}
+
+qm_G5_G6_fontData lines() {
+    qm_G5_G6_fontData style;
+    style.arrMode = MULTILINE;
+    return style;
+}
+
+TEST(ShapedText, TakesHostileTextsInTime) {
+    const auto many = [](std::u32string_view unit, std::size_t times) {
+        std::u32string text;
+        for (std::size_t i = 0; i < times; ++i) text += unit;
+        return text;
+    };
+    std::mt19937 random(1);
+    std::string bytes(50000, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    const std::u32string texts[] = {U"a" + many(U"\u0301", 100000),
+                                    U"ب" + many(U"\u064B\u0651", 50000),
+                                    many(U"\u202E\u2067", 20000) + U"אa",
+                                    many(U"\u2067", 20000) + many(U"א(", 20000),
+                                    many(U"क्", 30000),
+                                    many(U"ក្ត", 30000),
+                                    many(U"\U0001F468\u200D", 30000),
+                                    many(U"بب", 20000),
+                                    many(U"\xD800\xDC00\xFFFFFFFFא", 5000),
+                                    utf32_of(bytes)};
+    for (const std::u32string& text : texts) {
+        const auto start = std::chrono::steady_clock::now();
+        for (const int width : {2000, 20}) {
+            const TextPages pages = lay_out(text, font(), lines(), {width, 2000, Running::no});
+            for (const PlacedGlyph& glyph : pages.glyphs)
+                ASSERT_LE(glyph.shape->parts.size(), 4 * kLongestCluster);
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << text.size();
+    }
+}
+
+} // namespace
+} // namespace qm
