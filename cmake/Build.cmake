@@ -16,7 +16,7 @@ endif()
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-ft fontconfig freetype2)
-pkg_check_modules(SHAPING REQUIRED IMPORTED_TARGET harfbuzz fribidi)
+pkg_check_modules(SHAPING REQUIRED IMPORTED_TARGET harfbuzz fribidi libthai)
 find_library(UNIBREAK_LIBRARY unibreak REQUIRED)
 
 add_library(qm_build_flags INTERFACE)

@@ -2,6 +2,7 @@
 // direction's own tools say, and texts that mean harm.
 #include "program/text/LineBreaker.h"
 #include "program/text/TextLayout.h"
+#include "program/text/character_classes.h"
 #include "program/text/encoding.h"
 
 #include <gtest/gtest.h>
@@ -119,6 +120,48 @@ TEST(ShapedText, DrawsPlainCharactersAsEver) {
     }
 }
 
+// The lines of a text, as characters, and with a bar between them.
+std::u32string broken(const std::u32string& text, int width) {
+    ShapedText shaped(text, font());
+    std::u32string lines;
+    for (const TextLine& line : break_lines(shaped, 0, width)) {
+        if (!lines.empty()) lines += U'|';
+        lines +=
+            text.substr(shaped.begin_of(line.begin), shaped.begin_of(line.end) - shaped.begin_of(line.begin));
+        EXPECT_TRUE(shaped.measure(line, 0).width <= width || line.end == line.begin + 1) << width;
+    }
+    return lines;
+}
+
+TEST(ShapedText, BreaksThaiBetweenWords) {
+    const std::u32string words = U"ขอต้อนรับ|สู่|ประเทศ|ไทย|น้ำ|ดื่ม|ฟรี";
+    std::u32string text = words;
+    std::erase(text, U'|');
+    for (int width = width_of(U"ขอต้อนรับ", 0); width < 200; ++width) {
+        std::size_t word = 0; // the lines end where words do
+        for (const char32_t c : broken(text, width)) {
+            if (c == U'|') {
+                EXPECT_EQ(words[word], c) << width;
+            }
+            if (words[word] == U'|') ++word;
+            if (c != U'|') ++word;
+        }
+    }
+    EXPECT_EQ(broken(U"ไทย", 8), U"ไ|ท|ย") << "a word alone is wider";
+}
+
+TEST(ShapedText, BreaksInsideWordsAroundWhatIsDrawnTogether) {
+    for (const std::u32string text : {U"مُحَمَّدوالسلامعليكم", U"क्षत्रियपूर्णिमा", U"ខ្មែរស្វាគមន៍", U"ທີ່ນີ້ມີນ້ຳ"})
+        for (int width = 1; width < 100; width += 3) {
+            std::u32string lines = broken(text, width);
+            EXPECT_TRUE(width > 20 || lines.find(U'|') != lines.npos);
+            for (std::size_t i = 1; i < lines.size(); ++i)
+                EXPECT_FALSE(lines[i - 1] == U'|' && is_mark(lines[i])) << width;
+            std::erase(lines, U'|');
+            EXPECT_EQ(lines, text) << width;
+        }
+}
+
 qm_G5_G6_fontData lines() {
     qm_G5_G6_fontData style;
     style.arrMode = MULTILINE;
@@ -142,6 +185,7 @@ TEST(ShapedText, TakesHostileTextsInTime) {
                                     many(U"ក្ត", 30000),
                                     many(U"\U0001F468\u200D", 30000),
                                     many(U"بب", 20000),
+                                    many(U"กาเ", 20000),
                                     many(U"\xD800\xDC00\xFFFFFFFFא", 5000),
                                     utf32_of(bytes)};
     for (const std::u32string& text : texts) {

@@ -34,12 +34,17 @@ std::u32string_view slice(std::u32string_view text, const TextLine& line) {
 
 ShapedText shaped(std::u32string_view text) { return {std::u32string(text), font()}; }
 
+std::vector<TextLine> broken(std::u32string_view text, int spacing, int width) {
+    ShapedText whole = shaped(text);
+    return break_lines(whole, spacing, width);
+}
+
 bool is_letter(char32_t c) { return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z'); }
 
 TEST(LineBreaker, KeepsLatinWordsWholeAtEveryWidth) {
     const std::u32string_view text = kLatin;
     for (int width = 60; width < 400; width += 7) {
-        for (const TextLine& line : break_lines(shaped(text), 0, width)) {
+        for (const TextLine& line : broken(text, 0, width)) {
             if (line.end >= text.size()) continue;
             EXPECT_FALSE(is_letter(text[line.end - 1]) && is_letter(text[line.end])) << width;
             EXPECT_LE(shaped(text).measure(line, 0).width, width);
@@ -51,7 +56,7 @@ TEST(LineBreaker, LosesNoCharacterAndRepeatsNone) {
     for (const std::u32string_view text : {std::u32string_view(kLatin), std::u32string_view(kChinese)}) {
         for (int width = 1; width < 300; width += 11) {
             std::u32string kept;
-            for (const TextLine& line : break_lines(shaped(text), 2, width)) kept += slice(text, line);
+            for (const TextLine& line : broken(text, 2, width)) kept += slice(text, line);
             std::u32string all(text);
             std::erase(all, U' ');
             std::erase(kept, U' ');
@@ -63,12 +68,12 @@ TEST(LineBreaker, LosesNoCharacterAndRepeatsNone) {
 TEST(LineBreaker, NeverStartsALineWithClosingPunctuation) {
     const std::u32string_view text = kChinese, forbidden = U"，。！）：";
     for (int width = 50; width < 300; width += 3)
-        for (const TextLine& line : break_lines(shaped(text), 0, width))
+        for (const TextLine& line : broken(text, 0, width))
             EXPECT_EQ(forbidden.find(text[line.begin]), forbidden.npos) << width;
 }
 
 TEST(LineBreaker, BreaksAWordThatIsWiderThanTheArea) {
-    const std::vector<TextLine> lines = break_lines(shaped(U"unbreakable"), 0, 40);
+    const std::vector<TextLine> lines = broken(U"unbreakable", 0, 40);
     EXPECT_GT(lines.size(), 1U);
     for (const TextLine& line : lines) EXPECT_GT(line.end, line.begin);
 }
@@ -89,7 +94,7 @@ TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
         EXPECT_EQ(clean_text(c.text, false), c.multi);
         EXPECT_EQ(clean_text(c.text, true), c.single);
     }
-    EXPECT_EQ(break_lines(shaped(U"a\n\nb\n"), 0, 100).size(), 3U);
+    EXPECT_EQ(broken(U"a\n\nb\n", 0, 100).size(), 3U);
 }
 
 TEST(TextLayout, PutsSpacingBetweenCharactersOnly) {

@@ -4,10 +4,32 @@
 
 extern "C" {
 #include <linebreak.h>
+#include <thai/thwbrk.h>
 }
 
 namespace qm {
 namespace {
+
+bool is_thai(char32_t c) { return c >= 0xE01 && c <= 0xE5B; }
+
+// Words stand side by side; a dictionary tells them apart. Without one, no line ends between them.
+void allow_breaks(const std::wstring& words, char* breaks) {
+    static ThBrk* const dictionary = th_brk_new(nullptr);
+    if (!dictionary) return;
+    std::vector<int> ends(words.size());
+    const int count = th_brk_wc_find_breaks(dictionary, words.c_str(), ends.data(), ends.size());
+    ends.resize(static_cast<std::size_t>(std::max(0, count)));
+    for (const int end : ends)
+        if (end > 0 && end < static_cast<int>(words.size())) breaks[end - 1] = LINEBREAK_ALLOWBREAK;
+}
+
+void allow_breaks_in_thai(std::u32string_view text, std::vector<char>& breaks) {
+    for (auto begin = std::find_if(text.begin(), text.end(), is_thai); begin != text.end();) {
+        const auto end = std::find_if_not(begin, text.end(), is_thai);
+        allow_breaks({begin, end}, &breaks[static_cast<std::size_t>(begin - text.begin())]);
+        begin = std::find_if(end, text.end(), is_thai);
+    }
+}
 
 // For each character: may a line end behind it?
 std::vector<char> break_opportunities(std::u32string_view text) {
@@ -19,13 +41,14 @@ std::vector<char> break_opportunities(std::u32string_view text) {
     const auto ends = [](utf32_t c) { return c == 0xFFFF || c == 0xFFFFFFFF; };
     std::replace_if(units.begin(), units.end(), ends, utf32_t{0xFFFD});
     set_linebreaks_utf32(units.data(), units.size(), "", breaks.data());
+    allow_breaks_in_thai(text, breaks);
     return breaks;
 }
 
 // Adds clusters to one line after the other.
 class Breaker {
   public:
-    Breaker(const ShapedText& text, int spacing, int width)
+    Breaker(ShapedText& text, int spacing, int width)
         : m_text(text), m_spacing(spacing), m_width(width), m_breaks(break_opportunities(text.text())) {}
 
     std::vector<TextLine> run() {
@@ -39,11 +62,14 @@ class Breaker {
         const char32_t c = m_text.character(m_next);
         if (c == U'\n') return end_line(m_next, m_next + 1);
         const GlyphShape& shape = m_text.shape(m_next);
+        const bool backwards = m_text.runs_backwards(m_next);
+        const int before = backwards ? shape.right - shape.advance : -shape.left;
+        const int behind = backwards ? shape.advance - shape.left : shape.right;
         if (m_next == m_begin)
-            m_pen = std::max(0, -shape.left);
+            m_pen = std::max(0, before);
         else
             m_pen = std::min(kFarthestPixel, m_pen + m_text.gap(m_next - 1, m_next, m_spacing));
-        const bool fits = m_pen + std::max(shape.advance, shape.right) <= m_width;
+        const bool fits = m_pen + std::max(shape.advance, behind) <= m_width;
         // A space at the end of a line takes no room.
         if (!fits && c != U' ' && m_next > m_begin) return break_before(m_next);
         m_pen = std::min(kFarthestPixel, m_pen + shape.advance);
@@ -52,7 +78,7 @@ class Breaker {
     }
 
     void break_before(std::size_t overflowing) {
-        const std::size_t at = m_lastBreak > m_begin ? m_lastBreak : overflowing;
+        const std::size_t at = m_text.part(m_lastBreak > m_begin ? m_lastBreak : overflowing);
         end_line(at, at);
     }
 
@@ -64,7 +90,7 @@ class Breaker {
         m_lastBreak = 0;
     }
 
-    const ShapedText& m_text;
+    ShapedText& m_text;
     int m_spacing, m_width;
     std::vector<char> m_breaks;
     std::vector<TextLine> m_lines;
@@ -94,7 +120,7 @@ std::u32string clean_text(std::u32string_view text, bool singleLine) {
     return clean;
 }
 
-std::vector<TextLine> break_lines(const ShapedText& text, int spacing, int width) {
+std::vector<TextLine> break_lines(ShapedText& text, int spacing, int width) {
     return Breaker(text, spacing, width).run();
 }
 

@@ -10,7 +10,8 @@ namespace qm {
 [[nodiscard]] std::u32string clean_text(std::u32string_view text, bool singleLine);
 
 // Lines of at most width pixels, broken where Unicode's rules allow it, and inside a word only when the word
-// alone is wider. A line holds at least one character; trailing spaces are left out.
-[[nodiscard]] std::vector<TextLine> break_lines(const ShapedText& text, int spacing, int width);
+// alone is wider. A line holds at least one character; trailing spaces are left out. The text is parted where
+// a line ends inside what hangs together.
+[[nodiscard]] std::vector<TextLine> break_lines(ShapedText& text, int spacing, int width);
 
 } // namespace qm

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace qm {
 namespace {
@@ -19,7 +20,20 @@ bool has_headline(hb_script_t script) {
     return script == HB_SCRIPT_DEVANAGARI || script == HB_SCRIPT_BENGALI || script == HB_SCRIPT_GURMUKHI;
 }
 
+// How far a line's end reaches into what was shaped at once, in clusters.
+constexpr std::size_t kReach = 32;
+
 using Glyphs = std::span<const ShapedGlyph>;
+
+void replace(std::vector<Cluster>& all, std::size_t first, std::size_t last, const std::vector<Cluster>& by) {
+    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
+    const std::size_t common = std::min(last - first, by.size());
+    const auto end = std::copy_n(by.begin(), common, begin);
+    if (common < by.size())
+        all.insert(end, by.begin() + static_cast<std::ptrdiff_t>(common), by.end());
+    else
+        all.erase(end, all.begin() + static_cast<std::ptrdiff_t>(last));
+}
 
 } // namespace
 
@@ -79,8 +93,13 @@ void ShapedText::add_by_clusters(const TextRun& run) {
     add();
 }
 
-// Glyphs come from left to right; clusters are in the order of reading.
 void ShapedText::add_shaped(const TextRun& run, unsigned face) {
+    m_runs.push_back({run, m_paragraph, face});
+    shape_run(run, face);
+}
+
+// Glyphs come from left to right; clusters are in the order of reading.
+void ShapedText::shape_run(const TextRun& run, unsigned face) {
     const bool backwards = run.level % 2 != 0;
     const auto next = [&](const Glyphs& left) { return (backwards ? left.back() : left.front()).character; };
     for (Glyphs left = m_font.shape(face, m_text, run); !left.empty();) {
@@ -105,6 +124,33 @@ void ShapedText::add_cluster(const TextRun& run, unsigned face, std::span<const 
     const bool joins = has_headline(run.script) || (is_cursive(run.script) && first.unsafe);
     m_clusters.push_back({m_shapes.back().get(), first.character, run.level, m_paragraph,
                           is_ignorable(c) || (joins && behindLetter && is_letter(c)), first.unsafe});
+}
+
+const ShapedText::ShapedRun& ShapedText::run_of(std::size_t cluster) const {
+    const auto begins_behind = [](std::size_t c, const ShapedRun& shaped) { return c < shaped.run.begin; };
+    return *std::prev(std::upper_bound(m_runs.begin(), m_runs.end(), begin_of(cluster), begins_behind));
+}
+
+std::size_t ShapedText::part(std::size_t cluster) {
+    if (cluster >= size() || !m_clusters[cluster].unsafe) return cluster;
+    const ShapedRun& shaped = run_of(cluster);
+    std::size_t first = cluster, last = cluster + 1;
+    while (m_clusters[first].unsafe && cluster - first < kReach) --first;
+    while (last < size() && m_clusters[last].unsafe && last - cluster < kReach) ++last;
+    TextRun head = shaped.run, tail = shaped.run;
+    head.begin = begin_of(first);
+    head.end = tail.begin = begin_of(cluster);
+    tail.end = begin_of(last);
+    std::vector<Cluster> all = std::exchange(m_clusters, {});
+    m_paragraph = shaped.paragraph;
+    shape_run(head, shaped.face);
+    const std::size_t parted = first + m_clusters.size();
+    shape_run(tail, shaped.face);
+    m_clusters.front().joined = all[first].joined;
+    m_clusters.front().unsafe = all[first].unsafe;
+    replace(all, first, last, m_clusters);
+    m_clusters = std::move(all);
+    return parted;
 }
 
 std::vector<Ouint32> ShapedText::order_of(const TextLine& line) const {

@@ -46,6 +46,14 @@ class ShapedText {
     }
     [[nodiscard]] char32_t character(std::size_t cluster) const { return m_text[m_clusters[cluster].begin]; }
 
+    [[nodiscard]] bool runs_backwards(std::size_t cluster) const {
+        return m_clusters[cluster].level % 2 != 0;
+    }
+
+    // Lets a line begin with a cluster: where that hangs together with the one before, both sides are shaped
+    // again. Gives its number, which may change, as may all behind it; those of lines before do not.
+    std::size_t part(std::size_t cluster);
+
     // The room between two clusters that stand side by side, of the pixels that are put between clusters.
     [[nodiscard]] int gap(std::size_t one, std::size_t other, int spacing) const {
         const auto [former, latter] = std::minmax(one, other);
@@ -72,11 +80,20 @@ class ShapedText {
     [[nodiscard]] std::vector<std::shared_ptr<const GlyphShape>> take_shapes() { return std::move(m_shapes); }
 
   private:
+    // What was shaped at once.
+    struct ShapedRun {
+        TextRun run;
+        Level paragraph;
+        unsigned face;
+    };
+
     void add_paragraph(std::size_t begin, std::size_t end);
     void add_plain(const TextRun& run);
     void add_run(const TextRun& run);
     void add_by_clusters(const TextRun& run);
     void add_shaped(const TextRun& run, unsigned face);
+    void shape_run(const TextRun& run, unsigned face);
+    [[nodiscard]] const ShapedRun& run_of(std::size_t cluster) const;
     void add_cluster(const TextRun& run, unsigned face, std::span<const ShapedGlyph> glyphs);
     // The clusters of a line from left to right, counted from its begin.
     [[nodiscard]] std::vector<Ouint32> order_of(const TextLine& line) const;
@@ -84,6 +101,7 @@ class ShapedText {
     std::u32string m_text;
     Font& m_font;
     std::vector<Cluster> m_clusters;
+    std::vector<ShapedRun> m_runs;                           // in the order of reading
     std::vector<std::shared_ptr<const GlyphShape>> m_shapes; // of clusters that were shaped
     Level m_paragraph = 0;                                   // of the paragraph that is being added
     bool m_turns = false;                                    // something runs from right to left
