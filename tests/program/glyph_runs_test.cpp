@@ -133,7 +133,11 @@ TEST(GlyphRuns, AreDrawnAgainAfterOthersNeededTheRoom) {
     const FontChoice choice{"", kChineseFile, 96, false, true};
     const Drawing drawing{.width = 700, .height = 120, .x = 20, .y = 90, .clip = {0, 0, 700, 120}};
     Font fresh(choice), used(choice);
-    const auto before = placed(fresh, U"Wjf中字", drawing), after = placed(used, U"Wjf中字", drawing);
+    auto before = placed(fresh, U"Wjf中字", drawing), after = placed(used, U"Wjf中字", drawing);
+    const ShapedGlyph mark{static_cast<Ouint32>(before[2].shape->index), 0, 0, -640, 640, 0, false};
+    const auto oneMark = fresh.cluster(0, {&mark, 1}), otherMark = used.cluster(0, {&mark, 1});
+    before.insert(before.end(), {{&fresh.vertical(U'…'), 550, 90}, {oneMark.get(), 500, 90}});
+    after.insert(after.end(), {{&used.vertical(U'…'), 550, 90}, {otherMark.get(), 500, 90}});
     used.shape(U'g');
     const GlyphRuns::Glyph first = *after[0].shape->runs;
     for (char32_t c = 0x4E00; c < 0x9FA5 && after[0].shape->runs->round == used.shape(c).runs->round;) ++c;

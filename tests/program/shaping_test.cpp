@@ -101,6 +101,14 @@ TEST(ShapedText, KeepsTogetherWhatIsDrawnTogether) {
     for (const auto& c : cases) EXPECT_EQ(ShapedText(c.text, font()).size(), c.clusters);
 }
 
+// Marks come before their letters when these run from right to left.
+TEST(ShapedText, MeasuresWhatItDraws) {
+    for (const std::u32string text : {U"שָׁלוֹם", U"مُحَمَّد", U"e\u0301", U"ที่นี่", U"हिन्दी"}) {
+        const ShapedText shaped(text, font());
+        for (std::size_t i = 0; i < shaped.size(); ++i) EXPECT_TRUE(shaped.shape(i).runs) << i;
+    }
+}
+
 TEST(ShapedText, PutsNoSpacingBetweenJoinedLetters) {
     EXPECT_EQ(width_of(U"بيت", 5), width_of(U"بيت", 0));
     EXPECT_EQ(width_of(U"دار", 5), width_of(U"دار", 0) + 10) << "none of these joins the next";
@@ -160,6 +168,56 @@ TEST(ShapedText, BreaksInsideWordsAroundWhatIsDrawnTogether) {
             std::erase(lines, U'|');
             EXPECT_EQ(lines, text) << width;
         }
+}
+
+// The rows of a character in a column, trimmed, lit pixels as #.
+std::vector<std::string> in_column(Font& f, char32_t c) {
+    const GlyphShape& shape = f.vertical(c);
+    Canvas32 canvas(shape.right - shape.left, shape.bottom - shape.top);
+    set_cairoColor(canvas.context(), eWhite);
+    const PlacedGlyph placed{&shape, -shape.left, -shape.top};
+    f.show(canvas.context(), {&placed, 1}, 0);
+    const auto* pixel = reinterpret_cast<const Ouint32*>(canvas.pixels());
+    std::vector<std::string> rows;
+    for (int y = 0; y < canvas.height(); ++y, pixel += canvas.width())
+        for (int x = 0; x < canvas.width(); ++x) {
+            if (x == 0) rows.emplace_back();
+            rows.back() += pixel[x] != 0 ? '#' : ' ';
+        }
+    return rows;
+}
+
+TEST(VerticalForms, TurnPunctuationInTheMiddleOfTheColumn) {
+    for (const double size : {12., 16., 24.}) {
+        Font f({"DejaVu Sans", "", size, false, false});
+        for (const char32_t c : std::u32string_view(U"—([…")) {
+            const GlyphShape &upright = f.shape(c), &turned = f.vertical(c);
+            ASSERT_EQ(turned.upright, &upright);
+            EXPECT_EQ(turned.bottom - turned.top, upright.runs->box.right - upright.runs->box.left);
+            EXPECT_NEAR(turned.left + turned.right, turned.advance, 1) << size;
+        }
+        EXPECT_EQ(&f.vertical(U'A'), &f.shape(U'A'));
+        EXPECT_EQ(&f.vertical(U'→'), &f.shape(U'→'));
+    }
+}
+
+TEST(VerticalForms, TurnClockwise) {
+    Font f({"DejaVu Sans", "", 16, false, false});
+    const auto rows = in_column(f, U'(');
+    EXPECT_GT(rows.front().size(), rows.size()) << "lies on its back";
+    EXPECT_GT(std::count(rows.front().begin(), rows.front().end(), '#'), 3) << "and is open below";
+    EXPECT_EQ(rows.back().find('#'), 0U);
+}
+
+TEST(VerticalForms, RaiseFullStops) {
+    Font f({"WenQuanYi Micro Hei", "", 16, false, false});
+    for (const char32_t c : std::u32string_view(U"、。")) {
+        const GlyphShape &line = f.shape(c), &column = f.vertical(c);
+        EXPECT_LT(line.left + line.right, line.advance);
+        EXPECT_GT(column.left + column.right, column.advance) << "right";
+        EXPECT_LT(column.bottom, line.top) << "and up";
+        EXPECT_TRUE(column.runs) << "whose ink is where it was measured";
+    }
 }
 
 qm_G5_G6_fontData lines() {

@@ -191,8 +191,13 @@ const GlyphShape& Font::measure(char32_t character) {
 
 // False for a glyph that cairo has to draw.
 bool Font::has_runs(const GlyphShape& shape) {
+    if (!shape.runs || m_runs.keeps(*shape.runs)) return shape.runs.has_value();
     const GlyphPart one{shape.index};
-    if (shape.runs && !m_runs.keeps(*shape.runs))
+    if (shape.upright) {
+        if (!has_runs(*shape.upright)) return false;
+        const PixelBox &from = shape.upright->runs->box, &to = shape.runs->box;
+        shape.runs = m_runs.turned(*shape.upright->runs, to.left + from.bottom, to.top - from.left);
+    } else
         shape.runs = m_runs.renew(*m_faces[shape.face], parts_of(shape, one), *shape.runs);
     return shape.runs.has_value();
 }

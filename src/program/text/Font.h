@@ -45,6 +45,7 @@ struct GlyphShape {
     int advance = 0;
     int left = 0, top = 0, right = 0, bottom = 0; // ink
     std::span<const GlyphPart> parts;             // what it is drawn of, if not of one glyph at its origin
+    const GlyphShape* upright = nullptr;          // what it is when turned back
     [[nodiscard]] bool blank() const { return left >= right || top >= bottom; }
 };
 
@@ -89,6 +90,8 @@ class Font {
     }
     // Glyphs that were shaped, from left to right, as one shape. It is valid as long as the font is.
     std::shared_ptr<const GlyphShape> cluster(unsigned face, std::span<const ShapedGlyph> glyphs);
+    // A character as it stands in a column.
+    const GlyphShape& vertical(char32_t character);
     // Draws the glyphs, shifted by dx, on the context's image of 32-bit pixels: in its colour, an opaque one,
     // and inside its clip, a rectangle of whole pixels.
     void show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx);
@@ -111,6 +114,8 @@ class Font {
     std::optional<unsigned> fallback_with(std::u32string_view characters);
     std::optional<int> first_fallback(char32_t character);
     void measure_ink(ClusterShape& shape);
+    void make_vertical(char32_t character, const GlyphShape& upright, ClusterShape& shape);
+    void turn(char32_t character, const GlyphShape& upright, ClusterShape& shape);
     std::shared_ptr<const ClusterShape> make_cluster(unsigned face, std::span<const ShapedGlyph> glyphs);
     bool has_runs(const GlyphShape& shape);
     // Each draws the leading glyphs that have runs, or that have none, and returns how many.
@@ -129,6 +134,7 @@ class Font {
     std::map<unsigned, std::unique_ptr<ShapingFace>> m_shapingFaces; // by the numbers of the faces
     std::unordered_map<char32_t, std::optional<int>> m_firstFallbacks;
     std::unordered_map<std::u32string, std::shared_ptr<const ClusterShape>> m_clusters;
+    std::map<char32_t, ClusterShape> m_verticalShapes; // of those that look different in columns
     GlyphRuns m_runs;
 };
 

@@ -96,6 +96,20 @@ std::optional<GlyphRuns::Glyph> GlyphRuns::renew(const Face& face, std::span<con
     return keep(drawing, glyph.room, glyph.box);
 }
 
+GlyphRuns::Glyph GlyphRuns::turned(const Glyph& glyph, int right, int top) {
+    const PixelBox& from = glyph.box;
+    const PixelBox box{right - from.bottom, top + from.left, right - from.top, top + from.right};
+    if (box.empty()) return glyph;
+    Canvas32 drawing = canvas_for(box);
+    {
+        OneColour image(drawing.context());
+        for (const Run& run : std::span(m_runs).subspan(glyph.first, glyph.count))
+            for (int x = run.x; x < run.x + run.length; ++x)
+                image.fill(top + x - box.top, right - 1 - run.y - box.left, right - run.y - box.left);
+    }
+    return keep(drawing, box, box);
+}
+
 // Keeps the runs of a drawing, in which all ink is in the box.
 GlyphRuns::Glyph GlyphRuns::keep(Canvas32& drawing, const PixelBox& room, const PixelBox& box) {
     if (m_runs.size() >= kMostRuns) {

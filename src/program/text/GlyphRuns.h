@@ -75,6 +75,10 @@ class GlyphRuns {
     // Finds the runs of a glyph again that has lost them; nothing when cairo cannot.
     std::optional<Glyph> renew(const Face& face, std::span<const GlyphPart> parts, const Glyph& glyph);
 
+    // The runs of a glyph that is kept, turned clockwise by a right angle: pixel x, y becomes right - 1 - y,
+    // top + x.
+    Glyph turned(const Glyph& glyph, int right, int top);
+
     // Draws a glyph that is kept, with its origin at x, y.
     void draw(const Glyph& glyph, int x, int y, OneColour& image) const {
         const auto runs = std::span(m_runs).subspan(glyph.first, glyph.count);

@@ -37,7 +37,8 @@ void replace(std::vector<Cluster>& all, std::size_t first, std::size_t last, con
 
 } // namespace
 
-ShapedText::ShapedText(std::u32string text, Font& font) : m_text(std::move(text)), m_font(font) {
+ShapedText::ShapedText(std::u32string text, Font& font, bool inColumns)
+    : m_text(std::move(text)), m_font(font), m_inColumns(inColumns) {
     static const GlyphShape lineEnd;
     m_clusters.reserve(m_text.size());
     for (std::size_t begin = 0; begin < m_text.size(); ++begin) {
@@ -61,9 +62,10 @@ void ShapedText::add_paragraph(std::size_t begin, std::size_t end) {
 }
 
 void ShapedText::add_plain(const TextRun& run) {
-    for (std::size_t i = run.begin; i < run.end; ++i)
-        m_clusters.push_back(
-            {&m_font.shape(m_text[i]), static_cast<Ouint32>(i), run.level, m_paragraph, false, false});
+    for (std::size_t i = run.begin; i < run.end; ++i) {
+        const GlyphShape& shape = m_inColumns ? m_font.vertical(m_text[i]) : m_font.shape(m_text[i]);
+        m_clusters.push_back({&shape, static_cast<Ouint32>(i), run.level, m_paragraph, false, false});
+    }
 }
 
 void ShapedText::add_run(const TextRun& run) {

@@ -34,8 +34,9 @@ struct Cluster {
 
 class ShapedText {
   public:
-    // The text is ready for layout (clean_text). The clusters refer to the font's shapes.
-    ShapedText(std::u32string text, Font& font);
+    // The text is ready for layout (clean_text). The clusters refer to the font's shapes, in columns to those
+    // for them.
+    ShapedText(std::u32string text, Font& font, bool inColumns = false);
 
     [[nodiscard]] const std::u32string& text() const { return m_text; }
     [[nodiscard]] std::size_t size() const { return m_clusters.size(); }
@@ -100,6 +101,7 @@ class ShapedText {
 
     std::u32string m_text;
     Font& m_font;
+    bool m_inColumns;
     std::vector<Cluster> m_clusters;
     std::vector<ShapedRun> m_runs;                           // in the order of reading
     std::vector<std::shared_ptr<const GlyphShape>> m_shapes; // of clusters that were shaped

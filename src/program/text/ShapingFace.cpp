@@ -79,4 +79,20 @@ std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const 
     return m_glyphs;
 }
 
+std::optional<Ouint32> ShapingFace::vertical_glyph(char32_t character) {
+    hb_codepoint_t upright = 0;
+    if (!hb_font_get_nominal_glyph(m_font.get(), character, &upright)) return std::nullopt;
+    hb_buffer_t* const buffer = m_buffer.get();
+    hb_buffer_clear_contents(buffer);
+    hb_buffer_add(buffer, character, 0);
+    hb_buffer_set_content_type(buffer, HB_BUFFER_CONTENT_TYPE_UNICODE);
+    hb_buffer_set_script(buffer, HB_SCRIPT_HAN);
+    hb_buffer_set_direction(buffer, HB_DIRECTION_TTB);
+    hb_shape(m_font.get(), buffer, nullptr, 0);
+    unsigned count = 0;
+    const hb_glyph_info_t* const glyphs = hb_buffer_get_glyph_infos(buffer, &count);
+    if (count != 1 || glyphs->codepoint == upright) return std::nullopt;
+    return glyphs->codepoint;
+}
+
 } // namespace qm

@@ -5,6 +5,7 @@
 #include "program/text/text_runs.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,8 @@ class ShapingFace {
     [[nodiscard]] bool has(char32_t character) const;
     // The glyphs of a run of the text, from left to right; valid until the next call.
     std::span<const ShapedGlyph> shape(std::u32string_view text, const TextRun& run);
+    // The glyph for columns of one that has another in lines.
+    std::optional<Ouint32> vertical_glyph(char32_t character);
 
   private:
     template <auto Destroy> struct Deleter {

@@ -28,6 +28,17 @@ constexpr Range kIgnorable[] = {{0xAD, 0xAD},     {0x34F, 0x34F},   {0x61C, 0x61
                                 {0x180B, 0x180F}, {0x200B, 0x200F}, {0x202A, 0x202E},   {0x2060, 0x206F},
                                 {0xFE00, 0xFE0F}, {0xFEFF, 0xFEFF}, {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF}};
 
+// Brackets, dashes, quotation marks, ellipses, long vowel marks (UTR 50).
+constexpr Range kTurned[] = {{'(', ')'},       {'-', '-'},       {'[', '['},       {']', ']'},
+                             {'{', '{'},       {'}', '~'},       {0xAB, 0xAB},     {0xBB, 0xBB},
+                             {0x2010, 0x201F}, {0x2024, 0x2026}, {0x2039, 0x203A}, {0x2329, 0x232A},
+                             {0x27E6, 0x27EF}, {0x2E3A, 0x2E3B}, {0x3008, 0x3011}, {0x3014, 0x301F},
+                             {0x3030, 0x3030}, {0x30A0, 0x30A0}, {0x30FC, 0x30FC}, {0xFE59, 0xFE5E},
+                             {0xFF08, 0xFF09}, {0xFF0D, 0xFF0D}, {0xFF1A, 0xFF1B}, {0xFF3B, 0xFF3B},
+                             {0xFF3D, 0xFF3D}, {0xFF3F, 0xFF3F}, {0xFF5B, 0xFF60}, {0xFFE3, 0xFFE3}};
+
+constexpr Range kRaised[] = {{0x3001, 0x3002}, {0xFF0C, 0xFF0C}, {0xFF0E, 0xFF0E}};
+
 template <std::size_t N> bool is_in(const Range (&ranges)[N], char32_t c) {
     const auto ends_before = [](const Range& range, char32_t value) { return range.last < value; };
     const auto found = std::lower_bound(std::begin(ranges), std::end(ranges), c, ends_before);
@@ -73,6 +84,17 @@ bool is_ignorable(char32_t c) { return is_in(kIgnorable, c); }
 bool continues(char32_t previous, char32_t c) {
     if (previous == kZeroWidthJoiner || is_virama(previous)) return is_mark(c) || is_letter(c) || c >= 0x2190;
     return c >= 0x300 && (is_mark(c) || c == kZeroWidthJoiner || is_emoji_modifier(c));
+}
+
+VerticalForm vertical_form(char32_t c) {
+    if (is_in(kTurned, c)) return VerticalForm::turned;
+    return is_in(kRaised, c) ? VerticalForm::raised : VerticalForm::upright;
+}
+
+bool is_bracket(char32_t c) {
+    const auto category = general_category(c);
+    return category == HB_UNICODE_GENERAL_CATEGORY_OPEN_PUNCTUATION ||
+           category == HB_UNICODE_GENERAL_CATEGORY_CLOSE_PUNCTUATION;
 }
 
 } // namespace qm

@@ -18,4 +18,10 @@ namespace qm {
 // Belongs to the character before, as a mark or as what a joiner or a virama ties to it.
 [[nodiscard]] bool continues(char32_t previous, char32_t c);
 
+// How punctuation stands in a column: as in a line, turned clockwise by a right angle, or in the upper right
+// of its cell. Latin letters and arrows stay upright.
+enum class VerticalForm { upright, turned, raised };
+[[nodiscard]] VerticalForm vertical_form(char32_t c);
+[[nodiscard]] bool is_bracket(char32_t c);
+
 } // namespace qm
