@@ -170,6 +170,20 @@ TEST_F(Area, LookOfTheTextFollowsTheOptions) {
     EXPECT_GT(column.height(), column.width());
 }
 
+TEST_F(Area, RunsToTheSideThatItIsReadFrom) {
+    const struct {
+        const char* text;
+        int mode;
+    } cases[] = {{"Hello", 4},    {"12: Hello שלום", 4}, {"12: שלום Hello", 38},
+                 {"(مرحبا)", 38}, {"\xF0", 4},           {"12", 4}};
+    for (const auto& c : cases) {
+        show("--mode run", c.text);
+        const sim::Page page = controller.dynamic_areas().at(0).pages.at(0);
+        EXPECT_EQ(page.display_mode, c.mode) << c.text;
+        EXPECT_EQ(page.stay_time, 0) << "as running text";
+    }
+}
+
 TEST_F(Area, OneLineIsCutIntoPagesAndLinesAreWrapped) {
     const std::string text = "one two three four five six seven eight nine ten";
     const auto pages_with = [&](const char* options) {

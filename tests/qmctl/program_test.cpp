@@ -83,7 +83,7 @@ TEST_F(ProgramVerbs, MistakeIsNamedByItsField) {
         {around(R"("text": "x", "speed": -1)"), "areas[0].speed: expected a whole number from 0 to 255"},
         {around(R"("text": "x", "stay": 18446744073709551616)"), "areas[0].stay: expected a whole number"},
         {around(R"("text": "x", "bold": "yes")"), R"(areas[0].bold: expected true or false, not "yes")"},
-        {around(R"("text": "x", "mode": "up")"), "areas[0].mode: expected static, left, right or"},
+        {around(R"("text": "x", "mode": "up")"), "areas[0].mode: expected static, left, right, run or"},
         {around(R"("text": "x", "align": "middle")"), "areas[0].align: expected one of left, center, right"},
         {around(R"("text": "x", "rect": [0, 0, 64])"),
          "areas[0].rect: expected a list of 4, not a list of 3"},
@@ -162,7 +162,7 @@ const char* const kWhole = R"({
   "play_periods": ["08:00-12:30", "22:15:10-06:00:59"],
   "border": {"picture": "picture.png", "style": 3, "speed": 4, "step": 5},
   "areas": [
-    {"id": 4, "rect": [2, 2, 40, 12], "text": "One two three four", "mode": "left", "speed": 9, "size": 6,
+    {"id": 4, "rect": [2, 2, 40, 12], "text": "One two three four", "mode": "run", "speed": 9, "size": 6,
      "pictures": ["picture.png", {"file": "picture.png", "mode": 7, "stay": 65535, "repeat": 2}]},
     {"id": 3, "rect": [42, 2, 20, 12], "pictures": ["picture.png"],
      "border": {"picture": "picture.png", "style": 1, "speed": 2, "step": 6}}]})";

@@ -109,9 +109,10 @@ void AreaOptions::add_to(ArgumentList& command) {
               read_rect);
     add_word(command, "--screen", m_color, kScreenColors,
              "Colours of the screen: single, double, three or full (default as the controller says)");
-    add_value(command, "--mode", m_effect.mode, "MODE",
-              "How a page appears: static (1), left (4) and right (38) run, or the number of\n"
-              "an effect of the controller's, 0 to 255 (default static)",
+    add_value(command, "--mode", m_mode, "MODE",
+              "How a page appears: static (1), left (4) and right (38) run, run is right for a\n"
+              "text that is read from right to left and else left, or the number of an effect\n"
+              "of the controller's, 0 to 255 (default static)",
               read_mode);
     add_number(command, "--speed", m_effect.speed, "Speed of the effect, 0 to 255 (default 32)");
     add_number(command, "--stay", m_effect.stay,
@@ -126,6 +127,7 @@ Screen AreaOptions::place(const Session& session, Area& area) const {
     if (m_color) screen.color = static_cast<E_ScreenColor_G56>(*m_color);
     area.id = static_cast<Ouint8>(m_id);
     area.effect = m_effect;
+    area.effect.mode = mode_for(area.text, m_mode);
     return screen;
 }
 

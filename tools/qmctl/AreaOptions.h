@@ -54,6 +54,7 @@ class AreaOptions {
     unsigned m_id = 0;
     std::optional<Rect> m_rect;
     std::optional<unsigned> m_color;
+    unsigned m_mode = Effect().mode; // or kRun
     Effect m_effect;
     std::optional<ProgramNumbers> m_programs;
 };

@@ -122,7 +122,7 @@ class Reader {
             texts(object, area);
             area.style = style(object);
             if (area.digital) area.digital->style = area.style;
-            area.effect = effect(object, Effect());
+            area.effect = effect(object, Effect(), area.text);
             const PictureFit usual = fit(object, PictureFit());
             object.take("pictures", area.pictures,
                         [&](const Field& list) { return pictures(list, area.effect, usual); });
@@ -189,10 +189,9 @@ class Reader {
         });
     }
 
-    static Effect effect(Object& object, Effect effect) {
-        object.take("mode", effect.mode, [](const Field& mode) {
-            return mode.value().is_number() ? static_cast<std::uint8_t>(mode.number(0, kByte))
-                                            : mode.read(read_mode);
+    static Effect effect(Object& object, Effect effect, const std::string& shown = "") {
+        object.take("mode", effect.mode, [&](const Field& mode) {
+            return mode_for(shown, mode.value().is_number() ? mode.number(0, kByte) : mode.read(read_mode));
         });
         object.take_number("speed", effect.speed);
         object.take_number("stay", effect.stay);

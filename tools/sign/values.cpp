@@ -2,6 +2,8 @@
 
 #include "files.h"
 
+#include <fribidi.h>
+
 #include <filesystem>
 #include <fstream>
 
@@ -28,6 +30,16 @@ bool starts_as_font(const std::string& path) {
     });
 }
 
+bool is_read_from_the_right(const std::string& text) {
+    const std::string padded = text + std::string(4, '\0'); // a character cut short is read past its end
+    std::vector<FriBidiChar> characters(padded.size());
+    const FriBidiStrIndex count = fribidi_charset_to_unicode(
+        FRIBIDI_CHAR_SET_UTF8, padded.data(), static_cast<FriBidiStrIndex>(text.size()), characters.data());
+    std::vector<FriBidiCharType> types(characters.size());
+    fribidi_get_bidi_types(characters.data(), count, types.data());
+    return fribidi_get_par_direction(types.data(), count) == FRIBIDI_PAR_RTL;
+}
+
 std::optional<unsigned> digits(std::string_view text, std::size_t count, unsigned max) {
     return text.size() == count ? to_number(text, 0, max) : std::nullopt;
 }
@@ -46,8 +58,11 @@ std::optional<std::array<Ouint8, 3>> to_time(std::string_view text) {
     return time;
 }
 
-std::uint8_t read_mode(const std::string& text) {
-    return static_cast<std::uint8_t>(read_word_or_number(text, kModes, 255));
+unsigned read_mode(const std::string& text) { return read_word_or_number(text, kModes, 255); }
+
+std::uint8_t mode_for(const std::string& text, unsigned mode) {
+    if (mode == kRun) mode = is_read_from_the_right(text) ? 38 : 4;
+    return static_cast<std::uint8_t>(mode);
 }
 
 Align read_align(const std::string& text, Names names) { return static_cast<Align>(read_word(text, names)); }

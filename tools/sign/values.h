@@ -10,11 +10,14 @@ using namespace options;
 
 static_assert(kScreenColors[0].code == SCREEN_COLOR_SINGLE &&
               kScreenColors[3].code == SCREEN_COLOR_FULLCOLOR);
-inline constexpr Name kModes[] = {{"static", 1}, {"left", 4}, {"right", 38}};
+constexpr unsigned kRun = 0x100; // no mode of a controller: to the side from which the text is read
+inline constexpr Name kModes[] = {{"static", 1}, {"left", 4}, {"right", 38}, {"run", kRun}};
 inline constexpr Name kHorizontal[] = {{"left", 0}, {"center", 1}, {"right", 2}};
 inline constexpr Name kVertical[] = {{"top", 0}, {"center", 1}, {"bottom", 2}};
 
-[[nodiscard]] std::uint8_t read_mode(const std::string& text); // of an effect: a word or its number
+[[nodiscard]] unsigned read_mode(const std::string& text); // of an effect: a word or its number, or kRun
+// The mode for a text: kRun becomes right when its first strong character runs from right to left, else left.
+[[nodiscard]] std::uint8_t mode_for(const std::string& text, unsigned mode);
 [[nodiscard]] Align read_align(const std::string& text, Names names);
 [[nodiscard]] std::uint32_t read_color(const std::string& text);      // a name of the palette or #RRGGBB
 [[nodiscard]] std::string read_font(const std::string& text);         // a family, or a font file
