@@ -156,6 +156,12 @@ TEST(ShapedText, BreaksThaiBetweenWords) {
         }
     }
     EXPECT_EQ(broken(U"ไทย", 8), U"ไ|ท|ย") << "a word alone is wider";
+    std::u32string lines, many;
+    for (int i = 0; i < 400; ++i) {
+        lines += i > 0 ? U"|ประเทศ" : U"ประเทศ";
+        many += U"ประเทศ";
+    }
+    EXPECT_EQ(broken(many, width_of(U"ประเทศ", 0) + 4), lines) << "however long it goes on";
 }
 
 TEST(ShapedText, BreaksInsideWordsAroundWhatIsDrawnTogether) {

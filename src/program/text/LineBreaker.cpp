@@ -13,14 +13,31 @@ namespace {
 bool is_thai(char32_t c) { return c >= 0xE01 && c <= 0xE5B; }
 
 // Words stand side by side; a dictionary tells them apart. Without one, no line ends between them.
-void allow_breaks(const std::wstring& words, char* breaks) {
+std::vector<std::size_t> words_in(const std::wstring& thai) {
     static ThBrk* const dictionary = th_brk_new(nullptr);
-    if (!dictionary) return;
-    std::vector<int> ends(words.size());
-    const int count = th_brk_wc_find_breaks(dictionary, words.c_str(), ends.data(), ends.size());
-    ends.resize(static_cast<std::size_t>(std::max(0, count)));
-    for (const int end : ends)
-        if (end > 0 && end < static_cast<int>(words.size())) breaks[end - 1] = LINEBREAK_ALLOWBREAK;
+    if (!dictionary) return {};
+    std::vector<int> ends(thai.size());
+    const int count = th_brk_wc_find_breaks(dictionary, thai.c_str(), ends.data(), ends.size());
+    std::vector<std::size_t> inside;
+    for (int i = 0; i < count; ++i) {
+        const auto end = static_cast<std::size_t>(ends[static_cast<std::size_t>(i)]);
+        if (end > 0 && end < thai.size()) inside.push_back(end);
+    }
+    return inside;
+}
+
+// Part by part, since the search takes the square of the length. What stands at the end of a part, which may
+// cut a word, is looked at again with the next one.
+void allow_breaks(const std::wstring& thai, char* breaks) {
+    constexpr std::size_t kPart = 1000;
+    for (std::size_t begin = 0; begin < thai.size();) {
+        const std::wstring part = thai.substr(begin, kPart);
+        std::vector<std::size_t> ends = words_in(part);
+        const bool isLast = begin + part.size() == thai.size();
+        if (!isLast && ends.size() > 1) ends.pop_back();
+        for (const std::size_t end : ends) breaks[begin + end - 1] = LINEBREAK_ALLOWBREAK;
+        begin += isLast || ends.empty() ? part.size() : ends.back();
+    }
 }
 
 void allow_breaks_in_thai(std::u32string_view text, std::vector<char>& breaks) {
