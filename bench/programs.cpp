@@ -4,7 +4,7 @@
 #include "program/PicturesArea_g6.h"
 #include "program/ProgramObj_g6.h"
 
-#include <cairo.h>
+#include <pango/pangocairo.h>
 
 #include <memory>
 
@@ -92,13 +92,64 @@ class CairoAlone {
     std::vector<std::vector<cairo_glyph_t>> m_pages;
 };
 
-void compare_text(const std::string& name, const std::string& text, const char* font) {
+// What Pango takes to lay the same text out in the same font and width, and to draw its lines, as many a
+// page.
+class PangoAlone {
+  public:
+    PangoAlone(std::string text, const char* font)
+        : m_text(std::move(text)), m_lineHeight(font_for({font, "", kPixels, false, false})->line_height()),
+          m_perPage(static_cast<std::size_t>(std::max(1, kHeight / m_lineHeight))), m_canvas(kWidth, kHeight),
+          m_font(pango_font_description_from_string(font)) {
+        pango_font_description_set_absolute_size(m_font.get(), kPixels * PANGO_SCALE);
+        cairo_set_source_rgb(m_canvas.context(), 1, 0, 0); // and no antialiasing, as in every canvas
+    }
+    // Gives the number of pages.
+    std::size_t draw() {
+        cairo_t* c = m_canvas.context();
+        const std::unique_ptr<PangoLayout, CairoDeleter<g_object_unref>> layout(pango_cairo_create_layout(c));
+        pango_layout_set_font_description(layout.get(), m_font.get());
+        pango_layout_set_width(layout.get(), kWidth * PANGO_SCALE);
+        pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+        pango_layout_set_text(layout.get(), m_text.data(), static_cast<int>(m_text.size()));
+        std::size_t number = 0;
+        for (GSList* line = pango_layout_get_lines_readonly(layout.get()); line;
+             line = line->next, ++number) {
+            if (number % m_perPage == 0) m_canvas.clear();
+            cairo_move_to(c, 0, 12 + m_lineHeight * static_cast<int>(number % m_perPage));
+            pango_cairo_show_layout_line(c, static_cast<PangoLayoutLine*>(line->data));
+        }
+        cairo_surface_flush(m_canvas.surface());
+        return (number + m_perPage - 1) / m_perPage;
+    }
+
+  private:
+    std::string m_text;
+    int m_lineHeight;
+    std::size_t m_perPage;
+    Canvas32 m_canvas;
+    std::unique_ptr<PangoFontDescription, CairoDeleter<pango_font_description_free>> m_font;
+};
+
+std::function<std::size_t()> pages_of(const std::string& text, const char* font) {
     screen_settings().set(SCREEN_COLOR_DOUBLE, 0x0262, DOUBLE_COLOR_PIXTYPE_1);
-    const auto pages = [=] {
+    return [=] {
         const auto area = area_of(text, font);
         area->PreparePageData();
         return area->pages.size();
     };
+}
+
+void compare_shaping(const std::string& name, const std::string& text, const char* font) {
+    const auto pages = pages_of(text, font);
+    const auto pango = std::make_shared<PangoAlone>(text, font);
+    const double count = static_cast<double>(pages()), same = static_cast<double>(pango->draw());
+    require(count > 100 && count < 1.2 * same && same < 1.2 * count,
+            name + ": not the pages that Pango makes");
+    compare_speed(name, text.size(), [=] { pages(); }, {{"Pango and cairo", [=] { pango->draw(); }, 1}});
+}
+
+void compare_text(const std::string& name, const std::string& text, const char* font) {
+    const auto pages = pages_of(text, font);
     const std::size_t count = pages();
     require(count > 100, name + ": pages are missing");
     const auto cairo = std::make_shared<CairoAlone>(text, 2 * count, font);
@@ -140,6 +191,10 @@ void programs() {
                  "DejaVu Sans");
     compare_text("10,000 Chinese characters into pages", repeated("欢迎光临今日特价新鲜水果", 12),
                  "WenQuanYi Micro Hei");
+    compare_shaping("10,000 Arabic characters into pages",
+                    repeated("مرحبا بكم في معرض المنتجات الجديدة ", 35), "DejaVu Sans");
+    compare_shaping("10,000 Thai characters into pages", repeated("ยินดีต้อนรับสู่ร้านของเรา วันนี้ลดราคาผลไม้ ", 44),
+                    "Loma");
     compare_assembly();
 }
 
