@@ -3,6 +3,7 @@
 #include "program/pixels/ScreenSettings.h"
 #include "program/text/LineBreaker.h"
 #include "program/text/TextLayout.h"
+#include "program/text/character_classes.h"
 #include "program/text/encoding.h"
 #include "support/bytes.h"
 
@@ -12,12 +13,6 @@
 namespace qm {
 namespace {
 
-// Characters that are not meant to be seen.
-bool is_ignorable(char32_t c) {
-    return c == U'\n' || c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
-           (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0000 && c <= 0xE0FFF);
-}
-
 template <std::size_t size> void copy_name(char (&field)[size], const std::string& name) {
     std::memcpy(field, name.c_str(), std::min(name.size(), size - 1));
 }
@@ -26,7 +21,7 @@ template <std::size_t size> void copy_name(char (&field)[size], const std::strin
 void describe_fonts(std::u32string_view text, Font& font, qm_text_extent& extent) {
     std::map<const Face*, std::size_t> uses{{&font.chosen_face(), 0}};
     for (const char32_t c : text) {
-        if (is_ignorable(c)) continue;
+        if (c == U'\n' || is_ignorable(c)) continue;
         const GlyphShape& shape = font.shape(c);
         if (shape.index == 0 && extent.missing++ == 0) extent.firstMissing = c;
         ++uses[&font.face_of(shape)];
