@@ -18,13 +18,14 @@ template <std::size_t size> void copy_name(char (&field)[size], const std::strin
 }
 
 // Missing characters, and the font that draws most of the others.
-void describe_fonts(std::u32string_view text, Font& font, qm_text_extent& extent) {
+void describe_fonts(const ShapedText& text, const Font& font, qm_text_extent& extent) {
     std::map<const Face*, std::size_t> uses{{&font.chosen_face(), 0}};
-    for (const char32_t c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t c = text.character(i);
         if (c == U'\n' || is_ignorable(c)) continue;
-        const GlyphShape& shape = font.shape(c);
-        if (shape.index == 0 && extent.missing++ == 0) extent.firstMissing = c;
-        ++uses[&font.face_of(shape)];
+        const GlyphShape& shape = text.shape(i);
+        if (shape.index == 0 && shape.parts.empty() && extent.missing++ == 0) extent.firstMissing = c;
+        uses[&font.face_of(shape)] += text.begin_of(i + 1) - text.begin_of(i);
     }
     const auto fewer = [](const auto& a, const auto& b) { return a.second < b.second; };
     const Face& most = *std::max_element(uses.begin(), uses.end(), fewer)->first;
@@ -64,7 +65,7 @@ qm_text_extent measure_text(const char* text, const qm_text_style& style, int wi
     const TextPages laid = lay_out(characters, *font, data, {width, height, running});
     qm_text_extent extent{};
     extent.pages = static_cast<Ouint32>(laid.pages.size());
-    describe_fonts(clean_text(characters, false), *font, extent);
+    describe_fonts({clean_text(characters, false), *font, data.tdirection == eVertical}, *font, extent);
     if (running != Running::no && style.arrMode == SINGLELINE) {
         include(ink_of(laid.glyphs), extent);
     } else {

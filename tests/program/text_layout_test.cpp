@@ -80,7 +80,7 @@ TEST(LineBreaker, BreaksAWordThatIsWiderThanTheArea) {
 
 TEST(LineBreaker, GivesTheSpaceAtTheEndOfALineNoRoom) {
     const int exactly = shaped(U"a bc").measure({0, 4}, 0).width;
-    EXPECT_EQ(break_lines(shaped(U"a bc d"), 0, exactly).front().end, 4U);
+    EXPECT_EQ(broken(U"a bc d", 0, exactly).front().end, 4U);
 }
 
 TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
