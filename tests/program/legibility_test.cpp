@@ -43,7 +43,9 @@ Picture picture_of(Font& font, char32_t character) {
     return picture;
 }
 
-Font automatic(Ouint16 points) { return Font({kAutomaticFont, "", pixels_of_points(points), false, false}); }
+Font automatic(Ouint16 points, bool bold = false) {
+    return Font({kAutomaticFont, "", pixels_of_points(points), bold, false});
+}
 
 TEST(Legibility, OfLettersAndDigits) {
     for (const int points : {6, 9, 10, 11, 12, 18}) {
@@ -61,6 +63,53 @@ TEST(Legibility, OfLettersAndDigits) {
         }
         EXPECT_EQ(alike, "") << points << " points";
         EXPECT_LE(nearly, 10) << points << " points";
+    }
+}
+
+// How many parts the lit or the dark pixels of a picture have; dark ones that touch at a corner are apart.
+int parts_of(Picture picture, bool ink) {
+    if (!ink) picture.flip();
+    const auto spread = [&](auto&& self, int x, int y) -> void {
+        if (x < 0 || y < 0 || x >= kSide || y >= kSide || !lit(picture, x, y)) return;
+        picture.reset(static_cast<std::size_t>(y * kSide + x));
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                if (ink || dx == 0 || dy == 0) self(self, x + dx, y + dy);
+    };
+    int parts = 0;
+    for (int i = 0; i < kSide * kSide; ++i)
+        if (lit(picture, i % kSide, i / kSide)) {
+            spread(spread, i % kSide, i / kSide);
+            ++parts;
+        }
+    return parts;
+}
+
+// The counters of letters that have one, and of those that have two; dots.
+TEST(Legibility, OfBoldLetters) {
+    for (const int points : {6, 7, 8, 9, 10, 11, 12, 18}) {
+        Font font = automatic(static_cast<Ouint16>(points), true);
+        const auto dark = [&](char32_t c) { return parts_of(picture_of(font, c), false); };
+        for (const char32_t c : std::u32string_view(U"ADOPQRabdegopq469"))
+            EXPECT_GE(dark(c), 2) << static_cast<char>(c) << points << " points";
+        for (const char32_t c : std::u32string_view(U"B8"))
+            EXPECT_GE(dark(c), 3) << static_cast<char>(c) << points << " points";
+        for (const char32_t c : std::u32string_view(U"ij!?:"))
+            EXPECT_EQ(parts_of(picture_of(font, c), true), 2) << static_cast<char>(c) << points << " points";
+    }
+}
+
+TEST(Legibility, OfBoldHanziOfAFontWithoutBold) {
+    for (const int points : {8, 13, 15, 17}) {
+        Font regular = automatic(static_cast<Ouint16>(points)),
+             bold = automatic(static_cast<Ouint16>(points), true);
+        int closed = 0;
+        for (const char32_t c : std::u32string_view(kHanzi)) {
+            const Picture thin = picture_of(regular, c), thick = picture_of(bold, c);
+            closed += parts_of(thick, false) < parts_of(thin, false);
+            EXPECT_GT(thick.count(), thin.count());
+        }
+        EXPECT_EQ(closed, 0) << points << " points";
     }
 }
 

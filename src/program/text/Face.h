@@ -3,7 +3,9 @@
 
 #include "program/pixels/Surface.h"
 
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace qm {
 
@@ -56,6 +58,12 @@ class Face {
   private:
     std::string m_family, m_file;
 };
+
+[[nodiscard]] inline std::unique_ptr<Face> with_source(std::unique_ptr<Face> face, std::string family,
+                                                       std::string file) {
+    face->set_source(std::move(family), std::move(file));
+    return face;
+}
 
 // Of cairo's.
 class OutlineFace : public Face {

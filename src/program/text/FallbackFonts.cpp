@@ -1,5 +1,6 @@
 #include "program/text/FallbackFonts.h"
 
+#include "program/text/BoldFace.h"
 #include "program/text/StrikeFace.h"
 
 #include <cairo-ft.h>
@@ -7,23 +8,17 @@
 namespace qm {
 namespace {
 
-struct Release {
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
-};
-using PatternPtr = std::unique_ptr<FcPattern, Release>;
-
 // What fontconfig is asked for: the choice's style, without antialiasing.
-PatternPtr pattern_of(const FontChoice& choice) {
-    PatternPtr pattern(FcPatternCreate());
+FontconfigPtr<FcPattern> pattern_of(const FontChoice& choice) {
+    FontconfigPtr<FcPattern> pattern(FcPatternCreate());
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
     if (choice.size > 0) FcPatternAddDouble(pattern.get(), FC_PIXEL_SIZE, choice.size);
-    if (!choice.style.empty())
-        FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(choice.style.c_str()));
+    if (!choice.style.empty()) FcPatternAddString(pattern.get(), FC_FAMILY, fc(choice.style));
     if (choice.bold) FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_BOLD);
     if (choice.italic) FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ITALIC);
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
-    const std::unique_ptr<cairo_font_options_t, Release> options(cairo_font_options_create());
+    const std::unique_ptr<cairo_font_options_t, decltype(&cairo_font_options_destroy)> options(
+        cairo_font_options_create(), cairo_font_options_destroy);
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_NONE);
     cairo_ft_font_options_substitute(options.get(), pattern.get());
     FcDefaultSubstitute(pattern.get());
@@ -50,24 +45,20 @@ std::optional<int> FallbackFonts::find(char32_t character, int from) const {
 }
 
 std::unique_ptr<Face> FallbackFonts::open(int number, const FontChoice& choice) const {
-    const PatternPtr found(FcFontRenderPrepare(nullptr, pattern_of(choice).get(), m_fonts->fonts[number]));
-    FcBool scalable = FcTrue, colour = FcFalse;
-    FcPatternGetBool(found.get(), FC_SCALABLE, 0, &scalable);
-    FcPatternGetBool(found.get(), FC_COLOR, 0, &colour);
-    FcChar8 *file = nullptr, *family = nullptr;
-    int index = 0;
-    FcPatternGetString(found.get(), FC_FILE, 0, &file);
-    FcPatternGetString(found.get(), FC_FAMILY, 0, &family);
-    FcPatternGetInteger(found.get(), FC_INDEX, 0, &index);
-    if (colour || !file || !family) return nullptr;
-    const std::string path = reinterpret_cast<const char*>(file);
-    if (!scalable) return StrikeFace::open(path, index, choice, false);
+    const FontconfigPtr<FcPattern> found(
+        FcFontRenderPrepare(nullptr, pattern_of(choice).get(), m_fonts->fonts[number]));
+    const std::string file = text_of(found.get(), FC_FILE), family = text_of(found.get(), FC_FAMILY);
+    if (flag_of(found.get(), FC_COLOR, false) || file.empty() || family.empty()) return nullptr;
+    if (!flag_of(found.get(), FC_SCALABLE, true))
+        return StrikeFace::open(file, number_of(found.get(), FC_INDEX, 0), choice, false);
+    const bool widened = choice.bold && is_thin(found.get()) && BoldFace::serves(choice.size);
+    if (widened) FcPatternDel(found.get(), FC_EMBOLDEN);
     const Canvas32 scratch(1, 1);
     const FontFacePtr face(cairo_ft_font_face_create_for_pattern(found.get()));
     cairo_set_font_face(scratch.context(), face.get());
     auto opened = std::make_unique<OutlineFace>(scratch.context(), choice.size);
-    opened->set_source(reinterpret_cast<const char*>(family), path);
-    return opened->usable() ? std::move(opened) : nullptr;
+    if (!opened->usable()) return nullptr;
+    return with_source(bold_if(widened, std::move(opened)), family, file);
 }
 
 } // namespace qm

@@ -3,9 +3,8 @@
 
 #include "program/text/Face.h"
 #include "program/text/FontChoice.h"
+#include "program/text/font_patterns.h"
 #include "qm_sdk_dual.h"
-
-#include <fontconfig/fontconfig.h>
 
 #include <memory>
 #include <optional>
@@ -25,13 +24,8 @@ class FallbackFonts {
     [[nodiscard]] std::unique_ptr<Face> open(int number, const FontChoice& choice) const;
 
   private:
-    struct Release {
-        void operator()(FcFontSet* fonts) const { FcFontSetDestroy(fonts); }
-        void operator()(FcCharSet* characters) const { FcCharSetDestroy(characters); }
-    };
-
-    std::unique_ptr<FcFontSet, Release> m_fonts;
-    std::unique_ptr<FcCharSet, Release> m_characters; // of all fonts
+    FontconfigPtr<FcFontSet> m_fonts;
+    FontconfigPtr<FcCharSet> m_characters; // of all fonts
 };
 
 } // namespace qm

@@ -1,5 +1,6 @@
 #include "program/text/Font.h"
 
+#include "program/text/BoldFace.h"
 #include "program/text/CairoFreeType.h"
 #include "program/text/InstalledFonts.h"
 #include "program/text/StrikeFace.h"
@@ -47,7 +48,7 @@ std::span<const GlyphPart> parts_of(const GlyphShape& shape, const GlyphPart& on
     return shape.parts.empty() ? std::span(&one, 1) : shape.parts;
 }
 
-std::unique_ptr<Face> selected_face(const FontChoice& choice, bool& substitute, bool slanted = false) {
+std::unique_ptr<OutlineFace> selected_face(const FontChoice& choice, bool& substitute, bool slanted = false) {
     const Canvas32 scratch(1, 1);
     substitute = !select_font(scratch.context(), choice);
     auto face = std::make_unique<OutlineFace>(scratch.context(), choice.size, slanted);
@@ -56,26 +57,28 @@ std::unique_ptr<Face> selected_face(const FontChoice& choice, bool& substitute, 
 }
 
 std::unique_ptr<Face> file_face(const FontChoice& choice, bool& substitute) {
-    std::unique_ptr<Face> outlines = selected_face(choice, substitute);
+    std::unique_ptr<OutlineFace> outlines = selected_face(choice, substitute);
     if (substitute || choice.path.empty()) return outlines;
     outlines->set_source(CairoFreeType::family_of(choice.path), choice.path);
     std::unique_ptr<Face> strike = StrikeFace::open(choice.path, 0, choice, false);
     return strike ? std::move(strike) : std::move(outlines);
 }
 
-// Nothing for a family that is not installed, unless something in its place will do.
-std::unique_ptr<Face> family_face(const FontChoice& choice, bool inItsPlace = true) {
+// A family that the caller names is drawn as cairo draws it, or what cairo has in its place. Of those that
+// are chosen here nothing stands in for a missing one, and a small bold is made where there is none.
+std::unique_ptr<Face> family_face(FontChoice choice, bool callers = true) {
     if (auto strike = installed_strike(choice, true)) return strike;
     const InstalledFont font = installed_font(choice);
     if (font.named)
         if (auto embedded = StrikeFace::open(font.file, font.index, choice, true)) return embedded;
-    if (!font.named && !inItsPlace) return nullptr;
+    if (!font.named && !callers) return nullptr;
     if (!font.named)
         if (auto strike = installed_strike(choice, false)) return strike;
+    const bool widened = !callers && font.thin && BoldFace::serves(choice.size);
+    choice.bold = choice.bold && !widened;
     bool substitute = false;
-    auto outlines = selected_face(choice, substitute, choice.italic && font.upright);
-    outlines->set_source(font.named ? choice.style : font.family, font.file);
-    return outlines;
+    return with_source(bold_if(widened, selected_face(choice, substitute, choice.italic && font.upright)),
+                       font.named ? choice.style : font.family, font.file);
 }
 
 std::unique_ptr<Face> preferred_face_of(const char* family, FontChoice choice) {

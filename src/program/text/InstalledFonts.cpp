@@ -1,35 +1,12 @@
 #include "program/text/InstalledFonts.h"
 
 #include "program/text/StrikeFace.h"
-
-#include <fontconfig/fontconfig.h>
+#include "program/text/font_patterns.h"
 
 #include <cmath>
 
 namespace qm {
 namespace {
-
-struct Release {
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(FcFontSet* fonts) const { FcFontSetDestroy(fonts); }
-    void operator()(FcCache* cache) const { FcDirCacheUnload(cache); }
-    void operator()(FcStrList* list) const { FcStrListDone(list); }
-};
-template <class T> using Owned = std::unique_ptr<T, Release>;
-
-const FcChar8* fc(const std::string& text) { return reinterpret_cast<const FcChar8*>(text.c_str()); }
-
-std::string text_of(const FcPattern* pattern, const char* object) {
-    FcChar8* text = nullptr;
-    const bool found = FcPatternGetString(pattern, object, 0, &text) == FcResultMatch;
-    return found ? reinterpret_cast<const char*>(text) : "";
-}
-
-int number_of(const FcPattern* pattern, const char* object, int otherwise) {
-    int number = otherwise;
-    FcPatternGetInteger(pattern, object, 0, &number);
-    return number;
-}
 
 bool has_family(const FcPattern* pattern, const std::string& family) {
     FcChar8* name = nullptr;
@@ -39,17 +16,16 @@ bool has_family(const FcPattern* pattern, const std::string& family) {
 }
 
 // Fonts without outlines in all folders. Lists that went through the configuration may lack them.
-const std::vector<Owned<FcPattern>>& bitmap_fonts() {
-    static const auto& found = *new std::vector<Owned<FcPattern>>([] {
-        std::vector<Owned<FcPattern>> fonts;
-        const Owned<FcStrList> folders(FcConfigGetFontDirs(nullptr));
+const std::vector<FontconfigPtr<FcPattern>>& bitmap_fonts() {
+    static const auto& found = *new std::vector<FontconfigPtr<FcPattern>>([] {
+        std::vector<FontconfigPtr<FcPattern>> fonts;
+        const FontconfigPtr<FcStrList> folders(FcConfigGetFontDirs(nullptr));
         while (const FcChar8* folder = folders ? FcStrListNext(folders.get()) : nullptr) {
-            const Owned<FcCache> cache(FcDirCacheRead(folder, FcFalse, nullptr));
-            const Owned<FcFontSet> all(cache ? FcCacheCopySet(cache.get()) : nullptr);
+            const FontconfigPtr<FcCache> cache(FcDirCacheRead(folder, FcFalse, nullptr));
+            const FontconfigPtr<FcFontSet> all(cache ? FcCacheCopySet(cache.get()) : nullptr);
             for (int i = 0; all && i < all->nfont; ++i) {
-                FcBool scalable = FcTrue;
-                FcPatternGetBool(all->fonts[i], FC_SCALABLE, 0, &scalable);
-                if (!scalable) fonts.emplace_back(FcPatternDuplicate(all->fonts[i]));
+                if (!flag_of(all->fonts[i], FC_SCALABLE, true))
+                    fonts.emplace_back(FcPatternDuplicate(all->fonts[i]));
             }
         }
         return fonts;
@@ -62,17 +38,16 @@ double distance(const FcPattern* font, const FontChoice& choice) {
     double pixels = 0;
     FcPatternGetDouble(font, FC_PIXEL_SIZE, 0, &pixels);
     const double smaller = choice.size - pixels;
-    const bool bold = number_of(font, FC_WEIGHT, FC_WEIGHT_NORMAL) > FC_WEIGHT_MEDIUM;
     const bool italic = number_of(font, FC_SLANT, FC_SLANT_ROMAN) != FC_SLANT_ROMAN;
     constexpr double kTooLarge = 1e6; // even the smallest of them
-    return (smaller < 0 ? kTooLarge - smaller : smaller) + (bold != choice.bold ? 0.2 : 0) +
+    return (smaller < 0 ? kTooLarge - smaller : smaller) + (is_bold(font) != choice.bold ? 0.2 : 0) +
            (italic != choice.italic ? 0.1 : 0);
 }
 
 } // namespace
 
 InstalledFont installed_font(const FontChoice& choice) {
-    const Owned<FcPattern> wanted(FcPatternCreate());
+    const FontconfigPtr<FcPattern> wanted(FcPatternCreate());
     FcPatternAddString(wanted.get(), FC_FAMILY, fc(choice.style));
     FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
     if (choice.bold) FcPatternAddInteger(wanted.get(), FC_WEIGHT, FC_WEIGHT_BOLD);
@@ -80,11 +55,14 @@ InstalledFont installed_font(const FontChoice& choice) {
     FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result{};
-    const Owned<FcPattern> found(FcFontMatch(nullptr, wanted.get(), &result));
+    const FontconfigPtr<FcPattern> found(FcFontMatch(nullptr, wanted.get(), &result));
     if (!found) return {};
-    return {text_of(found.get(), FC_FAMILY), text_of(found.get(), FC_FILE),
-            number_of(found.get(), FC_INDEX, 0), has_family(found.get(), choice.style),
-            number_of(found.get(), FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN};
+    return {text_of(found.get(), FC_FAMILY),
+            text_of(found.get(), FC_FILE),
+            number_of(found.get(), FC_INDEX, 0),
+            has_family(found.get(), choice.style),
+            number_of(found.get(), FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN,
+            choice.bold && is_thin(found.get())};
 }
 
 std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact) {
@@ -100,8 +78,8 @@ std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact)
 // Go is even and tells every letter from every other one in all sizes; of 14 to 17 pixels Arimo takes less
 // height, so that two lines of 16 stand in 32 rows. Hanzi are legible as bitmaps only up to 16 pixels.
 std::vector<const char*> preferred_families(double pixels) {
-    std::vector<const char*> families{"Go", "Arimo", "DejaVu Sans", "WenQuanYi Bitmap Song",
-                                      "WenQuanYi Micro Hei"};
+    std::vector<const char*> families{
+        "Go", "Arimo", "DejaVu Sans", "WenQuanYi Bitmap Song", "WenQuanYi Micro Hei", "Nakula", "Loma"};
     if (pixels >= 14 && pixels < 18) std::swap(families[0], families[1]);
     return families;
 }

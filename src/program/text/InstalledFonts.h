@@ -16,6 +16,7 @@ struct InstalledFont {
     int index = 0;      // in the file
     bool named = false; // of that family, not in its place
     bool upright = true;
+    bool thin = false; // where a bold one was asked for
 };
 [[nodiscard]] InstalledFont installed_font(const FontChoice& choice);
 

@@ -9,8 +9,6 @@
 namespace qm {
 namespace {
 
-constexpr int kRowsPerStep = 4; // of slanted bitmaps
-
 // Never closed: fonts are kept until the process ends.
 FT_Library library() {
     static const FT_Library opened = [] {
@@ -66,67 +64,32 @@ unsigned long StrikeFace::glyph_index(char32_t character) const {
     return FT_Get_Char_Index(m_face.get(), character);
 }
 
-bool StrikeFace::Bitmap::at(int x, int y) const {
-    if (x < box.left || x >= box.right || y < box.top || y >= box.bottom) return false;
-    return lit[static_cast<std::size_t>((y - box.top) * width() + x - box.left)];
-}
-
-void StrikeFace::Bitmap::set(int x, int y) {
-    lit[static_cast<std::size_t>((y - box.top) * width() + x - box.left)] = true;
-}
-
-StrikeFace::Bitmap StrikeFace::load(unsigned long index) const {
-    Bitmap glyph;
+GlyphBitmap StrikeFace::load(unsigned long index) const {
+    GlyphBitmap glyph;
     const auto number = static_cast<FT_UInt>(index);
     if (FT_Load_Glyph(m_face.get(), number, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) return glyph;
     const FT_GlyphSlot slot = m_face->glyph;
     const FT_Bitmap& bitmap = slot->bitmap;
     const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
-    glyph.box = {slot->bitmap_left, -slot->bitmap_top, slot->bitmap_left + width, rows - slot->bitmap_top};
-    glyph.advance = std::max(0, static_cast<int>((slot->advance.x + 32) / 64));
-    glyph.lit.resize(static_cast<std::size_t>(width * rows));
+    glyph = GlyphBitmap(
+        {slot->bitmap_left, -slot->bitmap_top, slot->bitmap_left + width, rows - slot->bitmap_top},
+        std::max(0, static_cast<int>((slot->advance.x + 32) / 64)));
     for (int y = 0; y < rows; ++y) {
         const unsigned char* row = bitmap.buffer + std::ptrdiff_t{y} * bitmap.pitch;
         for (int x = 0; x < width; ++x) {
             const bool lit = bitmap.pixel_mode == FT_PIXEL_MODE_MONO   ? (row[x / 8] << x % 8 & 0x80) != 0
                              : bitmap.pixel_mode == FT_PIXEL_MODE_GRAY ? row[x] >= 128
                                                                        : false;
-            if (lit) glyph.set(glyph.box.left + x, glyph.box.top + y);
+            if (lit) glyph.set(glyph.box().left + x, glyph.box().top + y);
         }
     }
-    if (m_widen) glyph = widened(glyph);
-    return m_slant ? slanted(glyph) : glyph;
-}
-
-// Every column twice, but for what would close a gap of one column.
-StrikeFace::Bitmap StrikeFace::widened(const Bitmap& glyph) {
-    Bitmap bold{glyph.box, glyph.advance + 1, {}};
-    ++bold.box.right;
-    bold.lit.resize(static_cast<std::size_t>(bold.width() * (bold.box.bottom - bold.box.top)));
-    for (int y = bold.box.top; y < bold.box.bottom; ++y)
-        for (int x = bold.box.left; x < bold.box.right; ++x)
-            if (glyph.at(x, y) || (glyph.at(x - 1, y) && !glyph.at(x + 1, y))) bold.set(x, y);
-    return bold;
-}
-
-// Each few rows a whole pixel farther than those below.
-StrikeFace::Bitmap StrikeFace::slanted(const Bitmap& glyph) {
-    const auto shift = [](int y) {
-        return y < 0 ? (kRowsPerStep - 1 - y) / kRowsPerStep - 1 : -(y / kRowsPerStep);
-    };
-    Bitmap italic{glyph.box, glyph.advance, {}};
-    italic.box.left += std::min(0, shift(glyph.box.bottom - 1));
-    italic.box.right += std::max(0, shift(glyph.box.top));
-    italic.lit.resize(static_cast<std::size_t>(italic.width() * (italic.box.bottom - italic.box.top)));
-    for (int y = glyph.box.top; y < glyph.box.bottom; ++y)
-        for (int x = glyph.box.left; x < glyph.box.right; ++x)
-            if (glyph.at(x, y)) italic.set(x + shift(y), y);
-    return italic;
+    if (m_widen) glyph = glyph.widened();
+    return m_slant ? glyph.slanted() : glyph;
 }
 
 GlyphMeasure StrikeFace::measure(unsigned long index) const {
-    const Bitmap glyph = load(index);
-    return {glyph.advance, glyph.box};
+    const GlyphBitmap glyph = load(index);
+    return {glyph.advance(), glyph.box()};
 }
 
 PixelBox StrikeFace::room_for(const PixelBox& ink) const {
@@ -134,12 +97,7 @@ PixelBox StrikeFace::room_for(const PixelBox& ink) const {
 }
 
 bool StrikeFace::draw(cairo_t* c, unsigned long index, int x, int y) const {
-    const Bitmap glyph = load(index);
-    for (int row = glyph.box.top; row < glyph.box.bottom; ++row)
-        for (int column = glyph.box.left; column < glyph.box.right; ++column)
-            if (glyph.at(column, row)) cairo_rectangle(c, x + column, y + row, 1, 1);
-    cairo_fill(c);
-    return cairo_status(c) == CAIRO_STATUS_SUCCESS;
+    return load(index).draw(c, x, y);
 }
 
 } // namespace qm

@@ -3,12 +3,12 @@
 
 #include "program/text/Face.h"
 #include "program/text/FontChoice.h"
+#include "program/text/GlyphBitmap.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
 #include <memory>
-#include <vector>
 
 namespace qm {
 
@@ -32,21 +32,8 @@ class StrikeFace : public Face {
     };
     using FacePtr = std::unique_ptr<FT_FaceRec, Close>;
 
-    // Rows of pixels, lit or not.
-    struct Bitmap {
-        PixelBox box;
-        int advance = 0;
-        std::vector<bool> lit;
-
-        [[nodiscard]] int width() const { return box.right - box.left; }
-        [[nodiscard]] bool at(int x, int y) const; // around the origin; dark outside
-        void set(int x, int y);
-    };
-
     StrikeFace(FacePtr face, const std::string& path, int strike, const FontChoice& choice);
-    [[nodiscard]] Bitmap load(unsigned long index) const;
-    static Bitmap widened(const Bitmap& glyph);
-    static Bitmap slanted(const Bitmap& glyph);
+    [[nodiscard]] GlyphBitmap load(unsigned long index) const;
 
     FacePtr m_face;
     bool m_widen, m_slant;
