@@ -66,6 +66,16 @@ TEST(Legibility, OfLettersAndDigits) {
     }
 }
 
+// Where a clock has to be smaller than any text, its digits use all rows and do not touch.
+TEST(Legibility, OfTheDigitsOfSmallClocks) {
+    Font font({kAutomaticFont, "", 7, false, false});
+    for (char32_t digit = U'0'; digit <= U'9'; ++digit) {
+        const GlyphShape& shape = font.shape(digit);
+        EXPECT_GE(shape.bottom - shape.top, 6);
+        EXPECT_LT(shape.right - shape.left, shape.advance);
+    }
+}
+
 // How many parts the lit or the dark pixels of a picture have; dark ones that touch at a corner are apart.
 int parts_of(Picture picture, bool ink) {
     if (!ink) picture.flip();

@@ -33,6 +33,12 @@ const std::vector<FontconfigPtr<FcPattern>>& bitmap_fonts() {
     return found;
 }
 
+unsigned characters_of(const FcPattern* font) {
+    FcCharSet* characters = nullptr;
+    FcPatternGetCharSet(font, FC_CHARSET, 0, &characters);
+    return characters ? FcCharSetCount(characters) : 0;
+}
+
 // How far a font is from a choice; less is better.
 double distance(const FcPattern* font, const FontChoice& choice) {
     double pixels = 0;
@@ -42,6 +48,12 @@ double distance(const FcPattern* font, const FontChoice& choice) {
     constexpr double kTooLarge = 1e6; // even the smallest of them
     return (smaller < 0 ? kTooLarge - smaller : smaller) + (is_bold(font) != choice.bold ? 0.2 : 0) +
            (italic != choice.italic ? 0.1 : 0);
+}
+
+// The same bitmaps may be there in several encodings: that of most characters is Unicode.
+bool suits_better(const FcPattern* font, const FcPattern* other, const FontChoice& choice) {
+    const double apart = distance(font, choice) - distance(other, choice);
+    return apart < 0 || (apart == 0 && characters_of(font) > characters_of(other));
 }
 
 } // namespace
@@ -68,18 +80,19 @@ InstalledFont installed_font(const FontChoice& choice) {
 std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact) {
     const FcPattern* best = nullptr;
     for (const auto& font : bitmap_fonts())
-        if (has_family(font.get(), choice.style) &&
-            (!best || distance(font.get(), choice) < distance(best, choice)))
+        if (has_family(font.get(), choice.style) && (!best || suits_better(font.get(), best, choice)))
             best = font.get();
     if (!best) return nullptr;
     return StrikeFace::open(text_of(best, FC_FILE), number_of(best, FC_INDEX, 0), choice, onlyExact);
 }
 
 // Go is even and tells every letter from every other one in all sizes; of 14 to 17 pixels Arimo takes less
-// height, so that two lines of 16 stand in 32 rows. Hanzi are legible as bitmaps only up to 16 pixels.
+// height, so that two lines of 16 stand in 32 rows; up to 7 no outline is clear. Hanzi are legible as bitmaps
+// only up to 16 pixels.
 std::vector<const char*> preferred_families(double pixels) {
     std::vector<const char*> families{
         "Go", "Arimo", "DejaVu Sans", "WenQuanYi Bitmap Song", "WenQuanYi Micro Hei", "Nakula", "Loma"};
+    if (pixels < 8) families.insert(families.begin(), "Fixed");
     if (pixels >= 14 && pixels < 18) std::swap(families[0], families[1]);
     return families;
 }
