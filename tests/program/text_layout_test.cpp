@@ -188,6 +188,16 @@ TEST(LineSpacing, LetsBitmapsStandCellToCellAndOthersShareTheRoom) {
         << "as the font has it";
 }
 
+TEST(LineSpacing, PutsTextsAtTheBottomOnOneBaselineWhateverTheySay) {
+    const FontRows font{14, 16, {-12, 3}};
+    const auto at_bottom = [&](int top, int bottom, int height) {
+        return baselines(std::vector{LineInk{top, bottom}}, height, font, 2).front();
+    };
+    EXPECT_EQ(at_bottom(-12, 0, 15), at_bottom(-9, 3, 15));
+    EXPECT_EQ(at_bottom(-15, 0, 15), 15) << "before a character is cut";
+    EXPECT_EQ(at_bottom(-12, 0, 14), 14) << "where not all letters find room";
+}
+
 TEST(TextLayout, CentresARunningTextThatFits) {
     const TextPages pages = lay_out(U"H", font(), style(SINGLELINE, 1), {65, 16, Running::left});
     ASSERT_EQ(pages.pages.size(), 1U);

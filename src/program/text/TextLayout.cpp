@@ -24,13 +24,17 @@ LineInk ink_of(const ShapedText& text, const TextLine& line, const Font& font) {
     return ink.top < ink.bottom ? ink : LineInk{};
 }
 
+// One that goes up, and one that goes down.
+LineInk letters_of(Font& font) { return {font.shape(U'd').top, font.shape(U'p').bottom}; }
+
 class Layout {
   public:
     Layout(std::u32string_view text, Font& font, const qm_G5_G6_fontData& style, const LayoutFrame& frame)
         : m_singleLine(style.arrMode == SINGLELINE),
           m_text(clean_text(text, m_singleLine), font, style.tdirection == eVertical), m_font(font),
           m_style(style), m_frame(frame),
-          m_ink(ink_of(m_text, {0, m_text.size()}, font)), m_rows{font.ascent(), font.line_height()} {}
+          m_ink(ink_of(m_text, {0, m_text.size()}, font)), m_rows{font.ascent(), font.line_height(),
+                                                                  letters_of(font)} {}
 
     TextPages run() {
         m_out.glyphs.reserve(m_text.size());

@@ -7,11 +7,19 @@
 namespace qm {
 namespace {
 
+constexpr Ouint8 kBottom = 2;
+
+int moved_inside(int y, const LineInk& ink, int height) {
+    return std::max(std::min(y, height - ink.bottom), -ink.top);
+}
+
 // A line that is higher than the page gives up the empty rows above and below its characters before a
-// character is cut.
+// character is cut. At the bottom there is room for all letters: side by side, texts stand on one baseline.
 int alone(const LineInk& line, int height, const FontRows& font, Ouint8 align) {
-    const int y = get_x_area(align, height, font.line) + font.ascent;
-    return std::max(std::min(y, height - line.bottom), -line.top);
+    int y = get_x_area(align, height, font.line) + font.ascent;
+    if (align == kBottom && font.letters.bottom - font.letters.top <= height)
+        y = moved_inside(y, font.letters, height);
+    return moved_inside(y, line, height);
 }
 
 // Widens the smallest first, to a line of the font at most.

@@ -14,9 +14,10 @@ struct LineInk {
     int cell = 0; // rows of its bitmap characters; 0 when there are none
 };
 
-// Of the font: its rows above the baseline, and those of a line.
+// Of the font: its rows above the baseline, those of a line, and how far its letters reach.
 struct FontRows {
     int ascent, line;
+    LineInk letters{};
 };
 
 // Between the baselines of neighbours, at the least: one dark row is between their ink. Bitmaps may stand
