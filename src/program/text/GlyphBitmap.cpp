@@ -25,6 +25,23 @@ bool GlyphBitmap::at(int x, int y) const {
 
 void GlyphBitmap::set(int x, int y) { m_lit[offset(x, y)] = true; }
 
+template <class Take> void GlyphBitmap::each(Take take) const {
+    for (int y = m_box.top; y < m_box.bottom; ++y)
+        for (int x = m_box.left; x < m_box.right; ++x)
+            if (m_lit[offset(x, y)]) take(x, y);
+}
+
+GlyphBitmap GlyphBitmap::trimmed() const {
+    PixelBox ink{m_box.right, m_box.bottom, m_box.left, m_box.top};
+    each([&](int x, int y) {
+        ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1),
+               std::max(ink.bottom, y + 1)};
+    });
+    GlyphBitmap glyph(ink.empty() ? PixelBox{} : ink, m_advance);
+    each([&](int x, int y) { glyph.set(x, y); });
+    return glyph;
+}
+
 // Every column twice, but for what would close a gap of one column. What takes no room still does not.
 GlyphBitmap GlyphBitmap::widened() const {
     GlyphBitmap bold({m_box.left, m_box.top, m_box.right + 1, m_box.bottom},
@@ -43,16 +60,12 @@ GlyphBitmap GlyphBitmap::slanted() const {
     GlyphBitmap italic({m_box.left + std::min(0, shift(m_box.bottom - 1)), m_box.top,
                         m_box.right + std::max(0, shift(m_box.top)), m_box.bottom},
                        m_advance);
-    for (int y = m_box.top; y < m_box.bottom; ++y)
-        for (int x = m_box.left; x < m_box.right; ++x)
-            if (at(x, y)) italic.set(x + shift(y), y);
+    each([&](int x, int y) { italic.set(x + shift(y), y); });
     return italic;
 }
 
 bool GlyphBitmap::draw(cairo_t* c, int x, int y) const {
-    for (int row = m_box.top; row < m_box.bottom; ++row)
-        for (int column = m_box.left; column < m_box.right; ++column)
-            if (at(column, row)) cairo_rectangle(c, x + column, y + row, 1, 1);
+    each([&](int column, int row) { cairo_rectangle(c, x + column, y + row, 1, 1); });
     cairo_fill(c);
     return cairo_status(c) == CAIRO_STATUS_SUCCESS;
 }

@@ -19,6 +19,8 @@ class GlyphBitmap {
     [[nodiscard]] bool at(int x, int y) const; // dark outside
     void set(int x, int y);
 
+    // Without dark rows and columns around its ink.
+    [[nodiscard]] GlyphBitmap trimmed() const;
     [[nodiscard]] GlyphBitmap widened() const;
     [[nodiscard]] GlyphBitmap slanted() const;
     // In the context's colour, with its origin at x, y; false when that cannot be done.
@@ -26,6 +28,8 @@ class GlyphBitmap {
 
   private:
     [[nodiscard]] std::size_t offset(int x, int y) const;
+    // Calls take(x, y) with every lit pixel.
+    template <class Take> void each(Take take) const;
 
     PixelBox m_box;
     int m_advance = 0;

@@ -83,6 +83,7 @@ GlyphBitmap StrikeFace::load(unsigned long index) const {
             if (lit) glyph.set(glyph.box().left + x, glyph.box().top + y);
         }
     }
+    glyph = glyph.trimmed(); // some files have cells
     if (m_widen) glyph = glyph.widened();
     return m_slant ? glyph.slanted() : glyph;
 }
