@@ -97,6 +97,10 @@ TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
     EXPECT_EQ(broken(U"a\n\nb\n", 0, 100).size(), 3U);
 }
 
+TEST(LineBreaker, TakesALetterAndItsMarkAsOneWhereThereIsOne) {
+    EXPECT_EQ(clean_text(U"\u0301e\u0301q\u0301\u1100\u1161", false), U"\u0301éq\u0301가");
+}
+
 TEST(TextLayout, PutsSpacingBetweenCharactersOnly) {
     const TextPages pages = lay_out(U"HHH", font(), style(MULTILINE, 2, 0, 5), {200, 32, Running::no});
     ASSERT_EQ(pages.glyphs.size(), 3U);

@@ -1,5 +1,7 @@
 #include "program/text/LineBreaker.h"
 
+#include "program/text/character_classes.h"
+
 #include <algorithm>
 
 extern "C" {
@@ -130,6 +132,8 @@ std::u32string clean_text(std::u32string_view text, bool singleLine) {
             clean += singleLine ? U' ' : U'\n';
         } else if (c == U'\t') {
             clean += U' ';
+        } else if (const auto both = clean.empty() ? std::nullopt : composed(clean.back(), c)) {
+            clean.back() = *both;
         } else if (c >= 0x20 && c != 0x7F && c != 0xFEFF) {
             clean += c;
         }

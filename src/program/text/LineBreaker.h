@@ -6,7 +6,7 @@
 namespace qm {
 
 // Ready for layout: line ends are '\n' or, in single-line mode, spaces; tabs are spaces; other control
-// characters are gone.
+// characters are gone. A letter and its mark are one character where there is one: more fonts have it.
 [[nodiscard]] std::u32string clean_text(std::u32string_view text, bool singleLine);
 
 // Lines of at most width pixels, broken where Unicode's rules allow it, and inside a word only when the word

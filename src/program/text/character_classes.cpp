@@ -86,6 +86,12 @@ bool continues(char32_t previous, char32_t c) {
     return c >= 0x300 && (is_mark(c) || c == kZeroWidthJoiner || is_emoji_modifier(c));
 }
 
+std::optional<char32_t> composed(char32_t previous, char32_t c) {
+    hb_codepoint_t both = 0;
+    if (!needs_shaping(c) || !hb_unicode_compose(hb_unicode_funcs_get_default(), previous, c, &both)) return {};
+    return both;
+}
+
 VerticalForm vertical_form(char32_t c) {
     if (is_in(kTurned, c)) return VerticalForm::turned;
     return is_in(kRaised, c) ? VerticalForm::raised : VerticalForm::upright;

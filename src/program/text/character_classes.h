@@ -3,6 +3,8 @@
 
 #include <hb.h>
 
+#include <optional>
+
 namespace qm {
 
 // Not drawn by a glyph of its own at the right of the one before: a mark, a joiner, a letter of a script
@@ -17,6 +19,9 @@ namespace qm {
 [[nodiscard]] bool is_ignorable(char32_t c);
 // Belongs to the character before, as a mark or as what a joiner or a virama ties to it.
 [[nodiscard]] bool continues(char32_t previous, char32_t c);
+
+// The character for one and the mark behind it, if there is one.
+[[nodiscard]] std::optional<char32_t> composed(char32_t previous, char32_t c);
 
 // How punctuation stands in a column: as in a line, turned clockwise by a right angle, or in the upper right
 // of its cell. Latin letters and arrows stay upright.
