@@ -24,10 +24,11 @@ int alone(const LineInk& line, int height, const FontRows& font, Ouint8 align) {
 
 // Widens the smallest first, to a line of the font at most.
 void widen(std::vector<int>& pitches, int rows, int most) {
-    for (; rows > 0; --rows) {
-        const auto smallest = std::min_element(pitches.begin(), pitches.end());
-        if (*smallest >= most) return;
-        ++*smallest;
+    while (rows > 0) {
+        const int smallest = *std::min_element(pitches.begin(), pitches.end());
+        if (smallest >= most) return;
+        for (int& pitch : pitches)
+            if (pitch == smallest && rows-- > 0) ++pitch;
     }
 }
 
