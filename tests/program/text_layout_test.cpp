@@ -183,13 +183,17 @@ TEST(TextLayout, FillsPagesWithAsManyLinesAsTheirInkAllows) {
 TEST(LineSpacing, LetsBitmapsStandCellToCellAndOthersShareTheRoom) {
     const FontRows font{14, 18};
     const LineInk hanzi{-13, 3, 16}, letters{-12, 3, 0};
-    EXPECT_EQ(lines_that_fit(std::vector(3, hanzi), 32, font), 2U);
+    EXPECT_EQ(lines_that_fit(std::vector(3, hanzi), 32), 2U);
     EXPECT_EQ(baselines(std::vector(2, hanzi), 32, font, 1), (std::vector{13, 29}));
-    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 31, font), 2U);
-    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 30, font), 1U);
+    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 31), 2U);
+    EXPECT_EQ(lines_that_fit(std::vector(3, letters), 30), 1U);
     EXPECT_EQ(baselines(std::vector(3, letters), 51, font, 0), (std::vector{12, 30, 48}));
     EXPECT_EQ(baselines(std::vector(3, letters), 54, font, 0), (std::vector{14, 32, 50}))
         << "as the font has it";
+    const LineInk tall{-17, 5, 0};
+    EXPECT_EQ(lines_that_fit(std::vector(3, tall), 45), 2U);
+    EXPECT_EQ(baselines(std::vector(2, tall), 45, font, 0), (std::vector{17, 40})) << "of another font";
+    EXPECT_EQ(baselines(std::vector(2, tall), 60, font, 2), (std::vector{32, 55}));
 }
 
 TEST(LineSpacing, PutsTextsAtTheBottomOnOneBaselineWhateverTheySay) {

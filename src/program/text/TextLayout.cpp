@@ -96,7 +96,7 @@ class Layout {
         const std::vector<TextLine> lines = break_lines(m_text, m_style.txtSpace, m_frame.width);
         const std::vector<LineInk> inks = inks_of(lines);
         for (std::size_t i = 0, count = 0; i < lines.size(); i += count) {
-            count = m_singleLine ? 1 : lines_that_fit(std::span(inks).subspan(i), m_frame.height, m_rows);
+            count = m_singleLine ? 1 : lines_that_fit(std::span(inks).subspan(i), m_frame.height);
             set_page(std::span(lines).subspan(i, count), std::span(inks).subspan(i, count));
         }
     }
@@ -181,8 +181,7 @@ class Layout {
     [[nodiscard]] std::size_t characters_that_fit() const {
         const int height = m_frame.height, spacing = m_style.txtSpace;
         const int close = 1 + (height - (m_ink.bottom - m_ink.top)) / (closest(m_ink, m_ink) + spacing);
-        const int apart = (height + spacing) / (m_rows.line + spacing);
-        return static_cast<std::size_t>(std::max({1, close, apart}));
+        return static_cast<std::size_t>(std::max(1, close));
     }
 
     void set_column_page(std::span<const TextLine> columns, int pitch) {

@@ -3,6 +3,7 @@
 #include "program/text/alignment.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace qm {
 namespace {
@@ -40,30 +41,35 @@ int closest(const LineInk& upper, const LineInk& lower) {
     return std::max(1, cell > 0 ? std::min(touching + 1, std::max(touching, cell)) : touching + 1);
 }
 
-std::size_t lines_that_fit(std::span<const LineInk> lines, int height, const FontRows& font) {
+std::size_t lines_that_fit(std::span<const LineInk> lines, int height) {
     std::size_t count = 1;
     int baseline = -lines.front().top;
     for (; count < lines.size(); ++count) {
         baseline += closest(lines[count - 1], lines[count]);
         if (baseline + lines[count].bottom > height) break;
     }
-    const auto apart = static_cast<std::size_t>(std::max(1, height / font.line));
-    return std::max(count, std::min(apart, lines.size()));
+    return count;
 }
 
 std::vector<int> baselines(std::span<const LineInk> lines, int height, const FontRows& font, Ouint8 align) {
-    const int count = static_cast<int>(lines.size());
-    if (count == 1) return {alone(lines.front(), height, font, align)};
-    std::vector<int> pitches(lines.size() - 1, font.line);
-    int y = get_x_area(align, height, count * font.line) + font.ascent;
-    if (count * font.line > height) {
-        int used = lines.back().bottom - lines.front().top;
-        for (std::size_t i = 0; i < pitches.size(); ++i) used += pitches[i] = closest(lines[i], lines[i + 1]);
-        widen(pitches, height - used, font.line);
-        int needed = lines.back().bottom - lines.front().top;
-        for (const int pitch : pitches) needed += pitch;
-        y = get_x_area(align, height, needed) - lines.front().top;
+    if (lines.size() == 1) return {alone(lines.front(), height, font, align)};
+    std::vector<int> tight, wanted;
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+        tight.push_back(closest(lines[i], lines[i + 1]));
+        wanted.push_back(std::max(font.line, tight.back()));
     }
+    const auto sum = [](const std::vector<int>& pitches) {
+        return std::accumulate(pitches.begin(), pitches.end(), 0);
+    };
+    const int ink = lines.back().bottom - lines.front().top;
+    const bool roomy = sum(wanted) + font.line <= height;
+    std::vector<int>& pitches = roomy ? wanted : tight;
+    if (!roomy) widen(pitches, height - ink - sum(pitches), font.line);
+    const int last = sum(pitches);
+    int y = roomy ? get_x_area(align, height, last + font.line) + font.ascent
+                  : get_x_area(align, height, ink + last) - lines.front().top;
+    if (ink + last <= height)
+        y = std::max(std::min(y, height - last - lines.back().bottom), -lines.front().top);
     std::vector<int> places{y};
     for (const int pitch : pitches) places.push_back(y += pitch);
     return places;

@@ -25,7 +25,7 @@ struct FontRows {
 [[nodiscard]] int closest(const LineInk& upper, const LineInk& lower);
 
 // How many of the lines, at least one, stand on a page when they come as close as that.
-[[nodiscard]] std::size_t lines_that_fit(std::span<const LineInk> lines, int height, const FontRows& font);
+[[nodiscard]] std::size_t lines_that_fit(std::span<const LineInk> lines, int height);
 
 // The baselines of the lines of a page. They stand a line of the font apart where there is room, else as far
 // as there is, and share what is left by their alignment: 1 centre, 2 bottom, else top.
