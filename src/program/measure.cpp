@@ -13,8 +13,16 @@
 namespace qm {
 namespace {
 
+// Whole characters of it.
 template <std::size_t size> void copy_name(char (&field)[size], const std::string& name) {
-    std::memcpy(field, name.c_str(), std::min(name.size(), size - 1));
+    std::size_t length = std::min(name.size(), size - 1);
+    while (length < name.size() && (static_cast<unsigned char>(name[length]) & 0xC0U) == 0x80U) --length;
+    std::memcpy(field, name.data(), length);
+}
+
+// What stands for a character that no font has, also in a column.
+bool is_box(const GlyphShape& shape) {
+    return shape.index == 0 && (shape.parts.empty() || shape.parts.front().index == 0);
 }
 
 // Missing characters, and the font that draws most of the others.
@@ -24,7 +32,7 @@ void describe_fonts(const ShapedText& text, const Font& font, qm_text_extent& ex
         const char32_t c = text.character(i);
         if (c == U'\n' || is_ignorable(c)) continue;
         const GlyphShape& shape = text.shape(i);
-        if (shape.index == 0 && shape.parts.empty() && extent.missing++ == 0) extent.firstMissing = c;
+        if (is_box(shape) && extent.missing++ == 0) extent.firstMissing = c;
         uses[&font.face_of(shape)] += text.begin_of(i + 1) - text.begin_of(i);
     }
     const auto fewer = [](const auto& a, const auto& b) { return a.second < b.second; };

@@ -79,7 +79,7 @@ void add_text_options(ArgumentList& command, TextStyle& style) {
     add_value(command, "--valign", style.valign, "WORD", "top, center or bottom (default center)",
               [](const std::string& text) { return read_align(text, kVertical); });
     command.add_flag("--bold", style.bold, "Bold");
-    command.add_flag("--italic", style.italic, "Italic; a family without an italic face stays upright");
+    command.add_flag("--italic", style.italic, "Italic; slanted where a family has none");
     add_number(command, "--spacing", style.spacing, 0, 255, "Pixels added between characters (default 0)");
     command.add_flag("--vertical", style.vertical, "Characters stacked into columns");
 }
