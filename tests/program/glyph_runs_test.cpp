@@ -53,10 +53,15 @@ std::vector<PlacedGlyph> placed(Font& font, std::u32string_view text, const Draw
     return glyphs;
 }
 
+// A family without italic outlines, which the fonts' configuration would slant for others.
+constexpr char kUpright[] = "WenQuanYi Micro Hei";
+
 Pixels by_cairo(const FontChoice& choice, const std::vector<PlacedGlyph>& glyphs, const Drawing& drawing) {
     return drawn(drawing, [&](cairo_t* c) {
         select_font(c, choice);
-        cairo_set_font_size(c, choice.size);
+        const bool slanted = choice.italic && choice.style == kUpright;
+        const cairo_matrix_t matrix{choice.size, 0, slanted ? -0.2 * choice.size : 0, choice.size, 0, 0};
+        cairo_set_font_matrix(c, &matrix);
         for (const PlacedGlyph& placed : glyphs) {
             const cairo_glyph_t glyph{placed.shape->index, double(placed.x), double(placed.y)};
             cairo_show_glyphs(c, &glyph, 1);
@@ -80,8 +85,7 @@ std::size_t compare(const FontChoice& choice, const Drawing& drawing, std::u32st
 }
 
 TEST(GlyphRuns, AreWhatCairoDrawsInEveryFontStyleAndSize) {
-    for (const auto& [family, file] :
-         {std::pair{"DejaVu Sans", ""}, {"WenQuanYi Micro Hei", ""}, {"", kFontFile}})
+    for (const auto& [family, file] : {std::pair{"DejaVu Sans", ""}, {kUpright, ""}, {"", kFontFile}})
         for (const double size : {6., 9., 12., 13., 16., 24., 33.})
             for (const bool bold : {false, true})
                 for (const bool italic : {false, true})

@@ -123,6 +123,13 @@ TEST(Legibility, OfBoldHanziOfAFontWithoutBold) {
     }
 }
 
+// Hindi, Thai, hanzi and Arabic, whose families have none.
+TEST(Legibility, OfItalicIsThatOfSlantedLetters) {
+    Font upright = automatic(18), italic({kAutomaticFont, "", pixels_of_points(18), false, true});
+    for (const char32_t c : std::u32string_view(U"क好ב"))
+        EXPECT_GT((picture_of(upright, c) ^ picture_of(italic, c)).count(), 10U) << static_cast<unsigned>(c);
+}
+
 bool has_solid_block(const Picture& picture) {
     const auto solid = [&](int left, int top) {
         for (int i = 0; i < 9; ++i)

@@ -53,10 +53,11 @@ std::unique_ptr<Face> FallbackFonts::open(int number, const FontChoice& choice) 
         return StrikeFace::open(file, number_of(found.get(), FC_INDEX, 0), choice, false);
     const bool widened = choice.bold && is_thin(found.get()) && BoldFace::serves(choice.size);
     if (widened) FcPatternDel(found.get(), FC_EMBOLDEN);
+    const bool slanted = choice.italic && is_upright(found.get());
     const Canvas32 scratch(1, 1);
     const FontFacePtr face(cairo_ft_font_face_create_for_pattern(found.get()));
     cairo_set_font_face(scratch.context(), face.get());
-    auto opened = std::make_unique<OutlineFace>(scratch.context(), choice.size);
+    auto opened = std::make_unique<OutlineFace>(scratch.context(), choice.size, slanted);
     if (!opened->usable()) return nullptr;
     return with_source(bold_if(widened, std::move(opened)), family, file);
 }

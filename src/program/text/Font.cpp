@@ -58,6 +58,10 @@ std::unique_ptr<OutlineFace> selected_face(const FontChoice& choice, bool& subst
 
 std::unique_ptr<Face> file_face(const FontChoice& choice, bool& substitute) {
     std::unique_ptr<OutlineFace> outlines = selected_face(choice, substitute);
+    if (substitute) {
+        const InstalledFont font = installed_font({});
+        outlines->set_source(font.family, font.file);
+    }
     if (substitute || choice.path.empty()) return outlines;
     outlines->set_source(CairoFreeType::family_of(choice.path), choice.path);
     std::unique_ptr<Face> strike = StrikeFace::open(choice.path, 0, choice, false);
@@ -77,7 +81,7 @@ std::unique_ptr<Face> family_face(FontChoice choice, bool callers = true) {
     const bool widened = !callers && font.thin && BoldFace::serves(choice.size);
     choice.bold = choice.bold && !widened;
     bool substitute = false;
-    return with_source(bold_if(widened, selected_face(choice, substitute, choice.italic && font.upright)),
+    return with_source(bold_if(widened, selected_face(choice, substitute, font.upright)),
                        font.named ? choice.style : font.family, font.file);
 }
 

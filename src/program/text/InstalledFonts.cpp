@@ -4,16 +4,23 @@
 #include "program/text/font_patterns.h"
 
 #include <cmath>
+#include <tuple>
 
 namespace qm {
 namespace {
 
+// Newer systems put the foundry before the family of a bitmap font.
 bool has_family(const FcPattern* pattern, const std::string& family) {
+    const std::string ofFoundry = text_of(pattern, FC_FOUNDRY) + " " + family;
     FcChar8* name = nullptr;
     for (int i = 0; FcPatternGetString(pattern, FC_FAMILY, i, &name) == FcResultMatch; ++i)
-        if (FcStrCmpIgnoreCase(name, fc(family)) == 0) return true;
+        if (FcStrCmpIgnoreCase(name, fc(family)) == 0 || FcStrCmpIgnoreCase(name, fc(ofFoundry)) == 0)
+            return true;
     return false;
 }
+
+// Its bold outlines close their counters in small sizes.
+constexpr char kClotsInBold[] = "Loma";
 
 // Fonts without outlines in all folders. Lists that went through the configuration may lack them.
 const std::vector<FontconfigPtr<FcPattern>>& bitmap_fonts() {
@@ -50,10 +57,14 @@ double distance(const FcPattern* font, const FontChoice& choice) {
            (italic != choice.italic ? 0.1 : 0);
 }
 
-// The same bitmaps may be there in several encodings: that of most characters is Unicode.
+// The same bitmaps may be there in several encodings, and that of most characters is Unicode; others of the
+// same height in several widths.
 bool suits_better(const FcPattern* font, const FcPattern* other, const FontChoice& choice) {
-    const double apart = distance(font, choice) - distance(other, choice);
-    return apart < 0 || (apart == 0 && characters_of(font) > characters_of(other));
+    const auto rank = [&](const FcPattern* one) {
+        return std::tuple(distance(one, choice), -static_cast<long>(characters_of(one)),
+                          text_of(one, FC_FILE));
+    };
+    return rank(font) < rank(other);
 }
 
 } // namespace
@@ -73,8 +84,8 @@ InstalledFont installed_font(const FontChoice& choice) {
             text_of(found.get(), FC_FILE),
             number_of(found.get(), FC_INDEX, 0),
             has_family(found.get(), choice.style),
-            number_of(found.get(), FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN,
-            choice.bold && is_thin(found.get())};
+            choice.italic && is_upright(found.get()),
+            choice.bold && (is_thin(found.get()) || choice.style == kClotsInBold)};
 }
 
 std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact) {
@@ -82,18 +93,20 @@ std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact)
     for (const auto& font : bitmap_fonts())
         if (has_family(font.get(), choice.style) && (!best || suits_better(font.get(), best, choice)))
             best = font.get();
-    if (!best) return nullptr;
-    return StrikeFace::open(text_of(best, FC_FILE), number_of(best, FC_INDEX, 0), choice, onlyExact);
+    const std::string file = best ? text_of(best, FC_FILE) : "";
+    auto strike = best ? StrikeFace::open(file, number_of(best, FC_INDEX, 0), choice, onlyExact) : nullptr;
+    return strike ? with_source(std::move(strike), choice.style, file) : nullptr;
 }
 
 // Go is even and tells every letter from every other one in all sizes; of 14 to 17 pixels Arimo takes less
-// height, so that two lines of 16 stand in 32 rows; up to 7 no outline is clear. Hanzi are legible as bitmaps
-// only up to 16 pixels.
+// height, so that two lines of 16 stand in 32 rows, and from 32 on its curves are even; up to 8 no outline is
+// clear. Hanzi are legible as bitmaps only up to 16 pixels.
 std::vector<const char*> preferred_families(double pixels) {
     std::vector<const char*> families{
-        "Go", "Arimo", "DejaVu Sans", "WenQuanYi Bitmap Song", "WenQuanYi Micro Hei", "Nakula", "Loma"};
-    if (pixels < 8) families.insert(families.begin(), "Fixed");
-    if (pixels >= 14 && pixels < 18) std::swap(families[0], families[1]);
+        "Go",     "Arimo", "DejaVu Sans",        "WenQuanYi Bitmap Song", "WenQuanYi Micro Hei",
+        "Nakula", "Loma",  "Noto Sans Arabic UI"};
+    if (pixels < 9) families.insert(families.begin(), {"Clean", "Fixed"});
+    if ((pixels >= 14 && pixels < 18) || pixels >= 32) std::swap(families[0], families[1]);
     return families;
 }
 

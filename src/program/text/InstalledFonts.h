@@ -13,10 +13,10 @@ class Face;
 // What fontconfig takes for a family in the style of a choice.
 struct InstalledFont {
     std::string family, file;
-    int index = 0;      // in the file
-    bool named = false; // of that family, not in its place
-    bool upright = true;
-    bool thin = false; // where a bold one was asked for
+    int index = 0;        // in the file
+    bool named = false;   // of that family, not in its place
+    bool upright = false; // where an italic one was asked for
+    bool thin = false;    // where a bold one was asked for, which serves in small sizes
 };
 [[nodiscard]] InstalledFont installed_font(const FontChoice& choice);
 

@@ -45,4 +45,11 @@ inline bool is_bold(const FcPattern* font) {
 // A match for a bold font that has no bold outlines: they would be thickened.
 inline bool is_thin(const FcPattern* match) { return !is_bold(match) || flag_of(match, FC_EMBOLDEN, false); }
 
+// A match for an italic font that has no italic outlines: how they would be slanted is said, but not done.
+inline bool is_upright(const FcPattern* match) {
+    FcMatrix* slant = nullptr;
+    return number_of(match, FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN ||
+           FcPatternGetMatrix(match, FC_MATRIX, 0, &slant) == FcResultMatch;
+}
+
 } // namespace qm
