@@ -140,6 +140,14 @@ std::u32string broken(const std::u32string& text, int width) {
     return lines;
 }
 
+TEST(ShapedText, ShowsASoftHyphenWhereALineEnds) {
+    ShapedText text(U"Donau\u00ADdampf", font());
+    EXPECT_EQ(break_lines(text, 0, 500).size(), 1U);
+    EXPECT_TRUE(text.shape(5).blank());
+    EXPECT_EQ(break_lines(text, 0, width_of(U"Donau-", 0)).front().end, 6U);
+    EXPECT_EQ(&text.shape(5), &font().shape(U'-'));
+}
+
 TEST(ShapedText, BreaksThaiBetweenWords) {
     const std::u32string words = U"ขอต้อนรับ|สู่|ประเทศ|ไทย|น้ำ|ดื่ม|ฟรี";
     std::u32string text = words;
@@ -214,6 +222,18 @@ TEST(VerticalForms, TurnClockwise) {
     EXPECT_EQ(rows.back().find('#'), 0U);
 }
 
+TEST(VerticalForms, TurnWhatStandsBesideLettersFromRightToLeft) {
+    const ShapedText text(U"(אב)", font(), true);
+    EXPECT_EQ(text.shape(0).upright, &font().shape(U'('));
+    EXPECT_EQ(text.shape(3).upright, &font().shape(U')'));
+}
+
+// Alone, a letter does not reach out for its neighbour.
+TEST(VerticalForms, StackLettersUnjoined) {
+    const ShapedText column(U"بيت", font(), true), alone(U"ب", font(), true);
+    EXPECT_EQ(&column.shape(0), &alone.shape(0));
+}
+
 TEST(VerticalForms, RaiseFullStops) {
     Font f({"WenQuanYi Micro Hei", "", 16, false, false});
     for (const char32_t c : std::u32string_view(U"、。")) {
@@ -247,6 +267,7 @@ TEST(ShapedText, TakesHostileTextsInTime) {
                                     many(U"क्", 30000),
                                     many(U"ក្ត", 30000),
                                     many(U"\U0001F468\u200D", 30000),
+                                    many(U"\U0001F1E9\U0001F1EA", 20000),
                                     many(U"بب", 20000),
                                     many(U"กาเ", 20000),
                                     many(U"\xD800\xDC00\xFFFFFFFFא", 5000),

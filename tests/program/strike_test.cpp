@@ -1,6 +1,6 @@
 // Bitmaps are drawn as they are, in the size that a font has them.
 #include "bitmap_font.h"
-#include "program/text/Font.h"
+#include "program/text/ShapedText.h"
 #include "support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -37,6 +37,18 @@ TEST(Strike, IsMadeBoldWithItsGapsOpenAndItalicByWholePixels) {
                               ".##.....##..\n.##.....##..\n.###...###..\n............\n");
     EXPECT_EQ(drawn(8, false, true), "....#.......\n...#.#......\n..#..#......\n..#......#..\n.########...\n"
                                      ".#......#...\n.#......#...\n.##....##...\n............\n");
+}
+
+// In their order, with their brackets mirrored and their marks above them.
+TEST(Strike, DrawsWhatHasToBePutTogether) {
+    Font fixed({"Fixed", "", 20, false, false});
+    ASSERT_EQ(fixed.chosen_face().strike(), 20) << "scripts/setup installs it";
+    EXPECT_EQ(fixed.face_with(U"(שלום)"), 0U);
+    const ShapedText hebrew(U"(ש", fixed);
+    EXPECT_EQ(hebrew.shape(0).parts.front().index, fixed.shape(U')').index);
+    const ShapedText mark(U"q\u0301", fixed);
+    ASSERT_EQ(mark.size(), 1U);
+    EXPECT_LT(mark.shape(0).top, fixed.shape(U'q').top);
 }
 
 } // namespace

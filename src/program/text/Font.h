@@ -86,7 +86,7 @@ class Font {
     std::optional<unsigned> face_with(std::u32string_view characters);
     // The glyphs of a run of the text in a face that has its characters; valid until the next call.
     std::span<const ShapedGlyph> shape(unsigned face, std::u32string_view text, const TextRun& run) {
-        return shaping_face(face)->shape(text, run);
+        return shaping_face(face).shape(text, run);
     }
     // Glyphs that were shaped, from left to right, as one shape. It is valid as long as the font is.
     std::shared_ptr<const GlyphShape> cluster(unsigned face, std::span<const ShapedGlyph> glyphs);
@@ -108,8 +108,7 @@ class Font {
     unsigned preferred_face(std::size_t number);
     unsigned face_of(int fallback);
     const FallbackFonts& fallbacks();
-    // Nothing for a face that is not made of tables, such as one of bitmaps.
-    ShapingFace* shaping_face(unsigned face);
+    ShapingFace& shaping_face(unsigned face);
     bool has_all(unsigned face, std::u32string_view characters);
     std::optional<unsigned> fallback_with(std::u32string_view characters);
     std::optional<int> first_fallback(char32_t character);

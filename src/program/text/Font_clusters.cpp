@@ -33,17 +33,15 @@ std::u32string different(std::u32string_view characters) {
 
 } // namespace
 
-ShapingFace* Font::shaping_face(unsigned face) {
+ShapingFace& Font::shaping_face(unsigned face) {
     const auto [known, isNew] = m_shapingFaces.try_emplace(face);
-    cairo_scaled_font_t* const font = m_faces[face]->scaled_font();
-    if (isNew && font) known->second = std::make_unique<ShapingFace>(font, m_choice.size);
-    return known->second.get();
+    if (isNew) known->second = std::make_unique<ShapingFace>(*m_faces[face], m_choice.size);
+    return *known->second;
 }
 
 bool Font::has_all(unsigned face, std::u32string_view characters) {
-    const ShapingFace* const shaping = shaping_face(face);
-    return shaping &&
-           std::all_of(characters.begin(), characters.end(), [&](char32_t c) { return shaping->has(c); });
+    const ShapingFace& shaping = shaping_face(face);
+    return std::all_of(characters.begin(), characters.end(), [&](char32_t c) { return shaping.has(c); });
 }
 
 std::optional<int> Font::first_fallback(char32_t character) {

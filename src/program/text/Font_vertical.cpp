@@ -27,8 +27,7 @@ void Font::make_vertical(char32_t character, const GlyphShape& upright, ClusterS
     shape.face = upright.face;
     shape.index = upright.index;
     shape.advance = upright.advance;
-    ShapingFace* const shaping = shaping_face(shape.face);
-    const auto own = shaping ? shaping->vertical_glyph(character) : std::nullopt;
+    const auto own = shaping_face(shape.face).vertical_glyph(character);
     if (!own && vertical_form(character) == VerticalForm::turned) return turn(character, upright, shape);
     const int right =
         upright.advance - upright.left - upright.right; // from the left of its cell to the right

@@ -56,9 +56,11 @@ std::vector<char> break_opportunities(std::u32string_view text) {
     (void)initialised;
     std::vector<char> breaks(text.size());
     std::vector<utf32_t> units(text.begin(), text.end());
-    // These two are the end of a text to libunibreak; in the middle of one they would end the process.
-    const auto ends = [](utf32_t c) { return c == 0xFFFF || c == 0xFFFFFFFF; };
-    std::replace_if(units.begin(), units.end(), ends, utf32_t{0xFFFD});
+    // These would end the process: libunibreak takes two for the end of a text, and knows no flags.
+    const auto ends = [](utf32_t c) {
+        return c == 0xFFFF || c == 0xFFFFFFFF || (c >= 0x1F1E6 && c <= 0x1F1FF);
+    };
+    std::replace_if(units.begin(), units.end(), ends, utf32_t{U'A'});
     set_linebreaks_utf32(units.data(), units.size(), "", breaks.data());
     allow_breaks_in_thai(text, breaks);
     return breaks;
@@ -93,11 +95,13 @@ class Breaker {
         if (!fits && c != U' ' && m_next > m_begin) return break_before(m_next);
         m_pen = std::min(kFarthestPixel, m_pen + shape.advance);
         ++m_next;
-        if (m_breaks[m_text.begin_of(m_next) - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
+        const bool hyphenFits = c != kSoftHyphen || m_pen + m_text.hyphen().advance <= m_width;
+        if (hyphenFits && m_breaks[m_text.begin_of(m_next) - 1] == LINEBREAK_ALLOWBREAK) m_lastBreak = m_next;
     }
 
     void break_before(std::size_t overflowing) {
         const std::size_t at = m_text.part(m_lastBreak > m_begin ? m_lastBreak : overflowing);
+        if (m_text.character(at - 1) == kSoftHyphen) m_text.show_hyphen(at - 1);
         end_line(at, at);
     }
 

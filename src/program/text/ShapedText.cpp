@@ -23,6 +23,8 @@ bool has_headline(hb_script_t script) {
 // How far a line's end reaches into what was shaped at once, in clusters.
 constexpr std::size_t kReach = 32;
 
+const GlyphShape kNothing; // of a line end, or a hyphen that is not shown
+
 using Glyphs = std::span<const ShapedGlyph>;
 
 void replace(std::vector<Cluster>& all, std::size_t first, std::size_t last, const std::vector<Cluster>& by) {
@@ -39,12 +41,11 @@ void replace(std::vector<Cluster>& all, std::size_t first, std::size_t last, con
 
 ShapedText::ShapedText(std::u32string text, Font& font, bool inColumns)
     : m_text(std::move(text)), m_font(font), m_inColumns(inColumns) {
-    static const GlyphShape lineEnd;
     m_clusters.reserve(m_text.size());
     for (std::size_t begin = 0; begin < m_text.size(); ++begin) {
         const std::size_t end = std::min(m_text.find(U'\n', begin), m_text.size());
         add_paragraph(begin, end);
-        if (end < m_text.size()) m_clusters.push_back({&lineEnd, static_cast<Ouint32>(end)});
+        if (end < m_text.size()) m_clusters.push_back({&kNothing, static_cast<Ouint32>(end)});
         begin = end;
     }
 }
@@ -53,7 +54,8 @@ void ShapedText::add_paragraph(std::size_t begin, std::size_t end) {
     const auto paragraph = std::u32string_view(m_text).substr(begin, end - begin);
     if (std::none_of(paragraph.begin(), paragraph.end(), needs_shaping))
         return add_plain({begin, end, 0, HB_SCRIPT_COMMON, true});
-    const ParagraphLevels levels = embedding_levels(paragraph);
+    const ParagraphLevels levels =
+        m_inColumns ? ParagraphLevels{0, std::vector<Level>(paragraph.size())} : embedding_levels(paragraph);
     m_paragraph = levels.paragraph;
     m_turns = m_turns || std::any_of(levels.levels.begin(), levels.levels.end(), std::identity());
     for (const TextRun& run : runs_of(m_text, begin, levels.levels))
@@ -63,29 +65,35 @@ void ShapedText::add_paragraph(std::size_t begin, std::size_t end) {
 
 void ShapedText::add_plain(const TextRun& run) {
     for (std::size_t i = run.begin; i < run.end; ++i) {
-        const GlyphShape& shape = m_inColumns ? m_font.vertical(m_text[i]) : m_font.shape(m_text[i]);
-        m_clusters.push_back({&shape, static_cast<Ouint32>(i), run.level, m_paragraph, false, false});
+        const bool hidden = m_text[i] == kSoftHyphen; // until a line ends with it
+        if (hidden && m_inColumns) continue;
+        const GlyphShape& shape = hidden        ? kNothing
+                                  : m_inColumns ? m_font.vertical(m_text[i])
+                                                : m_font.shape(m_text[i]);
+        m_clusters.push_back({&shape, static_cast<Ouint32>(i), run.level, m_paragraph, hidden, false});
     }
 }
 
 void ShapedText::add_run(const TextRun& run) {
     const auto characters = std::u32string_view(m_text).substr(run.begin, run.end - run.begin);
-    if (const auto face = m_font.face_with(characters))
+    if (const auto face = m_inColumns ? std::nullopt : m_font.face_with(characters))
         add_shaped(run, *face);
     else
         add_by_clusters(run);
 }
 
-// No font has all of the run: each part takes the first one that has as much as is drawn together.
+// No font has all of the run, or it stands in a column: each part takes the first one that has as much as is
+// drawn together. In columns letters stand one by one, unjoined.
 void ShapedText::add_by_clusters(const TextRun& run) {
     TextRun part = run;
+    part.alone = m_inColumns;
     std::optional<unsigned> face;
     const auto add = [&] { face ? add_shaped(part, *face) : add_plain(part); };
     for (std::size_t begin = run.begin, end = begin; begin < run.end; begin = end) {
         do ++end;
         while (end < run.end && continues(m_text[end - 1], m_text[end]));
         const auto found = m_font.face_with(std::u32string_view(m_text).substr(begin, end - begin));
-        if (begin > run.begin && found != face) {
+        if (begin > run.begin && (m_inColumns || found != face)) {
             add();
             part.begin = begin;
         }

@@ -55,6 +55,10 @@ class ShapedText {
     // again. Gives its number, which may change, as may all behind it; those of lines before do not.
     std::size_t part(std::size_t cluster);
 
+    // Shows a soft hyphen, which ends a line.
+    void show_hyphen(std::size_t cluster) { m_clusters[cluster].shape = &hyphen(); }
+    [[nodiscard]] const GlyphShape& hyphen() { return m_font.shape(U'-'); }
+
     // The room between two clusters that stand side by side, of the pixels that are put between clusters.
     [[nodiscard]] int gap(std::size_t one, std::size_t other, int spacing) const {
         const auto [former, latter] = std::minmax(one, other);

@@ -46,10 +46,50 @@ hb_font_t* make_font(cairo_scaled_font_t* scaled, double size) {
     return font;
 }
 
+const Face& face_of(void* data) { return *static_cast<const Face*>(data); }
+
+hb_bool_t find_glyph(hb_font_t*, void* face, hb_codepoint_t character, hb_codepoint_t* glyph, void*) {
+    *glyph = static_cast<hb_codepoint_t>(face_of(face).glyph_index(character));
+    return *glyph != 0;
+}
+
+hb_position_t advance_of(hb_font_t*, void* face, hb_codepoint_t glyph, void*) {
+    return 64 * face_of(face).measure(glyph).advance;
+}
+
+// By these marks are put over and under their letters.
+hb_bool_t extents_of(hb_font_t*, void* face, hb_codepoint_t glyph, hb_glyph_extents_t* extents, void*) {
+    const PixelBox ink = face_of(face).measure(glyph).ink;
+    *extents = {64 * ink.left, -64 * ink.top, 64 * (ink.right - ink.left), -64 * (ink.bottom - ink.top)};
+    return 1;
+}
+
+hb_font_funcs_t* bitmap_functions() {
+    static hb_font_funcs_t* const functions = [] {
+        hb_font_funcs_t* const made = hb_font_funcs_create();
+        hb_font_funcs_set_nominal_glyph_func(made, find_glyph, nullptr, nullptr);
+        hb_font_funcs_set_glyph_h_advance_func(made, advance_of, nullptr, nullptr);
+        hb_font_funcs_set_glyph_extents_func(made, extents_of, nullptr, nullptr);
+        return made;
+    }();
+    return functions;
+}
+
+hb_font_t* make_bitmap_font(const Face& bitmaps, double size) {
+    hb_face_t* const face = hb_face_create(hb_blob_get_empty(), 0);
+    hb_font_t* const font = hb_font_create(face);
+    hb_face_destroy(face);
+    const int scale = static_cast<int>(std::lround(64 * size));
+    hb_font_set_scale(font, scale, scale);
+    hb_font_set_funcs(font, bitmap_functions(), const_cast<Face*>(&bitmaps), nullptr);
+    return font;
+}
+
 } // namespace
 
-ShapingFace::ShapingFace(cairo_scaled_font_t* font, double size)
-    : m_font(make_font(font, size)), m_buffer(hb_buffer_create()) {}
+ShapingFace::ShapingFace(const Face& face, double size)
+    : m_font(face.scaled_font() ? make_font(face.scaled_font(), size) : make_bitmap_font(face, size)),
+      m_buffer(hb_buffer_create()) {}
 
 bool ShapingFace::has(char32_t character) const {
     hb_codepoint_t glyph = 0;
@@ -59,12 +99,14 @@ bool ShapingFace::has(char32_t character) const {
 std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const TextRun& run) {
     hb_buffer_t* const buffer = m_buffer.get();
     hb_buffer_clear_contents(buffer);
+    const std::size_t offset = run.alone ? run.begin : 0;
+    if (run.alone) text = text.substr(run.begin, run.end - run.begin);
     hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(text.data()),
-                        static_cast<int>(text.size()), static_cast<unsigned>(run.begin),
+                        static_cast<int>(text.size()), static_cast<unsigned>(run.begin - offset),
                         static_cast<int>(run.end - run.begin));
     hb_buffer_set_script(buffer, run.script);
     hb_buffer_set_direction(buffer, run.level % 2 == 0 ? HB_DIRECTION_LTR : HB_DIRECTION_RTL);
-    const bool atBegin = run.begin == 0 || text[run.begin - 1] == U'\n';
+    const bool atBegin = run.begin == offset || text[run.begin - 1] == U'\n';
     hb_buffer_set_flags(buffer, atBegin ? HB_BUFFER_FLAG_BOT : HB_BUFFER_FLAG_DEFAULT);
     hb_shape(m_font.get(), buffer, nullptr, 0);
     unsigned count = 0;
@@ -72,8 +114,8 @@ std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const 
     const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer, &count);
     m_glyphs.clear();
     for (unsigned i = 0; i < count; ++i)
-        m_glyphs.push_back({infos[i].codepoint, infos[i].cluster, positions[i].x_advance,
-                            positions[i].x_offset, positions[i].y_offset,
+        m_glyphs.push_back({infos[i].codepoint, static_cast<Ouint32>(infos[i].cluster + offset),
+                            positions[i].x_advance, positions[i].x_offset, positions[i].y_offset,
                             hb_font_get_glyph_h_advance(m_font.get(), infos[i].codepoint),
                             (hb_glyph_info_get_glyph_flags(&infos[i]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) != 0});
     return m_glyphs;

@@ -1,7 +1,7 @@
 // A font's face as the shaper sees it.
 #pragma once
 
-#include "program/pixels/Surface.h"
+#include "program/text/Face.h"
 #include "program/text/text_runs.h"
 
 #include <memory>
@@ -23,8 +23,9 @@ struct ShapedGlyph {
 
 class ShapingFace {
   public:
-    // The face of a scaled font, which it keeps, at its size in pixels, unhinted.
-    ShapingFace(cairo_scaled_font_t* font, double size);
+    // Outlines at a size in pixels, unhinted; bitmaps as they are, put together without tables. The face
+    // outlives it.
+    ShapingFace(const Face& face, double size);
 
     [[nodiscard]] bool has(char32_t character) const;
     // The glyphs of a run of the text, from left to right; valid until the next call.

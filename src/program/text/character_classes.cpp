@@ -88,7 +88,8 @@ bool continues(char32_t previous, char32_t c) {
 
 std::optional<char32_t> composed(char32_t previous, char32_t c) {
     hb_codepoint_t both = 0;
-    if (!needs_shaping(c) || !hb_unicode_compose(hb_unicode_funcs_get_default(), previous, c, &both)) return {};
+    if (!needs_shaping(c) || !hb_unicode_compose(hb_unicode_funcs_get_default(), previous, c, &both))
+        return {};
     return both;
 }
 

@@ -7,6 +7,8 @@
 
 namespace qm {
 
+constexpr char32_t kSoftHyphen = 0xAD;
+
 // Not drawn by a glyph of its own at the right of the one before: a mark, a joiner, a letter of a script
 // whose letters change with their neighbours or run from right to left, a control of direction.
 [[nodiscard]] bool needs_shaping(char32_t c);

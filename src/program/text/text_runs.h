@@ -12,7 +12,8 @@ struct TextRun {
     std::size_t begin, end;
     Level level;
     hb_script_t script;
-    bool plain; // each character is drawn by its own glyph
+    bool plain;         // each character is drawn by its own glyph
+    bool alone = false; // shaped as if nothing stood beside it
 };
 
 // The runs of a part of the text, a paragraph, in the order of reading. Characters that go on and on
