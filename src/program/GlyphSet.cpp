@@ -98,9 +98,18 @@ PixelBox box_of(const Part& part) {
     return box;
 }
 
+// A dot without its slant.
+PixelBox straight(const Part& dot) {
+    const auto shorter = [](const PixelBox& a, const PixelBox& b) {
+        return a.right - a.left < b.right - b.left;
+    };
+    const PixelBox& longest = *std::ranges::max_element(dot, shorter);
+    return {longest.left, dot.front().top, longest.right, dot.back().bottom};
+}
+
 // Two dots made alike: as wide as the wider and as high as the lower one.
 Part evened(const Part& upper, const Part& lower) {
-    PixelBox one = box_of(upper), other = box_of(lower);
+    PixelBox one = straight(upper), other = straight(lower);
     const int width = std::max(one.right - one.left, other.right - other.left);
     const int height = std::min(one.bottom - one.top, other.bottom - other.top);
     for (PixelBox* dot : {&one, &other})

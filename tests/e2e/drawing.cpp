@@ -66,10 +66,10 @@ sim::Image text_image(const std::string& family, double size, const std::string&
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
     cairo_set_font_options(c, options);
     cairo_font_options_destroy(options);
-    cairo_select_font_face(c, family.c_str(),
-                           place.italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+    cairo_select_font_face(c, family.c_str(), CAIRO_FONT_SLANT_NORMAL,
                            place.bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(c, size);
+    const cairo_matrix_t matrix{size, 0, place.slanted ? -0.2 * size : 0, size, 0, 0};
+    cairo_set_font_matrix(c, &matrix);
     cairo_font_extents_t extents;
     cairo_font_extents(c, &extents);
     cairo_set_source_rgb(c, color.r / 255.0, color.g / 255.0, color.b / 255.0);

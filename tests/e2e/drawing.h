@@ -2,8 +2,8 @@
 #pragma once
 
 #include "qm_sdk_dual.h"
-#include "simulator/playback/PixelReader.h"
 #include "simulator/Simulator.h"
+#include "simulator/playback/PixelReader.h"
 #include "simulator/show/picture.h"
 
 #include <string>
@@ -19,7 +19,8 @@ Leds leds_of(sim::PixelFormat format);
 // font's ascent puts it.
 struct TextPlace {
     int x = 0, baseline = -1;
-    bool bold = false, italic = false;
+    bool bold = false;
+    bool slanted = false; // as an italic text of a family that has none
 };
 sim::Image text_image(const std::string& family, double size, const std::string& text, sim::Rgb color,
                       int width, int height, TextPlace place = {});

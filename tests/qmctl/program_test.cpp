@@ -387,9 +387,9 @@ TEST_F(ProgramVerbs, SentProgramIsOnTheScreen) {
 
 TEST_F(ProgramVerbs, ClocksAreInTheFileAsDescribed) {
     const std::string json =
-        around(R"("digital": {"date": "12/31", "week": "Mon", "time": "11:59 PM"}, "rect": [0, 0, 40, 16],
+        around(R"("digital": {"date": "12/31", "week": "Mon", "time": "11:59 PM"}, "rect": [0, 0, 46, 16],
                   "one_line": true, "battle": "2024-12-31 23:59:58", "color": "#00FF00"},
-                 {"id": 1, "rect": [40, 0, 16, 15], "analog": {"pivot": [8, 7], "marks": "discs",
+                 {"id": 1, "rect": [46, 0, 16, 15], "analog": {"pivot": [8, 7], "marks": "discs",
                   "hour": {"width": 3, "length": 4, "color": "cyan"}, "second": {"width": 0}})");
     ASSERT_EQ(program("build", json).status, 0);
     const sim::StoredProgram six = built(true);
