@@ -24,7 +24,7 @@ network_search)
     run network_search
     ;;
 network_search_web)
-    controller 1 --udp --size 96x16 --web
+    controller 1 --udp --size 96x16 --long-search
     run network_search_web
     ;;
 set_network)

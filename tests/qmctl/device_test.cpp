@@ -118,7 +118,7 @@ TEST_F(Device, IdIsShownInHexAndAsText) {
 }
 
 TEST_F(Device, NetworkIsShownAlsoOfAControllerWithAWebServer) {
-    const sim::Simulator with_web({.width = 64, .web = true});
+    const sim::Simulator with_web({.width = 64, .long_search = true});
     for (const sim::Simulator* of : {const_cast<const sim::Simulator*>(&controller), &with_web}) {
         const nlohmann::json network = qmctl_json(of->port(), {"network", "show"});
         EXPECT_EQ(network["mac"], "02:51:4D:00:00:01");

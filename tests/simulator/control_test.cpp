@@ -247,7 +247,7 @@ TEST(Network, SettingsAreToldByEverySearch) {
 }
 
 TEST(Network, WebServerMakesTheSearchLonger) {
-    const Simulator sim({.web = true});
+    const Simulator sim({.long_search = true});
     const ByteBuffer answer = Host(sim).network(3, "").payload;
     ASSERT_EQ(answer.size(), 595U);
     EXPECT_THAT(Bytes(answer).subspan(51 + 389 + 16, 2), is_hex("62 02"));

@@ -11,7 +11,7 @@ namespace {
 
 Model model_of(const Options& options) {
     const PixelFormat format{packing_of(options.type), options.color};
-    return {options.type, {options.width, options.height, format}, options.web};
+    return {options.type, {options.width, options.height, format}, options.long_search};
 }
 
 } // namespace

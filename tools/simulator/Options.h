@@ -18,7 +18,8 @@ struct Options {
     int width = 128, height = 32;     // pixels, 1 to 4,096
     ScreenColor color = ScreenColor::dual;
     std::optional<Fault> fault{};
-    bool web = false; // answers the network search with the longer record of a controller with a web server
+    // Answers the network search with the longer record of a controller that has a web server.
+    bool long_search = false;
     std::string store{}; // folder that keeps files and settings over restarts; empty: none
 
     // UDP ports, 0 for any free one: of the controllers' protocol (5007), and of the AT commands of a Wi-Fi

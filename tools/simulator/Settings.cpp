@@ -80,7 +80,8 @@ void add_network_options(ArgumentList& list, Options& options, Typed& typed) {
                "Its port, 0 for any free one (default 13769)");
     add_value(list, "--udp-listen", options.udp_listen, "IP",
               "Address of both; 0.0.0.0 takes broadcasts (default " + options.udp_listen + ")", read_address);
-    list.add_flag("--web", options.web, "Answer the network search as a controller with a web server");
+    list.add_flag("--long-search", options.long_search,
+                  "Answer the network search as a controller with a web server");
 }
 
 void add_output_options(ArgumentList& list, Settings& settings) {

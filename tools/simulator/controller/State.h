@@ -15,7 +15,7 @@ namespace qm::sim {
 struct Model {
     std::uint16_t type = 0;
     ScreenShape screen;
-    bool web = false; // has a web server
+    bool long_search = false; // answers the network search with the longer record
 
     // Bytes of pixel data that fill the screen.
     [[nodiscard]] std::size_t page() const { return pixel_data_length(screen.format, screen.whole()); }

@@ -101,7 +101,7 @@ void write_heartbeat(ByteWriter& out, const State& state) {
 void write_net_search(ByteWriter& out, const State& state, Now now) {
     const ControllerState& settings = state.settings;
     network_head(out, settings.network);
-    if (state.model.web) web_part(out);
+    if (state.model.long_search) web_part(out);
     out.text(kBarCode, kBarCodeSize);
     identity(out, state);
     out.u8(static_cast<unsigned>(settings.brightness.mode)).u8(brightness(state, now));
