@@ -4,6 +4,7 @@
 #include "simulator/wire/Server.h"
 #include "simulator/wire/UdpServer.h"
 
+#include <boost/asio/post.hpp>
 #include <new>
 #include <stdexcept>
 #include <thread>
@@ -23,7 +24,7 @@ Options checked(Options options) {
 }
 
 asio::ip::address_v4 address_of(const std::string& text) {
-    std::error_code error;
+    NetworkError error;
     auto address = asio::ip::make_address_v4(text, error);
     if (error) throw std::invalid_argument("the address to listen on must be a dotted IPv4 address");
     return address;
@@ -90,7 +91,7 @@ class Simulator::Impl {
         } catch (const std::bad_alloc&) { // a later picture may find room again
         }
         m_timer.expires_after(wait);
-        m_timer.async_wait([this](std::error_code error) {
+        m_timer.async_wait([this](NetworkError error) {
             if (!error) tick();
         });
     }

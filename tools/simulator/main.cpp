@@ -8,7 +8,8 @@
 #include "simulator/show/picture.h"
 #include "simulator/show/terminal.h"
 
-#include <asio.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
@@ -126,9 +127,9 @@ std::string announcement(const Options& options, const Simulator& simulator) {
 // Runs until a signal or, when asked for, until the first connection that updated the screen has closed.
 void run(const Settings& settings) {
     Display display(settings);
-    asio::io_context context;
-    asio::signal_set signals(context, SIGINT, SIGTERM);
-    signals.async_wait([&](std::error_code, int) { context.stop(); });
+    boost::asio::io_context context;
+    boost::asio::signal_set signals(context, SIGINT, SIGTERM);
+    signals.async_wait([&](boost::system::error_code, int) { context.stop(); });
 
     Options options = settings.options;
     options.on_screen = [&](const Image& screen) { display.show(screen); };
@@ -155,7 +156,7 @@ void run(const Settings& settings) {
 
 int fail(const Settings& settings, const std::system_error& error) {
     const std::string address = place(settings.options.listen, settings.options.port);
-    if (error.code() == asio::error::address_in_use)
+    if (error.code() == std::errc::address_in_use)
         complain(address + " is in use; choose another port with --port, or any free one with --port 0");
     else
         complain("cannot listen on " + address + ": " + error.code().message());

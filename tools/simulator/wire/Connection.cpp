@@ -1,24 +1,27 @@
 #include "simulator/wire/Connection.h"
 
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/write.hpp>
+
 namespace qm::sim {
 
 Connection::Connection(asio::ip::tcp::socket socket, Answerer& answerer, Connections& connections)
     : m_socket(std::move(socket)), m_timer(m_socket.get_executor()), m_answerer(answerer),
       m_connections(connections), m_splitter(answerer.longest_frame()) {
     m_connections.opened();
-    std::error_code ignored;
+    NetworkError ignored;
     m_socket.set_option(asio::ip::tcp::no_delay(true), ignored);
 }
 
 Connection::~Connection() {
-    std::error_code ignored;
+    NetworkError ignored;
     m_socket.close(ignored); // before anybody hears of it
     m_connections.closed(m_updated);
 }
 
 void Connection::read() {
     m_socket.async_read_some(asio::buffer(m_buffer),
-                             [self = shared_from_this()](std::error_code error, std::size_t length) {
+                             [self = shared_from_this()](NetworkError error, std::size_t length) {
                                  if (error) return;
                                  self->m_input = Bytes(self->m_buffer).first(length);
                                  self->work();
@@ -49,21 +52,21 @@ void Connection::send_rest() { send(Bytes(m_delivery.bytes).subspan(m_delivery.f
 void Connection::after(std::chrono::milliseconds wait, Step next) {
     if (wait.count() == 0) return (this->*next)();
     m_timer.expires_after(wait);
-    m_timer.async_wait([self = shared_from_this(), next](std::error_code error) {
+    m_timer.async_wait([self = shared_from_this(), next](NetworkError error) {
         if (!error) (self.get()->*next)();
     });
 }
 
 void Connection::send(Bytes bytes, Step next) {
     asio::async_write(m_socket, asio::buffer(bytes.data(), bytes.size()),
-                      [self = shared_from_this(), next](std::error_code error, std::size_t) {
+                      [self = shared_from_this(), next](NetworkError error, std::size_t) {
                           if (!error) (self.get()->*next)();
                       });
 }
 
 // From here on, closing sends RST in place of FIN.
 void Connection::reset() {
-    std::error_code ignored;
+    NetworkError ignored;
     m_socket.set_option(asio::socket_base::linger(true, 0), ignored);
 }
 

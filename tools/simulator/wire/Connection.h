@@ -3,9 +3,9 @@
 
 #include "simulator/wire/Answerer.h"
 #include "simulator/wire/Connections.h"
+#include "simulator/wire/network.h"
 
 #include <array>
-#include <asio.hpp>
 #include <memory>
 
 namespace qm::sim {

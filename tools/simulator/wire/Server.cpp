@@ -4,12 +4,13 @@ namespace qm::sim {
 
 Server::Server(asio::io_context& context, const asio::ip::tcp::endpoint& endpoint, Answerer& answerer,
                Connections& connections)
-    : m_acceptor(context, endpoint), m_timer(context), m_answerer(answerer), m_connections(connections) {
+    : m_acceptor(socket_at<asio::ip::tcp::acceptor>(context, endpoint)), m_timer(context),
+      m_answerer(answerer), m_connections(connections) {
     accept();
 }
 
 void Server::accept() {
-    m_acceptor.async_accept([this](std::error_code error, asio::ip::tcp::socket socket) {
+    m_acceptor.async_accept([this](NetworkError error, asio::ip::tcp::socket socket) {
         if (error == asio::error::operation_aborted) return;
         if (error) return accept_later();
         std::make_shared<Connection>(std::move(socket), m_answerer, m_connections)->start();
@@ -20,7 +21,7 @@ void Server::accept() {
 // Out of descriptors, most likely: there will be some again when connections have ended.
 void Server::accept_later() {
     m_timer.expires_after(std::chrono::milliseconds(50));
-    m_timer.async_wait([this](std::error_code error) {
+    m_timer.async_wait([this](NetworkError error) {
         if (!error) accept();
     });
 }

@@ -1,17 +1,18 @@
 #include "simulator/wire/UdpServer.h"
 
+#include <boost/asio/buffer.hpp>
 #include <new>
 
 namespace qm::sim {
 
 UdpServer::UdpServer(asio::io_context& context, const asio::ip::udp::endpoint& endpoint, Handler handler)
-    : m_socket(context, endpoint), m_handler(std::move(handler)) {
+    : m_socket(socket_at<asio::ip::udp::socket>(context, endpoint)), m_handler(std::move(handler)) {
     receive();
 }
 
 void UdpServer::receive() {
     m_socket.async_receive_from(asio::buffer(m_buffer), m_sender,
-                                [this](std::error_code error, std::size_t length) {
+                                [this](NetworkError error, std::size_t length) {
                                     if (error == asio::error::operation_aborted) return;
                                     // Any other error speaks of an answer that found nobody.
                                     if (!error) answer_all(Bytes(m_buffer).first(length));
@@ -30,14 +31,14 @@ void UdpServer::answer_all(Bytes input) {
 void UdpServer::answer(Datagram datagram) {
     if (datagram.late.count() == 0) return send(datagram.bytes, m_sender);
     const auto timer = std::make_shared<asio::steady_timer>(m_socket.get_executor(), datagram.late);
-    timer->async_wait([this, timer, to = m_sender, bytes = std::move(datagram.bytes)](std::error_code error) {
+    timer->async_wait([this, timer, to = m_sender, bytes = std::move(datagram.bytes)](NetworkError error) {
         if (!error) send(bytes, to);
     });
 }
 
 // What does not fit a datagram, or finds no way, is lost, as datagrams are.
 void UdpServer::send(Bytes bytes, const asio::ip::udp::endpoint& to) {
-    std::error_code ignored;
+    NetworkError ignored;
     m_socket.send_to(asio::buffer(bytes.data(), bytes.size()), to, 0, ignored);
 }
 

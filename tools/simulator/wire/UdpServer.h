@@ -1,10 +1,10 @@
 // Answers datagrams, each to its sender alone.
 #pragma once
 
+#include "simulator/wire/network.h"
 #include "support/bytes.h"
 
 #include <array>
-#include <asio.hpp>
 #include <chrono>
 #include <functional>
 #include <vector>
