@@ -10,7 +10,7 @@
 // screen and the counters show it. Every member may be called from any thread.
 #pragma once
 
-#include "simulator/Options.h"
+#include "simulator/device/Options.h"
 
 #include <memory>
 
@@ -61,7 +61,7 @@ class Simulator {
     void set_fault(std::optional<Fault> fault);
 
   private:
-    class Impl;
+    struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
 

@@ -1,4 +1,4 @@
-#include "simulator/Exchange.h"
+#include "simulator/device/Exchange.h"
 
 #include "simulator/controller/state_json.h"
 #include "simulator/wire/open_request.h"

@@ -2,9 +2,9 @@
 // answers when a fault is set, and reports to the owner. Any thread may call it.
 #pragma once
 
-#include "simulator/Options.h"
 #include "simulator/controller/SimulatedController.h"
 #include "simulator/controller/Store.h"
+#include "simulator/device/Options.h"
 #include "simulator/wire/Answerer.h"
 
 #include <atomic>
