@@ -49,7 +49,7 @@ std::string Exchange::ask_wifi(std::string_view text) {
         ++m_requests;
         std::string answer = m_controller.ask_wifi(text);
         news.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
-        note_state(news);
+        (void)note_state(news);
         return answer;
     });
 }
@@ -77,9 +77,8 @@ Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, News
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
     news.log = outcome.log;
     if (fault) news.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
-    m_look_again = Milliseconds{0};
-    if (outcome.updated) note_screen(news);
-    note_state(news);
+    news.wake = note_state(news) || outcome.updated;
+    if (news.wake) note_screen(news);
     Delivery delivery;
     if (request.wants_answer) delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
     delivery.updated = outcome.updated;
@@ -93,26 +92,26 @@ std::optional<Fault> Exchange::fault_for_this_one() {
 }
 
 void Exchange::note_screen(News& news) {
+    constexpr Milliseconds kSoonest{16}; // after the one that is drawn now
+    const Now present = now();
+    const auto next = m_controller.next_change(present).value_or(Milliseconds::max());
+    m_due = std::max(next, present.up + kSoonest);
     if (!m_options.on_screen) return;
-    Image image = m_controller.screen(now());
+    Image image = m_controller.screen(present);
     if (image == m_shown) return;
     m_shown = image;
     news.screen = std::move(image);
 }
 
-// Requests, and settings that go by the clock, are noticed within these times.
+// What goes by the clock is noticed within a second, and at once when the owner's time jumps.
 Milliseconds Exchange::tick() {
-    constexpr Milliseconds kSoonest{10}, kLatest{50}, kLookAgain{1000};
-    if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLookAgain;
+    constexpr Milliseconds kLatest{1000}, kJumping{50};
+    if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLatest;
+    const Milliseconds latest = m_options.uptime || m_options.clock ? kJumping : kLatest;
     return reporting([&](News& news) {
-        const Now present = now();
-        if (present.up >= m_look_again) {
-            note_screen(news);
-            note_state(news);
-            const auto next = m_controller.next_change(present);
-            m_look_again = std::min(present.up + kLookAgain, next.value_or(Milliseconds::max()));
-        }
-        return std::clamp(m_look_again - present.up, kSoonest, kLatest);
+        const Milliseconds up = now().up;
+        if (note_state(news) || up >= m_due) note_screen(news);
+        return std::clamp(m_due - up, Milliseconds{0}, latest);
     });
 }
 
@@ -128,9 +127,10 @@ Exchange::Known Exchange::known() const {
             brightness_at(state.settings, clock)};
 }
 
-void Exchange::note_state(News& news) {
+bool Exchange::note_state(News& news) {
     Known latest = known();
-    if (latest == m_known) return;
+    if (latest == m_known) return false;
+    const bool same_look = latest.looks_like(m_known);
     if (latest.program != m_known.program) {
         if (!news.log.empty()) news.log += "; ";
         news.log += latest.program.empty() ? "no program" : "program " + latest.program;
@@ -140,9 +140,10 @@ void Exchange::note_state(News& news) {
     m_known = std::move(latest);
     const State& state = m_controller.state();
     if (m_store && kept) m_store->save(state.settings, state.files);
-    if (!m_options.on_state) return;
+    if (!m_options.on_state) return !same_look;
     news.state = m_controller.snapshot(now());
     news.files = state.files.copies();
+    return !same_look;
 }
 
 void Exchange::tell(const News& news) const {
@@ -150,6 +151,7 @@ void Exchange::tell(const News& news) const {
     if (m_options.on_request && !news.log.empty()) m_options.on_request(news.log);
     if (news.screen) m_options.on_screen(*news.screen);
     if (news.state) m_options.on_state(*news.state, news.files);
+    if (news.wake && m_wake) m_wake();
 }
 
 Now Exchange::now() const {

@@ -24,8 +24,10 @@ class Exchange : public Answerer {
     // One datagram for the Wi-Fi module, and the answer.
     std::string ask_wifi(std::string_view text);
 
-    // Reports what has changed by itself; gives how long to wait until the next call.
+    // Reports what has changed by itself; gives how long to wait until the next call, unless it is woken.
     Milliseconds tick();
+    // Called, from any thread, when the next change may come sooner than tick said. Set before all else.
+    void on_wake(std::function<void()> wake) { m_wake = std::move(wake); }
 
     void set_fault(std::optional<Fault> fault);
     [[nodiscard]] std::size_t requests() const { return m_requests; }
@@ -44,6 +46,7 @@ class Exchange : public Answerer {
         std::optional<Image> screen;   // when it has changed
         std::optional<Snapshot> state; // likewise, with the files
         std::vector<StoredFile> files{};
+        bool wake = false; // the next change is another one
     };
 
     // What news of the state tell; when it differs, there are some.
@@ -54,6 +57,11 @@ class Exchange : public Answerer {
         bool power = true;
         unsigned brightness_level = kBrightest;
         bool operator==(const Known&) const = default;
+        // Files as such are not seen.
+        [[nodiscard]] bool looks_like(Known other) const {
+            other.files = files;
+            return *this == other;
+        }
     };
 
     [[nodiscard]] Now now() const;
@@ -63,11 +71,13 @@ class Exchange : public Answerer {
     std::optional<Fault> fault_for_this_one();
     [[nodiscard]] Known known() const;
     void note_screen(News& news);
-    void note_state(News& news);
+    // Whether the screen may have another look.
+    bool note_state(News& news);
     void tell(const News& news) const;
 
     const Options& m_options;
     const Generation m_generation;
+    std::function<void()> m_wake;
     const std::chrono::steady_clock::time_point m_switched_on = std::chrono::steady_clock::now();
 
     std::atomic<std::size_t> m_requests{0}, m_bad_frames{0};
@@ -77,7 +87,7 @@ class Exchange : public Answerer {
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
     Image m_shown;
-    Milliseconds m_look_again{0};       // when something may have changed by itself
+    Milliseconds m_due{0};              // when the screen may have changed by itself
     Known m_known;                      // as it was reported last
     std::vector<std::string> m_trouble; // of the store, not yet told
     std::optional<Store> m_store;

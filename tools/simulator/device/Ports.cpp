@@ -41,7 +41,9 @@ Ports::Ports(asio::io_context& context, Device& device)
     open_udp(m_wifi, device.options().wifi, answer_text);
     if (m_udp) m_udp_port = m_udp->port();
     if (m_wifi) m_wifi_port = m_wifi->port();
-    asio::post(context, [this] { tick(); });
+    const auto look = [this] { asio::post(m_context, [this] { tick(); }); };
+    device.exchange().on_wake(look);
+    look();
 }
 
 void Ports::open_udp(std::unique_ptr<UdpServer>& server, std::optional<std::uint16_t> port,
@@ -52,9 +54,8 @@ void Ports::open_udp(std::unique_ptr<UdpServer>& server, std::optional<std::uint
         server = std::make_unique<UdpServer>(
             m_context, asio::ip::udp::endpoint(address_of(address), *port),
             [this, handler](Bytes input) { return handler(m_device.exchange(), input); });
-    } catch (const std::system_error& error) {
-        throw std::runtime_error("cannot listen on UDP " + address + ":" + std::to_string(*port) + ": " +
-                                 error.code().message());
+    } catch (const EndpointError& error) {
+        throw std::runtime_error("cannot listen on UDP " + error.endpoint + ": " + error.code().message());
     }
 }
 

@@ -6,6 +6,7 @@
 #include <boost/asio/ip/udp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/system/system_error.hpp>
+#include <string>
 #include <system_error>
 
 namespace qm::sim {
@@ -13,13 +14,21 @@ namespace qm::sim {
 namespace asio = boost::asio;
 using NetworkError = boost::system::error_code;
 
-// A socket at the endpoint, listening when it accepts connections; throws std::system_error when the endpoint
-// cannot be had.
+// An address and port, such as 127.0.0.1:5005, that cannot be had.
+struct EndpointError : std::system_error {
+    EndpointError(std::string where, std::error_code code)
+        : std::system_error(code, "cannot listen on " + where), endpoint(std::move(where)) {}
+
+    std::string endpoint;
+};
+
+// A socket at the endpoint, listening when it accepts connections; throws EndpointError.
 template <class Socket, class Endpoint>
 [[nodiscard]] Socket socket_at(asio::io_context& context, const Endpoint& endpoint) try {
     return Socket(context, endpoint);
 } catch (const boost::system::system_error& error) {
-    throw std::system_error(error.code().value(), std::system_category());
+    throw EndpointError(endpoint.address().to_string() + ":" + std::to_string(endpoint.port()),
+                        {error.code().value(), std::system_category()});
 }
 
 } // namespace qm::sim
