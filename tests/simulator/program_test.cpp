@@ -111,6 +111,9 @@ TEST(Program, MisuseIsExplained) {
         {{"--port", "65536"}, "--port: expected a whole number from 0 to 65535"},
         {{"--listen", "localhost"}, "--listen: expected an IPv4 address"},
         {{"--udp-port", "65536"}, "--udp-port: expected a whole number from 0 to 65535"},
+        {{"--count", "3", "--port", "65534"}, "--count: expected ports up to 65535"},
+        {{"--controllers", "/dev/null"}, "--controllers: expected a JSON file with a list"},
+        {{"--count", "2", "--udp"}, "expected one controller"},
         {{"--scale", "0"}, "--scale: expected a whole number from 1"},
         {{"surplus"}, "surplus"},
     };
@@ -173,6 +176,28 @@ TEST(Program, OnceShowsTheUpdateAndEnds) {
     EXPECT_TRUE(std::filesystem::exists(folder / "frames/frame-0001.png"));
     EXPECT_FALSE(std::filesystem::exists(folder / "frames/frame-0002.png"));
     EXPECT_TRUE(std::filesystem::exists(folder / "frames/panel.png"));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(Program, ControllersOfAListLiveSideBySide) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "qm_simulator_list_test";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "list.json") << R"([{"name": "Gate 1", "size": "8x1"}, {"type": 1122}])";
+    Program program({"--port", "0", "--controllers", folder / "list.json", "--json", folder / "states"});
+    const std::string first = program.line();
+    EXPECT_THAT(first, testing::EndsWith(", type 0x0262, 8x1, double colour, Gate 1"));
+    const std::string second = program.line();
+    EXPECT_THAT(second, testing::EndsWith(", type 0x0462, 128x32, double colour, controller-2"));
+    const auto port = static_cast<std::uint16_t>(std::atoi(second.c_str() + second.find(".1:") + 3));
+    EXPECT_FALSE(test::Client(port).ask(test::command_frame(0xA2, 5, hex("00"))).empty());
+    const auto power_in = [&](const char* name) {
+        std::ifstream in(folder / "states" / name);
+        const std::string text(std::istreambuf_iterator<char>(in), {});
+        return text.substr(text.find("\"power\":"), 14);
+    };
+    EXPECT_EQ(power_in("Gate%201.json"), "\"power\": true,");
+    EXPECT_EQ(power_in("controller-2.json"), "\"power\": false");
     std::filesystem::remove_all(folder);
 }
 

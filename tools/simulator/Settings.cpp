@@ -1,6 +1,7 @@
 #include "simulator/Settings.h"
 
 #include "options/ArgumentList.h"
+#include "simulator/controller_list.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -11,35 +12,20 @@ namespace {
 
 using namespace options;
 
-constexpr unsigned kLongestSide = 4096;
 constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
 constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64, kLastPort = 65535;
 
 // Options that mean something only together with others.
 struct Typed {
+    Options options; // of every controller
+    unsigned count = 1;
+    std::string controllers; // a file
     bool udp = false, wifi = false;
     std::uint16_t udp_port = 5007, wifi_port = 13769;
     std::optional<FaultKind> fault;
     unsigned fault_after = 0, fault_delay = 200;
 };
-
-struct Size {
-    int width, height;
-};
-
-Size read_size(const std::string& text) {
-    const auto sides = split(text, 'x');
-    const auto width = sides.size() == 2 ? to_number(sides[0], 1, kLongestSide) : std::nullopt;
-    const auto height = sides.size() == 2 ? to_number(sides[1], 1, kLongestSide) : std::nullopt;
-    if (!width || !height) expected("WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32");
-    return {static_cast<int>(*width), static_cast<int>(*height)};
-}
-
-ScreenColor read_color(const std::string& text) {
-    const auto code = to_number(text, 1, 4);
-    return static_cast<ScreenColor>(code ? *code : read_word(text, kScreenColors));
-}
 
 FaultKind read_fault(const std::string& text) {
     const auto kind = fault_named(text);
@@ -71,7 +57,18 @@ void add_controller_options(ArgumentList& list, Options& options) {
               "LEDs of the screen: single, double, three or full, or 1 to 4 (default double)", read_color);
 }
 
-void add_network_options(ArgumentList& list, Options& options, Typed& typed) {
+void add_many_options(ArgumentList& list, Typed& typed) {
+    const Argument count = add_number(list, "--count", typed.count, 1, kMostControllers,
+                                      "So many controllers, on this port and those that follow");
+    add_value(list, "--controllers", typed.controllers, "FILE",
+              "JSON list of controllers: name, port, type, size and color of each;\n"
+              "what one does not say is as the options do",
+              read_text)
+        .excludes(count);
+}
+
+void add_network_options(ArgumentList& list, Typed& typed) {
+    Options& options = typed.options;
     list.add_flag("--udp", typed.udp, "Answer over UDP, too, as controllers answer broadcasts");
     add_number(list, "--udp-port", typed.udp_port, 0, kLastPort,
                "Its port, 0 for any free one (default 5007)");
@@ -84,19 +81,24 @@ void add_network_options(ArgumentList& list, Options& options, Typed& typed) {
                   "Answer the network search as a controller with a web server");
 }
 
-void add_output_options(ArgumentList& list, Settings& settings) {
+void add_output_options(ArgumentList& list, Settings& settings, Typed& typed) {
     list.add_flag("--show", settings.show,
                   "Print the screen at each change, two pixels a character;\n"
-                  "on a terminal in its place, unless --verbose");
+                  "on a terminal in its place, unless --verbose; of several controllers\n"
+                  "that of the first one");
     add_value(list, "--frames", settings.frames, "DIR",
-              "Folder for a PNG at each change: frame-0001.png, ...", read_text);
+              "Folder for a PNG at each change: frame-0001.png, ...; of several\n"
+              "controllers a folder in it for each",
+              read_text);
     add_value(list, "--screenshot", settings.screenshot, "FILE",
-              "PNG of the LED panel, written at the start and at each change", read_text);
+              "PNG of the LED panel, written at the start and at each change;\n"
+              "of several controllers, here and below, a folder",
+              read_text);
     add_number(list, "--scale", settings.scale, 1, kLargestScale,
                "Pixels of the screenshot for each LED, each way (default 8)");
     add_value(list, "--state,--json", settings.state, "FILE",
               "JSON file of settings and files, written at each change", read_text);
-    add_value(list, "--store", settings.options.store, "DIR",
+    add_value(list, "--store", typed.options.store, "DIR",
               "Folder that keeps files and settings over restarts", read_text);
     list.add_flag("--once", settings.once,
                   "End when the first connection that updated the screen has closed;\n"
@@ -117,13 +119,30 @@ int largest_scale(const Options& size) {
     return std::min(static_cast<int>(by_area), kLongestPicture / std::max(size.width, size.height));
 }
 
-void apply(Settings& settings, const Typed& typed) {
-    Options& options = settings.options;
+// Broadcasts ask a port that only one of them can have.
+void require_one(const Typed& typed, const std::vector<Options>& controllers) {
+    if (controllers.size() > 1 && (typed.udp || typed.wifi))
+        throw std::invalid_argument("--udp and --wifi: expected one controller");
+}
+
+std::vector<Options> controllers_of(Typed typed) {
+    Options& options = typed.options;
     if (typed.udp) options.udp = typed.udp_port;
     if (typed.wifi) options.wifi = typed.wifi_port;
     if (typed.fault)
         options.fault = Fault{*typed.fault, typed.fault_after, std::chrono::milliseconds(typed.fault_delay)};
-    settings.scale = std::min(settings.scale, largest_scale(options));
+    auto controllers = typed.controllers.empty() ? copies_of(options, typed.count)
+                                                 : controllers_in(typed.controllers, options);
+    require_one(typed, controllers);
+    return controllers;
+}
+
+void apply(Settings& settings, const Typed& typed) try {
+    settings.controllers = controllers_of(typed);
+    for (const Options& options : settings.controllers)
+        settings.scale = std::min(settings.scale, largest_scale(options));
+} catch (const std::invalid_argument& error) {
+    throw CLI::ValidationError(typed.controllers.empty() ? "--count" : "--controllers", error.what());
 }
 
 } // namespace
@@ -131,20 +150,21 @@ void apply(Settings& settings, const Typed& typed) {
 std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     CLI::App app("A simulated LED display controller, to try things out without hardware.", "qm_simulator");
     Settings settings;
-    settings.options.port = 5005;
     Typed typed;
+    typed.options.port = 5005;
     ArgumentList list(app);
-    add_controller_options(list, settings.options);
-    add_network_options(list, settings.options, typed);
-    add_output_options(list, settings);
+    add_controller_options(list, typed.options);
+    add_many_options(list, typed);
+    add_network_options(list, typed);
+    add_output_options(list, settings, typed);
     add_fault_options(list, typed);
     try {
         app.parse(argc, argv);
+        apply(settings, typed);
     } catch (const CLI::ParseError& error) {
         status = app.exit(error) == 0 ? 0 : 1;
         return std::nullopt;
     }
-    apply(settings, typed);
     return settings;
 }
 

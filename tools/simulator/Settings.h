@@ -1,7 +1,7 @@
 // The command line of qm_simulator.
 #pragma once
 
-#include "simulator/Simulator.h"
+#include "simulator/device/Options.h"
 
 #include <optional>
 #include <string>
@@ -9,11 +9,11 @@
 namespace qm::sim {
 
 struct Settings {
-    Options options;
-    std::string frames;     // folder, empty for none
-    std::string screenshot; // file, empty for none
-    int scale = 8;          // of the screenshot
-    std::string state;      // file, empty for none
+    std::vector<Options> controllers; // at least one
+    std::string frames;               // folder, empty for none
+    std::string screenshot;           // file, for several controllers a folder; empty for none
+    int scale = 8;                    // of the screenshot
+    std::string state;                // likewise
     bool show = false;
     bool once = false;
     bool verbose = false;

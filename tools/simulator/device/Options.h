@@ -12,6 +12,7 @@
 namespace qm::sim {
 
 struct Options {
+    std::string name{};               // what people call it
     std::string listen = "127.0.0.1"; // dotted IPv4 address
     std::uint16_t port = 0;           // 0: any free one
     std::uint16_t type = 0x0262;      // low byte: series, high byte: variant

@@ -1,0 +1,116 @@
+#include "simulator/Display.h"
+
+#include "simulator/controller/Store.h"
+#include "simulator/controller/state_json.h"
+#include "simulator/show/picture.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace qm::sim {
+namespace {
+
+Image screen_of(const Device& device) {
+    return device.exchange().look([](const auto& controller, Now now) { return controller.screen(now); });
+}
+
+} // namespace
+
+Display::Display(const Settings& settings)
+    : m_settings(settings), m_printer(STDOUT_FILENO, isatty(STDOUT_FILENO) == 1 && !settings.verbose) {
+    for (const Options& options : settings.controllers) m_outlets.push_back(outlet_of(options.name));
+}
+
+// Several controllers have folders for what one has files for.
+Display::Outlet Display::outlet_of(const std::string& name) const {
+    if (m_settings.controllers.size() == 1)
+        return {m_settings.frames, m_settings.screenshot, m_settings.state, {}};
+    const auto inside = [&](const std::string& folder, const char* suffix) {
+        return folder.empty() ? std::filesystem::path()
+                              : std::filesystem::path(folder) / (label_of(name) + suffix);
+    };
+    return {inside(m_settings.frames, ""), inside(m_settings.screenshot, ".png"),
+            inside(m_settings.state, ".json"), name + ": "};
+}
+
+std::vector<Options> Display::watched() {
+    std::vector<Options> controllers = m_settings.controllers;
+    const bool pictures = m_settings.show || !m_settings.frames.empty() || !m_settings.screenshot.empty();
+    for (std::size_t place = 0; place < controllers.size(); ++place) {
+        Options& options = controllers[place];
+        if (pictures) options.on_screen = [this, place](const Image& screen) { show(place, screen); };
+        if (m_settings.verbose)
+            options.on_request = [this, place](const std::string& line) { log(place, line); };
+        if (!m_settings.state.empty())
+            options.on_state = [this, place](const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+                keep(place, snapshot, files);
+            };
+        options.on_trouble = [this](const std::string& line) { complain(line); };
+    }
+    return controllers;
+}
+
+void Display::begin(const Fleet& fleet, const std::string& lines) {
+    for (std::size_t place = 0; place < fleet.size(); ++place) {
+        Outlet& outlet = m_outlets[place];
+        write_screenshot(outlet, screen_of(fleet.device(place)));
+        const auto look = [&](const auto& controller, Now now) {
+            write_state(outlet, controller.snapshot(now), controller.state().files.copies());
+        };
+        if (!outlet.state.empty()) fleet.device(place).exchange().look(look);
+    }
+    m_printer.print_line(STDOUT_FILENO, lines);
+}
+
+void Display::finish(const Fleet& fleet) {
+    const std::lock_guard lock(m_mutex);
+    for (std::size_t place = 0; place < fleet.size(); ++place)
+        write_screenshot(m_outlets[place], screen_of(fleet.device(place)));
+}
+
+void Display::complain(const std::string& sentence) {
+    m_printer.print_line(STDERR_FILENO, "qm_simulator: " + sentence);
+}
+
+void Display::show(std::size_t place, const Image& screen) {
+    const std::lock_guard lock(m_mutex);
+    Outlet& outlet = m_outlets[place];
+    if (m_settings.show && place == 0) m_printer.print(screen);
+    char name[32];
+    std::snprintf(name, sizeof name, "frame-%04u.png", ++outlet.frame);
+    if (!outlet.frames.empty()) write(screen, 1, outlet.frames / name);
+    write_screenshot(outlet, screen);
+}
+
+void Display::keep(std::size_t place, const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+    const std::lock_guard lock(m_mutex);
+    write_state(m_outlets[place], snapshot, files);
+}
+
+void Display::log(std::size_t place, const std::string& line) {
+    const std::lock_guard lock(m_mutex);
+    m_printer.print_line(STDERR_FILENO, m_outlets[place].log + line);
+}
+
+void Display::write_state(const Outlet& outlet, const Snapshot& snapshot,
+                          const std::vector<StoredFile>& files) try {
+    const std::string text = state_text(snapshot, files);
+    write_whole(outlet.state, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+} catch (const std::exception& error) {
+    complain(error.what());
+}
+
+void Display::write_screenshot(Outlet& outlet, const Image& screen) {
+    if (outlet.screenshot.empty() || screen == outlet.in_screenshot) return;
+    if (write(screen, m_settings.scale, outlet.screenshot)) outlet.in_screenshot = screen;
+}
+
+bool Display::write(const Image& screen, int scale, const std::filesystem::path& path) try {
+    write_png(led_panel(screen, scale), path);
+    return true;
+} catch (const std::exception& error) {
+    complain(error.what());
+    return false;
+}
+
+} // namespace qm::sim

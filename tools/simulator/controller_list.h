@@ -1,0 +1,26 @@
+// The controllers of one process.
+#pragma once
+
+#include "simulator/device/Options.h"
+
+namespace qm::sim {
+
+constexpr unsigned kMostControllers = 10000;
+
+struct Size {
+    int width, height;
+};
+
+// Values of the command line and of files. They throw std::invalid_argument with what was expected instead.
+[[nodiscard]] Size read_size(const std::string& text);
+[[nodiscard]] ScreenColor read_color(const std::string& text);
+
+// So many that differ in name, store and, unless it is 0, port. Throws std::invalid_argument when ports run
+// out.
+[[nodiscard]] std::vector<Options> copies_of(const Options& options, unsigned count);
+
+// Those that a JSON file lists; what an item does not say is as in the options. Throws std::invalid_argument
+// with a sentence.
+[[nodiscard]] std::vector<Options> controllers_in(const std::string& path, const Options& options);
+
+} // namespace qm::sim
