@@ -114,6 +114,8 @@ TEST(Program, MisuseIsExplained) {
         {{"--count", "3", "--port", "65534"}, "--count: expected ports up to 65535"},
         {{"--controllers", "/dev/null"}, "--controllers: expected a JSON file with a list"},
         {{"--count", "2", "--udp"}, "expected one controller"},
+        {{"--clock", "2026-02-30 12:00:00"}, "--clock: expected a time of the years 2000 to 2099"},
+        {{"--clock", "2026-12-31T12:00:00"}, "--clock: expected a time of the years 2000 to 2099"},
         {{"--scale", "0"}, "--scale: expected a whole number from 1"},
         {{"surplus"}, "surplus"},
     };
@@ -199,6 +201,19 @@ TEST(Program, ControllersOfAListLiveSideBySide) {
     EXPECT_EQ(power_in("Gate%201.json"), "\"power\": true,");
     EXPECT_EQ(power_in("controller-2.json"), "\"power\": false");
     std::filesystem::remove_all(folder);
+}
+
+TEST(Program, ClockBeginsWhereItIsToldAndHasItsRate) {
+    Program program({"--port", "0", "--clock", "2026-12-31 23:59:59", "--rate", "86400"});
+    test::Client client(program.port());
+    const auto year = [&] { // BCD, low byte first
+        const ByteBuffer time = test::answer_in(client.ask(test::command_frame(0xA2, 23, hex("00")))).payload;
+        return time.size() < 2 ? 0 : time[1] * 256 + time[0];
+    };
+    const auto deadline = Clock::now() + std::chrono::seconds(20);
+    while (year() == 0x2026 && Clock::now() < deadline) {
+    }
+    EXPECT_EQ(year(), 0x2027);
 }
 
 TEST(Program, StateFileFollowsEachChange) {

@@ -2,6 +2,7 @@
 
 #include "options/ArgumentList.h"
 #include "simulator/controller_list.h"
+#include "simulator/device/HostClock.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -55,6 +56,20 @@ void add_controller_options(ArgumentList& list, Options& options) {
     });
     add_value(list, "--color", options.color, "COLOR",
               "LEDs of the screen: single, double, three or full, or 1 to 4 (default double)", read_color);
+}
+
+LocalSeconds read_clock(const std::string& text) {
+    const auto time = clock_from(text);
+    if (!time) expected("a time of the years 2000 to 2099 such as '2026-12-31 23:59:50'");
+    return *time;
+}
+
+void add_clock_options(ArgumentList& list, Options& options) {
+    add_value(list, "--clock", options.starts_at, "TIME",
+              "Where the host's clock begins, such as '2026-12-31 23:59:50' (default: local time)",
+              read_clock);
+    add_number(list, "--rate", options.rate, 0, kFastest,
+               "Seconds that this clock counts a second: 60 is an hour a minute (default 1)");
 }
 
 void add_many_options(ArgumentList& list, Typed& typed) {
@@ -154,6 +169,7 @@ std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     typed.options.port = 5005;
     ArgumentList list(app);
     add_controller_options(list, typed.options);
+    add_clock_options(list, typed.options);
     add_many_options(list, typed);
     add_network_options(list, typed);
     add_output_options(list, settings, typed);

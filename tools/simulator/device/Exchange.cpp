@@ -1,5 +1,8 @@
 #include "simulator/device/Exchange.h"
 
+#include "cmdPacket/LedPacket.h"
+#include "cmdPacket/catalogue.h"
+#include "simulator/controller/commands.h"
 #include "simulator/controller/state_json.h"
 #include "simulator/wire/open_request.h"
 
@@ -14,6 +17,21 @@ Model model_of(const Options& options) {
     return {options.type, {options.width, options.height, format}, options.long_search};
 }
 
+// As it came over the wire, cut.
+ByteBuffer frame_around(Bytes body) {
+    ByteBuffer room;
+    const Bytes frame =
+        LedPacket::Transfer_Packet(body.first(std::min(body.size(), RequestLog::kFrameBytes)), room);
+    const Bytes first = frame.first(std::min(frame.size(), RequestLog::kFrameBytes));
+    return {first.begin(), first.end()};
+}
+
+std::optional<unsigned> status_of(const Reply& reply, const Delivery& delivery) {
+    if (delivery.bytes.empty()) return std::nullopt;
+    const auto* error = std::get_if<ErrorValue>(&reply);
+    return error ? static_cast<unsigned>(*error) : 0;
+}
+
 } // namespace
 
 // What happens to the controller happens under the lock; the owner hears of it afterwards.
@@ -22,7 +40,7 @@ template <class Step> auto Exchange::reporting(Step step) {
     auto result = [&] {
         const std::lock_guard lock(m_mutex);
         auto done = step(news);
-        news.trouble = std::exchange(m_trouble, {});
+        settle_news(news);
         return done;
     }();
     tell(news);
@@ -31,7 +49,8 @@ template <class Step> auto Exchange::reporting(Step step) {
 
 Exchange::Exchange(const Options& options)
     : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
-      m_fault(options.fault), m_shown(options.width, options.height) {
+      m_fault(options.fault), m_clock(options.starts_at, options.rate),
+      m_shown(std::make_shared<const Image>(options.width, options.height)) {
     reporting([this](News&) { return restore(), 0; });
 }
 
@@ -44,11 +63,13 @@ void Exchange::restore() {
     m_known.files = m_controller.state().files.version();
 }
 
-std::string Exchange::ask_wifi(std::string_view text) {
+std::string Exchange::ask_wifi(std::string_view text, const std::string& peer) {
     return reporting([&](News& news) {
         ++m_requests;
         std::string answer = m_controller.ask_wifi(text);
-        news.log = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
+        news.log.peer = peer;
+        news.log.status = 0;
+        news.log.command = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
         (void)note_state(news);
         return answer;
     });
@@ -56,17 +77,21 @@ std::string Exchange::ask_wifi(std::string_view text) {
 
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
 
-Delivery Exchange::answer(const ReceivedFrame& frame) {
+Delivery Exchange::answer(const ReceivedFrame& frame, const std::string& peer) {
     const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
-    return reporting([&](News& news) { return carry_out(opened, news); });
+    return reporting([&](News& news) {
+        news.log.peer = peer;
+        if (body && m_options.keeps_log) news.log.bytes = frame_around(*body);
+        return carry_out(opened, news);
+    });
 }
 
 Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, News& news) {
     if (const auto* bad = std::get_if<BadFrame>(&opened)) {
         ++m_bad_frames;
-        news.log = std::string("bad frame, ") + bad->why + ": not answered";
+        news.log.command = std::string("bad frame, ") + bad->why + ": not answered";
         return {};
     }
     const Request& request = std::get<Request>(opened);
@@ -75,14 +100,66 @@ Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, News
     const bool refused = fault && fault->kind == FaultKind::nack;
     const Outcome outcome =
         refused ? m_controller.refuse(request, fault->error) : m_controller.handle(request, now());
-    news.log = outcome.log;
-    if (fault) news.log.append(" (fault: ").append(name_of(fault->kind)).append(")");
-    news.wake = note_state(news) || outcome.updated;
-    if (news.wake) note_screen(news);
+    news.log.command = outcome.log;
+    if (fault) news.log.command.append(" (fault: ").append(name_of(fault->kind)).append(")");
+    settle(outcome.updated, news);
     Delivery delivery;
     if (request.wants_answer) delivery = deliver(request, outcome.reply, m_controller.sender(), fault);
     delivery.updated = outcome.updated;
+    news.log.status = status_of(outcome.reply, delivery);
     return delivery;
+}
+
+void Exchange::settle(bool updated, News& news) {
+    news.wake = note_state(news) || updated;
+    if (news.wake) note_screen(news);
+}
+
+void Exchange::settle_news(News& news) {
+    news.trouble = std::exchange(m_trouble, {});
+    const bool logged = !news.log.command.empty();
+    if (logged && m_options.keeps_log) {
+        news.log.time = std::chrono::system_clock::now();
+        m_log.add(news.log);
+    }
+    if (m_watcher && (logged || news.wake || news.screen)) m_watcher();
+}
+
+void Exchange::command(std::uint8_t cmd, ByteBuffer payload, const std::string& peer) {
+    const Request request{.group = kConfigurationGroup, .cmd = cmd, .application = std::move(payload)};
+    reporting([&](News& news) {
+        const Outcome outcome = m_controller.handle(request, now());
+        news.log = {.peer = peer, .command = outcome.log, .status = 0};
+        return settle(outcome.updated, news), 0;
+    });
+}
+
+void Exchange::switch_screen(bool on, const std::string& peer) {
+    command(hv_conf_SwitchOnOffScreen, {static_cast<std::uint8_t>(on ? 1 : 0)}, peer);
+}
+
+void Exchange::reset(const std::string& peer) { command(hv_conf_SystemReset, {}, peer); }
+
+void Exchange::set_clock(std::optional<LocalSeconds> time, std::optional<unsigned> rate,
+                         const std::string& peer) {
+    reporting([&](News& news) {
+        if (rate) m_clock.set_rate(*rate, now().host);
+        if (time) m_clock.set(*time - m_controller.state().settings.clock_offset);
+        news.log = {.peer = peer, .command = "the clock is set", .status = 0};
+        return settle(true, news), 0;
+    });
+}
+
+void Exchange::watch(std::function<void()> watcher) {
+    reporting([&](News& news) {
+        m_watcher = std::move(watcher);
+        return settle(true, news), 0;
+    });
+}
+
+std::shared_ptr<const Image> Exchange::shown() const {
+    const std::lock_guard lock(m_mutex);
+    return m_shown;
 }
 
 std::optional<Fault> Exchange::fault_for_this_one() {
@@ -96,23 +173,28 @@ void Exchange::note_screen(News& news) {
     const Now present = now();
     const auto next = m_controller.next_change(present).value_or(Milliseconds::max());
     m_due = std::max(next, present.up + kSoonest);
-    if (!m_options.on_screen) return;
+    if (!m_options.on_screen && !m_watcher) return;
     Image image = m_controller.screen(present);
-    if (image == m_shown) return;
-    m_shown = image;
-    news.screen = std::move(image);
+    if (image == *m_shown) return;
+    m_shown = std::make_shared<const Image>(std::move(image));
+    news.screen = m_shown;
 }
 
 // What goes by the clock is noticed within a second, and at once when the owner's time jumps.
 Milliseconds Exchange::tick() {
     constexpr Milliseconds kLatest{1000}, kJumping{50};
-    if (!m_options.on_screen && !m_options.on_request && !m_options.on_state) return kLatest;
-    const Milliseconds latest = m_options.uptime || m_options.clock ? kJumping : kLatest;
     return reporting([&](News& news) {
+        if (!looked_at()) return kLatest;
+        const bool jumping = m_options.uptime || m_options.clock;
+        const Milliseconds latest = jumping ? kJumping : kLatest / std::clamp(m_clock.rate(), 1U, 60U);
         const Milliseconds up = now().up;
         if (note_state(news) || up >= m_due) note_screen(news);
         return std::clamp(m_due - up, Milliseconds{0}, latest);
     });
+}
+
+bool Exchange::looked_at() const {
+    return m_options.on_screen || m_options.on_request || m_options.on_state || m_watcher;
 }
 
 Exchange::Known Exchange::known() const {
@@ -132,9 +214,10 @@ bool Exchange::note_state(News& news) {
     if (latest == m_known) return false;
     const bool same_look = latest.looks_like(m_known);
     if (latest.program != m_known.program) {
-        if (!news.log.empty()) news.log += "; ";
-        news.log += latest.program.empty() ? "no program" : "program " + latest.program;
-        news.log += " is played";
+        std::string& words = news.log.command;
+        if (!words.empty()) words += "; ";
+        words += latest.program.empty() ? "no program" : "program " + latest.program;
+        words += " is played";
     }
     const bool kept = latest.settings != m_known.settings || latest.files != m_known.files;
     m_known = std::move(latest);
@@ -148,8 +231,8 @@ bool Exchange::note_state(News& news) {
 
 void Exchange::tell(const News& news) const {
     if (m_options.on_trouble) std::ranges::for_each(news.trouble, m_options.on_trouble);
-    if (m_options.on_request && !news.log.empty()) m_options.on_request(news.log);
-    if (news.screen) m_options.on_screen(*news.screen);
+    if (m_options.on_request && !news.log.command.empty()) m_options.on_request(news.log.command);
+    if (news.screen && m_options.on_screen) m_options.on_screen(*news.screen);
     if (news.state) m_options.on_state(*news.state, news.files);
     if (news.wake && m_wake) m_wake();
 }
@@ -157,13 +240,23 @@ void Exchange::tell(const News& news) const {
 Now Exchange::now() const {
     const auto since = std::chrono::steady_clock::now() - m_switched_on;
     return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Milliseconds>(since),
-            m_options.clock ? m_options.clock() : host_time()};
+            m_options.clock ? m_options.clock() : m_clock.at(host_time())};
 }
 
 void Exchange::set_fault(std::optional<Fault> fault) {
     const std::lock_guard lock(m_mutex);
     m_fault = fault;
     m_answered_well = 0;
+}
+
+std::optional<Fault> Exchange::fault() const {
+    const std::lock_guard lock(m_mutex);
+    return m_fault;
+}
+
+unsigned Exchange::rate() const {
+    const std::lock_guard lock(m_mutex);
+    return m_clock.rate();
 }
 
 } // namespace qm::sim

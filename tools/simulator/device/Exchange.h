@@ -4,10 +4,13 @@
 
 #include "simulator/controller/SimulatedController.h"
 #include "simulator/controller/Store.h"
+#include "simulator/device/HostClock.h"
 #include "simulator/device/Options.h"
+#include "simulator/device/RequestLog.h"
 #include "simulator/wire/Answerer.h"
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -18,18 +21,34 @@ class Exchange : public Answerer {
     // The options outlive the exchange.
     explicit Exchange(const Options& options);
 
-    Delivery answer(const ReceivedFrame& frame) override;
+    Delivery answer(const ReceivedFrame& frame, const std::string& peer) override;
     // What fills the screen goes into one frame, and 32 MiB besides.
     [[nodiscard]] std::size_t longest_frame() const override;
     // One datagram for the Wi-Fi module, and the answer.
-    std::string ask_wifi(std::string_view text);
+    std::string ask_wifi(std::string_view text, const std::string& peer);
 
     // Reports what has changed by itself; gives how long to wait until the next call, unless it is woken.
     Milliseconds tick();
     // Called, from any thread, when the next change may come sooner than tick said. Set before all else.
     void on_wake(std::function<void()> wake) { m_wake = std::move(wake); }
 
+    // What a host can do, done without one; the log names the peer.
+    void switch_screen(bool on, const std::string& peer);
+    void reset(const std::string& peer);
+    // The controller's clock shows that time, or goes on at that rate, or both.
+    void set_clock(std::optional<LocalSeconds> time, std::optional<unsigned> rate, const std::string& peer);
+
+    // While there is a watcher, the picture is kept up to date. It is called, with the controller locked,
+    // when picture, state or log have changed, and may neither block nor look at the controller. An empty one
+    // ends that: the former is not called any more once this returns.
+    void watch(std::function<void()> watcher);
+    // The latest picture.
+    [[nodiscard]] std::shared_ptr<const Image> shown() const;
+    [[nodiscard]] const RequestLog& log() const { return m_log; }
+
     void set_fault(std::optional<Fault> fault);
+    [[nodiscard]] std::optional<Fault> fault() const;
+    [[nodiscard]] unsigned rate() const;
     [[nodiscard]] std::size_t requests() const { return m_requests; }
     [[nodiscard]] std::size_t bad_frames() const { return m_bad_frames; }
 
@@ -41,10 +60,10 @@ class Exchange : public Answerer {
 
   private:
     struct News {
-        std::string log;
+        LogEntry log;
         std::vector<std::string> trouble{};
-        std::optional<Image> screen;   // when it has changed
-        std::optional<Snapshot> state; // likewise, with the files
+        std::shared_ptr<const Image> screen; // when it has changed
+        std::optional<Snapshot> state;       // likewise, with the files
         std::vector<StoredFile> files{};
         bool wake = false; // the next change is another one
     };
@@ -67,7 +86,11 @@ class Exchange : public Answerer {
     [[nodiscard]] Now now() const;
     void restore();
     template <class Step> auto reporting(Step step);
+    void command(std::uint8_t cmd, ByteBuffer payload, const std::string& peer);
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, News& news);
+    void settle(bool updated, News& news);
+    void settle_news(News& news);
+    [[nodiscard]] bool looked_at() const;
     std::optional<Fault> fault_for_this_one();
     [[nodiscard]] Known known() const;
     void note_screen(News& news);
@@ -80,13 +103,16 @@ class Exchange : public Answerer {
     std::function<void()> m_wake;
     const std::chrono::steady_clock::time_point m_switched_on = std::chrono::steady_clock::now();
 
+    RequestLog m_log;
     std::atomic<std::size_t> m_requests{0}, m_bad_frames{0};
 
     mutable std::mutex m_mutex; // guards what follows
     SimulatedController m_controller;
     std::optional<Fault> m_fault;
     unsigned m_answered_well = 0; // since the fault was set
-    Image m_shown;
+    HostClock m_clock;
+    std::function<void()> m_watcher;
+    std::shared_ptr<const Image> m_shown;
     Milliseconds m_due{0};              // when the screen may have changed by itself
     Known m_known;                      // as it was reported last
     std::vector<std::string> m_trouble; // of the store, not yet told

@@ -28,14 +28,21 @@ struct Options {
     std::optional<std::uint16_t> udp{}, wifi{};
     std::string udp_listen = "0.0.0.0";
 
+    bool keeps_log = false; // of requests
+
+    // Where the host's clock begins, if not at the local time, and how many seconds it counts a second.
+    std::optional<LocalSeconds> starts_at{};
+    unsigned rate = 1;
+
     // The host's local time; the system's when empty. The controller's clock runs by it.
     std::function<LocalSeconds()> clock{};
 
     // Time since the controller was switched on; a steady clock's when empty. Programs and areas play by it.
     std::function<std::chrono::milliseconds()> uptime{};
 
-    // Called from the simulator's thread, the one for trouble also while the simulator is made; they may look
-    // at it, and must not throw. The first two are called before the answer goes out.
+    // Called from the simulator's thread or that of who changes the controller; the one for trouble also
+    // while the simulator is made. They may look at it, and must not throw. The first two are called before
+    // the answer goes out.
     std::function<void(const Image&)> on_screen{}; // the screen has changed
     // One line in words for every request, bad frame, and program that takes its turn.
     std::function<void(const std::string&)> on_request{};

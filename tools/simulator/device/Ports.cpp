@@ -15,18 +15,19 @@ asio::ip::address_v4 address_of(const std::string& text) {
 }
 
 // Answers every frame of a datagram.
-std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input) {
+std::vector<Datagram> answer_frames(Exchange& exchange, Bytes input, const std::string& peer) {
     std::vector<Datagram> answers;
     FrameSplitter splitter(input.size());
     while (const auto frame = splitter.next(input)) {
-        Delivery delivery = exchange.answer(*frame);
+        Delivery delivery = exchange.answer(*frame, peer);
         if (!delivery.bytes.empty()) answers.push_back({std::move(delivery.bytes), delivery.late});
     }
     return answers;
 }
 
-std::vector<Datagram> answer_text(Exchange& exchange, Bytes input) {
-    const std::string answer = exchange.ask_wifi({reinterpret_cast<const char*>(input.data()), input.size()});
+std::vector<Datagram> answer_text(Exchange& exchange, Bytes input, const std::string& peer) {
+    const std::string answer =
+        exchange.ask_wifi({reinterpret_cast<const char*>(input.data()), input.size()}, peer);
     return {{ByteBuffer(answer.begin(), answer.end())}};
 }
 
@@ -47,13 +48,14 @@ Ports::Ports(asio::io_context& context, Device& device)
 }
 
 void Ports::open_udp(std::unique_ptr<UdpServer>& server, std::optional<std::uint16_t> port,
-                     std::vector<Datagram> (*handler)(Exchange&, Bytes)) {
+                     std::vector<Datagram> (*handler)(Exchange&, Bytes, const std::string&)) {
     if (!port) return;
     const std::string& address = m_device.options().udp_listen;
     try {
-        server = std::make_unique<UdpServer>(
-            m_context, asio::ip::udp::endpoint(address_of(address), *port),
-            [this, handler](Bytes input) { return handler(m_device.exchange(), input); });
+        server = std::make_unique<UdpServer>(m_context, asio::ip::udp::endpoint(address_of(address), *port),
+                                             [this, handler](Bytes input, const std::string& peer) {
+                                                 return handler(m_device.exchange(), input, peer);
+                                             });
     } catch (const EndpointError& error) {
         throw std::runtime_error("cannot listen on UDP " + error.endpoint + ": " + error.code().message());
     }

@@ -24,7 +24,7 @@ class Ports {
 
   private:
     void open_udp(std::unique_ptr<UdpServer>& server, std::optional<std::uint16_t> port,
-                  std::vector<Datagram> (*handler)(Exchange&, Bytes));
+                  std::vector<Datagram> (*handler)(Exchange&, Bytes, const std::string&));
     void tick();
 
     asio::io_context& m_context;

@@ -63,6 +63,18 @@ std::optional<WeekdayTime> weekday_time_from(Bytes record) {
                        fields[7] % 7};
 }
 
+std::optional<LocalSeconds> clock_from(std::string_view text) {
+    constexpr std::string_view kForm = "0000-00-00 00:00:00";
+    if (text.size() != kForm.size()) return std::nullopt;
+    for (std::size_t i = 0; i < kForm.size(); ++i)
+        if (kForm[i] == '0' ? text[i] < '0' || text[i] > '9' : text[i] != kForm[i]) return std::nullopt;
+    ByteBuffer record;
+    for (const std::size_t i : {2, 0, 5, 8, 11, 14, 17})
+        record.push_back(static_cast<std::uint8_t>((text[i] - '0') * 16 + text[i + 1] - '0'));
+    record.push_back(0);
+    return time_from(record);
+}
+
 std::optional<Milliseconds> sooner(std::optional<Milliseconds> one, std::optional<Milliseconds> other) {
     return one && (!other || *one < *other) ? one : other;
 }

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace qm::sim {
 
@@ -40,6 +41,9 @@ struct WeekdayTime {
 };
 // Takes more than time_from does: any century, 0 for the first month or day, and 7 for Sunday, too.
 [[nodiscard]] std::optional<WeekdayTime> weekday_time_from(Bytes record);
+
+// A text such as 2026-12-31 23:59:50, of those years; nothing for any other.
+[[nodiscard]] std::optional<LocalSeconds> clock_from(std::string_view text);
 
 // A BCD byte as a number below the limit.
 [[nodiscard]] std::optional<std::uint8_t> from_bcd(std::uint8_t byte, int limit);

@@ -9,7 +9,8 @@ namespace qm::sim {
 class Answerer {
   public:
     virtual ~Answerer() = default;
-    virtual Delivery answer(const ReceivedFrame& frame) = 0;
+    // The peer is address and port of who asks.
+    virtual Delivery answer(const ReceivedFrame& frame, const std::string& peer) = 0;
     // Bytes of the longest body that is worth receiving.
     [[nodiscard]] virtual std::size_t longest_frame() const = 0;
 };

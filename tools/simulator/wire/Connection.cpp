@@ -11,6 +11,7 @@ Connection::Connection(asio::ip::tcp::socket socket, Answerer& answerer, Connect
     m_connections.opened();
     NetworkError ignored;
     m_socket.set_option(asio::ip::tcp::no_delay(true), ignored);
+    m_peer = text_of(m_socket.remote_endpoint(ignored));
 }
 
 Connection::~Connection() {
@@ -31,7 +32,7 @@ void Connection::read() {
 // Takes one whole frame after the other; each answer is out before the next frame is looked at.
 void Connection::work() {
     while (const auto frame = m_splitter.next(m_input)) {
-        m_delivery = m_answerer.answer(*frame);
+        m_delivery = m_answerer.answer(*frame, m_peer);
         m_updated = m_updated || m_delivery.updated;
         if (m_delivery.then == Delivery::Then::reset) reset();
         if (m_delivery.then != Delivery::Then::stay) return;

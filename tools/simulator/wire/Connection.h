@@ -37,6 +37,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     asio::steady_timer m_timer;
     Answerer& m_answerer;
     Connections& m_connections;
+    std::string m_peer;
     bool m_updated = false;
 
     std::array<std::uint8_t, 65536> m_buffer{};

@@ -23,7 +23,7 @@ void UdpServer::receive() {
 // A question that is too much for the memory stays without an answer.
 void UdpServer::answer_all(Bytes input) {
     try {
-        for (Datagram& datagram : m_handler(input)) answer(std::move(datagram));
+        for (Datagram& datagram : m_handler(input, text_of(m_sender))) answer(std::move(datagram));
     } catch (const std::bad_alloc&) {
     }
 }

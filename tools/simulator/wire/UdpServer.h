@@ -18,7 +18,7 @@ struct Datagram {
 
 class UdpServer {
   public:
-    using Handler = std::function<std::vector<Datagram>(Bytes)>;
+    using Handler = std::function<std::vector<Datagram>(Bytes, const std::string& peer)>;
 
     // Bound when it returns; throws std::system_error when the endpoint cannot be had.
     UdpServer(asio::io_context& context, const asio::ip::udp::endpoint& endpoint, Handler handler);

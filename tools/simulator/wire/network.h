@@ -14,7 +14,12 @@ namespace qm::sim {
 namespace asio = boost::asio;
 using NetworkError = boost::system::error_code;
 
-// An address and port, such as 127.0.0.1:5005, that cannot be had.
+// Address and port, such as 127.0.0.1:5005.
+template <class Endpoint> [[nodiscard]] std::string text_of(const Endpoint& endpoint) {
+    return endpoint.address().to_string() + ":" + std::to_string(endpoint.port());
+}
+
+// An address and port that cannot be had.
 struct EndpointError : std::system_error {
     EndpointError(std::string where, std::error_code code)
         : std::system_error(code, "cannot listen on " + where), endpoint(std::move(where)) {}
@@ -27,8 +32,7 @@ template <class Socket, class Endpoint>
 [[nodiscard]] Socket socket_at(asio::io_context& context, const Endpoint& endpoint) try {
     return Socket(context, endpoint);
 } catch (const boost::system::system_error& error) {
-    throw EndpointError(endpoint.address().to_string() + ":" + std::to_string(endpoint.port()),
-                        {error.code().value(), std::system_category()});
+    throw EndpointError(text_of(endpoint), {error.code().value(), std::system_category()});
 }
 
 } // namespace qm::sim

@@ -1,0 +1,25 @@
+#include "simulator/device/HostClock.h"
+
+namespace qm::sim {
+
+HostClock::HostClock(std::optional<LocalSeconds> start, unsigned rate) : m_from(start), m_rate(rate) {
+    if (rate != 1 && !start) m_from = host_time();
+}
+
+LocalSeconds HostClock::at(LocalSeconds system) const {
+    if (!m_from) return system;
+    const auto passed = (std::chrono::steady_clock::now() - m_since) * m_rate;
+    return *m_from + std::chrono::floor<std::chrono::seconds>(passed);
+}
+
+void HostClock::set(LocalSeconds time) {
+    m_from = time;
+    m_since = std::chrono::steady_clock::now();
+}
+
+void HostClock::set_rate(unsigned rate, LocalSeconds system) {
+    set(at(system));
+    m_rate = rate;
+}
+
+} // namespace qm::sim
