@@ -96,7 +96,20 @@ void add_network_options(ArgumentList& list, Typed& typed) {
                   "Answer the network search as a controller with a web server");
 }
 
+WebPlace read_web_place(const std::string& text) {
+    const auto colon = text.rfind(':');
+    WebPlace place;
+    if (colon != std::string::npos) place.address = read_address(text.substr(0, colon));
+    place.port = static_cast<std::uint16_t>(
+        read_number(colon == std::string::npos ? text : text.substr(colon + 1), 0, kLastPort));
+    return place;
+}
+
 void add_output_options(ArgumentList& list, Settings& settings, Typed& typed) {
+    add_value(list, "--web", settings.web, "[IP:]PORT",
+              "Show screens, log and state in the browser, and take commands of scripts; on loopback\n"
+              "unless an address is given, port 0 for any free one",
+              read_web_place);
     list.add_flag("--show", settings.show,
                   "Print the screen at each change, two pixels a character;\n"
                   "on a terminal in its place, unless --verbose; of several controllers\n"
@@ -154,8 +167,10 @@ std::vector<Options> controllers_of(Typed typed) {
 
 void apply(Settings& settings, const Typed& typed) try {
     settings.controllers = controllers_of(typed);
-    for (const Options& options : settings.controllers)
+    for (Options& options : settings.controllers) {
+        options.keeps_log = settings.web.has_value();
         settings.scale = std::min(settings.scale, largest_scale(options));
+    }
 } catch (const std::invalid_argument& error) {
     throw CLI::ValidationError(typed.controllers.empty() ? "--count" : "--controllers", error.what());
 }

@@ -8,12 +8,19 @@
 
 namespace qm::sim {
 
+// Where the page is to be had; port 0: any free one.
+struct WebPlace {
+    std::string address = "127.0.0.1";
+    std::uint16_t port = 0;
+};
+
 struct Settings {
     std::vector<Options> controllers; // at least one
     std::string frames;               // folder, empty for none
     std::string screenshot;           // file, for several controllers a folder; empty for none
     int scale = 8;                    // of the screenshot
     std::string state;                // likewise
+    std::optional<WebPlace> web;
     bool show = false;
     bool once = false;
     bool verbose = false;

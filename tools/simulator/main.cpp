@@ -5,6 +5,7 @@
 #include "simulator/device/Fleet.h"
 #include "simulator/playback/PixelReader.h"
 #include "simulator/protocol/PixelFormat.h"
+#include "simulator/web/WebServer.h"
 
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
@@ -69,7 +70,9 @@ void run(const Settings& settings) {
             };
     auto held = display.hold(); // until it is said that the controllers are there
     Fleet fleet(std::move(controllers));
-    display.begin(fleet, announcement(fleet));
+    std::optional<WebServer> web;
+    if (settings.web) web.emplace(settings.web->address, settings.web->port, fleet);
+    display.begin(fleet, announcement(fleet) + (web ? "\nScreen: http://" + web->place() + "/" : ""));
     for (const Options& options : settings.controllers) warn_of_darkness(display, options);
     held.unlock();
     context.run();

@@ -104,6 +104,8 @@ struct Snapshot : ControllerState {
     std::uint32_t total_memory = 0, available_memory = 0; // bytes, of files
     std::string program{};                                // on the screen; empty: none
     std::map<std::string, std::string> program_errors{};  // why programs cannot be played, by their names
+    std::string next_program{};                           // its turn comes then; empty: none
+    std::vector<Rect> program_areas{};                    // of the program that plays
     std::vector<KeptArea> areas{};                        // in the order in which they are drawn
     std::vector<Voice> voices{};
 };

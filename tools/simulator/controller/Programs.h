@@ -27,6 +27,8 @@ class Programs {
     // Here and below, moments are given as time since the controller was switched on.
     [[nodiscard]] Image screen(const Moment& now) const { return m_list.screen(in_list(now)); }
     [[nodiscard]] std::string playing(const Moment& now) const { return m_list.playing(in_list(now)); }
+    [[nodiscard]] std::string next(const Moment& now) const { return m_list.next(in_list(now)); }
+    [[nodiscard]] std::vector<Rect> areas(const Moment& now) const { return m_list.areas(in_list(now)); }
     // When another program takes over from the one that plays; nothing when none does for long.
     [[nodiscard]] std::optional<Milliseconds> end_of_turn(const Moment& now) const;
     // When the screen is to be drawn anew; nothing when it stays for good.

@@ -120,6 +120,8 @@ Snapshot SimulatedController::snapshot(Now now) const {
     snapshot.program_lock.locked = program_locked(m_state, now);
     snapshot.program = shown_program(m_state, now);
     const std::string playing = playing_program(m_state, now);
+    snapshot.next_program = m_state.programs.next(moment_of(m_state, now));
+    snapshot.program_areas = m_state.programs.areas(moment_of(m_state, now));
     for (const PlayedArea& played : m_state.areas)
         snapshot.areas.push_back({played.area, played.shown(now.up, playing)});
     snapshot.voices = m_state.voices.all();

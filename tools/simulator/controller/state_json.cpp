@@ -33,12 +33,6 @@ void append_hex(std::string& text, std::uint8_t byte) {
     text += kDigits[byte & 0x0FU];
 }
 
-std::string hex_of(Bytes bytes) {
-    std::string text;
-    for (const std::uint8_t byte : bytes) append_hex(text, byte);
-    return text;
-}
-
 std::string dotted(const Network::Address& ip) {
     char text[INET_ADDRSTRLEN];
     return ::inet_ntop(AF_INET, ip.data(), text, sizeof text);
@@ -144,6 +138,12 @@ std::string clock_text(LocalSeconds time) {
 
 } // namespace
 
+std::string hex_of(Bytes bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes) append_hex(text, byte);
+    return text;
+}
+
 std::string label_of(const std::string& bytes) {
     std::string label;
     for (const char c : bytes)
@@ -222,7 +222,7 @@ json json_of(const Voice& voice) {
     return out;
 }
 
-std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
     json out = json_of(static_cast<const ControllerState&>(snapshot));
     out["clock"] = clock_text(snapshot.clock);
     out["power"] = snapshot.power;
@@ -237,8 +237,11 @@ std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& 
     for (const KeptArea& area : snapshot.areas) out["areas"].push_back(json_of(area));
     out["sounds"] = json::array();
     for (const Voice& voice : snapshot.voices) out["sounds"].push_back(json_of(voice));
-    // A spoken text may be in any encoding.
-    return out.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+    return out;
+}
+
+std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+    return json_of(snapshot, files).dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
 } // namespace qm::sim

@@ -17,8 +17,13 @@ namespace qm::sim {
 // A file without its data.
 [[nodiscard]] nlohmann::json json_of(const StoredFile& file);
 
-// Everything, as indented text.
+// Everything; texts of hosts may be in any encoding.
+[[nodiscard]] nlohmann::json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files);
+// The same as indented text.
 [[nodiscard]] std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files);
+
+// Two digits a byte.
+[[nodiscard]] std::string hex_of(Bytes bytes);
 
 // Bytes as a text that is a file name as well: letters, digits, - and _ as they are, others as %XX.
 [[nodiscard]] std::string label_of(const std::string& bytes);

@@ -25,6 +25,11 @@ void RequestLog::forget_bytes() {
     }
 }
 
+std::uint64_t RequestLog::latest() const {
+    const std::lock_guard lock(m_mutex);
+    return m_latest;
+}
+
 std::vector<LogEntry> RequestLog::after(std::uint64_t number, std::size_t most) const {
     const std::lock_guard lock(m_mutex);
     const std::size_t news = std::min<std::uint64_t>({m_latest - number, m_entries.size(), most});

@@ -31,6 +31,9 @@ class RequestLog {
     // Those that came after the one of that number, oldest first; of more than the most the newest.
     [[nodiscard]] std::vector<LogEntry> after(std::uint64_t number, std::size_t most = kEntries) const;
 
+    // Number of the newest one, 0 without any.
+    [[nodiscard]] std::uint64_t latest() const;
+
   private:
     void forget_bytes();
 

@@ -119,6 +119,20 @@ std::optional<Milliseconds> Playlist::next_change(const Moment& now) const {
     return soonest;
 }
 
+std::string Playlist::next(const Moment& now) const {
+    const Turn turn = turn_at(now);
+    if (!turn.end) return {};
+    return playing({*turn.end, now.clock + std::chrono::floor<seconds>(*turn.end - now.played)});
+}
+
+std::vector<Rect> Playlist::areas(const Moment& now) const {
+    std::vector<Rect> rects;
+    const Turn turn = turn_at(now);
+    if (turn.player == m_players.end()) return rects;
+    for (const ProgramArea& area : turn.player->second->program().areas) rects.push_back(area.rect);
+    return rects;
+}
+
 std::string Playlist::playing(const Moment& now) const {
     const Turn turn = turn_at(now);
     return turn.player == m_players.end() ? "" : turn.player->first;

@@ -52,6 +52,10 @@ class Playlist {
     [[nodiscard]] std::optional<Milliseconds> next_change(const Moment& now) const;
     // The name of the program that plays; empty: none.
     [[nodiscard]] std::string playing(const Moment& now) const;
+    // Of the one whose turn comes then; empty: there is no other.
+    [[nodiscard]] std::string next(const Moment& now) const;
+    // Of the one that plays, in the order of its areas.
+    [[nodiscard]] std::vector<Rect> areas(const Moment& now) const;
 
   private:
     using Players = std::map<std::string, std::unique_ptr<const ProgramPlayer>>;

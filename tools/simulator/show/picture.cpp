@@ -93,6 +93,20 @@ Image led_panel(const Image& screen, int scale) {
     return panel;
 }
 
+std::vector<std::uint8_t> png_of(const Image& image) {
+    std::vector<std::uint8_t> bytes;
+    const auto append = [](void* to, const unsigned char* data, unsigned length) {
+        auto& out = *static_cast<std::vector<std::uint8_t>*>(to);
+        out.insert(out.end(), data, data + length);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    const Surface surface = surface_of(image);
+    const cairo_status_t status = cairo_surface_write_to_png_stream(surface.get(), append, &bytes);
+    if (status != CAIRO_STATUS_SUCCESS)
+        throw std::runtime_error(std::string("cannot make the picture: ") + cairo_status_to_string(status));
+    return bytes;
+}
+
 void write_png(const Image& image, const std::filesystem::path& path) {
     const Surface surface = surface_of(image);
     std::filesystem::path part = path;

@@ -1,0 +1,11 @@
+// A connection of a browser or a script.
+#pragma once
+
+#include "simulator/web/Site.h"
+
+namespace qm::sim {
+
+// Serves it until it ends, or until it goes on as a WebSocket. The site outlives it.
+void start_http_session(asio::ip::tcp::socket socket, Site& site, Site::Seat seat);
+
+} // namespace qm::sim
