@@ -10,7 +10,7 @@ namespace beast = boost::beast;
 namespace websocket = beast::websocket;
 
 constexpr std::size_t kLongestMessage = 1024; // nothing is expected
-constexpr int kSendBuffer = 64 << 10;         // what is in there can no longer be replaced by something newer
+constexpr int kSendBuffer = 32 << 10;         // what is in there can no longer be replaced by something newer
 
 class LiveSession : public std::enable_shared_from_this<LiveSession> {
   public:
