@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace qm::sim {
@@ -53,6 +55,28 @@ class Printing : public testing::Test {
 
     Descriptor m_out, m_in;
 };
+
+TEST_F(Printing, ANarrowTerminalShowsAllScaledAndSaysSo) {
+    m_out = Descriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+    ::unlockpt(m_out.get());
+    m_in = Descriptor(::open(::ptsname(m_out.get()), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    const winsize size{.ws_row = 24, .ws_col = 20, .ws_xpixel = 0, .ws_ypixel = 0};
+    ASSERT_EQ(::ioctl(m_in.get(), TIOCSWINSZ, &size), 0);
+    termios mode{};
+    ::tcgetattr(m_in.get(), &mode);
+    ::cfmakeraw(&mode); // lines end as they are written
+    ::tcsetattr(m_in.get(), TCSANOW, &mode);
+    Image screen(40, 8), scaled(20, 4);
+    screen.set(39, 7, {9, 0, 0});
+    screen.set(38, 6, {0, 8, 0});
+    scaled.set(19, 3, {9, 8, 0});
+    const std::string text = half_blocks(scaled) + "40x8 scaled to 20x4\n";
+    Printer printer(m_in.get(), true);
+    printer.print(screen);
+    EXPECT_EQ(printed(text), text);
+    printer.print(screen);
+    EXPECT_EQ(printed(text), "\x1b[3A" + text);
+}
 
 TEST_F(Printing, OneScreenTakesThePlaceOfTheOtherUntilALineComesBetween) {
     const Image screen(3, 3);

@@ -1,5 +1,6 @@
 #include "simulator/show/terminal.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <deque>
@@ -7,6 +8,7 @@
 #include <optional>
 #include <poll.h>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <thread>
 #include <unistd.h>
 
@@ -39,6 +41,16 @@ std::string line_of(const Image& screen, int y) {
     return line + kReset + "\n";
 }
 
+// 0: no terminal, or one that does not say.
+int columns_of(int fd) {
+    winsize size{};
+    return ::ioctl(fd, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+std::string size_text(const Image& image) {
+    return std::to_string(image.width) + "x" + std::to_string(image.height);
+}
+
 // All of it, however long that takes.
 void write_all(int fd, std::string_view text) {
     while (!text.empty()) {
@@ -56,6 +68,18 @@ std::string half_blocks(const Image& screen) {
     std::string text = kNoWrap;
     for (int y = 0; y < screen.height; y += 2) text += line_of(screen, y);
     return text + kWrap;
+}
+
+Image narrowed(const Image& screen, int width) {
+    Image image(width, std::max(1, screen.height * width / screen.width));
+    for (int y = 0; y < screen.height; ++y)
+        for (int x = 0; x < screen.width; ++x) {
+            const int to_x = x * width / screen.width, to_y = y * image.height / screen.height;
+            const Rgb one = screen.at(x, y), other = image.at(to_x, to_y);
+            image.set(to_x, to_y,
+                      {std::max(one.r, other.r), std::max(one.g, other.g), std::max(one.b, other.b)});
+        }
+    return image;
 }
 
 struct Printer::Work {
@@ -121,8 +145,13 @@ void Printer::Work::print(const Entry& entry) {
         return write_all(entry.fd, entry.line);
     }
     const std::string up = in_place && above > 0 ? "\x1b[" + std::to_string(above) + "A" : "";
-    above = (entry.screen->height + 1) / 2;
-    write_all(fd, up + half_blocks(*entry.screen));
+    const int columns = columns_of(fd);
+    const bool scaled = columns > 0 && columns < entry.screen->width;
+    const Image screen = scaled ? narrowed(*entry.screen, columns) : *entry.screen;
+    above = (screen.height + 1) / 2 + (scaled ? 1 : 0);
+    const std::string words = size_text(*entry.screen) + " scaled to " + size_text(screen);
+    write_all(fd, up + half_blocks(screen) +
+                      (scaled ? words.substr(0, static_cast<std::size_t>(columns)) + "\n" : ""));
 }
 
 Printer::Printer(int fd, bool in_place) : m_work(std::make_shared<Work>(fd, in_place)) {
