@@ -5,6 +5,7 @@
 #include "simulator/show/picture.h"
 
 #include <cstdio>
+#include <fstream>
 #include <unistd.h>
 
 namespace qm::sim {
@@ -24,18 +25,19 @@ Display::Display(const Settings& settings)
 // Several controllers have folders for what one has files for.
 Display::Outlet Display::outlet_of(const std::string& name) const {
     if (m_settings.controllers.size() == 1)
-        return {m_settings.frames, m_settings.screenshot, m_settings.state, {}};
+        return {m_settings.frames, m_settings.screenshot, m_settings.record, m_settings.state, {}};
     const auto inside = [&](const std::string& folder, const char* suffix) {
         return folder.empty() ? std::filesystem::path()
                               : std::filesystem::path(folder) / (label_of(name) + suffix);
     };
     return {inside(m_settings.frames, ""), inside(m_settings.screenshot, ".png"),
-            inside(m_settings.state, ".json"), name + ": "};
+            inside(m_settings.record, ".gif"), inside(m_settings.state, ".json"), name + ": "};
 }
 
 std::vector<Options> Display::watched() {
     std::vector<Options> controllers = m_settings.controllers;
-    const bool pictures = m_settings.show || !m_settings.frames.empty() || !m_settings.screenshot.empty();
+    const bool pictures = m_settings.show || !m_settings.frames.empty() || !m_settings.screenshot.empty() ||
+                          !m_settings.record.empty();
     for (std::size_t place = 0; place < controllers.size(); ++place) {
         Options& options = controllers[place];
         if (pictures) options.on_screen = [this, place](const Image& screen) { show(place, screen); };
@@ -53,7 +55,9 @@ std::vector<Options> Display::watched() {
 void Display::begin(const Fleet& fleet, const std::string& lines) {
     for (std::size_t place = 0; place < fleet.size(); ++place) {
         Outlet& outlet = m_outlets[place];
-        write_screenshot(outlet, screen_of(fleet.device(place)));
+        const Image screen = screen_of(fleet.device(place));
+        write_screenshot(outlet, screen);
+        if (!outlet.record.empty()) begin_recording(outlet, screen);
         const auto look = [&](const auto& controller, Now now) {
             write_state(outlet, controller.snapshot(now), controller.state().files.copies());
         };
@@ -64,8 +68,10 @@ void Display::begin(const Fleet& fleet, const std::string& lines) {
 
 void Display::finish(const Fleet& fleet) {
     const std::lock_guard lock(m_mutex);
-    for (std::size_t place = 0; place < fleet.size(); ++place)
+    for (std::size_t place = 0; place < fleet.size(); ++place) {
         write_screenshot(m_outlets[place], screen_of(fleet.device(place)));
+        finish_recording(m_outlets[place]);
+    }
 }
 
 void Display::complain(const std::string& sentence) {
@@ -80,6 +86,7 @@ void Display::show(std::size_t place, const Image& screen) {
     std::snprintf(name, sizeof name, "frame-%04u.png", ++outlet.frame);
     if (!outlet.frames.empty()) write(screen, 1, outlet.frames / name);
     write_screenshot(outlet, screen);
+    record(outlet, screen);
 }
 
 void Display::keep(std::size_t place, const Snapshot& snapshot, const std::vector<StoredFile>& files) {
@@ -103,6 +110,31 @@ void Display::write_state(const Outlet& outlet, const Snapshot& snapshot,
 void Display::write_screenshot(Outlet& outlet, const Image& screen) {
     if (outlet.screenshot.empty() || screen == outlet.in_screenshot) return;
     if (write(screen, m_settings.scale, outlet.screenshot)) outlet.in_screenshot = screen;
+}
+
+void Display::begin_recording(Outlet& outlet, const Image& screen) {
+    const auto file = std::make_shared<std::ofstream>(outlet.record, std::ios::binary);
+    outlet.recording = std::make_unique<GifWriter>([file](std::span<const std::uint8_t> bytes) {
+        file->write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        return file->good();
+    });
+    record(outlet, screen);
+}
+
+void Display::record(Outlet& outlet, const Image& screen) try {
+    if (outlet.recording)
+        outlet.recording->add(std::make_shared<const Image>(screen), std::chrono::steady_clock::now());
+} catch (const std::exception& error) {
+    complain(outlet.record.string() + ": " + error.what());
+    outlet.recording.reset();
+}
+
+void Display::finish_recording(Outlet& outlet) try {
+    // Screens go on changing behind the end.
+    if (const auto recording = std::move(outlet.recording))
+        recording->finish(std::chrono::steady_clock::now());
+} catch (const std::exception& error) {
+    complain(outlet.record.string() + ": " + error.what());
 }
 
 bool Display::write(const Image& screen, int scale, const std::filesystem::path& path) try {

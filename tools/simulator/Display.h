@@ -4,6 +4,7 @@
 
 #include "simulator/Settings.h"
 #include "simulator/device/Fleet.h"
+#include "simulator/show/GifWriter.h"
 #include "simulator/show/terminal.h"
 
 #include <filesystem>
@@ -31,10 +32,11 @@ class Display {
   private:
     // Where a controller's pictures and state go; empty for nowhere.
     struct Outlet {
-        std::filesystem::path frames, screenshot, state;
+        std::filesystem::path frames, screenshot, record, state;
         std::string log; // in front of its lines
         unsigned frame = 0;
         Image in_screenshot{};
+        std::unique_ptr<GifWriter> recording{}; // until it fails
     };
 
     [[nodiscard]] Outlet outlet_of(const std::string& name) const;
@@ -43,6 +45,9 @@ class Display {
     void log(std::size_t place, const std::string& line);
     void write_state(const Outlet& outlet, const Snapshot& snapshot, const std::vector<StoredFile>& files);
     void write_screenshot(Outlet& outlet, const Image& screen);
+    void begin_recording(Outlet& outlet, const Image& screen);
+    void record(Outlet& outlet, const Image& screen);
+    void finish_recording(Outlet& outlet);
     bool write(const Image& screen, int scale, const std::filesystem::path& path);
 
     const Settings& m_settings;

@@ -110,10 +110,11 @@ void add_output_options(ArgumentList& list, Settings& settings, Typed& typed) {
               "Show screens, log and state in the browser, and take commands of scripts; on loopback\n"
               "unless an address is given, port 0 for any free one",
               read_web_place);
-    list.add_flag("--show", settings.show,
-                  "Print the screen at each change, two pixels a character;\n"
-                  "on a terminal in its place, unless --verbose; of several controllers\n"
-                  "that of the first one");
+    list.add_flag(
+        "--show", settings.show,
+        "Print the screen at each change, two pixels a character;\n"
+        "on a terminal scaled to its width, and in its place unless --verbose; of several controllers\n"
+        "that of the first one");
     add_value(list, "--frames", settings.frames, "DIR",
               "Folder for a PNG at each change: frame-0001.png, ...; of several\n"
               "controllers a folder in it for each",
@@ -124,6 +125,8 @@ void add_output_options(ArgumentList& list, Settings& settings, Typed& typed) {
               read_text);
     add_number(list, "--scale", settings.scale, 1, kLargestScale,
                "Pixels of the screenshot for each LED, each way (default 8)");
+    add_value(list, "--record", settings.record, "FILE", "GIF of all that is shown, with true frame times",
+              read_text);
     add_value(list, "--state,--json", settings.state, "FILE",
               "JSON file of settings and files, written at each change", read_text);
     add_value(list, "--store", typed.options.store, "DIR",

@@ -19,6 +19,7 @@ struct Settings {
     std::string frames;               // folder, empty for none
     std::string screenshot;           // file, for several controllers a folder; empty for none
     int scale = 8;                    // of the screenshot
+    std::string record;               // likewise
     std::string state;                // likewise
     std::optional<WebPlace> web;
     bool show = false;

@@ -96,6 +96,7 @@ int make_folders(const Settings& settings) {
     std::vector<std::pair<const char*, std::filesystem::path>> folders{{"--frames", settings.frames}};
     if (settings.controllers.size() > 1) {
         folders.emplace_back("--screenshot", settings.screenshot);
+        folders.emplace_back("--record", settings.record);
         folders.emplace_back("--json", settings.state);
     }
     for (const auto& [option, folder] : folders) {
