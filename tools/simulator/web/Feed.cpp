@@ -12,7 +12,8 @@ void Feed::add(Listener& listener) {
     m_listeners.insert(&listener);
     if (m_listeners.size() > 1) return;
     m_exchange.watch([this] {
-        if (!m_posted.exchange(true)) asio::post(m_context, [this] { look(); });
+        if (m_attention.exchange(Attention::wanted) == Attention::ready)
+            asio::post(m_context, [this] { look(); });
     });
     m_picture = m_exchange.shown();
     m_messages.clear();
@@ -25,13 +26,23 @@ void Feed::remove(Listener& listener) {
 }
 
 void Feed::look() {
-    m_posted = false;
+    m_attention = Attention::resting;
     auto picture = m_exchange.shown();
     if (picture != m_picture) m_messages.clear();
     m_picture = std::move(picture);
     m_state_old = true;
+    rest();
     const std::vector<Listener*> listeners(m_listeners.begin(), m_listeners.end());
     for (Listener* const listener : listeners) listener->changed();
+}
+
+void Feed::rest() {
+    m_rest.expires_after(std::chrono::milliseconds(15)); // pictures come sixty times a second
+    m_rest.async_wait([this](NetworkError error) {
+        if (error) return;
+        Attention resting = Attention::resting;
+        if (!m_attention.compare_exchange_strong(resting, Attention::ready)) look();
+    });
 }
 
 Feed::Text Feed::message_after(const std::shared_ptr<const Image>& before, bool numbered) {

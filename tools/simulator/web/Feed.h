@@ -22,7 +22,7 @@ class Feed {
 
     // Both outlive the feed.
     Feed(asio::io_context& context, Exchange& exchange, std::size_t number)
-        : m_context(context), m_exchange(exchange), m_number(number) {}
+        : m_context(context), m_rest(context), m_exchange(exchange), m_number(number) {}
     Feed(const Feed&) = delete;
     Feed& operator=(const Feed&) = delete;
     ~Feed() { close(); }
@@ -48,13 +48,18 @@ class Feed {
         Text text;
     };
 
+    // News that come while it rests are looked at together, so that requests wake nobody one by one.
+    enum class Attention { ready, resting, wanted };
+
     void look();
+    void rest();
 
     asio::io_context& m_context;
+    asio::steady_timer m_rest;
     Exchange& m_exchange;
     const std::size_t m_number;
     std::set<Listener*> m_listeners;
-    std::atomic<bool> m_posted{false};
+    std::atomic<Attention> m_attention{Attention::ready};
     std::shared_ptr<const Image> m_picture;
     std::vector<Message> m_messages; // that lead to the picture
     Text m_state;

@@ -1,0 +1,116 @@
+"""What it costs to look at simulated screens: screens.py SIMULATOR QMCTL. Prints one row a mark."""
+import multiprocessing
+import os
+import pathlib
+import select
+import socket
+import statistics
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests/web"))
+
+from live import Live
+from simulator import Simulator
+
+RUNNING = "text", "--mode", "left", "--speed", "5", "--repeat", "255", "--size", "40", "Flight QM 214 to Lisbon"
+SCREEN = "--size", "256x128", "--type", "0x0166", "--color", "full"
+TICKS = os.sysconf("SC_CLK_TCK")
+
+
+def processor_seconds(process):
+    fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / TICKS
+
+
+def share_of_a_core(process, seconds, meanwhile=time.sleep):
+    before, begin = processor_seconds(process), time.monotonic()
+    meanwhile(seconds)
+    return (processor_seconds(process) - before) / (time.monotonic() - begin)
+
+
+def megabytes(process):
+    status = pathlib.Path(f"/proc/{process.pid}/status").read_text()
+    return int(status.partition("VmRSS:")[2].split()[0]) / 1000
+
+
+class Readers:
+    """Take what comes, and count its bytes, in a process of their own."""
+
+    def __init__(self, simulator, count):
+        self.count = multiprocessing.Value("q")
+        self.process = multiprocessing.Process(target=self.read, args=(simulator.url, count), daemon=True)
+        self.process.start()
+
+    def read(self, url, count):
+        sockets = [Live(url).socket for _ in range(count)]
+        while True:
+            for one in select.select(sockets, [], [])[0]: self.count.value += len(one.recv(1 << 16))
+
+    def stop(self):
+        self.process.terminate()
+        self.process.join()
+
+
+def one_reader():
+    simulator = Simulator(*SCREEN)
+    simulator.send(*RUNNING)
+    readers = Readers(simulator, 1)
+    time.sleep(2)
+    before, begin = readers.count.value, time.monotonic()
+    core = share_of_a_core(simulator.process, 10)
+    megabytes_a_second = (readers.count.value - before) / (time.monotonic() - begin) / 1e6
+    readers.stop()
+    simulator.stop()
+    yield "running text on 256 x 128, one reader", f"{core:.1%} of a core", "10% of a core", 0.1 / core, 1
+    yield "running text on 256 x 128, one reader", f"{megabytes_a_second:.2g} MB/s", "1 MB/s", 1 / megabytes_a_second, 1
+
+
+def answer_time(simulator, frame, count=3000):
+    """Microseconds, the median."""
+    times = []
+    with socket.create_connection(("127.0.0.1", simulator.controllers[0]["port"]), timeout=15) as host:
+        for _ in range(count):
+            begin = time.perf_counter()
+            host.sendall(frame)
+            while not host.recv(4096).endswith(b"\x5A"): pass
+            times.append(time.perf_counter() - begin)
+            time.sleep(0.001)
+    return statistics.median(times) * 1e6
+
+
+def many_readers():
+    simulator = Simulator(*SCREEN)
+    simulator.send(*RUNNING)
+    frame = bytes.fromhex(simulator.get("log")[0]["bytes"])
+    stalled, alone, beside = None, [], []
+    for _ in range(3):
+        alone.append(answer_time(simulator, frame))
+        stalled, readers = Live(simulator.url, room=4096), Readers(simulator, 49)
+        time.sleep(1)
+        beside.append(answer_time(simulator, frame))
+        readers.stop()
+        stalled.close()
+    simulator.stop()
+    ours, peer = statistics.median(beside), statistics.median(alone)
+    yield "answer beside 50 readers, one stalled", f"{ours:.0f} us", f"without them: {peer:.0f} us", peer / ours, 0.909
+
+
+def many_controllers():
+    simulator = Simulator("--count", "1000")
+    time.sleep(5)
+    core, memory = share_of_a_core(simulator.process, 20), megabytes(simulator.process)
+    simulator.stop()
+    yield "1,000 controllers, idle", f"{core:.2%} of a core", "5% of a core", 0.05 / max(core, 1e-4), 1
+    yield "1,000 controllers, idle", f"{memory:.0f} MB", "500 MB", 500 / memory, 1
+
+
+def main():
+    Simulator.binary, Simulator.qmctl = sys.argv[1:]
+    for row in (*one_reader(), *many_readers(), *many_controllers()):
+        work, ours, peer, ratio, mark = row
+        verdict = f"{mark:.3g} {'met' if ratio >= mark else 'missed'}"
+        print(f"| {work:55} | {ours:15} | {peer:30} | {ratio:5.3g} | {verdict:9} |")
+
+
+main()
