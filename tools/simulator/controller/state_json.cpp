@@ -136,6 +136,12 @@ std::string clock_text(LocalSeconds time) {
     return part(1) + part(0) + "-" + part(2) + "-" + part(3) + " " + part(4) + ":" + part(5) + ":" + part(6);
 }
 
+template <class Files> json list_of(const Files& files) {
+    json list = json::array();
+    for (const StoredFile& file : files) list.push_back(json_of(file));
+    return list;
+}
+
 } // namespace
 
 std::string hex_of(Bytes bytes) {
@@ -180,6 +186,8 @@ json json_of(const StoredFile& file) {
             {"crc", file.crc}};
 }
 
+json json_of(const FileSystem& files) { return list_of(files.all()); }
+
 json json_of(const SpokenText& sound) {
     return {{"person", sound.person},
             {"volume", sound.volume},
@@ -222,7 +230,7 @@ json json_of(const Voice& voice) {
     return out;
 }
 
-json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
+json json_of(const Snapshot& snapshot, json files) {
     json out = json_of(static_cast<const ControllerState&>(snapshot));
     out["clock"] = clock_text(snapshot.clock);
     out["power"] = snapshot.power;
@@ -231,8 +239,7 @@ json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
     out["available_memory"] = snapshot.available_memory;
     out["program"] = label_of(snapshot.program);
     out["program_errors"] = snapshot.program_errors;
-    out["files"] = json::array();
-    for (const StoredFile& file : files) out["files"].push_back(json_of(file));
+    out["files"] = std::move(files);
     out["areas"] = json::array();
     for (const KeptArea& area : snapshot.areas) out["areas"].push_back(json_of(area));
     out["sounds"] = json::array();
@@ -241,7 +248,7 @@ json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
 }
 
 std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files) {
-    return json_of(snapshot, files).dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+    return json_of(snapshot, list_of(files)).dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
 } // namespace qm::sim

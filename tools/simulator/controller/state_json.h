@@ -16,9 +16,10 @@ namespace qm::sim {
 
 // A file without its data.
 [[nodiscard]] nlohmann::json json_of(const StoredFile& file);
+[[nodiscard]] nlohmann::json json_of(const FileSystem& files);
 
-// Everything; texts of hosts may be in any encoding.
-[[nodiscard]] nlohmann::json json_of(const Snapshot& snapshot, const std::vector<StoredFile>& files);
+// Everything, with the list of files; texts of hosts may be in any encoding.
+[[nodiscard]] nlohmann::json json_of(const Snapshot& snapshot, nlohmann::json files);
 // The same as indented text.
 [[nodiscard]] std::string state_text(const Snapshot& snapshot, const std::vector<StoredFile>& files);
 

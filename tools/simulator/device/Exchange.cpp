@@ -115,6 +115,12 @@ void Exchange::settle(bool updated, News& news) {
     if (news.wake) note_screen(news);
 }
 
+// What another thread has done is reported by the next tick, so that pictures are told in their order.
+void Exchange::look_soon(News& news) {
+    m_due = Milliseconds{0};
+    news.wake = true;
+}
+
 void Exchange::settle_news(News& news) {
     news.trouble = std::exchange(m_trouble, {});
     const bool logged = !news.log.command.empty();
@@ -130,7 +136,7 @@ void Exchange::command(std::uint8_t cmd, ByteBuffer payload, const std::string& 
     reporting([&](News& news) {
         const Outcome outcome = m_controller.handle(request, now());
         news.log = {.peer = peer, .command = outcome.log, .status = 0};
-        return settle(outcome.updated, news), 0;
+        return look_soon(news), 0;
     });
 }
 
@@ -146,14 +152,16 @@ void Exchange::set_clock(std::optional<LocalSeconds> time, std::optional<unsigne
         if (rate) m_clock.set_rate(*rate, now().host);
         if (time) m_clock.set(*time - m_controller.state().settings.clock_offset);
         news.log = {.peer = peer, .command = "the clock is set", .status = 0};
-        return settle(true, news), 0;
+        return look_soon(news), 0;
     });
 }
 
 void Exchange::watch(std::function<void()> watcher) {
     reporting([&](News& news) {
         m_watcher = std::move(watcher);
-        return settle(true, news), 0;
+        if (m_watcher && !m_options.on_screen) // else it is up to date
+            m_shown = std::make_shared<const Image>(m_controller.screen(now()));
+        return look_soon(news), 0;
     });
 }
 

@@ -89,6 +89,7 @@ class Exchange : public Answerer {
     void command(std::uint8_t cmd, ByteBuffer payload, const std::string& peer);
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, News& news);
     void settle(bool updated, News& news);
+    void look_soon(News& news);
     void settle_news(News& news);
     [[nodiscard]] bool looked_at() const;
     std::optional<Fault> fault_for_this_one();

@@ -40,9 +40,9 @@ struct Options {
     // Time since the controller was switched on; a steady clock's when empty. Programs and areas play by it.
     std::function<std::chrono::milliseconds()> uptime{};
 
-    // Called from the simulator's thread or that of who changes the controller; the one for trouble also
-    // while the simulator is made. They may look at it, and must not throw. The first two are called before
-    // the answer goes out.
+    // Called from the simulator's thread, the one for requests also from that of who changes the controller,
+    // the one for trouble while the simulator is made. They may look at it, and must not throw. The first two
+    // are called before the answer goes out.
     std::function<void(const Image&)> on_screen{}; // the screen has changed
     // One line in words for every request, bad frame, and program that takes its turn.
     std::function<void(const std::string&)> on_request{};

@@ -36,9 +36,11 @@ void Feed::look() {
     for (Listener* const listener : listeners) listener->changed();
 }
 
+// The timer lives in the context, which goes before the feed does.
 void Feed::rest() {
-    m_rest.expires_after(std::chrono::milliseconds(15)); // pictures come sixty times a second
-    m_rest.async_wait([this](NetworkError error) {
+    constexpr std::chrono::milliseconds kRest{15}; // pictures come sixty times a second
+    const auto timer = std::make_shared<asio::steady_timer>(m_context, kRest);
+    timer->async_wait([this, timer](NetworkError error) {
         if (error) return;
         Attention resting = Attention::resting;
         if (!m_attention.compare_exchange_strong(resting, Attention::ready)) look();

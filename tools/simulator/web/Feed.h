@@ -22,7 +22,7 @@ class Feed {
 
     // Both outlive the feed.
     Feed(asio::io_context& context, Exchange& exchange, std::size_t number)
-        : m_context(context), m_rest(context), m_exchange(exchange), m_number(number) {}
+        : m_context(context), m_exchange(exchange), m_number(number) {}
     Feed(const Feed&) = delete;
     Feed& operator=(const Feed&) = delete;
     ~Feed() { close(); }
@@ -55,7 +55,6 @@ class Feed {
     void rest();
 
     asio::io_context& m_context;
-    asio::steady_timer m_rest;
     Exchange& m_exchange;
     const std::size_t m_number;
     std::set<Listener*> m_listeners;

@@ -57,7 +57,7 @@ json json_of(const LogEntry& entry) {
 
 json live_state(const Exchange& exchange) {
     const auto [snapshot, files] = exchange.look([](const auto& controller, Now now) {
-        return std::pair(controller.snapshot(now), controller.state().files.copies());
+        return std::pair(controller.snapshot(now), json_of(controller.state().files));
     });
     json out = json_of(snapshot, files);
     out["next"] = label_of(snapshot.next_program);
