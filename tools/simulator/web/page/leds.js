@@ -1,0 +1,86 @@
+// A picture as LEDs on a canvas: round dots that glow, or plain pixels. The middle of every cell has exactly
+// the LED's colour.
+
+import { make } from "./dom.js";
+
+const SMALLEST_DOT = 3; // pixels of a cell; smaller ones are plain
+const DOT = 0.42, GLOW = 0.5; // radius of a dot in cells; light that falls beside it
+const PANEL = "#0e1216"; // between the dots
+
+export class Leds {
+  cell = 1; // pixels of the device
+  dots = true;
+  #canvas;
+  #context;
+  #small = make("canvas"); // a pixel an LED
+  #mask = null;
+  #look = ""; // what the canvas is laid out for
+  #drawn = []; // pixels
+
+  constructor(element) {
+    [this.#canvas, this.#context] = [element, element.getContext("2d")];
+  }
+
+  draw({ pixels, width, height }) {
+    const look = [width, height, this.cell, this.dots, devicePixelRatio].join();
+    if (look !== this.#look) this.#layOut(width, height, look);
+    const light = new ImageData(new Uint8ClampedArray(pixels.buffer), width);
+    this.#context.save();
+    this.#clip(pixels, width);
+    this.#enlarge(light, "copy", false);
+    if (this.dots && this.cell >= SMALLEST_DOT) this.#roundOff(light);
+    this.#context.restore();
+  }
+
+  #layOut(width, height, look) {
+    Object.assign(this.#small, { width, height });
+    Object.assign(this.#canvas, { width: width * this.cell, height: height * this.cell });
+    this.#canvas.style.width = `${this.#canvas.width / devicePixelRatio}px`;
+    [this.#mask, this.#look, this.#drawn] = [this.#holes(), look, []];
+  }
+
+  // To the rows that have changed and those that their light falls on.
+  #clip(pixels, width) {
+    const differs = (color, at) => color !== this.#drawn[at];
+    const top = Math.floor(pixels.findIndex(differs) / width) - 1;
+    const bottom = Math.floor(pixels.findLastIndex(differs) / width) + 2;
+    this.#context.beginPath();
+    this.#context.rect(0, top * this.cell, this.#canvas.width, (bottom - top) * this.cell);
+    this.#context.clip();
+    this.#drawn = pixels;
+  }
+
+  #enlarge(image, operation, smooth) {
+    this.#small.getContext("2d").putImageData(image, 0, 0);
+    Object.assign(this.#context, { globalCompositeOperation: operation, imageSmoothingEnabled: smooth });
+    this.#context.drawImage(this.#small, 0, 0, this.#canvas.width, this.#canvas.height);
+  }
+
+  // Leaves the dots; behind them the light of each one falls as far as its neighbours' middles.
+  #roundOff(light) {
+    const data = light.data.slice();
+    for (let i = 0; i < data.length; i += 4) data[i + 3] = GLOW * Math.max(data[i], data[i + 1], data[i + 2]);
+    this.#fill("destination-in", this.#mask);
+    this.#enlarge(new ImageData(data, light.width), "destination-over", true);
+    this.#fill("destination-over", PANEL);
+  }
+
+  #fill(operation, style) {
+    Object.assign(this.#context, { globalCompositeOperation: operation, fillStyle: style });
+    this.#context.fillRect(0, 0, this.#canvas.width, this.#canvas.height);
+  }
+
+  #holes() {
+    const tile = make("canvas", { width: this.cell, height: this.cell });
+    const context = tile.getContext("2d");
+    context.arc(this.cell / 2, this.cell / 2, this.cell * DOT, 0, 2 * Math.PI);
+    context.fill();
+    return this.#context.createPattern(tile, "repeat");
+  }
+}
+
+// The largest cell with which a picture fits, in pixels of the device; 1 while nothing is laid out.
+export function fittingCell(picture, width, height, most = 16) {
+  const room = Math.min(width / picture.width, height / picture.height) * devicePixelRatio;
+  return Math.max(1, Math.min(Math.floor(room) || 1, Math.ceil(most * devicePixelRatio)));
+}

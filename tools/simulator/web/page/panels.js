@@ -1,0 +1,112 @@
+// What the controller knows of itself.
+
+import { byId, make } from "./dom.js";
+
+const COLORS = { single: "single colour", double: "double colour", three: "three colours", full: "full colour" };
+const MODES = ["by hand", "by the clock", "by the sensor"]; // of brightness
+
+export const screenOf = ({ size, color }) => `${size[0]} × ${size[1]}, ${COLORS[color] ?? color}`;
+
+// Names are kept as labels: bytes other than letters, digits, - and _ are %XX.
+function nameOf(label) {
+  try {
+    return decodeURIComponent(label);
+  } catch {
+    return label; // in another encoding
+  }
+}
+
+const two = (number) => String(number).padStart(2, "0");
+const bytes = (count) => count.toLocaleString("en");
+const empty = (words) => make("p", { className: "empty" }, words);
+const badge = (words, kind = "") => make("span", { className: `badge ${kind}` }, words);
+
+// Terms without a value are left out.
+function list(rows) {
+  const parts = rows.filter(([, value]) => value !== "");
+  return make("dl", {}, ...parts.flatMap(([term, ...value]) => [make("dt", {}, term), make("dd", {}, ...value)]));
+}
+
+function table(head, rows, none) {
+  if (!rows.length) return empty(none);
+  const line = (tag, cells) => make("tr", {}, ...cells.map((cell) => make(tag, {}, cell)));
+  const body = make("tbody", {}, ...rows.map((row) => line("td", row)));
+  return make("table", {}, make("thead", {}, line("th", head)), body);
+}
+
+function playing({ program, next, areas, program_errors, power, fault }) {
+  const shown = areas.filter((area) => area.shown).length;
+  const notes = Object.entries(program_errors).map(([name, why]) => `${nameOf(name)} cannot be played: ${why}`);
+  if (!power) notes.unshift("The screen is off");
+  if ((fault?.fault ?? "none") !== "none") notes.unshift(`Answers are spoilt: ${fault.fault}`);
+  const rows = [
+    ["Now", make("strong", { id: "now-playing" }, nameOf(program) || "no program")],
+    ["Next", nameOf(next ?? "")],
+    ["Over it", shown ? `${shown} dynamic area${shown > 1 ? "s" : ""}` : ""],
+  ];
+  return [list(rows), ...notes.map((words) => make("p", { className: "note warn" }, words))];
+}
+
+function lockText({ locked, program, duration, nonvolatile }) {
+  if (!locked) return "open";
+  const parts = ["locked", program && `to ${nameOf(program)}`, duration && `for ${duration} s`];
+  return [...parts, nonvolatile && "also after a restart"].filter(Boolean).join(", ");
+}
+
+function timerText({ on_hour, on_minute, off_hour, off_minute }) {
+  return ` ${two(on_hour)}:${two(on_minute)}–${two(off_hour)}:${two(off_minute)}`;
+}
+
+function controller(state, about) {
+  const used = state.total_memory - state.available_memory;
+  const bar = (ariaLabel, value, max) => make("meter", { max, value, ariaLabel });
+  return [list([
+    ["Type", about.type],
+    ["Screen", screenOf(about)],
+    ["Address", `${about.address}:${about.port}`],
+    ["Name", nameOf(state.name)],
+    ["Location", nameOf(state.location)],
+    ["Firmware", nameOf(state.firmware) || "as it came"],
+    ["Clock", make("span", { id: "clock-text" }), (state.rate ?? 1) === 1 ? "" : badge(`${state.rate} ×`, "warn")],
+    ["Power", state.power ? badge("on", "good") : badge("off", "warn")],
+    ["Timer", state.timing.map(timerText).join()],
+    ["Brightness", bar("Brightness", state.brightness_level, 15),
+      ` ${state.brightness_level} of 15, ${MODES[state.brightness.mode]}`],
+    ["Screen lock", lockText(state.screen_lock)],
+    ["Program lock", lockText(state.program_lock)],
+    ["Password", state.controller_password ? "set" : "none"],
+    ["Memory", bar("Memory in use", used, state.total_memory), ` ${bytes(used)} of ${bytes(state.total_memory)} B`],
+    ["Restarts", String(state.resets)],
+  ])];
+}
+
+function dynamic({ areas }) {
+  const rows = areas.map(({ id, x, y, width, height, pages, shown }) =>
+    [id, `${x}, ${y}`, `${width} × ${height}`, pages, shown ? badge("shown", "good") : badge("waits")]);
+  return [table(["Area", "Place", "Size", "Pages", ""], rows, "No dynamic areas")];
+}
+
+function files({ files, program, next, program_errors }) {
+  const mark = (name) => {
+    if (Object.hasOwn(program_errors, name)) return badge("cannot be played", "bad");
+    if (name === program) return badge("now", "good");
+    return name === next ? badge("next") : "";
+  };
+  const rows = files.map(({ name, family, type, size, crc }) => [nameOf(name), family === "ordinary" ? type : "config",
+    bytes(size), crc.toString(16).padStart(8, "0"), mark(name)]);
+  return [table(["Name", "Type", "Bytes", "CRC-32", ""], rows, "No files")];
+}
+
+function spoken(state) {
+  const voices = [...state.sounds, ...state.areas.flatMap(({ sound }) => sound ?? [])];
+  if (!voices.length) return [empty("Nothing to say")];
+  return [make("ul", { className: "voices" }, ...voices.map((voice) => make("li", {},
+    make("q", {}, voice.text),
+    make("span", { className: "note" }, `volume ${voice.volume}, speed ${voice.speed}, voice ${voice.person}`))))];
+}
+
+export function showState(state, about) {
+  for (const part of [playing, controller, dynamic, files, spoken])
+    byId(part.name).replaceChildren(...part(state, about));
+  byId("everything").textContent = JSON.stringify(state, null, 2);
+}
