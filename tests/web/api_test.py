@@ -131,6 +131,14 @@ class Control(Api):
         self.assertEqual(post("fault", {"fault": "none"})[0], 200)
         self.send("ping", controller=1)
 
+    def test_what_is_posted_outlives_a_restart(self):
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        before = self.start("--store", folder)
+        self.assertEqual(before.request("api/reset", {})[0], 200)
+        before.stop()
+        self.assertEqual(self.start("--store", folder).get("state")["resets"], 1)
+
     def test_refusals_say_why(self):
         self.start()
         host = self.simulator.url.split("/")[2]

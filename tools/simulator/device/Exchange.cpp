@@ -135,6 +135,7 @@ void Exchange::command(std::uint8_t cmd, ByteBuffer payload, const std::string& 
     const Request request{.group = kConfigurationGroup, .cmd = cmd, .application = std::move(payload)};
     reporting([&](News& news) {
         const Outcome outcome = m_controller.handle(request, now());
+        save();
         news.log = {.peer = peer, .command = outcome.log, .status = 0};
         return look_soon(news), 0;
     });
@@ -230,11 +231,16 @@ bool Exchange::note_state(News& news) {
     const bool kept = latest.settings != m_known.settings || latest.files != m_known.files;
     m_known = std::move(latest);
     const State& state = m_controller.state();
-    if (m_store && kept) m_store->save(state.settings, state.files);
+    if (kept) save();
     if (!m_options.on_state) return !same_look;
     news.state = m_controller.snapshot(now());
     news.files = state.files.copies();
     return !same_look;
+}
+
+void Exchange::save() {
+    const State& state = m_controller.state();
+    if (m_store) m_store->save(state.settings, state.files);
 }
 
 void Exchange::tell(const News& news) const {

@@ -85,6 +85,7 @@ class Exchange : public Answerer {
 
     [[nodiscard]] Now now() const;
     void restore();
+    void save();
     template <class Step> auto reporting(Step step);
     void command(std::uint8_t cmd, ByteBuffer payload, const std::string& peer);
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, News& news);
