@@ -12,6 +12,8 @@ extern "C" {
 namespace qm {
 namespace {
 
+constexpr char32_t kFirstMark = 0x300;
+
 bool is_thai(char32_t c) { return c >= 0xE01 && c <= 0xE5B; }
 
 // Words stand side by side; a dictionary tells them apart. Without one, no line ends between them.
@@ -124,6 +126,14 @@ class Breaker {
 // The characters that always end a line.
 bool is_line_end(char32_t c) { return (c >= U'\n' && c <= U'\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
 
+void append(std::u32string& text, char32_t c) {
+    const auto both = c < kFirstMark || text.empty() ? std::nullopt : composed(text.back(), c);
+    if (both)
+        text.back() = *both;
+    else
+        text += c;
+}
+
 } // namespace
 
 std::u32string clean_text(std::u32string_view text, bool singleLine) {
@@ -136,10 +146,8 @@ std::u32string clean_text(std::u32string_view text, bool singleLine) {
             clean += singleLine ? U' ' : U'\n';
         } else if (c == U'\t') {
             clean += U' ';
-        } else if (const auto both = clean.empty() ? std::nullopt : composed(clean.back(), c)) {
-            clean.back() = *both;
         } else if (c >= 0x20 && c != 0x7F && c != 0xFEFF) {
-            clean += c;
+            append(clean, c);
         }
     }
     return clean;

@@ -65,12 +65,12 @@ void ShapedText::add_paragraph(std::size_t begin, std::size_t end) {
 
 void ShapedText::add_plain(const TextRun& run) {
     for (std::size_t i = run.begin; i < run.end; ++i) {
-        const bool hidden = m_text[i] == kSoftHyphen; // until a line ends with it
+        const char32_t c = m_text[i];
+        const bool hidden = c == kSoftHyphen; // until a line ends with it
         if (hidden && m_inColumns) continue;
-        const GlyphShape& shape = hidden        ? kNothing
-                                  : m_inColumns ? m_font.vertical(m_text[i])
-                                                : m_font.shape(m_text[i]);
-        m_clusters.push_back({&shape, static_cast<Ouint32>(i), run.level, m_paragraph, hidden, false});
+        const GlyphShape* shape = &kNothing;
+        if (!hidden) shape = m_inColumns ? &m_font.vertical(c) : &m_font.shape(c);
+        m_clusters.push_back({shape, static_cast<Ouint32>(i), run.level, m_paragraph, hidden, false});
     }
 }
 

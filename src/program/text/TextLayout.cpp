@@ -14,12 +14,14 @@ namespace {
 // What the clusters of a line light, and whether bitmaps are among them.
 LineInk ink_of(const ShapedText& text, const TextLine& line, const Font& font) {
     LineInk ink{std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    const GlyphShape* last = nullptr;
     for (std::size_t i = line.begin; i < line.end; ++i) {
         const GlyphShape& shape = text.shape(i);
         if (shape.blank()) continue;
         ink.top = std::min(ink.top, shape.top);
         ink.bottom = std::max(ink.bottom, shape.bottom);
-        ink.cell = std::max(ink.cell, font.face_of(shape).strike());
+        if (!last || shape.face != last->face) ink.cell = std::max(ink.cell, font.face_of(shape).strike());
+        last = &shape;
     }
     return ink.top < ink.bottom ? ink : LineInk{};
 }
