@@ -3,6 +3,7 @@ import multiprocessing
 import os
 import pathlib
 import select
+import shutil
 import socket
 import statistics
 import sys
@@ -11,7 +12,8 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests/web"))
 
 from live import Live
-from simulator import Simulator
+from simulator import Simulator, wait_for
+from webdriver import Browser
 
 RUNNING = "text", "--mode", "left", "--speed", "5", "--repeat", "255", "--size", "40", "Flight QM 214 to Lisbon"
 SCREEN = "--size", "256x128", "--type", "0x0166", "--color", "full"
@@ -96,6 +98,35 @@ def many_readers():
     yield "answer beside 50 readers, one stalled", f"{ours:.0f} us", f"without them: {peer:.0f} us", peer / ours, 0.909
 
 
+# Notes the time of every picture that differs from the one before.
+WATCH = """window.seen = [];
+           const canvas = document.querySelector("#screen"), context = canvas.getContext("2d");
+           let last = "";
+           (function look() {
+               const now = context.getImageData(0, canvas.height >> 1, canvas.width, 8).data.join();
+               if (now !== last) seen.push(Date.now());
+               last = now;
+               requestAnimationFrame(look);
+           })();"""
+
+
+def browser():
+    if not shutil.which("chromedriver"): return
+    simulator, page, times = Simulator("--size", "64x16"), Browser(), []
+    page.open(simulator.url)
+    page.run(WATCH)
+    for number in range(25):
+        known = wait_for("a picture", lambda: page.run("return seen.length"))
+        simulator.send("text", "--color", "red" if number % 2 else "green", "WWWW")
+        done = time.time()
+        wait_for("a new picture", lambda: page.run("return seen.length") > known)
+        times.append(max(0, page.run("return seen[arguments[0]]", known) - 1000 * done))
+    page.close()
+    simulator.stop()
+    milliseconds = statistics.median(times)
+    yield "from qmctl's 0 to the pixel in a browser", f"{milliseconds:.0f} ms", "50 ms", 50 / max(milliseconds, 1), 1
+
+
 def many_controllers():
     simulator = Simulator("--count", "1000")
     time.sleep(5)
@@ -107,7 +138,7 @@ def many_controllers():
 
 def main():
     Simulator.binary, Simulator.qmctl = sys.argv[1:]
-    for row in (*one_reader(), *many_readers(), *many_controllers()):
+    for row in (*one_reader(), *many_readers(), *browser(), *many_controllers()):
         work, ours, peer, ratio, mark = row
         verdict = f"{mark:.3g} {'met' if ratio >= mark else 'missed'}"
         print(f"| {work:55} | {ours:15} | {peer:30} | {ratio:5.3g} | {verdict:9} |")
