@@ -8,8 +8,10 @@ HostClock::HostClock(std::optional<LocalSeconds> start, unsigned rate) : m_from(
 
 LocalSeconds HostClock::at(LocalSeconds system) const {
     if (!m_from) return system;
-    const auto passed = (std::chrono::steady_clock::now() - m_since) * m_rate;
-    return *m_from + std::chrono::floor<std::chrono::seconds>(passed);
+    // In nanoseconds, the fastest clock would overflow within two days.
+    const auto passed =
+        std::chrono::floor<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_since);
+    return *m_from + std::chrono::floor<std::chrono::seconds>(passed * m_rate);
 }
 
 void HostClock::set(LocalSeconds time) {
