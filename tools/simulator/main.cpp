@@ -55,6 +55,18 @@ void warn_of_darkness(Display& display, const Options& options) {
                      name_of(options.color) + ": areas will stay black");
 }
 
+std::string sentence_for(const EndpointError& error, const std::string& option) {
+    if (error.code() != std::errc::address_in_use) return error.what();
+    return error.endpoint + " is in use; choose another port with " + option + ", or any free one with " +
+           option + " 0";
+}
+
+void open_page(std::optional<WebServer>& web, const WebPlace& place, Fleet& fleet) try {
+    web.emplace(place.address, place.port, fleet);
+} catch (const EndpointError& error) {
+    throw std::runtime_error(sentence_for(error, "--web"));
+}
+
 // Runs until a signal or, when asked for, until the first connection that updated the screen has closed.
 void run(const Settings& settings) {
     Display display(settings);
@@ -71,17 +83,12 @@ void run(const Settings& settings) {
     auto held = display.hold(); // until it is said that the controllers are there
     Fleet fleet(std::move(controllers));
     std::optional<WebServer> web;
-    if (settings.web) web.emplace(settings.web->address, settings.web->port, fleet);
+    if (settings.web) open_page(web, *settings.web, fleet);
     display.begin(fleet, announcement(fleet) + (web ? "\nScreen: http://" + web->place() + "/" : ""));
     for (const Options& options : settings.controllers) warn_of_darkness(display, options);
     held.unlock();
     context.run();
     display.finish(fleet);
-}
-
-std::string sentence_for(const EndpointError& error) {
-    if (error.code() != std::errc::address_in_use) return error.what();
-    return error.endpoint + " is in use; choose another port with --port, or any free one with --port 0";
 }
 
 // A thousand controllers are a thousand descriptors, and as many again that are connected.
@@ -122,7 +129,7 @@ int main(int argc, char** argv) {
         run(*settings);
         return 0;
     } catch (const EndpointError& failure) {
-        complain(sentence_for(failure));
+        complain(sentence_for(failure, "--port"));
         return kFailed;
     } catch (const std::exception& failure) {
         complain(failure.what());
