@@ -132,6 +132,9 @@ TEST(Program, PortInUseIsExplained) {
     Program second({"--port", port});
     EXPECT_THAT(second.line(), HasSubstr("127.0.0.1:" + port + " is in use"));
     EXPECT_EQ(second.status(), 2);
+    Program page({"--port", "0", "--web", port});
+    EXPECT_THAT(page.line(), HasSubstr("choose another port with --web"));
+    EXPECT_EQ(page.status(), 2);
 }
 
 TEST(Program, StoreThatCannotBeMadeIsExplained) {
