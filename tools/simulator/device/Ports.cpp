@@ -35,9 +35,12 @@ std::vector<Datagram> answer_text(Exchange& exchange, Bytes input, const std::st
 
 Ports::Ports(asio::io_context& context, Device& device)
     : m_context(context), m_device(device), m_timer(context),
-      m_server(context, {address_of(device.options().listen), device.options().port}, device.exchange(),
-               device.connections()),
-      m_tcp(m_server.port()) {
+      m_server(context, {address_of(device.options().listen), device.options().port},
+               [&device](asio::ip::tcp::socket socket) {
+                   std::make_shared<Connection>(std::move(socket), device.exchange(), device.connections())
+                       ->start();
+               }),
+      m_tcp(m_server.endpoint().port()) {
     open_udp(m_udp, device.options().udp, answer_frames);
     open_udp(m_wifi, device.options().wifi, answer_text);
     if (m_udp) m_udp_port = m_udp->port();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/device/Device.h"
+#include "simulator/wire/Connection.h"
 #include "simulator/wire/Server.h"
 #include "simulator/wire/UdpServer.h"
 

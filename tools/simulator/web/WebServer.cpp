@@ -15,11 +15,11 @@ asio::ip::tcp::endpoint endpoint_of(const std::string& address, std::uint16_t po
 } // namespace
 
 WebServer::WebServer(const std::string& address, std::uint16_t port, Fleet& fleet)
-    : m_site(fleet), m_acceptor(socket_at<asio::ip::tcp::acceptor>(m_context, endpoint_of(address, port))) {
-    m_site.place = text_of(m_acceptor.local_endpoint());
+    : m_site(fleet), m_server(m_context, endpoint_of(address, port),
+                              [this](asio::ip::tcp::socket socket) { take(std::move(socket)); }) {
+    m_site.place = text_of(m_server.endpoint());
     for (std::size_t i = 0; i < fleet.size(); ++i)
         m_site.feeds.push_back(std::make_unique<Feed>(m_context, fleet.device(i).exchange(), i));
-    accept();
     m_thread = std::thread([this] { run(); });
 }
 
@@ -29,21 +29,8 @@ WebServer::~WebServer() {
     for (const auto& feed : m_site.feeds) feed->close();
 }
 
-void WebServer::accept() {
-    m_acceptor.async_accept([this](NetworkError error, asio::ip::tcp::socket socket) {
-        if (error == asio::error::operation_aborted) return;
-        if (error) return accept_later();
-        if (auto seat = m_site.take_seat()) start_http_session(std::move(socket), m_site, std::move(seat));
-        accept();
-    });
-}
-
-// Out of descriptors, most likely: there will be some again when connections have ended.
-void WebServer::accept_later() {
-    m_timer.expires_after(std::chrono::milliseconds(50));
-    m_timer.async_wait([this](NetworkError error) {
-        if (!error) accept();
-    });
+void WebServer::take(asio::ip::tcp::socket socket) {
+    if (auto seat = m_site.take_seat()) start_http_session(std::move(socket), m_site, std::move(seat));
 }
 
 // A connection that could not go on is gone by the time its exception arrives here; the others go on.

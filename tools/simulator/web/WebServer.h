@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simulator/web/Site.h"
+#include "simulator/wire/Server.h"
 
 #include <thread>
 
@@ -22,15 +23,13 @@ class WebServer {
     [[nodiscard]] const std::string& place() const { return m_site.place; }
 
   private:
-    void accept();
-    void accept_later();
+    void take(asio::ip::tcp::socket socket);
     void run();
 
     // The order counts: the context, in which the connections live, goes before what they use.
     Site m_site;
     asio::io_context m_context{1};
-    asio::ip::tcp::acceptor m_acceptor;
-    asio::steady_timer m_timer{m_context};
+    Server m_server;
     std::thread m_thread;
 };
 

@@ -2,10 +2,9 @@
 
 namespace qm::sim {
 
-Server::Server(asio::io_context& context, const asio::ip::tcp::endpoint& endpoint, Answerer& answerer,
-               Connections& connections)
+Server::Server(asio::io_context& context, const asio::ip::tcp::endpoint& endpoint, Take take)
     : m_acceptor(socket_at<asio::ip::tcp::acceptor>(context, endpoint)), m_timer(context),
-      m_answerer(answerer), m_connections(connections) {
+      m_take(std::move(take)) {
     accept();
 }
 
@@ -13,7 +12,7 @@ void Server::accept() {
     m_acceptor.async_accept([this](NetworkError error, asio::ip::tcp::socket socket) {
         if (error == asio::error::operation_aborted) return;
         if (error) return accept_later();
-        std::make_shared<Connection>(std::move(socket), m_answerer, m_connections)->start();
+        m_take(std::move(socket));
         accept();
     });
 }

@@ -1,18 +1,20 @@
 // Takes connections, as many as come.
 #pragma once
 
-#include "simulator/wire/Connection.h"
+#include "simulator/wire/network.h"
+
+#include <functional>
 
 namespace qm::sim {
 
 class Server {
   public:
-    // Listens when it returns; throws std::system_error when the endpoint cannot be had. The others outlive
-    // it.
-    Server(asio::io_context& context, const asio::ip::tcp::endpoint& endpoint, Answerer& answerer,
-           Connections& connections);
+    using Take = std::function<void(asio::ip::tcp::socket)>;
 
-    [[nodiscard]] std::uint16_t port() const { return m_acceptor.local_endpoint().port(); }
+    // Listens when it returns; throws EndpointError when the endpoint cannot be had. The context outlives it.
+    Server(asio::io_context& context, const asio::ip::tcp::endpoint& endpoint, Take take);
+
+    [[nodiscard]] asio::ip::tcp::endpoint endpoint() const { return m_acceptor.local_endpoint(); }
 
   private:
     void accept();
@@ -20,8 +22,7 @@ class Server {
 
     asio::ip::tcp::acceptor m_acceptor;
     asio::steady_timer m_timer;
-    Answerer& m_answerer;
-    Connections& m_connections;
+    Take m_take;
 };
 
 } // namespace qm::sim
