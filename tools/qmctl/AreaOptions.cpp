@@ -15,11 +15,10 @@ ProgramNumbers read_programs(const std::string& text) {
 
 } // namespace
 
-void require_area_port(const Session& session) {
-    for (const Controller& controller : session.controllers)
-        if (controller.port() < 1024)
-            throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
-                             std::to_string(controller.port()));
+void AreaVerb::check(const NamedController& target) const {
+    if (target.port < 1024)
+        throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
+                         std::to_string(target.port));
 }
 
 Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::string& where) {
@@ -31,7 +30,7 @@ Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::
     return *given;
 }
 
-void Remarks::tell(const Session& session, const std::vector<std::string>& remarks) const {
+void Remarks::tell(const Session& session, std::span<const std::string> remarks) const {
     if (m_strict && !remarks.empty()) throw Failure(joined(remarks));
     for (const std::string& remark : remarks) session.note(remark);
 }

@@ -2,13 +2,17 @@
 // sounds.
 #pragma once
 
+#include "Verb.h"
 #include "arguments.h"
 #include "sign/drawn_text.h"
 
 namespace qm::ctl {
 
-// The library takes no others for dynamic areas and speech.
-void require_area_port(const Session& session);
+// One of dynamic areas or speech, for which the library takes no others than these ports.
+class AreaVerb : public Verb {
+  public:
+    void check(const NamedController& target) const final;
+};
 
 // The given rectangle or, without one, the whole screen. Throws UsageError when it reaches beyond the screen,
 // and Failure when the screen's size is needed and not known; both name where it is given.
@@ -26,7 +30,7 @@ class Remarks {
         command.add_flag("--strict", m_strict,
                          "Fail, and send nothing, when a font is not installed or has no such character");
     }
-    void tell(const Session& session, const std::vector<std::string>& remarks) const;
+    void tell(const Session& session, std::span<const std::string> remarks) const;
 
   private:
     bool m_strict = false;

@@ -72,14 +72,24 @@ CommandLine::CommandLine(Session& session)
 
 void CommandLine::add_shared_options() {
     ArgumentList shared(m_app);
-    const auto named = add_value(shared, "-c,--controller", m_session.controllers, "IP[:PORT]",
-                                 "Address of the controller (default " + m_session.controller.address() +
-                                     ");\nseveral, separated by commas, get the verb all at once",
-                                 read_controllers);
-    add_value(shared, "--controllers", m_session.controllers, "FILE",
-              "Addresses of controllers, one a line; # begins a remark", read_controller_list)
-        .excludes(named);
-    add_number(shared, "--jobs", m_session.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
+    add_value(shared, "-c,--controller", m_wanted, "NAME",
+              "The controller: an address or host name with or without a port, such as\n192.168.0.199:5005, "
+              "a name or tag:TAG of the list of controllers; several,\nseparated by commas, get the verb all "
+              "at once (default " +
+                  NamedController().address() + ")",
+              read_text);
+    add_value(
+        shared, "--controllers", m_book, "FILE",
+        "The list of controllers: name, address and tags a line, or an address alone; # begins\na remark "
+        "(default QMCTL_CONTROLLERS or ~/.config/qmctl/controllers). Without -c all in\nFILE get the verb",
+        [](const std::string& path) { return AddressBook(path); });
+    add_number(shared, "--jobs", m_terms.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
+    add_number(
+        shared, "--retries", m_terms.retries, 0, 100,
+        "How often what may pass, such as no answer, is tried again, after 1 s, 2 s, 4 s\nand so on up to "
+        "a minute, 0 to 100 (default 0)");
+    add_value(shared, "--report", m_terms.report, "FILE",
+              "Append what happened to a file, a JSON object a line for each controller", read_text);
     shared.add_flag("--json", m_session.json, "Print the result as one JSON object");
     shared.add_flag("--verbose", m_session.verbose, "Show the library's messages on standard error");
 }
@@ -115,10 +125,29 @@ Verb& CommandLine::parse(std::span<char* const> arguments) {
     m_session.verb = named_verb(m_app);
     if (!m_chosen) throw UsageError(missing_verb(m_app));
     m_session.broadcast = m_reach == Reach::broadcast;
-    if (m_reach == Reach::one && m_session.controllers.size() > 1)
-        throw UsageError("--controller: this verb makes files for one controller, not for " +
-                         std::to_string(m_session.controllers.size()));
+    find_controllers();
     return *m_chosen;
+}
+
+void CommandLine::find_controllers() {
+    try {
+        if (m_book && !m_wanted)
+            m_controllers = m_book->all();
+        else if (!m_wanted || m_session.broadcast)
+            m_controllers = {NamedController()};
+        else
+            m_controllers = (m_book ? *m_book : AddressBook::of_user()).find(*m_wanted);
+    } catch (const std::invalid_argument& wrong) {
+        throw UsageError(std::string("--controller: ") + wrong.what() + ", not '" + *m_wanted + "'");
+    }
+    if (m_controllers.empty())
+        throw UsageError("--controllers: expected a file with at least one controller");
+    if (m_session.broadcast) m_controllers.resize(1);
+    m_session.one_of_many = m_controllers.size() > 1;
+    m_session.target = m_controllers.front();
+    if (m_reach == Reach::one && m_session.one_of_many)
+        throw UsageError("--controller: this verb makes files for one controller, not for " +
+                         std::to_string(m_controllers.size()));
 }
 
 std::string CommandLine::information(const CLI::ParseError& request) const {

@@ -1,7 +1,7 @@
 // Builds the command line from the table of verbs.
 #pragma once
 
-#include "Verb.h"
+#include "Fleet.h"
 
 #include <CLI/CLI.hpp>
 
@@ -17,6 +17,9 @@ class CommandLine {
     // The verb that was asked for, its arguments read and checked. Throws UsageError, or CLI::Success for
     // --help and --version.
     [[nodiscard]] Verb& parse(std::span<char* const> arguments);
+    // Whom it goes to, at least one, and on which terms.
+    [[nodiscard]] const std::vector<NamedController>& controllers() const { return m_controllers; }
+    [[nodiscard]] const FleetTerms& terms() const { return m_terms; }
 
     // What --help or --version prints.
     [[nodiscard]] std::string information(const CLI::ParseError& request) const;
@@ -24,12 +27,17 @@ class CommandLine {
   private:
     void add_shared_options();
     void add_verb(const VerbEntry& entry);
+    void find_controllers();
 
     Session& m_session;
     CLI::App m_app;
     std::vector<std::unique_ptr<Verb>> m_verbs;
     Verb* m_chosen = nullptr;
     Reach m_reach = Reach::each;
+    std::optional<std::string> m_wanted; // controllers
+    std::optional<AddressBook> m_book;   // that was given
+    std::vector<NamedController> m_controllers;
+    FleetTerms m_terms;
 };
 
 } // namespace qm::ctl

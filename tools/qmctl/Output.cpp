@@ -5,6 +5,13 @@
 #include <unistd.h>
 
 namespace qm::ctl {
+namespace {
+
+bool put(std::FILE* file, std::string_view text) noexcept {
+    return file && std::fwrite(text.data(), 1, text.size(), file) == text.size() && std::fflush(file) == 0;
+}
+
+} // namespace
 
 Output::Output() {
     if (const int copy = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3); copy >= 0)
@@ -22,17 +29,42 @@ void Output::show_messages() {
 }
 
 void Output::write(std::string_view text) {
-    std::FILE* file = m_results.get();
-    if (!file || std::fwrite(text.data(), 1, text.size(), file) != text.size() || std::fflush(file) != 0)
-        throw std::runtime_error("cannot write the result to standard output");
+    const std::lock_guard lock(m_mutex);
+    wipe();
+    const bool written = put(m_results.get(), text);
+    draw();
+    if (!written) throw std::runtime_error("cannot write the result to standard output");
+}
+
+void Output::show(std::string_view text) noexcept {
+    const std::lock_guard lock(m_mutex);
+    wipe();
+    (void)put(m_results.get(), text);
+    draw();
+}
+
+void Output::remark(std::string_view text) noexcept {
+    const std::lock_guard lock(m_mutex);
+    wipe();
+    (void)put(stderr, text);
+    draw();
 }
 
 bool Output::is_terminal() const { return m_results && ::isatty(::fileno(m_results.get())) == 1; }
 
-void Output::show(std::string_view text) noexcept {
-    if (!m_results) return;
-    std::fwrite(text.data(), 1, text.size(), m_results.get());
-    std::fflush(m_results.get());
+void Output::pass(std::string line) noexcept {
+    const std::lock_guard lock(m_mutex);
+    wipe();
+    m_passing = std::move(line);
+    draw();
+}
+
+void Output::wipe() noexcept {
+    if (!m_passing.empty()) (void)put(m_results.get(), "\r\x1B[K");
+}
+
+void Output::draw() noexcept {
+    if (!m_passing.empty()) (void)put(m_results.get(), m_passing);
 }
 
 } // namespace qm::ctl

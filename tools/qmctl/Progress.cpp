@@ -12,11 +12,12 @@ constexpr std::size_t kWidth = 30;
 
 } // namespace
 
-Progress::Progress(Session& session, std::string name, std::size_t size)
+Progress::Progress(const Session& session, std::string name, std::size_t size)
     : m_session(session), m_name(std::move(name)), m_size(size), m_thread([this] { watch(); }) {}
 
-std::unique_ptr<Progress> Progress::of(Session& session, const File& file) {
-    if (session.json || session.verbose || !session.output.is_terminal()) return nullptr;
+std::unique_ptr<Progress> Progress::of(const Session& session, const File& file) {
+    if (session.json || session.verbose || session.one_of_many || !session.output->is_terminal())
+        return nullptr;
     return std::make_unique<Progress>(session, file.name, file.bytes.size());
 }
 
@@ -27,7 +28,7 @@ Progress::~Progress() {
     }
     m_ending.notify_one();
     m_thread.join();
-    m_session.output.show("\r\x1B[K");
+    m_session.output->pass("");
 }
 
 void Progress::watch() {
@@ -56,15 +57,14 @@ void Progress::draw() {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
     const std::size_t written = m_written.value_or(0);
     std::ostringstream line;
-    line << '\r' << m_name << "  ";
+    line << m_name << "  ";
     if (m_told) {
         const std::size_t done = m_size ? written * kWidth / m_size : kWidth;
         line << '[' << std::string(done, '#') << std::string(kWidth - done, ' ') << "]  " << written
              << " of ";
     }
-    line << m_size << " bytes  " << seconds << " s"
-         << "\x1B[K";
-    m_session.output.show(line.str());
+    line << m_size << " bytes  " << seconds << " s";
+    m_session.output->pass(line.str());
 }
 
 bool Progress::pause() {

@@ -15,9 +15,9 @@ namespace qm::ctl {
 // that does not tell is not asked again; then the bar shows the elapsed time only.
 class Progress {
   public:
-    Progress(Session& session, std::string name, std::size_t size);
+    Progress(const Session& session, std::string name, std::size_t size);
     // While a file is being written; null when nobody looks.
-    [[nodiscard]] static std::unique_ptr<Progress> of(Session& session, const File& file);
+    [[nodiscard]] static std::unique_ptr<Progress> of(const Session& session, const File& file);
     // Wipes the bar.
     ~Progress();
     Progress(const Progress&) = delete;
@@ -30,7 +30,7 @@ class Progress {
     // False when it has ended.
     [[nodiscard]] bool pause();
 
-    Session& m_session;
+    const Session& m_session;
     const std::string m_name;
     const std::size_t m_size;
     const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();

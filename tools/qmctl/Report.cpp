@@ -7,11 +7,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// One line. Text that is not valid UTF-8 (a file name may be anything) gets replacement characters.
-std::string one_line(const Json& value) {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 std::string in_words(const Json& value) {
     if (value.is_string()) return value.get<std::string>();
     if (!value.is_structured()) return value.dump();
@@ -39,8 +34,11 @@ std::string aligned(const std::vector<std::vector<std::string>>& rows) {
 
 } // namespace
 
-Report::Report(std::string controller) : m_controller(std::move(controller)) {
+Report::Report(std::string controller, const std::string& name) : m_controller(std::move(controller)) {
     if (!m_controller.empty()) add("controller", m_controller);
+    if (name.empty()) return;
+    add("name", name);
+    m_controller = name + " (" + m_controller + ")";
 }
 
 Report& Report::show(std::string label, std::string text) {
@@ -65,7 +63,12 @@ Report& Report::add(std::string key, Json value) {
 Report& Report::fail(int status, const std::string& reason) {
     m_values["ok"] = false;
     m_values["status"] = status;
-    return add("reason", reason);
+    return exit_with(2).add("reason", reason);
+}
+
+Report& Report::exit_with(int status) {
+    m_exit = status;
+    return *this;
 }
 
 Report& Report::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
@@ -91,20 +94,8 @@ std::string Report::line() const {
     return text.append("\n");
 }
 
-std::string Report::json() const { return one_line(m_values); }
-
-std::string failure_json(int status, const std::string& meaning, const std::string& reason,
-                         const std::string& controller) {
-    Json failure{{"ok", false}, {"status", status}, {"meaning", meaning}};
-    if (!reason.empty()) failure["reason"] = reason;
-    failure["controller"] = controller;
-    return one_line(failure);
-}
-
-std::string usage_json(const std::string& error, const std::string& controller) {
-    Json usage{{"ok", false}, {"error", error}};
-    if (!controller.empty()) usage["controller"] = controller;
-    return one_line(usage);
+std::string one_line(const Json& object) {
+    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace qm::ctl

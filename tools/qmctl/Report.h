@@ -10,8 +10,8 @@ namespace qm::ctl {
 
 class Report {
   public:
-    // Of one controller, when it is named.
-    explicit Report(std::string controller = "");
+    // Of one controller, at an address and perhaps with a name, when there is one.
+    explicit Report(std::string controller = "", const std::string& name = "");
 
     // A row of the table, and the same value for scripts.
     Report& add(std::string label, std::string text, std::string key, nlohmann::ordered_json value);
@@ -24,6 +24,9 @@ class Report {
 
     // Makes it that of a verb which found something wrong.
     Report& fail(int status, const std::string& reason);
+    // Which qmctl then has; 0 unless something else is said, or the verb failed.
+    Report& exit_with(int status);
+    [[nodiscard]] int exit_status() const { return m_exit; }
 
     // A list: its lines (the first one the headings) below the table, and the same for scripts.
     Report& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
@@ -32,7 +35,7 @@ class Report {
     [[nodiscard]] std::string table() const;
     // The rows in one line, without the controller; "done" when there are none.
     [[nodiscard]] std::string line() const;
-    [[nodiscard]] std::string json() const;
+    [[nodiscard]] const nlohmann::ordered_json& object() const { return m_values; }
 
   private:
     struct Row {
@@ -42,12 +45,11 @@ class Report {
     std::vector<Row> m_rows;
     std::vector<std::vector<std::string>> m_list;
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
+    int m_exit = 0;
 };
 
-// Of what failed; the reason is that of the library's call, when it was one.
-[[nodiscard]] std::string failure_json(int status, const std::string& meaning, const std::string& reason,
-                                       const std::string& controller);
-// Of a command line that asks for what cannot be done, by the controller when one is named.
-[[nodiscard]] std::string usage_json(const std::string& error, const std::string& controller = "");
+// An object, and a line end. Text that is not valid UTF-8 (a file name may be anything) gets replacement
+// characters.
+[[nodiscard]] std::string one_line(const nlohmann::ordered_json& object);
 
 } // namespace qm::ctl

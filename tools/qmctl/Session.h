@@ -3,22 +3,33 @@
 
 #include "Output.h"
 #include "Report.h"
+#include "sign/AddressBook.h"
 #include "sign/errors.h"
+
+#include <variant>
 
 namespace qm::ctl {
 
 using namespace sign;
 
+// What a verb came to: its report, or why there is none.
+using Outcome = std::variant<Report, UsageError, Failure>;
+
+constexpr int kDone = 0, kUsage = 1, kFailed = 2;
+[[nodiscard]] int exit_status(const Outcome& outcome);
+
+// A copy with another controller is that of one more job.
 class Session {
   public:
-    std::vector<Controller> controllers{Controller()}; // as the command line names them
-    unsigned jobs = 32;                                // controllers at a time, when there are many
-    bool one_of_many = false;                          // the result is one line, trouble included
-    Controller controller;                             // the one to talk to
-    std::string verb;                                  // its words, such as "fs ls"
+    explicit Session(Output& results) : output(&results) {}
+
+    NamedController target; // the one to talk to, as it is called
+    Controller controller;  // and where that is
+    std::string verb;       // its words, such as "fs ls"
     bool json = false;
     bool verbose = false;
-    bool broadcast = false; // the verb asks whoever answers, not the controller
+    bool one_of_many = false; // the result is one line, trouble included
+    bool broadcast = false;   // the verb asks whoever answers, not the controller
 
     // A call of the library's with the controller's address and the arguments; throws Failure unless it
     // succeeds.
@@ -27,17 +38,23 @@ class Session {
     }
 
     // One that begins with the controller.
-    [[nodiscard]] Report report() const { return Report(controller.address()); }
+    [[nodiscard]] Report report() const { return Report(controller.address(), target.name); }
 
-    void print(const Report& report);
-    // Says on standard error, and in JSON on standard output when that is asked for, what went wrong.
-    void tell(const Failure& failure);
+    // Shows what came of the verb: reports on standard output, trouble on standard error and, where JSON is
+    // asked for, there, too.
+    void print(const Outcome& outcome) const;
+    // The same as one object.
+    [[nodiscard]] nlohmann::ordered_json object_of(const Outcome& outcome) const;
     // Says on standard error what is done otherwise than it was asked for.
     void note(const std::string& note) const;
-    // Says what is wrong with the command line: on standard error, in JSON when that is asked for.
-    void refuse(const UsageError& error);
 
-    Output output;
+    Output* output;
+
+  private:
+    [[nodiscard]] std::string place() const;
+    void show(const Report& report) const;
+    void show(const Failure& failure) const;
+    void show(const UsageError& error) const;
 };
 
 } // namespace qm::ctl

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "options/ArgumentList.h"
+#include "sign/AddressBook.h"
 
 #include <memory>
 #include <span>
@@ -20,9 +21,11 @@ class Verb {
     virtual void add_arguments(ArgumentList&) {}
     // Reads and checks what needs no controller, before the first one is asked; trouble is thrown as
     // UsageError.
-    virtual void prepare(const Session&) {}
-    // Does it; trouble is thrown as UsageError or Failure.
-    virtual Report run(Session& session) = 0;
+    virtual void prepare() {}
+    // Refuses a controller that it cannot be done for, by UsageError, before the first one is asked.
+    virtual void check(const sign::NamedController&) const {}
+    // Does it for one controller, for many of them at once; trouble is thrown as UsageError or Failure.
+    virtual Report run(const Session& session) const = 0;
 };
 
 // Whom a verb asks when several controllers are named: each, none of them but whoever answers, or the only

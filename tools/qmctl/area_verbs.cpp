@@ -1,7 +1,6 @@
 // Verbs that put text and pictures on the screen at once, without a program being written.
 #include "AreaOptions.h"
-#include "Verb.h"
-#include "running.h"
+#include "sign/Kept.h"
 #include "sign/PictureFiles.h"
 
 #include <iostream>
@@ -25,7 +24,7 @@ std::string read_standard_input() {
     return text;
 }
 
-class ShowText : public Verb {
+class ShowText : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "TEXT", m_area.text, "", "The text in UTF-8; - reads it from standard input",
@@ -38,22 +37,24 @@ class ShowText : public Verb {
                   read_speech);
         add_speech_options(command, m_speech);
     }
-    void prepare(const Session& session) override {
-        require_area_port(session);
+    void prepare() override {
         if (m_area.text == "-") m_area.text = read_standard_input();
         if (!m_speech.text.empty()) m_area.speech = m_speech;
     }
-    Report run(Session& session) override {
-        const Screen screen = m_options.place(session, m_area);
-        const DrawnText drawn = drawn_text(m_area.text, m_area.style, *m_area.rect, m_area.effect);
+    Report run(const Session& session) const override {
+        Area area = m_area;
+        const Screen screen = m_options.place(session, area);
+        const DrawnText& drawn = m_drawn.get({area.rect->width, area.rect->height}, [&] {
+            return drawn_text(area.text, area.style, *area.rect, area.effect);
+        });
         m_remarks.tell(session, drawn.remarks);
-        m_area.style.size = static_cast<std::uint16_t>(drawn.points);
-        Report report = m_options.show(session, m_area, screen);
+        area.style.size = static_cast<std::uint16_t>(drawn.points);
+        Report report = m_options.show(session, area, screen);
         report.add("Font", "font", drawn.family)
             .add("Size", std::to_string(drawn.points) + " points", "size", drawn.points)
             .add("Pages", "pages", drawn.pages);
         if (!drawn.remarks.empty()) report.add("notes", drawn.remarks);
-        if (m_area.speech) report.add("Says", "speech", m_speech.text);
+        if (area.speech) report.add("Says", "speech", m_speech.text);
         return report;
     }
 
@@ -62,9 +63,10 @@ class ShowText : public Verb {
     Speech m_speech;
     AreaOptions m_options;
     Remarks m_remarks;
+    Kept<std::array<unsigned, 2>, DrawnText> m_drawn; // by the size of the area
 };
 
-class ShowPicture : public Verb {
+class ShowPicture : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         m_page.picture.where = "FILE";
@@ -81,21 +83,21 @@ class ShowPicture : public Verb {
         command.add_flag("--dither", m_page.fit.dither,
                          "Shades as dots of the colours that the screen has; nothing in full colour");
     }
-    void prepare(const Session& session) override {
-        require_area_port(session);
-        run_check([this] { require_decodable(m_page); });
-    }
-    Report run(Session& session) override {
-        const Screen screen = m_options.place(session, m_area);
-        PictureFiles files;
-        m_area.picture = files.path_of(m_page, {m_area.rect->width, m_area.rect->height}, screen.color);
-        return m_options.show(session, m_area, screen).add("Picture", "picture", m_page.picture.path);
+    void prepare() override { require_decodable(m_page); }
+    Report run(const Session& session) const override {
+        Area area;
+        const Screen screen = m_options.place(session, area);
+        const Size size{area.rect->width, area.rect->height};
+        area.picture = m_pictures.get({size.width, size.height, screen.color},
+                                      [&] { return m_files.path_of(m_page, size, screen.color); });
+        return m_options.show(session, area, screen).add("Picture", "picture", m_page.picture.path);
     }
 
   private:
     PicturePage m_page;
-    Area m_area;
     AreaOptions m_options;
+    mutable PictureFiles m_files;
+    Kept<std::array<unsigned, 3>, std::string> m_pictures; // by the size of the area and the screen's colours
 };
 
 constexpr VerbEntry kVerbs[] = {

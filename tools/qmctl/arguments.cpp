@@ -1,7 +1,6 @@
 #include "arguments.h"
 
-#include <algorithm>
-#include <fstream>
+#include <array>
 
 namespace qm::ctl {
 
@@ -17,42 +16,11 @@ Rect read_rect(const std::string& text) {
     return {values[0], values[1], values[2], values[3]};
 }
 
-std::vector<Controller> read_controllers(const std::string& text) {
-    std::vector<Controller> controllers;
-    for (const std::string_view one : split(text, ','))
-        controllers.push_back(read_controller(std::string(one)));
-    return controllers;
-}
-
-std::vector<Controller> read_controller_list(const std::string& path) {
-    std::ifstream file(path);
-    if (!file) expected("a file of addresses that can be read");
-    std::vector<Controller> controllers;
-    unsigned number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
-        line.erase(std::min(line.find('#'), line.size()));
-        const auto first = line.find_first_not_of(" \t\r");
-        if (first == std::string::npos) continue;
-        try {
-            controllers.push_back(
-                read_controller(line.substr(first, line.find_last_not_of(" \t\r") + 1 - first)));
-        } catch (const std::invalid_argument& wrong) {
-            throw std::invalid_argument("line " + std::to_string(number) + ": " + wrong.what());
-        }
-    }
-    if (controllers.empty() || file.bad()) expected("a file with the address of a controller on every line");
-    return controllers;
-}
-
 Controller read_controller(const std::string& text) {
-    const auto colon = text.find(':');
-    const std::string ip = text.substr(0, colon);
-    const auto port =
-        colon == std::string::npos ? Controller().port() : to_number(text.substr(colon + 1), 1, 65535);
-    if (!is_dotted_ipv4(ip) || !port)
+    const NamedController host = read_host(text);
+    if (!is_dotted_ipv4(host.host))
         expected("an IPv4 address with or without a port, such as 192.168.0.199:5005");
-    return Controller(ip, static_cast<Ouint16>(*port));
+    return Controller(host.host, host.port);
 }
 
 } // namespace qm::ctl

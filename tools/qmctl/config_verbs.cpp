@@ -13,7 +13,7 @@ class Push : public Verb { // NOLINT(bugprone-exception-escape)
                   read_configuration)
             .required();
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const Identity controller = require(session.controller.ping());
         const unsigned generation = controller.type.generation;
         send(session, controller, generation);

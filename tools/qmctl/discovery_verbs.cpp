@@ -19,7 +19,7 @@ Report& describe(Report& report, const Identity& identity) {
 
 class Ping : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         Report report = session.report();
         return describe(report, require(session.controller.ping()));
     }
@@ -31,7 +31,7 @@ class Find : public Verb {
         command.add_flag("--network", m_network,
                          "Ask for the network settings of whoever answers the broadcast");
     }
-    Report run(Session&) override {
+    Report run(const Session&) const override {
         Report report;
         if (m_network)
             find_network(report);

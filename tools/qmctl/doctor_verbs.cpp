@@ -144,7 +144,7 @@ Finding try_step(const Step& step, Examination& examination) {
 
 class Doctor : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         Report report = session.report();
         Examination examination(session);
         auto steps = nlohmann::ordered_json::array();

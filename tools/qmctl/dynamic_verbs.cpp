@@ -1,7 +1,6 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
 #include "AreaOptions.h"
-#include "Verb.h"
-#include "running.h"
+#include "sign/Kept.h"
 #include "sign/PictureFiles.h"
 #include "sign/program_reading.h"
 
@@ -42,28 +41,25 @@ void add_picture(Area& area, const AreaDescription& described, const Screen& scr
     }
 }
 
-class SendAreas : public Verb {
+class SendAreas : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "FILE", m_path, "", "Description of a program, in JSON", read_path).required();
         add_program_option(command, m_programs);
         m_remarks.add_to(command);
     }
-    void prepare(const Session& session) override {
-        require_area_port(session);
+    void prepare() override {
         name_description(m_path, [&] {
             m_areas = read_program(m_path).areas;
             for (const AreaDescription& area : m_areas) require_dynamic(area, m_programs.has_value());
         });
-        run_check([this] {
-            name_description(m_path, [this] {
-                for (const AreaDescription& area : m_areas)
-                    for (const PicturePage& page : area.pictures) require_decodable(page);
-            });
+        name_description(m_path, [this] {
+            for (const AreaDescription& area : m_areas)
+                for (const PicturePage& page : area.pictures) require_decodable(page);
         });
         if (m_areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const Screen screen = Screen::of(require(session.controller.ping()));
         std::vector<Area> areas;
         std::vector<unsigned> ids;
@@ -73,7 +69,8 @@ class SendAreas : public Verb {
             ids.push_back(described.id);
             name_description(m_path, [&] { add_picture(areas.back(), described, screen, files); });
         }
-        const DrawnTexts drawn = drawn_texts(m_areas, screen.size);
+        const DrawnTexts& drawn = m_drawn.get({screen.size.width, screen.size.height},
+                                              [&] { return drawn_texts(m_areas, screen.size); });
         m_remarks.tell(session, drawn.remarks);
         show_areas(session, areas, screen, m_programs);
         Report report = session.report();
@@ -85,9 +82,10 @@ class SendAreas : public Verb {
     std::optional<ProgramNumbers> m_programs;
     std::vector<AreaDescription> m_areas;
     Remarks m_remarks;
+    Kept<std::array<unsigned, 2>, DrawnTexts> m_drawn; // by the size of the screen
 };
 
-class RemoveAreas : public Verb {
+class RemoveAreas : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_values(command, "N", m_ids, 100, "Numbers of areas, or all", [](const std::string& text) -> int {
@@ -95,12 +93,11 @@ class RemoveAreas : public Verb {
             return static_cast<int>(read_number(text, 0, 255));
         });
     }
-    void prepare(const Session& session) override {
-        require_area_port(session);
+    void prepare() override {
         m_all = std::find(m_ids.begin(), m_ids.end(), kAll) != m_ids.end();
         if (m_all && m_ids.size() > 1) throw UsageError("expected numbers of areas or all, not both");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const Identity identity = require(session.controller.ping());
         std::vector<Ouint8> ids;
         if (!m_all) ids.assign(m_ids.begin(), m_ids.end());
@@ -115,7 +112,7 @@ class RemoveAreas : public Verb {
     bool m_all = false;
 };
 
-class Say : public Verb {
+class Say : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "TEXT", m_speech.text, "", "What to say", read_speech).required();
@@ -123,8 +120,7 @@ class Say : public Verb {
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         add_speech_options(command, m_speech);
     }
-    void prepare(const Session& session) override { require_area_port(session); }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.speak(m_speech, m_flag, m_store));
         return session.report().add("Says", "text", m_speech.text);
     }
@@ -134,7 +130,7 @@ class Say : public Verb {
     Speech m_speech;
 };
 
-class UpdateSounds : public Verb {
+class UpdateSounds : public AreaVerb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_values(
@@ -148,14 +144,16 @@ class UpdateSounds : public Verb {
         add_number(command, "--store", m_store, 0, 255, "StoreFlag of the speech unit (default 0)");
         add_speech_options(command, m_speech);
     }
-    void prepare(const Session& session) override { require_area_port(session); }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         nlohmann::ordered_json texts;
-        for (auto& [voice, speech] : m_entries) {
-            texts[std::to_string(voice)] = m_speech.text = speech.text;
-            speech = m_speech;
+        std::vector<VoiceEntry> entries = m_entries;
+        for (VoiceEntry& entry : entries) {
+            texts[std::to_string(entry.id)] = entry.speech.text;
+            Speech speech = m_speech;
+            speech.text = entry.speech.text;
+            entry.speech = std::move(speech);
         }
-        require(session.controller.replace_voices(m_entries, m_store));
+        require(session.controller.replace_voices(entries, m_store));
         return session.report().add("Sounds", "sounds", texts);
     }
 

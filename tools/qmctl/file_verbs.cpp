@@ -20,7 +20,7 @@ class List : public Verb {
         add_number(command, "--type", m_type, 0, 255,
                    "Kind of files, in the controller's numbers (default 0, programs)");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const auto files = require(session.controller.files(static_cast<Ouint8>(m_type)));
         Report report = session.report();
         report.add("Files", std::to_string(files.size()), "type", m_type);
@@ -57,12 +57,12 @@ class Put : public Verb {
         command.add_flag("--no-progress", m_no_progress,
                          "No bar, and no questions about it to the controller");
     }
-    void prepare(const Session&) override {
+    void prepare() override {
         if (m_file.name.empty()) m_file.name = name_of(m_path);
         m_file.type = static_cast<Ouint8>(m_type);
         m_file.bytes = content_of(m_path);
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         set_packetLen(static_cast<Ouint16>(m_block));
         {
             const auto bar = m_no_progress ? nullptr : Progress::of(session, m_file);
@@ -94,7 +94,7 @@ class Remove : public Verb {
     void add_arguments(ArgumentList& command) override {
         add_values(command, "NAME", m_names, kMostNames, "Names of 4 characters", read_name);
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.remove_files(m_names));
         return session.report().add("Removed", "removed", m_names);
     }
@@ -105,7 +105,7 @@ class Remove : public Verb {
 
 class ShowVolume : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const Volume volume = require(session.controller.volume());
         return session.report()
             .add("Total", std::to_string(volume.total) + " bytes", "total", volume.total)
@@ -118,10 +118,10 @@ class Format : public Verb {
     void add_arguments(ArgumentList& command) override {
         command.add_flag("--yes", m_yes, "Really erase all files");
     }
-    void prepare(const Session&) override {
+    void prepare() override {
         if (!m_yes) throw UsageError("fs format erases all files of the controller: expected --yes");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.format());
         return session.report().add("Files", "all erased", "formatted", true);
     }

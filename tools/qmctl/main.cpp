@@ -1,7 +1,5 @@
 // qmctl: the library's calls from the command line.
 #include "CommandLine.h"
-#include "Session.h"
-#include "running.h"
 
 #include <algorithm>
 #include <iostream>
@@ -18,11 +16,10 @@ bool asks_for_json(std::span<char* const> arguments) {
 
 int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
     Verb& verb = line.parse(arguments);
-    session.controller = session.controllers.front();
     if (session.verbose) Output::show_messages();
-    verb.prepare(session);
-    if (session.controllers.size() > 1 && !session.broadcast) return run_on_all(session, verb);
-    return run_verb(session, verb);
+    verb.prepare();
+    for (const NamedController& controller : line.controllers()) verb.check(controller);
+    return Fleet(session, verb, line.controllers(), line.terms()).run();
 }
 
 int run(Session& session, std::span<char* const> arguments) {
@@ -31,15 +28,16 @@ int run(Session& session, std::span<char* const> arguments) {
     try {
         return run_line(session, line, arguments);
     } catch (const CLI::Success& request) {
-        session.output.write(line.information(request));
+        session.output->write(line.information(request));
         return kDone;
     } catch (const UsageError& error) {
-        session.refuse(error);
+        session.one_of_many = false;
+        session.print(error);
         return kUsage;
     } catch (const Failure& failure) { // of a check that needs no controller
-        session.tell(failure);
+        session.print(failure);
     } catch (const std::exception& error) {
-        session.tell(Failure(error.what()));
+        session.print(Failure(error.what()));
     }
     return kFailed;
 }
@@ -50,7 +48,8 @@ int run(Session& session, std::span<char* const> arguments) {
 
 int main(int argc, char** argv) {
     try {
-        qm::ctl::Session session;
+        qm::ctl::Output output;
+        qm::ctl::Session session(output);
         return qm::ctl::run(session,
                             std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
     } catch (const std::exception& error) {

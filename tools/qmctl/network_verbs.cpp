@@ -10,7 +10,7 @@ namespace {
 
 class ShowNetwork : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         Report report = session.report();
         NetSearchCmdRet data{};
         const auto asked = session.controller.call(cmd_tcpNetworkSearch_6G, &data);
@@ -51,7 +51,7 @@ class SetIp : public Verb {
         add_value(command, "--password", m_password, "TEXT", "For the server, up to 8 bytes", read_field<8>);
         add_value(command, "--net-id", m_net_id, "TEXT", "Network ID, up to 12 bytes", read_field<12>);
     }
-    Report run(Session&) override {
+    Report run(const Session&) const override {
         require_answer(Result<>::of(cmd_udpSetIP(static_cast<Ouint8>(m_mode), m_ip.c_str(), m_mask.c_str(),
                                                  m_gateway.c_str(), static_cast<int16_t>(m_port),
                                                  static_cast<Ouint8>(m_server_mode), m_server.ip().c_str(),
@@ -82,7 +82,7 @@ class SetMac : public Verb {
                   })
             .required();
     }
-    Report run(Session&) override {
+    Report run(const Session&) const override {
         require_answer(Result<>::of(cmd_udpSetMac(read_mac(m_mac).c_str())));
         return Report().add("MAC address", "mac", m_mac);
     }
@@ -100,12 +100,10 @@ class Wifi : public Verb {
             add_value(command, "PASSWORD", m_key, "", "8 to 63 characters, no comma", read_wifi_key);
         ssid.needs(key);
     }
-    Report run(Session&) override {
-        if (m_ssid.empty())
-            show();
-        else
-            require_accepted(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
-        return Report().add("SSID", "ssid", m_ssid).add("Password", "password", m_key);
+    Report run(const Session&) const override {
+        if (m_ssid.empty()) return settings();
+        require_accepted(cmd_AT_setWifiSsidPwd(m_ssid.c_str(), m_key.c_str()));
+        return describe(m_ssid, m_key);
     }
 
   private:
@@ -119,14 +117,17 @@ class Wifi : public Verb {
         require(Result<>::of(status));
     }
 
-    void show() {
+    static Report describe(const std::string& ssid, const std::string& key) {
+        return Report().add("SSID", "ssid", ssid).add("Password", "password", key);
+    }
+
+    static Report settings() {
         unsigned char ssid[513]{}, key[513]{}; // an answer has at most 511 bytes
         const int status = cmd_AT_getWifiSsidPwd(reinterpret_cast<char*>(ssid), reinterpret_cast<char*>(key));
         if (status == kShortAnswer)
             throw Failure(Error::last(status), "the Wi-Fi module's answer is too short to hold its settings");
         require_answer(Result<>::of(status));
-        m_ssid = printable(octets(ssid));
-        m_key = printable(octets(key));
+        return describe(printable(octets(ssid)), printable(octets(key)));
     }
 
     std::string m_ssid, m_key;

@@ -9,7 +9,7 @@ constexpr int kMostPeriods = 255;
 
 template <unsigned on> class Switch : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.switch_screen(on));
         return session.report().add("Power", "power", word_for(kOffOn, on));
     }
@@ -43,14 +43,14 @@ class SetTimer : public Verb {
                        return Period{times, text};
                    });
     }
-    void prepare(const Session&) override {
+    void prepare() override {
         for (auto period = m_periods.begin(); period != m_periods.end(); ++period)
             for (auto other = m_periods.begin(); other != period; ++other)
                 if (overlap(period->times, other->times))
                     throw UsageError("expected periods that do not overlap, not '" + other->text + "' and '" +
                                      period->text + "'");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         std::vector<OnPeriod> periods;
         std::vector<std::string> texts;
         for (const Period& period : m_periods) {
@@ -67,7 +67,7 @@ class SetTimer : public Verb {
 
 class CancelTimer : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.cancel_timer());
         return session.report().add("Timer", "timer", "off");
     }
@@ -84,11 +84,11 @@ class SetBrightness : public Verb {
             read_levels)
             .excludes(level);
     }
-    void prepare(const Session&) override {
+    void prepare() override {
         if (!m_level && !m_levels)
             throw UsageError("brightness: expected a number from 0 to 255, or --table FILE");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const Controller& to = session.controller;
         if (m_level) {
             require(to.set_brightness(static_cast<Ouint8>(*m_level)));

@@ -4,8 +4,8 @@
 #include "Verb.h"
 #include "arguments.h"
 #include "record_text.h"
-#include "running.h"
 #include "sign/ProgramOverview.h"
+#include "sign/ProgramSource.h"
 #include "sign/files.h"
 #include "sign/program_reading.h"
 
@@ -28,54 +28,52 @@ class ProgramVerb : public Verb {
         m_remarks.add_to(command);
     }
 
-    void prepare(const Session&) final {
-        name_description(m_path, [this] {
-            m_program = read_program(m_path);
-            (void)generation_for(m_wishes, m_program);
-        });
-        run_check([this] { name_description(m_path, [this] { require_drawable(m_program); }); });
+    void prepare() final {
+        m_source.read(m_path);
+        name_description(m_path, [this] { (void)generation_for(m_wishes, m_source.program()); });
     }
 
-    Report run(Session& session) final {
+    Report run(const Session& session) const final {
         return name_description(m_path, [&] { return make(session); });
     }
 
   protected:
-    virtual Report make(Session& session) = 0;
+    virtual Report make(const Session& session) const = 0;
 
-    // A builder for the screen; what generation 5 has not is told and left out.
-    ProgramBuilder build(const Session& session, bool sending) {
-        m_screen = target_for(m_wishes, m_program, session.controller, sending);
-        const std::vector<std::string> notes = fit_to(m_program, m_screen);
-        m_texts = drawn_texts(m_program.areas, m_screen.size);
-        m_remarks.tell(session, m_texts.remarks);
-        for (const std::string& note : notes) session.note(note);
-        m_texts.remarks.insert(m_texts.remarks.begin(), notes.begin(), notes.end());
-        return {m_program, m_screen};
+    [[nodiscard]] Screen target(const Session& session, bool sending) const {
+        return target_for(m_wishes, m_source.program(), session.controller, sending);
     }
 
-    Report& describe(Report& report) const {
-        report.add("Generation", "generation", m_screen.generation)
-            .add("Type", hex(m_screen.type, 4), "type", unsigned{m_screen.type})
-            .add("Screen", to_string(m_screen.size) + " pixels, " + word_for(kScreenColors, m_screen.color),
-                 "screen", word_for(kScreenColors, m_screen.color))
-            .add("width", m_screen.size.width)
-            .add("height", m_screen.size.height);
-        return add_texts(report, m_texts);
+    // For the screen; what generation 5 has not is told and left out.
+    const FittedProgram& fitted(const Session& session, const Screen& screen) const {
+        const FittedProgram& fitted = m_source.fitted(screen);
+        m_remarks.tell(session, std::span(fitted.texts.remarks).subspan(fitted.notes.size()));
+        for (const std::string& note : fitted.notes) session.note(note);
+        return fitted;
     }
 
-    [[nodiscard]] const ProgramDescription& program() const { return m_program; }
-    [[nodiscard]] const Screen& screen() const { return m_screen; }
+    [[nodiscard]] const std::vector<File>& files(const Screen& screen) const {
+        return m_source.files(screen);
+    }
+
+    static Report& describe(Report& report, const FittedProgram& fitted) {
+        const Screen& screen = fitted.screen;
+        report.add("Generation", "generation", screen.generation)
+            .add("Type", hex(screen.type, 4), "type", unsigned{screen.type})
+            .add("Screen", to_string(screen.size) + " pixels, " + word_for(kScreenColors, screen.color),
+                 "screen", word_for(kScreenColors, screen.color))
+            .add("width", screen.size.width)
+            .add("height", screen.size.height);
+        return add_texts(report, fitted.texts);
+    }
 
   private:
     static constexpr const char *kGeneration = "--generation", *kType = "--type", *kScreen = "--screen";
 
     std::string m_path;
     ScreenWishes m_wishes{kGeneration, kType, kScreen};
-    ProgramDescription m_program;
-    Screen m_screen;
+    ProgramSource m_source;
     Remarks m_remarks;
-    DrawnTexts m_texts;
 };
 
 std::vector<FileEntry> entries_of(const std::vector<File>& files) {
@@ -98,11 +96,13 @@ class Build : public ProgramVerb {
     }
 
   protected:
-    Report make(Session& session) override {
-        const auto files = build(session, false).files();
-        for (const File& file : files) write_file(m_folder, file.name, text_of(file.bytes));
+    Report make(const Session& session) const override {
+        const Screen screen = target(session, false);
+        const FittedProgram& program = fitted(session, screen);
+        for (const File& file : files(screen)) write_file(m_folder, file.name, text_of(file.bytes));
         Report report;
-        return list_files(describe(report).add("Folder", "folder", m_folder), entries_of(files));
+        return list_files(describe(report, program).add("Folder", "folder", m_folder),
+                          entries_of(files(screen)));
     }
 
   private:
@@ -118,10 +118,11 @@ class Preview : public ProgramVerb {
     }
 
   protected:
-    Report make(Session& session) override {
-        const auto areas = build(session, false).pages();
+    Report make(const Session& session) const override {
+        const FittedProgram& made = fitted(session, target(session, false));
+        const auto areas = ProgramBuilder(made.program, made.screen).pages();
         Report report;
-        describe(report).add("Folder", "folder", m_folder);
+        describe(report, made).add("Folder", "folder", m_folder);
         std::vector<std::vector<std::string>> lines{{"Area", "Pages", "Pixels"}};
         Json values = Json::array();
         for (const AreaPages& area : areas) {
@@ -132,7 +133,7 @@ class Preview : public ProgramVerb {
                               {"pages", write_pages(area)}});
             lines.push_back({area.name, std::to_string(area.pages.size()), to_string(size)});
         }
-        write_file(m_folder, kOverview, draw_overview(program(), screen(), areas));
+        write_file(m_folder, kOverview, draw_overview(made.program, made.screen, areas));
         return report.add("Overview", "overview", kOverview)
             .list(std::move(lines), "areas", std::move(values));
     }
@@ -155,12 +156,13 @@ class Preview : public ProgramVerb {
 
 class Send : public ProgramVerb {
   protected:
-    Report make(Session& session) override {
-        const auto files = build(session, true).files();
-        require(
-            session.controller.upload(files, [&](const File& file) { return Progress::of(session, file); }));
+    Report make(const Session& session) const override {
+        const Screen screen = target(session, true);
+        const FittedProgram& program = fitted(session, screen);
+        require(session.controller.upload(files(screen),
+                                          [&](const File& file) { return Progress::of(session, file); }));
         Report report = session.report();
-        return list_files(describe(report), entries_of(files));
+        return list_files(describe(report, program), entries_of(files(screen)));
     }
 };
 

@@ -25,7 +25,7 @@ class Keep {
 template <unsigned lock> class LockScreen : public Verb {
   public:
     void add_arguments(ArgumentList& command) override { m_keep.add_to(command); }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_screenLock, m_keep.given(), lock);
         return session.report()
             .add("Screen", "screen", word_for(kLocks, lock))
@@ -45,7 +45,7 @@ template <unsigned lock> class LockProgram : public Verb {
             add_number(command, "--for", m_duration, 0, 0xFFFFFFFF,
                        "How long, in the controller's units (default 0, until it is unlocked)");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_programLock, m_keep.given(), lock, m_name.c_str(), m_duration);
         Report report = session.report();
         report.add("Program", "program", m_name)
@@ -69,7 +69,7 @@ class SetPassword : public Verb {
             .required();
         add_value(command, "NEW", m_new, "", "The new one, 6 characters", read_password).required();
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_setPassword, m_old.c_str(), m_new.c_str());
         return session.report().add("Password", "password", "set");
     }
@@ -84,7 +84,7 @@ class DeletePassword : public Verb {
         add_value(command, "PASSWORD", m_password, "", "The present password, 6 characters", read_password)
             .required();
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_deletePassword, m_password.c_str());
         return session.report().add("Password", "password", "deleted");
     }
@@ -100,7 +100,7 @@ class ActivateFirmware : public Verb {
                   read_name)
             .required();
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_firmwareActivate, m_name.c_str());
         return session.report().add("Firmware", "firmware", m_name);
     }
@@ -111,7 +111,7 @@ class ActivateFirmware : public Verb {
 
 class Reset : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         session.command(cmd_sysReset);
         return session.report().add("Restart", "begun", "reset", true);
     }
@@ -132,7 +132,7 @@ template <const Setting& setting> class SetNumber : public Verb {
                        : static_cast<int>(read_number(text, 0, static_cast<unsigned>(setting.max)));
         }).required();
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         setting.send(session, m_value);
         return session.report().add(setting.label, setting.key, m_value);
     }

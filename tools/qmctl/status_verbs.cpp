@@ -44,7 +44,7 @@ void add_sensors(Report& report, const ControllerStatus& status) {
 
 class ShowStatus : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         const ControllerStatus status = require(session.controller.status());
         Report report = session.report();
         add_light(report, status);
@@ -58,7 +58,7 @@ class ShowStatus : public Verb {
 
 class ShowClock : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         Report report = session.report();
         return add_clock(report, "Clock", require(session.controller.status()).clock);
     }
@@ -66,7 +66,7 @@ class ShowClock : public Verb {
 
 class SetClock : public ShowClock {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         require(session.controller.set_clock());
         return ShowClock::run(session);
     }
@@ -83,7 +83,7 @@ class Battle : public Verb {
         add_number(command, "--mode", m_mode, 0, 255,
                    "What is asked for, in the controller's numbers (default 0)");
     }
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         BattleTime time{};
         require_delivered(session.controller.call(cmd_battieTime, m_mode, &time));
         // All but the year has been turned into plain numbers.
@@ -100,7 +100,7 @@ class Battle : public Verb {
 
 class ShowId : public Verb {
   public:
-    Report run(Session& session) override {
+    Report run(const Session& session) const override {
         unsigned char id[8]{};
         require_delivered(session.controller.call(cmd_readControllerID, id));
         return session.report()

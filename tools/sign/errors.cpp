@@ -1,5 +1,7 @@
 #include "errors.h"
 
+#include <algorithm>
+
 namespace qm::sign {
 namespace {
 
@@ -31,6 +33,16 @@ std::string Failure::meaning() const {
     }
     if (m_error.status > 0) return "the controller refused: error " + std::to_string(m_error.status);
     return "unknown status";
+}
+
+bool Failure::may_pass() const {
+    if (m_error.status != QM_FAILED) return m_error.status < 0;
+    constexpr const char* kOfTheNetwork[] = {"Connecting to ",    "The connection ",
+                                             "No answer from ",   "The controller is connected, but ",
+                                             "There is no route", "The controller did not take ",
+                                             "The answer "};
+    return std::ranges::any_of(kOfTheNetwork,
+                               [&](const char* words) { return m_error.reason.starts_with(words); });
 }
 
 void require(const Result<>& done, const std::string& words) {

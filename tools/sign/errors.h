@@ -20,6 +20,9 @@ class Failure : public std::runtime_error {
 
     [[nodiscard]] int status() const { return m_error.status; }
     [[nodiscard]] std::string meaning() const; // what was tried or went wrong, else the status in words
+    // Whether the same call may succeed later: there was no answer, or a spoilt one. What the controller or
+    // the library refuses, they will refuse again.
+    [[nodiscard]] bool may_pass() const;
     [[nodiscard]] const std::string& reason() const { return m_error.reason; } // empty without a call
 
   private:

@@ -1,0 +1,218 @@
+#include "Fleet.h"
+
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <thread>
+
+namespace qm::ctl {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kBetweenCounts = 1s;
+constexpr auto kFirstPause = 1s, kLongestPause = 60s;
+constexpr auto kGrace = 3s; // for jobs that run when the user interrupts, which is as long as a call waits
+constexpr int kInterrupted = 130;
+
+std::chrono::seconds pause_after(unsigned tries) {
+    return std::min<std::chrono::seconds>(kFirstPause * (1U << std::min(tries - 1, 6U)), kLongestPause);
+}
+
+bool may_pass(const Outcome& outcome) {
+    const auto* failure = std::get_if<Failure>(&outcome);
+    return failure && failure->may_pass();
+}
+
+// When some have been sent to and others not, it is a failure.
+int common_status(const std::vector<int>& statuses) {
+    if (std::ranges::adjacent_find(statuses, std::not_equal_to()) == statuses.end()) return statuses.front();
+    const bool wrong = std::ranges::any_of(statuses, [](int s) { return s == kUsage || s == kFailed; });
+    return wrong ? kFailed : std::ranges::max(statuses);
+}
+
+std::string timestamp() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    char text[sizeof "2024-12-31T23:59:59+0000"];
+    return {text, std::strftime(text, sizeof text, "%FT%T%z", &local)};
+}
+
+double seconds(std::chrono::steady_clock::duration time) {
+    return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count()) / 1000;
+}
+
+// Blocks signals that a thread waits for; those that are ignored stay so.
+class AwaitedSignals {
+  public:
+    explicit AwaitedSignals(std::initializer_list<int> signals) {
+        ::sigemptyset(&m_set);
+        for (const int signal : signals) {
+            struct ::sigaction action {};
+            ::sigaction(signal, nullptr, &action);
+            if (action.sa_handler != SIG_IGN) ::sigaddset(&m_set, signal);
+        }
+        ::pthread_sigmask(SIG_BLOCK, &m_set, &m_before);
+    }
+    AwaitedSignals(const AwaitedSignals&) = delete;
+    AwaitedSignals& operator=(const AwaitedSignals&) = delete;
+    ~AwaitedSignals() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+
+    // The next one; 0 when there is none in that time.
+    [[nodiscard]] int wait(std::chrono::seconds time) const {
+        const ::timespec limit{.tv_sec = time.count(), .tv_nsec = 0};
+        return std::max(::sigtimedwait(&m_set, nullptr, &limit), 0);
+    }
+
+  private:
+    ::sigset_t m_set, m_before;
+};
+
+} // namespace
+
+Fleet::Fleet(Session session, const Verb& verb, const std::vector<NamedController>& controllers,
+             const FleetTerms& terms)
+    : m_session(std::move(session)), m_verb(verb), m_terms(terms) {
+    for (const NamedController& controller : controllers) m_jobs.push_back({&controller});
+    for (Job& job : m_jobs) m_waiting.emplace(m_start, &job);
+    if (terms.report.empty()) return;
+    m_report.reset(std::fopen(terms.report.c_str(), "ae"));
+    if (!m_report) throw UsageError("--report: '" + terms.report + "' cannot be written");
+}
+
+int Fleet::run() {
+    if (m_jobs.size() == 1)
+        work();
+    else
+        watch();
+    return common_status(m_statuses);
+}
+
+void Fleet::watch() {
+    const AwaitedSignals signals{SIGINT, SIGTERM, SIGUSR1};
+    std::vector<std::thread> workers;
+    m_working = std::min<std::size_t>(m_terms.jobs, m_jobs.size());
+    for (std::size_t i = m_working; i > 0; --i)
+        workers.emplace_back([this] {
+            work();
+            if (--m_working == 0) ::pthread_kill(m_watcher, SIGUSR1);
+        });
+    for (int signal = 0; (signal = signals.wait(m_interrupted ? kGrace : kBetweenCounts)) != SIGUSR1;) {
+        if (m_interrupted) give_up(); // for the second time, or in vain
+        if (signal != 0) interrupt();
+        show_counts();
+    }
+    for (std::thread& worker : workers) worker.join();
+    m_session.output->pass("");
+    if (m_interrupted) give_up();
+}
+
+void Fleet::interrupt() {
+    const std::lock_guard lock(m_mutex);
+    m_interrupted = true;
+    m_changed.notify_all();
+}
+
+void Fleet::work() {
+    while (Job* const job = next()) {
+        Session session = m_session;
+        session.target = *job->target;
+        take(*job, session, attempt(session));
+    }
+}
+
+Fleet::Job* Fleet::next() {
+    std::unique_lock lock(m_mutex);
+    while (!m_interrupted && m_statuses.size() < m_jobs.size()) {
+        const auto first = m_waiting.begin();
+        if (first == m_waiting.end()) {
+            m_changed.wait(lock); // those that run may come back
+        } else if (const auto due = first->first; due > Clock::now()) {
+            m_changed.wait_until(lock, due);
+        } else {
+            Job* const job = first->second;
+            m_waiting.erase(first);
+            if (job->tries++ == 0) job->begun = Clock::now();
+            return job;
+        }
+    }
+    return nullptr;
+}
+
+Outcome Fleet::attempt(Session& session) const {
+    try {
+        if (!session.broadcast) session.controller = session.target.controller();
+        return m_verb.run(session);
+    } catch (const UsageError& error) {
+        return error;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const std::exception& error) {
+        return Failure(error.what());
+    }
+}
+
+void Fleet::take(Job& job, const Session& session, const Outcome& outcome) {
+    if (job.tries <= m_terms.retries && may_pass(outcome)) {
+        const std::lock_guard lock(m_mutex);
+        m_waiting.emplace(Clock::now() + pause_after(job.tries), &job);
+        return m_changed.notify_one();
+    }
+    int status = exit_status(outcome);
+    try {
+        session.print(outcome);
+    } catch (const std::exception& error) {
+        session.print(Failure(error.what()));
+        status = kFailed;
+    }
+    const std::lock_guard lock(m_mutex);
+    keep(job, session, outcome);
+    job.ended = true;
+    m_statuses.push_back(status);
+    if (m_statuses.size() == m_jobs.size()) m_changed.notify_all();
+}
+
+void Fleet::keep(const Job& job, const Session& session, const Outcome& outcome) {
+    if (!m_report) return;
+    nlohmann::ordered_json line{{"time", timestamp()},
+                                {"verb", session.verb},
+                                {"tries", job.tries},
+                                {"seconds", seconds(Clock::now() - job.begun)}};
+    line.update(session.object_of(outcome));
+    std::fputs(one_line(line).c_str(), m_report.get());
+    std::fflush(m_report.get());
+}
+
+// The time that is left is as long for each controller as it was so far.
+void Fleet::show_counts() {
+    if (!m_session.output->is_terminal()) return;
+    const std::lock_guard lock(m_mutex);
+    const auto ended = m_statuses.size(), left = m_jobs.size() - ended;
+    const auto failed = ended - static_cast<std::size_t>(std::ranges::count(m_statuses, kDone));
+    std::string line = std::to_string(ended - failed) + " done, " + std::to_string(failed) + " failed, " +
+                       std::to_string(left) + " waiting";
+    if (m_interrupted)
+        line += "; interrupted, ending";
+    else if (ended > 0)
+        line += "; about " +
+                std::to_string(static_cast<long>(seconds(Clock::now() - m_start) * static_cast<double>(left) /
+                                                 static_cast<double>(ended)) +
+                               1) +
+                " s left";
+    m_session.output->pass(std::move(line));
+}
+
+// Calls of the library cannot be broken off, but the process can.
+void Fleet::give_up() {
+    const std::lock_guard lock(m_mutex);
+    std::string left;
+    for (const Job& job : m_jobs)
+        if (!job.ended) left += (left.empty() ? "" : ", ") + job.target->label();
+    m_session.output->pass("");
+    m_session.output->remark("qmctl: interrupted; " + (left.empty() ? "all done" : "not done: " + left) +
+                             "\n");
+    std::_Exit(kInterrupted);
+}
+
+} // namespace qm::ctl
