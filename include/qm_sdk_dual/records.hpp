@@ -87,15 +87,17 @@ inline unsigned fitting_size(const TextStyle& style, const std::string& text, co
     const bool wrapped = !style.vertical && !is_single_line(style, effect);
     const bool runs = effect.running() && is_single_line(style, effect) && !style.vertical;
     const std::string words = wrapped ? words_of(text) : "";
-    Rect room = area;
-    room.width = room.height = 0xFFFF;
+    Rect column = area, room = area; // as wide as the area, and as wide as any word
+    column.height = room.height = room.width = 0xFFFF;
     const auto fits = [&](unsigned points) {
         const auto extent = extent_of(style, text, area, effect, points);
         if (!extent || extent->height > area.height) return false;
         if (runs) return true;
         if (extent->pages > 1 || extent->width > area.width) return false;
-        const auto widest = wrapped ? extent_of(style, words, room, Effect{}, points) : extent;
-        return widest && widest->width <= area.width;
+        if (!wrapped) return true;
+        const auto narrow = extent_of(style, words, column, Effect{}, points);
+        const auto whole = extent_of(style, words, room, Effect{}, points);
+        return narrow && whole && narrow->pages == whole->pages && narrow->height == whole->height;
     };
     unsigned least = kSmallestFitting, most = std::min<unsigned>(kLargestSize, 2U * area.height + least);
     while (least < most) { // least fits, or is the smallest

@@ -74,6 +74,17 @@ TEST_F(Area, ColumnsAreAsLargeAsTheWholeTextFits) {
     }
 }
 
+TEST_F(Area, WordThatIsAloneIsNeverBroken) {
+    for (const char* word : {"Screen", "Closed"})
+        for (const int width : {36, 48, 60}) {
+            const Words rect{"--rect", "0,0," + std::to_string(width) + ",32"};
+            const unsigned size = json(Words{"text", word} + rect)["size"];
+            const sim::Image wrapped = controller.screen();
+            done(Words{"text", word, "--single", "--size", std::to_string(size)} + rect);
+            EXPECT_EQ(controller.screen(), wrapped) << word << " " << width << " " << size;
+        }
+}
+
 TEST_F(Area, RectangleThatReachesBeyondTheScreenIsRefused) {
     const TemporaryFile picture("picture.png", hex(kPicture));
     for (const char* rect : {"100,0,29,8", "0,25,8,8", "128,0,1,1", "0,32,1,1", "65535,65535,65535,65535"})
