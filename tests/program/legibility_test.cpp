@@ -48,7 +48,7 @@ Font automatic(Ouint16 points, bool bold = false) {
 }
 
 TEST(Legibility, OfLettersAndDigits) {
-    for (const int points : {6, 9, 10, 11, 12, 18}) {
+    for (const int points : {6, 9, 10, 11, 12, 18, 21}) {
         Font font = automatic(static_cast<Ouint16>(points));
         std::vector<Picture> pictures;
         std::string alike;

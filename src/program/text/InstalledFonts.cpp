@@ -99,14 +99,14 @@ std::unique_ptr<Face> installed_strike(const FontChoice& choice, bool onlyExact)
 }
 
 // Go is even and tells every letter from every other one in all sizes; of 14 to 17 pixels Arimo takes less
-// height, so that two lines of 16 stand in 32 rows, and from 32 on its curves are even; up to 8 no outline is
+// height, so that two lines of 16 stand in 32 rows, and from 26 on its curves are even; up to 8 no outline is
 // clear. Hanzi are legible as bitmaps only up to 16 pixels.
 std::vector<const char*> preferred_families(double pixels) {
     std::vector<const char*> families{
         "Go",     "Arimo", "DejaVu Sans",        "WenQuanYi Bitmap Song", "WenQuanYi Micro Hei",
         "Nakula", "Loma",  "Noto Sans Arabic UI"};
     if (pixels < 9) families.insert(families.begin(), {"Clean", "Fixed"});
-    if ((pixels >= 14 && pixels < 18) || pixels >= 32) std::swap(families[0], families[1]);
+    if ((pixels >= 14 && pixels < 18) || pixels >= 26) std::swap(families[0], families[1]);
     return families;
 }
 
