@@ -68,14 +68,33 @@ Words operator+(Words front, const Words& back) {
     return front;
 }
 
-Outcome qmctl(const Words& arguments, const std::string& input, const char* output) {
-    const Descriptor in = memory_file(input), memory = memory_file(), err = memory_file();
+struct RunningQmctl::Streams {
+    Descriptor in, out, err;
+};
+
+RunningQmctl::RunningQmctl(const Words& arguments, const std::string& input, const char* output)
+    : m_streams(std::make_unique<Streams>(Streams{memory_file(input), memory_file(), memory_file()})) {
     const Descriptor device(output ? ::open(output, O_WRONLY | O_CLOEXEC) : -1);
-    const pid_t pid =
-        spawn(Words{QMCTL_BINARY} + arguments, in.get(), device ? device.get() : memory.get(), err.get());
-    if (pid < 0) return {};
-    const int status = wait_for_end(pid);
-    return {status, content_of(memory), content_of(err)};
+    m_pid = spawn(Words{QMCTL_BINARY} + arguments, m_streams->in.get(),
+                  device ? device.get() : m_streams->out.get(), m_streams->err.get());
+}
+
+RunningQmctl::~RunningQmctl() {
+    if (m_pid < 0) return;
+    send(SIGKILL);
+    (void)end();
+}
+
+void RunningQmctl::send(int signal) const { ::kill(m_pid, signal); }
+
+Outcome RunningQmctl::end() {
+    const int status = m_pid < 0 ? -1 : wait_for_end(m_pid);
+    m_pid = -1;
+    return {status, content_of(m_streams->out), content_of(m_streams->err)};
+}
+
+Outcome qmctl(const Words& arguments, const std::string& input, const char* output) {
+    return RunningQmctl(arguments, input, output).end();
 }
 
 nlohmann::json qmctl_json(unsigned port, const Words& arguments) {

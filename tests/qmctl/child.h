@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,24 @@ struct Words : std::vector<std::string> {
     Words(const char* line); // NOLINT: a line is a list of words
 };
 Words operator+(Words front, const Words& back);
+
+// qmctl at work.
+class RunningQmctl {
+  public:
+    explicit RunningQmctl(const Words& arguments, const std::string& input = "",
+                          const char* output = nullptr);
+    RunningQmctl(const RunningQmctl&) = delete;
+    RunningQmctl& operator=(const RunningQmctl&) = delete;
+    ~RunningQmctl(); // kills it, unless it has ended
+
+    void send(int signal) const;
+    Outcome end(); // waits for it, for at most 60 s
+
+  private:
+    struct Streams;
+    std::unique_ptr<Streams> m_streams;
+    int m_pid = -1;
+};
 
 // Runs qmctl to its end, for at most 60 s. output: a file to write its results to, in place of Outcome::out.
 Outcome qmctl(const Words& arguments, const std::string& input = "", const char* output = nullptr);

@@ -1,4 +1,4 @@
-// Several areas, deletion, speech, and one verb on many controllers.
+// Several areas, deletion and speech.
 #include "fixture.h"
 
 #include <gmock/gmock.h>
@@ -102,65 +102,6 @@ TEST_F(DynamicVerbs, CheckAllAreasBeforeTheFirstIsSent) {
         EXPECT_EQ(outcome.status, 1) << c.words;
         EXPECT_THAT(outcome.err, HasSubstr(c.words));
         EXPECT_TRUE(target.payloads().empty()) << "exit status 1 promises that nothing was sent";
-    }
-}
-
-TEST(ManyControllers, GetTheVerbAndALineEach) {
-    std::vector<std::unique_ptr<sim::Simulator>> controllers;
-    std::string list = "# all of them\n", commas;
-    for (int i = 0; i < 8; ++i) {
-        controllers.push_back(std::make_unique<sim::Simulator>());
-        list.append(address(controllers.back()->port())).append(" # a remark\n\n");
-        commas.append(commas.empty() ? "" : ",").append(address(controllers.back()->port()));
-    }
-    const TemporaryFile file("list.txt", list);
-    const Outcome table = qmctl({"--controllers", file.path(), "--jobs", "3", "text", "-"}, "Hello");
-    EXPECT_EQ(table.status, 0) << table.err;
-    const Outcome json = qmctl({"-c", commas, "--json", "area", "rm", "9"});
-    std::istringstream lines(json.out);
-    std::size_t count = 0;
-    for (std::string line; std::getline(lines, line); ++count)
-        EXPECT_EQ(nlohmann::json::parse(line)["ok"], true);
-    EXPECT_EQ(count, 8U);
-    for (const auto& controller : controllers) {
-        EXPECT_EQ(ids_of(*controller), std::vector<unsigned>{0});
-        EXPECT_THAT(table.out, HasSubstr(address(controller->port()).append(": Area 0;")));
-    }
-}
-
-TEST(ManyControllers, AreAllTriedWhenOneFails) {
-    const sim::Simulator good;
-    sim::Simulator bad;
-    bad.set_fault(sim::Fault{.kind = sim::FaultKind::close});
-    const std::string both = address(bad.port()).append(",").append(address(good.port()));
-    const Outcome outcome = qmctl({"-c", both, "--jobs", "1", "text", "Hello"});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_THAT(outcome.out, testing::ContainsRegex(address(bad.port()).append(": .*\\(status -1\\)")));
-    EXPECT_THAT(outcome.out, HasSubstr(address(good.port()).append(": Area 0;")));
-    EXPECT_EQ(ids_of(good).size(), 1U);
-    const Outcome json = qmctl({"-c", both, "--json", "area", "rm", "all"});
-    EXPECT_EQ(json.status, 2);
-    EXPECT_THAT(json.out, HasSubstr(R"("controller":")" + address(bad.port())));
-}
-
-TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
-    const sim::Simulator five({.type = 0x0051}), other({.type = 0x0051}), six;
-    const struct {
-        const sim::Simulator& second;
-        int status;
-    } cases[] = {{other, 1}, {six, 2}}; // 1 promises that nothing was sent to any
-    for (const auto& c : cases) {
-        const std::string both = address(five.port()).append(",").append(address(c.second.port()));
-        const Outcome outcome = qmctl({"-c", both, "--json", "text", "x", "--say", "y"});
-        EXPECT_EQ(outcome.status, c.status) << outcome.out;
-        EXPECT_THAT(outcome.out,
-                    HasSubstr(R"({"ok":false,"error":"speech needs a controller of generation 6",)"
-                              R"("controller":")" +
-                              address(five.port())));
-        EXPECT_EQ(outcome.err, "");
-        const Outcome built = qmctl({"-c", both, "program", "preview", QM_EXAMPLES "/program/shop.json"});
-        EXPECT_EQ(built.status, 1);
-        EXPECT_THAT(built.err, HasSubstr("one controller, not for 2"));
     }
 }
 

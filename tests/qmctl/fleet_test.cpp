@@ -1,0 +1,157 @@
+// One verb on many controllers.
+#include "fixture.h"
+
+#include <csignal>
+#include <fstream>
+#include <future>
+#include <gmock/gmock.h>
+#include <sstream>
+
+namespace qm::test {
+namespace {
+
+using Json = nlohmann::json;
+using testing::HasSubstr;
+
+std::vector<unsigned> ids_of(const sim::Simulator& controller) {
+    std::vector<unsigned> ids;
+    for (const auto& area : controller.dynamic_areas()) ids.push_back(area.id);
+    return ids;
+}
+
+std::vector<Json> objects_in(const std::string& text) {
+    std::vector<Json> objects;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) objects.push_back(Json::parse(line));
+    return objects;
+}
+
+TEST(ManyControllers, GetTheVerbAndALineEach) {
+    std::vector<std::unique_ptr<sim::Simulator>> controllers;
+    std::string list = "# all of them\n", commas;
+    for (int i = 0; i < 8; ++i) {
+        controllers.push_back(std::make_unique<sim::Simulator>());
+        list.append(address(controllers.back()->port())).append(" # a remark\n\n");
+        commas.append(commas.empty() ? "" : ",").append(address(controllers.back()->port()));
+    }
+    const TemporaryFile file("list.txt", list);
+    const Outcome table = qmctl({"--controllers", file.path(), "--jobs", "3", "text", "-"}, "Hello");
+    EXPECT_EQ(table.status, 0) << table.err;
+    const Outcome json = qmctl({"-c", commas, "--json", "area", "rm", "9"});
+    std::istringstream lines(json.out);
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        EXPECT_EQ(nlohmann::json::parse(line)["ok"], true);
+    EXPECT_EQ(count, 8U);
+    for (const auto& controller : controllers) {
+        EXPECT_EQ(ids_of(*controller), std::vector<unsigned>{0});
+        EXPECT_THAT(table.out, HasSubstr(address(controller->port()).append(": Area 0;")));
+    }
+}
+
+TEST(ManyControllers, AreAllTriedWhenOneFails) {
+    const sim::Simulator good;
+    sim::Simulator bad;
+    bad.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    const std::string both = address(bad.port()).append(",").append(address(good.port()));
+    const Outcome outcome = qmctl({"-c", both, "--jobs", "1", "text", "Hello"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.out, testing::ContainsRegex(address(bad.port()).append(": .*\\(status -1\\)")));
+    EXPECT_THAT(outcome.out, HasSubstr(address(good.port()).append(": Area 0;")));
+    EXPECT_EQ(ids_of(good).size(), 1U);
+    const Outcome json = qmctl({"-c", both, "--json", "area", "rm", "all"});
+    EXPECT_EQ(json.status, 2);
+    EXPECT_THAT(json.out, HasSubstr(R"("controller":")" + address(bad.port())));
+}
+
+TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
+    const sim::Simulator five({.type = 0x0051}), other({.type = 0x0051}), six;
+    const struct {
+        const sim::Simulator& second;
+        int status;
+    } cases[] = {{other, 1}, {six, 2}}; // 1 promises that nothing was sent to any
+    for (const auto& c : cases) {
+        const std::string both = address(five.port()).append(",").append(address(c.second.port()));
+        const Outcome outcome = qmctl({"-c", both, "--json", "text", "x", "--say", "y"});
+        EXPECT_EQ(outcome.status, c.status) << outcome.out;
+        EXPECT_THAT(outcome.out,
+                    HasSubstr(R"({"ok":false,"error":"speech needs a controller of generation 6",)"
+                              R"("controller":")" +
+                              address(five.port())));
+        EXPECT_EQ(outcome.err, "");
+        const Outcome built = qmctl({"-c", both, "program", "preview", QM_EXAMPLES "/program/shop.json"});
+        EXPECT_EQ(built.status, 1);
+        EXPECT_THAT(built.err, HasSubstr("one controller, not for 2"));
+    }
+}
+
+TEST(ManyControllers, AreCalledByNameTagOrHost) {
+    const sim::Simulator entrance, hall, roof;
+    const std::string port = std::to_string(hall.port());
+    const TemporaryFile list("controllers", "entrance " + address(entrance.port()) + " hall\n# none\n" +
+                                                "\"hall\" localhost:" + port + " hall warm # a host\n" +
+                                                "roof " + address(roof.port()) + " cold\n");
+    const Words listed{"--controllers", list.path(), "--json"};
+    const auto names = [&](const char* wanted) {
+        std::vector<std::string> found;
+        for (const Json& object : objects_in(qmctl(listed + Words{"-c", wanted, "ping"}).out))
+            found.push_back(object["name"]);
+        std::ranges::sort(found);
+        return found;
+    };
+    EXPECT_THAT(names("tag:hall"), testing::ElementsAre("\"hall\"", "entrance"));
+    EXPECT_THAT(names("entrance,tag:hall,tag:cold,roof"), testing::SizeIs(3)) << "everyone once";
+    EXPECT_EQ(objects_in(qmctl(listed + Words{"ping"}).out).size(), 3U);
+    EXPECT_THAT(qmctl(listed + Words{"-c", "tag:none", "ping"}).err,
+                HasSubstr("expected a tag of " + list.path()));
+    ::setenv("QMCTL_CONTROLLERS", list.path().c_str(), 1);
+    EXPECT_THAT(qmctl({"-c", "roof", "text", "x"}).out, HasSubstr("roof (" + address(roof.port()) + ")"));
+    ::unsetenv("QMCTL_CONTROLLERS");
+    EXPECT_EQ(ids_of(roof).size(), 1U);
+    for (const std::string line : {"a 127.0.0.1\na 127.0.0.2", "a 127.1", "a,b 127.0.0.1"}) {
+        const TemporaryFile wrong("controllers", line);
+        EXPECT_THAT(qmctl({"--controllers", wrong.path(), "ping"}).err, HasSubstr("line ")) << line;
+    }
+}
+
+TEST(ManyControllers, AreTriedAgainWhereThatHelpsAndReported) {
+    const sim::Simulator good;
+    sim::Simulator gone, against;
+    gone.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    against.set_fault(sim::Fault{.kind = sim::FaultKind::nack});
+    const TemporaryFile report("report", std::string());
+    const std::string all = address(gone.port()) + "," + address(against.port()) + "," + address(good.port());
+    EXPECT_EQ(qmctl({"-c", all, "--retries", "1", "--report", report.path(), "text", "x"}).status, 2);
+    std::ifstream file(report.path());
+    std::map<std::string, Json> told;
+    for (const Json& line : objects_in({std::istreambuf_iterator<char>(file), {}}))
+        told.emplace(line["controller"].get<std::string>(), line);
+    ASSERT_EQ(told.size(), 3U);
+    EXPECT_EQ(told[address(gone.port())]["tries"], 2);
+    EXPECT_EQ(told[address(against.port())]["tries"], 1) << "what is refused will be refused again";
+    const Json& done = told[address(good.port())];
+    EXPECT_EQ(done["tries"], 1);
+    EXPECT_EQ(done["ok"], true);
+    EXPECT_EQ(done["verb"], "text");
+}
+
+TEST(ManyControllers, LeftUndoneWhenInterruptedAreNamed) {
+    std::promise<void> asked;
+    bool first = true;
+    sim::Simulator silent({.on_request = [&](const std::string&) {
+        if (std::exchange(first, false)) asked.set_value();
+    }});
+    silent.set_fault(sim::Fault{.kind = sim::FaultKind::silence});
+    const sim::Simulator never;
+    RunningQmctl run({"-c", address(silent.port()) + "," + address(never.port()), "--jobs", "1", "ping"});
+    ASSERT_EQ(asked.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    run.send(SIGINT);
+    const Outcome outcome = run.end();
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_THAT(outcome.err, HasSubstr("interrupted; not done: "));
+    EXPECT_THAT(outcome.err, HasSubstr(address(never.port())));
+    EXPECT_EQ(never.connections(), 0U);
+}
+
+} // namespace
+} // namespace qm::test
