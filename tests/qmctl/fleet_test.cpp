@@ -135,6 +135,42 @@ TEST(ManyControllers, AreTriedAgainWhereThatHelpsAndReported) {
     EXPECT_EQ(done["verb"], "text");
 }
 
+TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
+    const sim::Simulator one, two;
+    const TemporaryFile list("controllers", "one " + address(one.port()) + "\ntwo " + address(two.port()));
+    std::string requests =
+        R"({"id": "both", "verb": "text", "arguments": ["-5"], "options": {"area": 9, "bold": true}})"
+        "\nnonsense\n[]\n"
+        R"({"id": 2, "verb": "serve"})"
+        "\n"
+        R"({"id": 3, "verb": "text", "arguments": ["-"]})"
+        "\n"
+        R"({"id": 4, "verb": "area rm", "options": {"json": true}})"
+        "\n";
+    for (int i = 10; i < 40; ++i)
+        requests += R"({"id": )" + std::to_string(i) +
+                    R"(, "controller": "one", "verb": "brightness", "arguments": [)" +
+                    std::to_string(i % 16) + "]}\n";
+    const Outcome outcome = qmctl({"--controllers", list.path(), "serve"}, requests);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    std::vector<Json> answers = objects_in(outcome.out);
+    ASSERT_EQ(answers.size(), 36U);
+    std::vector<int> order;
+    for (const Json& answer : answers) {
+        const Json id = answer.value("id", Json());
+        if (id == "both") {
+            EXPECT_EQ(answer["results"][1]["name"], "two") << answer;
+        } else if (id >= 10) {
+            EXPECT_EQ(answer["ok"], true) << answer;
+            order.push_back(id);
+        } else {
+            EXPECT_THAT(answer["error"].get<std::string>(), testing::Not("")) << answer;
+        }
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+    EXPECT_EQ(ids_of(two), std::vector<unsigned>{9});
+}
+
 TEST(ManyControllers, LeftUndoneWhenInterruptedAreNamed) {
     std::promise<void> asked;
     bool first = true;

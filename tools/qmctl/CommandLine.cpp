@@ -72,18 +72,18 @@ CommandLine::CommandLine(Session& session)
 
 void CommandLine::add_shared_options() {
     ArgumentList shared(m_app);
-    add_value(shared, "-c,--controller", m_wanted, "NAME",
+    add_value(shared, "-c,--controller", m_session.wanted, "NAME",
               "The controller: an address or host name with or without a port, such as\n192.168.0.199:5005, "
               "a name or tag:TAG of the list of controllers; several,\nseparated by commas, get the verb all "
               "at once (default " +
                   NamedController().address() + ")",
               read_text);
     add_value(
-        shared, "--controllers", m_book, "FILE",
+        shared, "--controllers", m_session.book, "FILE",
         "The list of controllers: name, address and tags a line, or an address alone; # begins\na remark "
         "(default QMCTL_CONTROLLERS or ~/.config/qmctl/controllers). Without -c all in\nFILE get the verb",
-        [](const std::string& path) { return AddressBook(path); });
-    add_number(shared, "--jobs", m_terms.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
+        [](const std::string& path) { return std::make_shared<const AddressBook>(path); });
+    add_number(shared, "--jobs", m_session.jobs, 1, 256, "Controllers at a time, 1 to 256 (default 32)");
     add_number(
         shared, "--retries", m_terms.retries, 0, 100,
         "How often what may pass, such as no answer, is tried again, after 1 s, 2 s, 4 s\nand so on up to "
@@ -110,9 +110,8 @@ void CommandLine::add_verb(const VerbEntry& entry) {
     });
 }
 
-Verb& CommandLine::parse(std::span<char* const> arguments) {
-    std::vector<std::string> words(arguments.rbegin(),
-                                   arguments.rend()); // the parser takes them from the end
+std::unique_ptr<Verb> CommandLine::parse(std::vector<std::string> words) {
+    std::ranges::reverse(words); // the parser takes them from the end
     std::ranges::transform(words, words.begin(), guarded);
     try {
         m_app.parse(std::move(words));
@@ -126,23 +125,24 @@ Verb& CommandLine::parse(std::span<char* const> arguments) {
     if (!m_chosen) throw UsageError(missing_verb(m_app));
     m_session.broadcast = m_reach == Reach::broadcast;
     find_controllers();
-    return *m_chosen;
+    return std::move(*std::ranges::find(m_verbs, m_chosen, &std::unique_ptr<Verb>::get));
 }
 
 void CommandLine::find_controllers() {
     try {
-        if (m_book && !m_wanted)
-            m_controllers = m_book->all();
-        else if (!m_wanted || m_session.broadcast)
+        const bool none = m_reach == Reach::broadcast || m_reach == Reach::none;
+        if (none || (!m_session.wanted && !m_session.book))
             m_controllers = {NamedController()};
+        else if (!m_session.wanted)
+            m_controllers = m_session.book->all();
         else
-            m_controllers = (m_book ? *m_book : AddressBook::of_user()).find(*m_wanted);
+            m_controllers =
+                (m_session.book ? *m_session.book : AddressBook::of_user()).find(*m_session.wanted);
     } catch (const std::invalid_argument& wrong) {
-        throw UsageError(std::string("--controller: ") + wrong.what() + ", not '" + *m_wanted + "'");
+        throw UsageError(std::string("--controller: ") + wrong.what() + ", not '" + *m_session.wanted + "'");
     }
     if (m_controllers.empty())
         throw UsageError("--controllers: expected a file with at least one controller");
-    if (m_session.broadcast) m_controllers.resize(1);
     m_session.one_of_many = m_controllers.size() > 1;
     m_session.target = m_controllers.front();
     if (m_reach == Reach::one && m_session.one_of_many)

@@ -16,7 +16,8 @@ class CommandLine {
 
     // The verb that was asked for, its arguments read and checked. Throws UsageError, or CLI::Success for
     // --help and --version.
-    [[nodiscard]] Verb& parse(std::span<char* const> arguments);
+    [[nodiscard]] std::unique_ptr<Verb> parse(std::vector<std::string> words);
+    [[nodiscard]] Reach reach() const { return m_reach; }
     // Whom it goes to, at least one, and on which terms.
     [[nodiscard]] const std::vector<NamedController>& controllers() const { return m_controllers; }
     [[nodiscard]] const FleetTerms& terms() const { return m_terms; }
@@ -34,8 +35,6 @@ class CommandLine {
     std::vector<std::unique_ptr<Verb>> m_verbs;
     Verb* m_chosen = nullptr;
     Reach m_reach = Reach::each;
-    std::optional<std::string> m_wanted; // controllers
-    std::optional<AddressBook> m_book;   // that was given
     std::vector<NamedController> m_controllers;
     FleetTerms m_terms;
 };

@@ -71,6 +71,19 @@ class AwaitedSignals {
 
 } // namespace
 
+Outcome outcome_of(const Verb& verb, Session& session) {
+    try {
+        if (!session.broadcast) session.controller = session.target.controller();
+        return verb.run(session);
+    } catch (const UsageError& error) {
+        return error;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const std::exception& error) {
+        return Failure(error.what());
+    }
+}
+
 Fleet::Fleet(Session session, const Verb& verb, const std::vector<NamedController>& controllers,
              const FleetTerms& terms)
     : m_session(std::move(session)), m_verb(verb), m_terms(terms) {
@@ -92,7 +105,7 @@ int Fleet::run() {
 void Fleet::watch() {
     const AwaitedSignals signals{SIGINT, SIGTERM, SIGUSR1};
     std::vector<std::thread> workers;
-    m_working = std::min<std::size_t>(m_terms.jobs, m_jobs.size());
+    m_working = std::min<std::size_t>(m_session.jobs, m_jobs.size());
     for (std::size_t i = m_working; i > 0; --i)
         workers.emplace_back([this] {
             work();
@@ -118,7 +131,8 @@ void Fleet::work() {
     while (Job* const job = next()) {
         Session session = m_session;
         session.target = *job->target;
-        take(*job, session, attempt(session));
+        const Outcome outcome = outcome_of(m_verb, session);
+        take(*job, session, outcome);
     }
 }
 
@@ -138,19 +152,6 @@ Fleet::Job* Fleet::next() {
         }
     }
     return nullptr;
-}
-
-Outcome Fleet::attempt(Session& session) const {
-    try {
-        if (!session.broadcast) session.controller = session.target.controller();
-        return m_verb.run(session);
-    } catch (const UsageError& error) {
-        return error;
-    } catch (const Failure& failure) {
-        return failure;
-    } catch (const std::exception& error) {
-        return Failure(error.what());
-    }
 }
 
 void Fleet::take(Job& job, const Session& session, const Outcome& outcome) {

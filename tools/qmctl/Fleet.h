@@ -14,10 +14,12 @@
 namespace qm::ctl {
 
 struct FleetTerms {
-    unsigned jobs = 32;   // controllers at a time
     unsigned retries = 0; // of what may pass
     std::string report;   // file to which a JSON object for each controller is appended; empty: none
 };
+
+// What comes of a verb at the session's target, whose address it looks up.
+[[nodiscard]] Outcome outcome_of(const Verb& verb, Session& session);
 
 // Each controller's result is printed as soon as it is there. What may pass, such as no answer, is tried
 // again after pauses in which others have their turn.
@@ -43,7 +45,6 @@ class Fleet {
     void work();
     // The next job when it is due; null when there is none any more.
     Job* next();
-    [[nodiscard]] Outcome attempt(Session& session) const;
     // Puts the job back when it is to be tried again, else prints what came of it.
     void take(Job& job, const Session& session, const Outcome& outcome);
     void keep(const Job& job, const Session& session, const Outcome& outcome);

@@ -71,6 +71,11 @@ Report& Report::exit_with(int status) {
     return *this;
 }
 
+Report& Report::keep_silent() {
+    m_silent = true;
+    return *this;
+}
+
 Report& Report::list(std::vector<std::vector<std::string>> lines, std::string key, Json values) {
     m_list = std::move(lines);
     return add(std::move(key), std::move(values));

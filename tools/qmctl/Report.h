@@ -31,6 +31,10 @@ class Report {
     // A list: its lines (the first one the headings) below the table, and the same for scripts.
     Report& list(std::vector<std::vector<std::string>> lines, std::string key, nlohmann::ordered_json values);
 
+    // Makes it one that is not printed.
+    Report& keep_silent();
+    [[nodiscard]] bool is_silent() const { return m_silent; }
+
     [[nodiscard]] bool ok() const { return m_values["ok"]; }
     [[nodiscard]] std::string table() const;
     // The rows in one line, without the controller; "done" when there are none.
@@ -46,6 +50,7 @@ class Report {
     std::vector<std::vector<std::string>> m_list;
     nlohmann::ordered_json m_values{{"ok", true}, {"status", 0}};
     int m_exit = 0;
+    bool m_silent = false;
 };
 
 // An object, and a line end. Text that is not valid UTF-8 (a file name may be anything) gets replacement

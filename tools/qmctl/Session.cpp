@@ -32,6 +32,7 @@ Json Session::object_of(const Outcome& outcome) const {
 }
 
 void Session::show(const Report& report) const {
+    if (report.is_silent()) return;
     if (json)
         output->write(one_line(report.object()));
     else

@@ -6,6 +6,7 @@
 #include "sign/AddressBook.h"
 #include "sign/errors.h"
 
+#include <memory>
 #include <variant>
 
 namespace qm::ctl {
@@ -23,9 +24,12 @@ class Session {
   public:
     explicit Session(Output& results) : output(&results) {}
 
-    NamedController target; // the one to talk to, as it is called
-    Controller controller;  // and where that is
-    std::string verb;       // its words, such as "fs ls"
+    std::shared_ptr<const AddressBook> book; // that the command line gave; null: the user's own
+    std::optional<std::string> wanted;       // the controllers, as the command line calls them
+    NamedController target;                  // the one to talk to
+    Controller controller;                   // and where that is
+    std::string verb;                        // its words, such as "fs ls"
+    unsigned jobs = 32;                      // controllers at a time
     bool json = false;
     bool verbose = false;
     bool one_of_many = false; // the result is one line, trouble included

@@ -28,9 +28,9 @@ class Verb {
     virtual Report run(const Session& session) const = 0;
 };
 
-// Whom a verb asks when several controllers are named: each, none of them but whoever answers, or the only
-// one, for several are refused.
-enum class Reach { each, broadcast, one };
+// Whom a verb asks when several controllers are named: each, none of them but whoever answers, the only one,
+// for several are refused, or none.
+enum class Reach { each, broadcast, one, none };
 
 struct VerbEntry {
     const char* words; // "ping", or "fs ls" for a verb of a group
@@ -55,9 +55,10 @@ Family network_verbs();
 Family config_verbs();
 Family file_verbs();
 Family program_verbs();
+Family serve_verbs();
 
 inline constexpr Family (*kFamilies[])() = {discovery_verbs, doctor_verbs, status_verbs,  area_verbs,
                                             dynamic_verbs,   power_verbs,  setting_verbs, network_verbs,
-                                            config_verbs,    file_verbs,   program_verbs};
+                                            config_verbs,    file_verbs,   program_verbs, serve_verbs};
 
 } // namespace qm::ctl

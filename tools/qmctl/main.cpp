@@ -15,11 +15,11 @@ bool asks_for_json(std::span<char* const> arguments) {
 }
 
 int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
-    Verb& verb = line.parse(arguments);
+    const auto verb = line.parse({arguments.begin(), arguments.end()});
     if (session.verbose) Output::show_messages();
-    verb.prepare();
-    for (const NamedController& controller : line.controllers()) verb.check(controller);
-    return Fleet(session, verb, line.controllers(), line.terms()).run();
+    verb->prepare();
+    for (const NamedController& controller : line.controllers()) verb->check(controller);
+    return Fleet(session, *verb, line.controllers(), line.terms()).run();
 }
 
 int run(Session& session, std::span<char* const> arguments) {

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <fstream>
+#include <sched.h>
 #include <unistd.h>
 
 namespace qm::sign {
@@ -50,6 +51,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 TemporaryCurrentFolder::TemporaryCurrentFolder() : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
     if (m_before < 0) fail("the current folder");
+    (void)::unshare(CLONE_FS); // where that is forbidden, the folder is that of all threads
     if (::chdir(m_folder.path().c_str()) != 0) fail(m_folder.path());
 }
 

@@ -26,7 +26,7 @@ class TemporaryFolder {
     std::filesystem::path m_path;
 };
 
-// One that is the current folder as long as the object lives.
+// One that is the calling thread's current folder as long as the object lives; other threads keep theirs.
 class TemporaryCurrentFolder {
   public:
     TemporaryCurrentFolder();

@@ -1,0 +1,34 @@
+// The verb that stays.
+#include "Service.h"
+
+#include <iostream>
+
+namespace qm::ctl {
+namespace {
+
+class Serve : public Verb {
+  public:
+    Report run(const Session& session) const override {
+        Service(session).serve(std::cin);
+        return Report().keep_silent();
+    }
+};
+
+constexpr VerbEntry kVerbs[] = {
+    {"serve", "Stay, and carry out requests from standard input",
+     "A request is a JSON object in a line, and so is its answer on standard output: what --json prints, "
+     "with\n"
+     "the request's id, or of several controllers {\"ok\": ..., \"results\": [...]}. Up to --jobs "
+     "controllers are\n"
+     "spoken to at once; what goes to one goes in the order in which it came. It ends with its input.\n\n"
+     "Example:\n"
+     "  {\"id\": 1, \"verb\": \"text\", \"arguments\": [\"Hello\"], \"options\": {\"color\": \"green\", "
+     "\"area\": 1,\n"
+     "   \"bold\": true}, \"controller\": \"stop-5\"}",
+     make_verb<Serve>, Reach::none}};
+
+} // namespace
+
+Family serve_verbs() { return kVerbs; }
+
+} // namespace qm::ctl
