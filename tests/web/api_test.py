@@ -2,6 +2,7 @@
 import http.client
 import json
 import os
+import select
 import shutil
 import socket
 import sys
@@ -94,6 +95,25 @@ class Pictures(Api):
         self.assert_gif_lasts(gif, 2)
         simulator.stop()
         with open(file, "rb") as all_of_it: self.assert_gif_lasts(all_of_it.read(), time.monotonic() - begin)
+
+    def test_recordings_end_when_told_and_with_their_readers(self):
+        simulator = self.start()
+        host, port = simulator.url.split("/")[2].split(":")
+        ask = f"GET /api/recording.gif?seconds=60 HTTP/1.1\r\nHost: {host}:{port}\r\n\r\n".encode()
+
+        def recorded():
+            peer = socket.create_connection((host, int(port)), timeout=15)
+            self.addCleanup(peer.close)
+            peer.sendall(ask)
+            return peer
+        for peer in [recorded() for _ in range(8)]: peer.close()
+        wait_for("there is room", lambda: simulator.request("api/recording.gif?seconds=1")[0] == 200)
+        peer = recorded()
+        def ended():
+            simulator.request("api/recording", {})
+            return select.select([peer], [], [], 0.1)[0]
+        wait_for("the recording ends", ended)
+        self.assertRegex(peer.recv(4096), rb"(?s)^HTTP/1.1 200 .*\r\n\r\nGIF89a")
 
     def assert_gif_lasts(self, gif, seconds):
         self.assertEqual((gif[:10], gif[-1:]), (b"GIF89a" + bytes((64, 0, 16, 0)), b";"))

@@ -25,6 +25,10 @@ void Feed::remove(Listener& listener) {
     if (m_listeners.empty()) m_exchange.watch({});
 }
 
+void Feed::end_recordings() {
+    for (Listener* const listener : m_listeners) listener->enough();
+}
+
 void Feed::look() {
     m_attention = Attention::resting;
     auto picture = m_exchange.shown();

@@ -13,6 +13,8 @@ class Listener {
     virtual ~Listener() = default;
     // Picture, state or log have changed.
     virtual void changed() = 0;
+    // Whoever gathers what comes is to hand it over.
+    virtual void enough() {}
 };
 
 class Feed {
@@ -33,6 +35,9 @@ class Feed {
     // No listener hears anything any more, and the context is left alone.
     void close() { m_exchange.watch({}); }
 
+    void end_recordings();
+
+    [[nodiscard]] Exchange& exchange() { return m_exchange; }
     [[nodiscard]] const std::shared_ptr<const Image>& picture() const { return m_picture; }
     // The latest picture for one who was last sent that one, which may be null; null when it is the same.
     // Numbered ones tell the controller.

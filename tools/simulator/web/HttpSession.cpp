@@ -19,7 +19,8 @@ namespace {
 namespace beast = boost::beast;
 namespace http = beast::http;
 
-constexpr std::size_t kLongestBody = std::size_t{64} << 10U, kLongestHeader = std::size_t{8} << 10U;
+constexpr std::size_t kLongestBody = std::size_t{64} << 10U, kLongestHeader = std::size_t{8} << 10U,
+                      kPiece = 4096;
 constexpr std::chrono::seconds kPatience{30}; // with a request on its way, and with an answer
 constexpr unsigned kLongestRecording = 60;    // seconds
 constexpr int kMostRecordings = 8;
@@ -77,7 +78,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         try {
             if (beast::websocket::is_upgrade(m_request)) return go_live(request);
             if (request.path == "/api/recording.gif") return record(request);
-            send(answer_to(request, m_site.fleet));
+            send(answer_to(request, m_site));
         } catch (const WebAnswer& answer) {
             send(answer);
         }
@@ -102,7 +103,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     }
 
     void record(const WebRequest& request) {
-        if (request.method != "GET") return send(answer_to(request, m_site.fleet));
+        if (request.method != "GET") return send(answer_to(request, m_site));
         Feed& feed = *m_site.feeds[controller_in(request, m_site.fleet)];
         const auto given = request.query.find("seconds");
         const auto seconds =
@@ -113,6 +114,23 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         ++m_site.recordings;
         m_recording = std::make_unique<Recording>(feed, [this] { answer_after(std::chrono::seconds(0)); });
         answer_after(std::chrono::seconds(*seconds));
+        notice_leaving();
+    }
+
+    // Whoever asked may go before the end. Until then the beginning of a next request may come.
+    void notice_leaving() {
+        m_stream.socket().async_read_some(
+            m_received.prepare(kPiece), [self = shared_from_this()](NetworkError error, std::size_t length) {
+                self->m_received.commit(length);
+                if (!self->m_recording) return;
+                if (error) return self->leave();
+                if (self->m_received.size() < kLongestHeader) self->notice_leaving();
+            });
+    }
+
+    void leave() {
+        stop_recording();
+        m_timer.cancel();
     }
 
     void answer_after(std::chrono::seconds wait) {
@@ -123,6 +141,9 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     }
 
     void send_recording() {
+        if (!m_recording) return;
+        NetworkError ignored;
+        m_stream.socket().cancel(ignored);
         auto gif = m_recording->finish();
         stop_recording();
         if (!gif) return send(web_error(500, "there is no recording"));

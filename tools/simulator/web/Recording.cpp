@@ -9,8 +9,8 @@ constexpr std::size_t kMostBytes = std::size_t{64} << 20U;
 
 } // namespace
 
-Recording::Recording(Feed& feed, std::function<void()> full)
-    : m_feed(feed), m_on_full(std::move(full)), m_gif([this](std::span<const std::uint8_t> bytes) {
+Recording::Recording(Feed& feed, std::function<void()> enough)
+    : m_feed(feed), m_on_enough(std::move(enough)), m_gif([this](std::span<const std::uint8_t> bytes) {
           m_bytes.append(bytes.begin(), bytes.end());
           return true;
       }) {
@@ -27,7 +27,7 @@ void Recording::changed() {
     } catch (const std::runtime_error&) { // which it says again at the end
         m_full = true;
     }
-    if (m_full) m_on_full();
+    if (m_full) m_on_enough();
 }
 
 std::optional<std::string> Recording::finish() try {

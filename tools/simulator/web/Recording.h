@@ -8,8 +8,8 @@ namespace qm::sim {
 
 class Recording : private Listener {
   public:
-    // The feed outlives it. Full is called when no more goes in.
-    Recording(Feed& feed, std::function<void()> full);
+    // The feed outlives it. Enough is called when it is to finish: no more goes in, or somebody asked.
+    Recording(Feed& feed, std::function<void()> enough);
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
     ~Recording() override { m_feed.remove(*this); }
@@ -19,9 +19,10 @@ class Recording : private Listener {
 
   private:
     void changed() override;
+    void enough() override { m_on_enough(); }
 
     Feed& m_feed;
-    const std::function<void()> m_on_full;
+    const std::function<void()> m_on_enough;
     std::string m_bytes;
     GifWriter m_gif;
     std::shared_ptr<const Image> m_latest;

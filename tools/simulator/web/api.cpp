@@ -51,19 +51,19 @@ std::optional<std::string> text_in(const json& object, const char* key) {
     return object[key].get<std::string>();
 }
 
-WebAnswer get_state(const WebRequest&, Exchange& exchange) { return answer_with(live_state(exchange)); }
+WebAnswer get_state(const WebRequest&, Feed& feed) { return answer_with(live_state(feed.exchange())); }
 
-WebAnswer get_screen(const WebRequest&, Exchange& exchange) {
+WebAnswer get_screen(const WebRequest&, Feed& feed) {
     const auto png =
-        png_of(exchange.look([](const auto& controller, Now now) { return controller.screen(now); }));
+        png_of(feed.exchange().look([](const auto& controller, Now now) { return controller.screen(now); }));
     return {.type = "image/png", .body = std::string(png.begin(), png.end())};
 }
 
-WebAnswer get_log(const WebRequest&, Exchange& exchange) {
-    return answer_with(json_of(exchange.log().after(0)));
+WebAnswer get_log(const WebRequest&, Feed& feed) {
+    return answer_with(json_of(feed.exchange().log().after(0)));
 }
 
-WebAnswer set_fault(const WebRequest& request, Exchange& exchange) {
+WebAnswer set_fault(const WebRequest& request, Feed& feed) {
     const json object = object_in(request, {"fault", "after", "delay"});
     const std::string name = text_in(object, "fault").value_or("");
     Fault fault;
@@ -73,45 +73,51 @@ WebAnswer set_fault(const WebRequest& request, Exchange& exchange) {
     const auto kind = fault_named(name);
     if (!kind && name != "none") refuse_bad("\"fault\": expected none or one of " + fault_names());
     if (kind) fault.kind = *kind;
-    exchange.set_fault(kind ? std::optional(fault) : std::nullopt);
+    feed.exchange().set_fault(kind ? std::optional(fault) : std::nullopt);
     return done();
 }
 
-WebAnswer set_clock(const WebRequest& request, Exchange& exchange) {
+WebAnswer set_clock(const WebRequest& request, Feed& feed) {
     const json object = object_in(request, {"clock", "rate"});
     const auto text = text_in(object, "clock");
     const auto clock = clock_from(text.value_or(""));
     if (text && !clock) refuse_bad("\"clock\": expected a time such as 2026-12-31 23:59:50");
     const auto rate = number_in(object, "rate", kFastest);
     if (!clock && !rate) refuse_bad("expected \"clock\" or \"rate\" or both");
-    exchange.set_clock(clock, rate, request.peer);
+    feed.exchange().set_clock(clock, rate, request.peer);
     return done();
 }
 
-WebAnswer set_power(const WebRequest& request, Exchange& exchange) {
+WebAnswer set_power(const WebRequest& request, Feed& feed) {
     const json object = object_in(request, {"power"});
     if (!object.contains("power") || !object["power"].is_boolean())
         refuse_bad("\"power\": expected true or false");
-    exchange.switch_screen(object["power"].get<bool>(), request.peer);
+    feed.exchange().switch_screen(object["power"].get<bool>(), request.peer);
     return done();
 }
 
-WebAnswer reset(const WebRequest& request, Exchange& exchange) {
+WebAnswer reset(const WebRequest& request, Feed& feed) {
     (void)object_in(request, {});
-    exchange.reset(request.peer);
+    feed.exchange().reset(request.peer);
+    return done();
+}
+
+WebAnswer end_recordings(const WebRequest& request, Feed& feed) {
+    (void)object_in(request, {});
+    feed.end_recordings();
     return done();
 }
 
 struct Route {
     std::string_view method, path;
-    WebAnswer (*answer)(const WebRequest& request, Exchange& exchange);
+    WebAnswer (*answer)(const WebRequest& request, Feed& feed);
 };
 
 constexpr Route kRoutes[] = {
     {"GET", "/api/state", get_state},  {"GET", "/api/screen.png", get_screen},
     {"GET", "/api/log", get_log},      {"POST", "/api/fault", set_fault},
     {"POST", "/api/clock", set_clock}, {"POST", "/api/power", set_power},
-    {"POST", "/api/reset", reset},
+    {"POST", "/api/reset", reset},     {"POST", "/api/recording", end_recordings},
 };
 
 // Browsers send it across origins only when they were allowed to.
@@ -127,12 +133,12 @@ WebAnswer not_allowed(std::string_view method) {
     return answer;
 }
 
-WebAnswer answer_api(const WebRequest& request, Fleet& fleet) {
+WebAnswer answer_api(const WebRequest& request, Site& site) {
     const auto* const route = std::ranges::find(kRoutes, request.path, &Route::path);
     if (route == std::end(kRoutes)) return web_error(404, "there is no " + request.path);
     if (request.method != route->method) return not_allowed(route->method);
     if (request.method == "POST") require_json(request);
-    return route->answer(request, fleet.device(controller_in(request, fleet)).exchange());
+    return route->answer(request, *site.feeds[controller_in(request, site.fleet)]);
 }
 
 WebAnswer answer_page(const WebRequest& request) {
@@ -168,10 +174,10 @@ std::size_t controller_in(const WebRequest& request, const Fleet& fleet) {
     return *number;
 }
 
-WebAnswer answer_to(const WebRequest& request, Fleet& fleet) try {
+WebAnswer answer_to(const WebRequest& request, Site& site) try {
     if (!request.path.starts_with("/api/")) return answer_page(request);
-    if (request.path != "/api/controllers") return answer_api(request, fleet);
-    return request.method == "GET" ? answer_with(controllers_json(fleet)) : not_allowed("GET");
+    if (request.path != "/api/controllers") return answer_api(request, site);
+    return request.method == "GET" ? answer_with(controllers_json(site.fleet)) : not_allowed("GET");
 } catch (const WebAnswer& answer) {
     return answer;
 }

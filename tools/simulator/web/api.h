@@ -1,7 +1,7 @@
 // What is asked over HTTP, but for what goes on and on, and what is answered.
 #pragma once
 
-#include "simulator/device/Fleet.h"
+#include "simulator/web/Site.h"
 
 #include <map>
 #include <string>
@@ -29,7 +29,7 @@ struct WebAnswer {
 [[nodiscard]] WebAnswer web_error(unsigned status, const std::string& what);
 
 // The page's files and /api/.
-[[nodiscard]] WebAnswer answer_to(const WebRequest& request, Fleet& fleet);
+[[nodiscard]] WebAnswer answer_to(const WebRequest& request, Site& site);
 
 // Of the parameter "controller", 0 without one. Throws WebAnswer.
 [[nodiscard]] std::size_t controller_in(const WebRequest& request, const Fleet& fleet);
