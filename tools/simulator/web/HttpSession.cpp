@@ -22,7 +22,11 @@ namespace http = beast::http;
 constexpr std::size_t kLongestBody = std::size_t{64} << 10U, kLongestHeader = std::size_t{8} << 10U,
                       kPiece = 4096;
 constexpr std::chrono::seconds kPatience{30}; // with a request on its way, and with an answer
-constexpr unsigned kLongestRecording = 60;    // seconds
+constexpr std::chrono::seconds kIdle{3};      // until the next request begins: a browser holds several
+constexpr std::chrono::seconds kFarewell{
+    2}; // for what nobody reads, which would reset the answer's connection
+constexpr std::size_t kMostUnread = std::size_t{4} << 20U;
+constexpr unsigned kLongestRecording = 60; // seconds
 constexpr int kMostRecordings = 8;
 
 std::string text_of(beast::string_view text) { return {text.data(), text.size()}; }
@@ -49,7 +53,20 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
                          [self = shared_from_this()](NetworkError error, std::size_t) { self->take(error); });
     }
 
+    void turn_away() { refuse(web_error(503, "there are too many connections")); }
+
   private:
+    void read_next() {
+        if (m_received.size() > 0) return read();
+        m_stream.expires_after(kIdle);
+        m_stream.async_read_some(m_received.prepare(kPiece),
+                                 [self = shared_from_this()](NetworkError error, std::size_t length) {
+                                     if (error) return;
+                                     self->m_received.commit(length);
+                                     self->read();
+                                 });
+    }
+
     void take(NetworkError error) {
         if (error == http::error::body_limit || error == http::error::header_limit)
             return refuse(web_error(413, "the request is too long"));
@@ -167,10 +184,25 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         m_stream.expires_after(kPatience);
         http::async_write(m_stream, *response,
                           [self = shared_from_this(), response](NetworkError error, std::size_t) {
-                              if (!error && response->keep_alive()) return self->read();
-                              NetworkError ignored;
-                              self->m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
+                              if (error) return;
+                              if (response->keep_alive()) return self->read_next();
+                              self->part();
                           });
+    }
+
+    void part() {
+        NetworkError ignored;
+        m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
+        m_stream.expires_after(kFarewell);
+        discard();
+    }
+
+    void discard() {
+        m_received.clear();
+        m_stream.async_read_some(m_received.prepare(std::size_t{64} << 10U),
+                                 [self = shared_from_this()](NetworkError error, std::size_t length) {
+                                     if (!error && (self->m_unread += length) < kMostUnread) self->discard();
+                                 });
     }
 
     beast::tcp_stream m_stream;
@@ -179,6 +211,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     const Site::Seat m_seat;
     std::string m_peer, m_here;
     beast::flat_buffer m_received;
+    std::size_t m_unread = 0;
     std::optional<http::request_parser<http::string_body>> m_parser;
     HttpRequest m_request;
     std::unique_ptr<Recording> m_recording;
@@ -188,6 +221,10 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
 
 void start_http_session(asio::ip::tcp::socket socket, Site& site, Site::Seat seat) {
     std::make_shared<HttpSession>(std::move(socket), site, std::move(seat))->read();
+}
+
+void turn_away(asio::ip::tcp::socket socket, Site& site, Site::Seat seat) {
+    std::make_shared<HttpSession>(std::move(socket), site, std::move(seat))->turn_away();
 }
 
 } // namespace qm::sim

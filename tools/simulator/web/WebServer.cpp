@@ -30,7 +30,10 @@ WebServer::~WebServer() {
 }
 
 void WebServer::take(asio::ip::tcp::socket socket) {
-    if (auto seat = m_site.take_seat()) start_http_session(std::move(socket), m_site, std::move(seat));
+    if (auto seat = m_site.seats.take())
+        start_http_session(std::move(socket), m_site, std::move(seat));
+    else if (auto place = m_site.doorway.take())
+        turn_away(std::move(socket), m_site, std::move(place));
 }
 
 // A connection that could not go on is gone by the time its exception arrives here; the others go on.
