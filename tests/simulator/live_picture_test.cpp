@@ -1,7 +1,11 @@
 // Pictures on their way to readers and into animations.
+#include "samples.h"
+
 #include "simulator/show/GifWriter.h"
+#include "simulator/web/ScreenReader.h"
 #include "simulator/web/picture_message.h"
 #include "support/bytes.h"
+#include "wire.h"
 
 #include <gif_lib.h>
 #include <gmock/gmock.h>
@@ -75,6 +79,31 @@ TEST(PictureMessage, HoldsWhatDiffersAndNoMore) {
     const auto message = picture_message(&before, now, std::nullopt);
     EXPECT_EQ(message->substr(5, 8), std::string("\x03\0\0\0\x22\0\x0B\0", 8)) << "from column 3, 34 x 11";
     arrives(before, now);
+}
+
+TEST(ScreenReader, SlowOneGetsABitOfEach) {
+    auto clock = LocalSeconds(std::chrono::hours(24 * 365 * 50));
+    const Options options{
+        .width = 8, .height = 1, .color = ScreenColor::single, .keeps_log = true, .clock = [&] {
+            return clock;
+        }};
+    Exchange exchange(options);
+    asio::io_context context;
+    Feed feed(context, exchange, 0);
+    ScreenReader reader(feed, [] {});
+    Reader::Time now{};
+    std::string kinds;
+    for (int i = 0; i < 9; ++i) { // state, picture and log have changed each time
+        const ByteBuffer pixels(4, i % 2 ? 0x55 : 0xAA);
+        const ByteBuffer update = test::payload_of({{1, {0, 0, 8, 1}, {pixels}}});
+        (void)exchange.answer(qm::test::unstuff(test::envelope_around(update)), "");
+        clock += std::chrono::seconds(2);
+        context.restart();
+        context.run_for(30ms);
+        const auto message = reader.next(now += 2s);
+        kinds += !message->text ? "picture " : message->bytes->starts_with("{\"log\"") ? "log " : "state ";
+    }
+    EXPECT_EQ(kinds, "state picture log state picture log state picture log ");
 }
 
 struct Animation {

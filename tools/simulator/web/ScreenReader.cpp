@@ -19,10 +19,27 @@ ScreenReader::ScreenReader(Feed& feed, std::function<void()> wake) : m_feed(feed
 }
 
 std::optional<Reader::Message> ScreenReader::next(Time now) {
-    if (auto state = next_state(now)) return Message{std::move(state), true};
-    if (auto picture = next_picture(now)) return Message{std::move(picture), false};
-    if (auto log = next_log(now)) return Message{std::move(log), true};
+    static constexpr struct {
+        Feed::Text (ScreenReader::*next)(Time now);
+        bool text;
+    } kKinds[] = {{&ScreenReader::next_state, true},
+                  {&ScreenReader::next_picture, false},
+                  {&ScreenReader::next_log, true}};
+    if (std::exchange(m_sending_state, false)) { // which takes a slow reader longer than the time between two
+        m_state_sent = now;
+        m_state_due = now + kStateEvery;
+    }
+    for (std::size_t tried = 0; tried < std::size(kKinds); ++tried) {
+        const auto& kind = kKinds[m_turn];
+        m_turn = (m_turn + 1) % std::size(kKinds);
+        if (auto message = (this->*kind.next)(now)) return Message{std::move(message), kind.text};
+    }
     return std::nullopt;
+}
+
+void ScreenReader::changed() {
+    m_state_due = m_state_sent + kStateEvery;
+    m_wake();
 }
 
 Reader::Time ScreenReader::again() const {
@@ -37,6 +54,7 @@ Feed::Text ScreenReader::next_state(Time now) {
     m_state_due = now + kStateEvery;
     Feed::Text state = m_feed.state(now);
     if (state == m_state) return nullptr;
+    m_sending_state = true;
     return m_state = std::move(state);
 }
 

@@ -17,7 +17,7 @@ class ScreenReader : public Reader, private Listener {
     [[nodiscard]] Time again() const override;
 
   private:
-    void changed() override { m_wake(); }
+    void changed() override;
     Feed::Text next_state(Time now);
     Feed::Text next_log(Time now);
     Feed::Text next_picture(Time now);
@@ -29,6 +29,9 @@ class ScreenReader : public Reader, private Listener {
     Feed::Text m_state;
     std::uint64_t m_log = 0;
     Time m_picture_due{}, m_state_due{}, m_log_due{};
+    Time m_state_sent{};
+    bool m_sending_state = false;
+    std::size_t m_turn = 0; // whose it is to be looked at first: a slow reader gets a bit of each
 };
 
 } // namespace qm::sim
