@@ -134,6 +134,9 @@ class Control(Api):
         entry = next(entry for entry in live.log if "screen on/off" in entry["command"])
         self.assertEqual((entry["status"], entry["bytes"][:18], entry["bytes"][-2:]), (0, 8 * "A5" + "FE", "5A"))
         self.assertRegex(entry["peer"], r"^127\.0\.0\.1:\d+$")
+        self.simulator.request("api/fault", {"fault": "delay"})
+        live.take_until("the fault", lambda: live.state["fault"]["fault"] == "delay")
+        live.take_until("its line", lambda: live.log[-1]["command"] == "fault: delay")
         self.assertRegex(entry["time"], r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}$")
 
     def test_posts_change_the_controller_they_name(self):

@@ -62,6 +62,6 @@ std::size_t Simulator::bad_frames() const { return m_impl->device.exchange().bad
 bool Simulator::wait_idle(std::chrono::milliseconds limit) const {
     return m_impl->device.connections().wait_idle(limit);
 }
-void Simulator::set_fault(std::optional<Fault> fault) { m_impl->device.exchange().set_fault(fault); }
+void Simulator::set_fault(std::optional<Fault> fault) { m_impl->device.exchange().set_fault(fault, {}); }
 
 } // namespace qm::sim

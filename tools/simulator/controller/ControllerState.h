@@ -92,7 +92,8 @@ struct ControllerState {
 
 // A dynamic area, and whether it is shown.
 struct KeptArea {
-    ReceivedArea area;
+    AreaSettings area;
+    std::size_t pages = 0;
     bool shown = false;
 };
 

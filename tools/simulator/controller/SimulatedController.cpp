@@ -123,7 +123,7 @@ Snapshot SimulatedController::snapshot(Now now) const {
     snapshot.next_program = m_state.programs.next(moment_of(m_state, now));
     snapshot.program_areas = m_state.programs.areas(moment_of(m_state, now));
     for (const PlayedArea& played : m_state.areas)
-        snapshot.areas.push_back({played.area, played.shown(now.up, playing)});
+        snapshot.areas.push_back({played.area, played.area.pages.size(), played.shown(now.up, playing)});
     snapshot.voices = m_state.voices.all();
     snapshot.program_errors = m_state.programs.errors();
     snapshot.total_memory = FileSystem::kCapacity;

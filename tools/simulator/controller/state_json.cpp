@@ -203,13 +203,13 @@ json json_of(const SpokenText& sound) {
 }
 
 json json_of(const KeptArea& kept) {
-    const ReceivedArea& area = kept.area;
+    const AreaSettings& area = kept.area;
     json out = {{"id", area.id},
                 {"x", area.rect.x},
                 {"y", area.rect.y},
                 {"width", area.rect.width},
                 {"height", area.rect.height},
-                {"pages", area.pages.size()},
+                {"pages", kept.pages},
                 {"run_mode", area.run_mode},
                 {"timeout", area.timeout},
                 {"play_at_once", area.play_at_once},

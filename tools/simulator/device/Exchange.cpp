@@ -35,23 +35,21 @@ std::optional<unsigned> status_of(const Reply& reply, const Delivery& delivery) 
 } // namespace
 
 // What happens to the controller happens under the lock; the owner hears of it afterwards.
-template <class Step> auto Exchange::reporting(Step step) {
+template <class Step> void Exchange::reporting(Step step) {
     News news;
-    auto result = [&] {
+    {
         const std::lock_guard lock(m_mutex);
-        auto done = step(news);
+        step(news);
         settle_news(news);
-        return done;
-    }();
+    }
     tell(news);
-    return result;
 }
 
 Exchange::Exchange(const Options& options)
     : m_options(options), m_generation(generation_of(options.type)), m_controller(model_of(options)),
       m_fault(options.fault), m_clock(options.starts_at, options.rate),
       m_shown(std::make_shared<const Image>(options.width, options.height)) {
-    reporting([this](News&) { return restore(), 0; });
+    reporting([this](News&) { restore(); });
 }
 
 void Exchange::restore() {
@@ -64,15 +62,16 @@ void Exchange::restore() {
 }
 
 std::string Exchange::ask_wifi(std::string_view text, const std::string& peer) {
-    return reporting([&](News& news) {
+    std::string answer;
+    reporting([&](News& news) {
         ++m_requests;
-        std::string answer = m_controller.ask_wifi(text);
+        answer = m_controller.ask_wifi(text);
         news.log.peer = peer;
         news.log.status = 0;
         news.log.command = "Wi-Fi module, " + label_of(std::string(text.substr(0, 64))) + ": " + answer;
         (void)note_state(news);
-        return answer;
     });
+    return answer;
 }
 
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
@@ -81,11 +80,13 @@ Delivery Exchange::answer(const ReceivedFrame& frame, const std::string& peer) {
     const auto* body = std::get_if<ByteBuffer>(&frame);
     const auto opened =
         body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
-    return reporting([&](News& news) {
+    Delivery delivery;
+    reporting([&](News& news) {
         news.log.peer = peer;
         if (body && m_options.keeps_log) news.log.bytes = frame_around(*body);
-        return carry_out(opened, news);
+        delivery = carry_out(opened, news);
     });
+    return delivery;
 }
 
 Delivery Exchange::carry_out(const std::variant<Request, BadFrame>& opened, News& news) {
@@ -137,7 +138,7 @@ void Exchange::command(std::uint8_t cmd, ByteBuffer payload, const std::string& 
         const Outcome outcome = m_controller.handle(request, now());
         save();
         news.log = {.peer = peer, .command = outcome.log, .status = 0};
-        return look_soon(news), 0;
+        look_soon(news);
     });
 }
 
@@ -153,7 +154,18 @@ void Exchange::set_clock(std::optional<LocalSeconds> time, std::optional<unsigne
         if (rate) m_clock.set_rate(*rate, now().host);
         if (time) m_clock.set(*time - m_controller.state().settings.clock_offset);
         news.log = {.peer = peer, .command = "the clock is set", .status = 0};
-        return look_soon(news), 0;
+        look_soon(news);
+    });
+}
+
+void Exchange::set_fault(std::optional<Fault> fault, const std::string& peer) {
+    reporting([&](News& news) {
+        m_fault = fault;
+        m_answered_well = 0;
+        news.log = {.peer = peer,
+                    .command = std::string("fault: ").append(fault ? name_of(fault->kind) : "none"),
+                    .status = 0};
+        look_soon(news);
     });
 }
 
@@ -162,7 +174,7 @@ void Exchange::watch(std::function<void()> watcher) {
         m_watcher = std::move(watcher);
         if (m_watcher && !m_options.on_screen) // else it is up to date
             m_shown = std::make_shared<const Image>(m_controller.screen(now()));
-        return look_soon(news), 0;
+        look_soon(news);
     });
 }
 
@@ -192,14 +204,16 @@ void Exchange::note_screen(News& news) {
 // What goes by the clock is noticed within a second, and at once when the owner's time jumps.
 Milliseconds Exchange::tick() {
     constexpr Milliseconds kLatest{1000}, kJumping{50};
-    return reporting([&](News& news) {
-        if (!looked_at()) return kLatest;
+    Milliseconds wait = kLatest;
+    reporting([&](News& news) {
+        if (!looked_at()) return;
         const bool jumping = m_options.uptime || m_options.clock;
         const Milliseconds latest = jumping ? kJumping : kLatest / std::clamp(m_clock.rate(), 1U, 60U);
         const Milliseconds up = now().up;
         if (note_state(news) || up >= m_due) note_screen(news);
-        return std::clamp(m_due - up, Milliseconds{0}, latest);
+        wait = std::clamp(m_due - up, Milliseconds{0}, latest);
     });
+    return wait;
 }
 
 bool Exchange::looked_at() const {
@@ -255,22 +269,6 @@ Now Exchange::now() const {
     const auto since = std::chrono::steady_clock::now() - m_switched_on;
     return {m_options.uptime ? m_options.uptime() : std::chrono::duration_cast<Milliseconds>(since),
             m_options.clock ? m_options.clock() : m_clock.at(host_time())};
-}
-
-void Exchange::set_fault(std::optional<Fault> fault) {
-    const std::lock_guard lock(m_mutex);
-    m_fault = fault;
-    m_answered_well = 0;
-}
-
-std::optional<Fault> Exchange::fault() const {
-    const std::lock_guard lock(m_mutex);
-    return m_fault;
-}
-
-unsigned Exchange::rate() const {
-    const std::lock_guard lock(m_mutex);
-    return m_clock.rate();
 }
 
 } // namespace qm::sim

@@ -37,6 +37,8 @@ class Exchange : public Answerer {
     void reset(const std::string& peer);
     // The controller's clock shows that time, or goes on at that rate, or both.
     void set_clock(std::optional<LocalSeconds> time, std::optional<unsigned> rate, const std::string& peer);
+    // Of the requests from now on; nothing ends it. Its count of good answers starts anew.
+    void set_fault(std::optional<Fault> fault, const std::string& peer);
 
     // While there is a watcher, the picture is kept up to date. It is called, with the controller locked,
     // when picture, state or log have changed, and may neither block nor look at the controller. An empty one
@@ -46,16 +48,22 @@ class Exchange : public Answerer {
     [[nodiscard]] std::shared_ptr<const Image> shown() const;
     [[nodiscard]] const RequestLog& log() const { return m_log; }
 
-    void set_fault(std::optional<Fault> fault);
-    [[nodiscard]] std::optional<Fault> fault() const;
-    [[nodiscard]] unsigned rate() const;
     [[nodiscard]] std::size_t requests() const { return m_requests; }
     [[nodiscard]] std::size_t bad_frames() const { return m_bad_frames; }
 
-    // Looks at the controller while nothing happens to it.
+    // What its owner has set beside the controller.
+    struct Conditions {
+        unsigned rate; // of the host's clock
+        std::optional<Fault> fault;
+    };
+
+    // Looks at the controller, and at the conditions if asked for, while nothing happens to it.
     template <class Look> [[nodiscard]] auto look(Look at) const {
         const std::lock_guard lock(m_mutex);
-        return at(m_controller, now());
+        if constexpr (std::is_invocable_v<Look, const SimulatedController&, Now>)
+            return at(m_controller, now());
+        else
+            return at(m_controller, now(), Conditions{m_clock.rate(), m_fault});
     }
 
   private:
@@ -86,7 +94,7 @@ class Exchange : public Answerer {
     [[nodiscard]] Now now() const;
     void restore();
     void save();
-    template <class Step> auto reporting(Step step);
+    template <class Step> void reporting(Step step);
     void command(std::uint8_t cmd, ByteBuffer payload, const std::string& peer);
     Delivery carry_out(const std::variant<Request, BadFrame>& opened, News& news);
     void settle(bool updated, News& news);

@@ -11,7 +11,8 @@
 
 namespace qm::sim {
 
-struct ReceivedArea {
+// All but its pages.
+struct AreaSettings {
     std::uint8_t id = 0, run_mode = 0;
     std::uint16_t timeout = 0;
     bool with_all_programs = true;
@@ -20,6 +21,9 @@ struct ReceivedArea {
     Rect rect;
     std::uint8_t background_flag = 0, transparency = 0, equal = 0;
     std::optional<SpokenText> sound;
+};
+
+struct ReceivedArea : AreaSettings {
     std::vector<Page> pages;
 };
 

@@ -73,7 +73,7 @@ WebAnswer set_fault(const WebRequest& request, Feed& feed) {
     const auto kind = fault_named(name);
     if (!kind && name != "none") refuse_bad("\"fault\": expected none or one of " + fault_names());
     if (kind) fault.kind = *kind;
-    feed.exchange().set_fault(kind ? std::optional(fault) : std::nullopt);
+    feed.exchange().set_fault(kind ? std::optional(fault) : std::nullopt, request.peer);
     return done();
 }
 

@@ -56,13 +56,14 @@ json json_of(const LogEntry& entry) {
 } // namespace
 
 json live_state(const Exchange& exchange) {
-    const auto [snapshot, files] = exchange.look([](const auto& controller, Now now) {
-        return std::pair(controller.snapshot(now), json_of(controller.state().files));
-    });
+    const auto [snapshot, files, conditions] =
+        exchange.look([](const auto& controller, Now now, const Exchange::Conditions& set) {
+            return std::tuple(controller.snapshot(now), json_of(controller.state().files), set);
+        });
     json out = json_of(snapshot, files);
     out["next"] = label_of(snapshot.next_program);
-    out["rate"] = exchange.rate();
-    out["fault"] = json_of(exchange.fault());
+    out["rate"] = conditions.rate;
+    out["fault"] = json_of(conditions.fault);
     out["outlines"] = outlines_of(snapshot);
     return out;
 }
