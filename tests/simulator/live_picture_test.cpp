@@ -186,6 +186,20 @@ TEST(Gif, LeavesOutWhatViewersCannotShow) {
     EXPECT_THAT(sum, testing::AllOf(testing::Ge(50), testing::Le(52)));
 }
 
+TEST(Gif, ShowsAPictureForAsLongAsItStood) {
+    const Image one = colorful(8, 8, 4), other = colorful(8, 8, 3);
+    std::string bytes = recorded({{one, 0ms}, {other, 1h}}, 2h);
+    const Animation animation(bytes);
+    int sums[] = {0, 0};
+    Image image(8, 8);
+    for (int i = 0; i < animation.gif->ImageCount; ++i) {
+        animation.draw(i, image);
+        sums[image == one ? 0 : 1] += animation.delay(i);
+    }
+    EXPECT_THAT(sums, testing::ElementsAre(360000, 360000));
+    EXPECT_EQ(image, other);
+}
+
 TEST(Gif, BringsManyColoursDownToThoseThatTellThem) {
     const Image many = colorful(64, 64, 4096);
     std::string bytes = recorded({{many, 0ms}}, 1s);

@@ -12,6 +12,7 @@ namespace qm::sim {
 namespace {
 
 constexpr std::chrono::milliseconds kShortest{20};
+constexpr int kMost = 65535, kLongest = 65000; // hundredths of a second; what is left over is no short one
 
 void check(int result) {
     if (result == GIF_ERROR) throw std::runtime_error("cannot write the animation");
@@ -138,10 +139,15 @@ void GifWriter::write(Time end) {
         return std::chrono::round<Hundredths>(time - *m_begin).count();
     };
     const Image& image = *m_shown->picture;
-    const int hundredths = std::min(since_begin(end) - since_begin(m_shown->since), 65535);
-    // A frame that changes nothing still takes its time.
-    auto part = m_written ? changed_part(*m_written, image) : Rect{0, 0, image.width, image.height};
-    m_file->add(image, part.value_or(Rect{0, 0, 1, 1}), hundredths);
+    int hundredths = since_begin(end) - since_begin(m_shown->since);
+    constexpr Rect kNothing{0, 0, 1, 1}; // a frame that changes nothing still takes its time
+    Rect part{0, 0, image.width, image.height};
+    if (m_written) part = changed_part(*m_written, image).value_or(kNothing);
+    for (; hundredths > kMost; hundredths -= kLongest) {
+        m_file->add(image, part, kLongest);
+        part = kNothing;
+    }
+    m_file->add(image, part, hundredths);
     m_written = m_shown->picture;
 }
 
