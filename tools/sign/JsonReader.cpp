@@ -1,9 +1,8 @@
 #include "JsonReader.h"
 
-#include "options/names.h"
+#include "options/json_text.h"
 
 #include <algorithm>
-#include <set>
 
 namespace qm::sign {
 namespace {
@@ -12,38 +11,16 @@ using Json = nlohmann::json;
 
 constexpr std::size_t kLongestShown = 60; // bytes
 
-// Sees every name of every object that is being parsed.
-class DuplicateGuard {
-  public:
-    bool operator()(int, Json::parse_event_t event, const Json& value) {
-        if (event == Json::parse_event_t::object_start) m_names.emplace_back();
-        if (event == Json::parse_event_t::object_end) m_names.pop_back();
-        if (event == Json::parse_event_t::key && !m_names.back().insert(value.get<std::string>()).second)
-            throw JsonError("\"" + value.get<std::string>() + "\" stands twice in one object");
-        return true;
-    }
-
-  private:
-    std::vector<std::set<std::string>> m_names;
-};
-
 std::string member(const std::string& path, const std::string& name) {
     return path.empty() ? name : path + "." + name;
 }
 
 } // namespace
 
-Json parse_json(const std::string& text) {
-    try {
-        return Json::parse(
-            text, [guard = DuplicateGuard()](int depth, Json::parse_event_t event, Json& value) mutable {
-                return guard(depth, event, value);
-            });
-    } catch (const Json::exception& error) {
-        const std::string message = error.what(); // "[json.exception...] parse error at line 3, ..."
-        const std::size_t name = message.find("] ");
-        throw JsonError(name == std::string::npos ? message : message.substr(name + 2));
-    }
+Json parse_json(const std::string& text) try {
+    return options::parse_json(text);
+} catch (const std::invalid_argument& error) {
+    throw JsonError(error.what());
 }
 
 void Field::refuse(const std::string& reason) const {
