@@ -183,7 +183,8 @@ class Control(Api):
             (404, "GET", "/api/state?controller=1", b"", {}),
             (405, "GET", "/api/reset", b"", {}), (405, "POST", "/api/state", b"{}", JSON),
             (405, "DELETE", "/", b"", {}),
-            (413, "POST", "/api/reset", b" " * 65537, JSON),
+            (404, "GET", "/api/state?controller=99999999999", b"", {}), (426, "GET", "/api/live", b"", {}),
+            (413, "POST", "/api/reset", b" " * 65537, JSON), (413, "POST", "/api/reset", b" " * (1 << 20), JSON),
             (415, "POST", "/api/reset", b"{}", {}), (415, "POST", "/api/reset", b"{}", {"Content-Type": "text/plain"}),
         ]
         for status, *request in rows:
@@ -194,6 +195,32 @@ class Control(Api):
         for headers in {"Host": f"localhost:{port}"}, {"Origin": f"http://{host}"}:
             self.assertEqual(self.asked("GET", "/api/state", b"", headers)[0], 200, headers)
         self.assertEqual(self.simulator.get("state")["resets"], 0)
+        self.assertIn("line 1, column 2", self.asked("POST", "/api/power", b"{bad", JSON)[1]["error"])
+        for kind in "Application/JSON", "application/json ; charset=utf-8":
+            self.assertEqual(self.asked("POST", "/api/power", b'{"power": true}', {"Content-Type": kind})[0], 200)
+
+    def test_requests_beyond_the_ordinary(self):
+        self.start()
+        host = self.simulator.url.split("/")[2]
+        line = f"HTTP/1.1\r\nHost: {host}\r\n"
+        go_on, error = rb"^HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\n", rb'(?s)^HTTP/1.1 400 .*\r\n\r\n{"error":'
+        for asked, body, answer in (
+                (f"HEAD / {line}", "", rb"(?s)^HTTP/1.1 200 .*\r\nContent-Length: [1-9](?!.*<html).*\r\n\r\n$"),
+                (f"GET / {line}Host: {host}\r\n", "", error),
+                (f"GET / {line}Origin: http://{host}\r\nOrigin: http://x\r\n", "", error),
+                (f"GET /api/live {line}Connection: upgrade\r\nUpgrade: websocket\r\n", "", error),
+                (f"POST /api/reset {line}Content-Type: application/json\r\nContent-Length: 2\r\n"
+                 "Expect: 100-continue\r\n", "{}", go_on)):
+            with self.subTest(asked), socket.create_connection(host.split(":"), timeout=15) as peer:
+                peer.sendall(f"{asked}\r\n".encode())
+                got = b""
+                if body:
+                    got = peer.recv(4096)
+                    peer.sendall(body.encode())
+                peer.shutdown(socket.SHUT_WR)
+                while part := peer.recv(65536): got += part
+                self.assertRegex(got, answer)
+                self.assertNotIn(b"Beast", got)
 
     def test_foreign_pages_cannot_listen(self):
         self.start()

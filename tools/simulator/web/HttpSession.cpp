@@ -49,8 +49,9 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         m_parser->body_limit(kLongestBody);
         m_parser->header_limit(kLongestHeader);
         m_stream.expires_after(kPatience);
-        http::async_read(m_stream, m_received, *m_parser,
-                         [self = shared_from_this()](NetworkError error, std::size_t) { self->take(error); });
+        http::async_read_header(
+            m_stream, m_received, *m_parser,
+            [self = shared_from_this()](NetworkError error, std::size_t) { self->take_header(error); });
     }
 
     void turn_away() { refuse(web_error(503, "there are too many connections")); }
@@ -65,6 +66,22 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
                                      self->m_received.commit(length);
                                      self->read();
                                  });
+    }
+
+    // Some send a body only when they are asked to.
+    void take_header(NetworkError error) {
+        static constexpr char kGoOn[] = "HTTP/1.1 100 Continue\r\n\r\n";
+        if (error) return take(error);
+        if (!beast::iequals(m_parser->get()[http::field::expect], "100-continue")) return read_body();
+        asio::async_write(m_stream, asio::buffer(kGoOn, sizeof kGoOn - 1),
+                          [self = shared_from_this()](NetworkError failed, std::size_t) {
+                              if (!failed) self->read_body();
+                          });
+    }
+
+    void read_body() {
+        http::async_read(m_stream, m_received, *m_parser,
+                         [self = shared_from_this()](NetworkError error, std::size_t) { self->take(error); });
     }
 
     void take(NetworkError error) {
@@ -86,14 +103,21 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     }
 
     void serve() {
-        WebRequest request{.method = text_of(m_request.method_string()), .path = {}, .peer = m_peer};
+        WebRequest request{
+            .method = m_request.method() == http::verb::head ? "GET" : text_of(m_request.method_string()),
+            .path = {},
+            .peer = m_peer};
         request.set_target(sim_view(m_request.target()));
         request.content_type = text_of(m_request[http::field::content_type]);
         request.body = std::move(m_request.body());
         const Caller caller{text_of(m_request[http::field::host]), text_of(m_request[http::field::origin])};
+        for (const auto field : {http::field::host, http::field::origin})
+            if (m_request.count(field) > 1)
+                return send(web_error(400, "there may be one " + text_of(http::to_string(field))));
         if (const auto why = refused(caller, m_site.place, m_here)) return send(web_error(403, *why));
         try {
             if (beast::websocket::is_upgrade(m_request)) return go_live(request);
+            if (request.path == "/api/live") return send(web_error(426, "expected a WebSocket"));
             if (request.path == "/api/recording.gif") return record(request);
             send(answer_to(request, m_site));
         } catch (const WebAnswer& answer) {
@@ -179,8 +203,13 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         if (!answer.allowed.empty()) response->set(http::field::allow, answer.allowed);
         for (const auto& [name, value] : kSafetyHeaders) response->set(name, value);
         response->keep_alive(m_request.keep_alive());
+        if (answer.status == 426) {
+            response->set(http::field::upgrade, "websocket");
+            response->set(http::field::connection, "upgrade, close");
+        }
         response->body() = answer.body;
         response->prepare_payload();
+        if (m_request.method() == http::verb::head) response->body().clear(); // its length stays
         m_stream.expires_after(kPatience);
         http::async_write(m_stream, *response,
                           [self = shared_from_this(), response](NetworkError error, std::size_t) {

@@ -1,5 +1,8 @@
 #include "simulator/web/LiveSession.h"
 
+#include "simulator/web/access.h"
+#include "simulator/web/api.h"
+
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/websocket.hpp>
 
@@ -11,6 +14,17 @@ namespace websocket = beast::websocket;
 
 constexpr std::size_t kLongestMessage = 1024; // nothing is expected
 constexpr int kSendBuffer = 32 << 10;         // what is in there can no longer be replaced by something newer
+
+// Of a handshake that is none, the answer tells why as all others do.
+void say_in_our_way(websocket::response_type& response) {
+    response.set(beast::http::field::server, "qm_simulator");
+    for (const auto& [name, value] : kSafetyHeaders) response.set(name, value);
+    if (response.result() == beast::http::status::switching_protocols) return;
+    WebAnswer answer = web_error(response.result_int(), "this is no WebSocket: " + response.body());
+    response.set(beast::http::field::content_type, answer.type);
+    response.body() = std::move(answer.body);
+    response.prepare_payload();
+}
 
 class LiveSession : public std::enable_shared_from_this<LiveSession> {
   public:
@@ -26,6 +40,7 @@ class LiveSession : public std::enable_shared_from_this<LiveSession> {
         stream.socket().set_option(asio::ip::tcp::no_delay(true), ignored);
         m_stream.set_option(
             websocket::stream_base::timeout{std::chrono::seconds(10), std::chrono::seconds(30), true});
+        m_stream.set_option(websocket::stream_base::decorator(say_in_our_way));
         m_stream.read_message_max(kLongestMessage);
         m_stream.auto_fragment(false);
         m_stream.async_accept(request, [self = shared_from_this()](NetworkError error) {

@@ -30,4 +30,10 @@ std::optional<std::string> refused(const Caller& caller, const std::string& plac
     return std::nullopt;
 }
 
+bool says_json(std::string_view content_type) {
+    std::string type = lower(std::string(content_type.substr(0, content_type.find(';'))));
+    type.erase(type.find_last_not_of(" \t") + 1);
+    return type == "application/json";
+}
+
 } // namespace qm::sim

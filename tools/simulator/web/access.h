@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace qm::sim {
@@ -16,6 +17,10 @@ struct Caller {
 // that the connection came to.
 [[nodiscard]] std::optional<std::string> refused(const Caller& caller, const std::string& place,
                                                  const std::string& here);
+
+// Whether a body is JSON by its Content-Type, which browsers send across origins only when they were allowed
+// to.
+[[nodiscard]] bool says_json(std::string_view content_type);
 
 // Of every answer.
 inline constexpr std::pair<const char*, const char*> kSafetyHeaders[] = {

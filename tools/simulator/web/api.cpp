@@ -1,7 +1,9 @@
 #include "simulator/web/api.h"
 
+#include "options/json_text.h"
 #include "options/readers.h"
 #include "simulator/show/picture.h"
+#include "simulator/web/access.h"
 #include "simulator/web/live_json.h"
 #include "simulator/web/page_files.h"
 
@@ -30,7 +32,12 @@ std::string type_of(std::string_view name) {
 
 // The body as an object that has no other members than these.
 json object_in(const WebRequest& request, std::initializer_list<std::string_view> members) {
-    json object = json::parse(request.body, nullptr, false);
+    json object;
+    try {
+        object = options::parse_json(request.body);
+    } catch (const std::invalid_argument& error) {
+        refuse_bad(error.what());
+    }
     if (!object.is_object()) refuse_bad("expected a JSON object");
     for (const auto& [key, value] : object.items())
         if (std::ranges::find(members, key) == members.end()) refuse_bad("unknown member \"" + key + "\"");
@@ -81,7 +88,8 @@ WebAnswer set_clock(const WebRequest& request, Feed& feed) {
     const json object = object_in(request, {"clock", "rate"});
     const auto text = text_in(object, "clock");
     const auto clock = clock_from(text.value_or(""));
-    if (text && !clock) refuse_bad("\"clock\": expected a time such as 2026-12-31 23:59:50");
+    if (text && !clock)
+        refuse_bad("\"clock\": expected a time of the years 2000 to 2099 such as 2026-12-31 23:59:50");
     const auto rate = number_in(object, "rate", kFastest);
     if (!clock && !rate) refuse_bad("expected \"clock\" or \"rate\" or both");
     feed.exchange().set_clock(clock, rate, request.peer);
@@ -120,16 +128,9 @@ constexpr Route kRoutes[] = {
     {"POST", "/api/reset", reset},     {"POST", "/api/recording", end_recordings},
 };
 
-// Browsers send it across origins only when they were allowed to.
-void require_json(const WebRequest& request) {
-    const std::string& type = request.content_type;
-    if (type.substr(0, type.find(';')) != "application/json")
-        throw web_error(415, "expected application/json");
-}
-
 WebAnswer not_allowed(std::string_view method) {
     WebAnswer answer = web_error(405, "expected the method " + std::string(method));
-    answer.allowed = method;
+    answer.allowed = method == "GET" ? "GET, HEAD" : method;
     return answer;
 }
 
@@ -137,7 +138,8 @@ WebAnswer answer_api(const WebRequest& request, Site& site) {
     const auto* const route = std::ranges::find(kRoutes, request.path, &Route::path);
     if (route == std::end(kRoutes)) return web_error(404, "there is no " + request.path);
     if (request.method != route->method) return not_allowed(route->method);
-    if (request.method == "POST") require_json(request);
+    if (request.method == "POST" && !says_json(request.content_type))
+        throw web_error(415, "expected application/json");
     return route->answer(request, *site.feeds[controller_in(request, site.fleet)]);
 }
 
@@ -169,8 +171,9 @@ std::size_t controller_in(const WebRequest& request, const Fleet& fleet) {
     const auto given = request.query.find("controller");
     if (given == request.query.end()) return 0;
     const auto number = options::to_number(given->second, 0, kMostRequests);
-    if (!number) refuse_bad("controller: expected a whole number");
-    if (*number >= fleet.size()) throw web_error(404, "there is no controller " + given->second);
+    if (!number && given->second.find_first_not_of("0123456789") != std::string::npos)
+        refuse_bad("controller: expected a whole number");
+    if (!number || *number >= fleet.size()) throw web_error(404, "there is no controller " + given->second);
     return *number;
 }
 
