@@ -17,10 +17,10 @@ std::string split(Bytes stream, std::size_t piece, std::size_t limit = 16) {
         Bytes input = stream.first(std::min(piece, stream.size()));
         stream = stream.subspan(input.size());
         while (const auto frame = splitter.next(input)) {
-            if (const auto* body = std::get_if<ByteBuffer>(&*frame))
+            if (const auto* body = std::get_if<ByteBuffer>(&frame->body))
                 bodies += hex_text(*body) + "|";
             else
-                bodies += std::string(std::get<BadFrame>(*frame).why) + "|";
+                bodies += std::string(std::get<BadFrame>(frame->body).why) + "|";
         }
     }
     return bodies;

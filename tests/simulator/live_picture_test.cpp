@@ -96,7 +96,7 @@ TEST(ScreenReader, SlowOneGetsABitOfEach) {
     for (int i = 0; i < 9; ++i) { // state, picture and log have changed each time
         const ByteBuffer pixels(4, i % 2 ? 0x55 : 0xAA);
         const ByteBuffer update = test::payload_of({{1, {0, 0, 8, 1}, {pixels}}});
-        (void)exchange.answer(qm::test::unstuff(test::envelope_around(update)), "");
+        (void)exchange.answer({qm::test::unstuff(test::envelope_around(update))}, "");
         clock += std::chrono::seconds(2);
         context.restart();
         context.run_for(30ms);

@@ -137,6 +137,12 @@ class Control(Api):
         self.simulator.request("api/fault", {"fault": "delay"})
         live.take_until("the fault", lambda: live.state["fault"]["fault"] == "delay")
         live.take_until("its line", lambda: live.log[-1]["command"] == "fault: delay")
+        self.simulator.request("api/clock", {"clock": "2026-12-31 23:59:50", "rate": 0})
+        with socket.create_connection(("127.0.0.1", self.simulator.controllers[0]["port"])) as peer:
+            peer.sendall(bytes.fromhex("A5 A5 01 5B 02 5A"))
+        live.take_until("a bad frame", lambda: live.log[-1]["bytes"] == "A5A5015B025A")
+        self.assertIn("the clock is set to 2026-12-31 23:59:50 and runs at 0 times its speed",
+                      [entry["command"] for entry in live.log])
         self.assertRegex(entry["time"], r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}$")
 
     def test_posts_change_the_controller_they_name(self):

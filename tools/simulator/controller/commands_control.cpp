@@ -45,7 +45,7 @@ Outcome correct_clock(State& state, Bytes payload, Now now) {
     const auto time = time_from(payload);
     if (!time) return refuse(ErrorValue::bad_value);
     state.settings.clock_offset = *time - now.host;
-    return done();
+    return {Ack{}, clock_text(*time)};
 }
 
 Outcome activate_firmware(State& state, Bytes payload, Now) {

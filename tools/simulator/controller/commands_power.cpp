@@ -41,6 +41,13 @@ Outcome cancel_timer(State& state, Bytes, Now) {
     return {Ack{}, {}, true};
 }
 
+std::string words_of(const BrightnessSetting& setting) {
+    if (setting.mode == BrightnessMode::by_sensor) return "by the sensor";
+    if (setting.mode == BrightnessMode::manual) return "level " + std::to_string(setting.levels[0]);
+    const auto [least, most] = std::ranges::minmax(setting.levels);
+    return "by the clock, levels " + std::to_string(least) + " to " + std::to_string(most);
+}
+
 Outcome set_brightness(State& state, Bytes payload, Now) {
     BrightnessSetting setting;
     if (payload[0] > static_cast<std::uint8_t>(BrightnessMode::by_sensor))
@@ -51,7 +58,7 @@ Outcome set_brightness(State& state, Bytes payload, Now) {
         return refuse(ErrorValue::bad_value);
     std::copy(levels.begin(), levels.end(), setting.levels.begin());
     state.settings.brightness = setting;
-    return {Ack{}, {}, true};
+    return {Ack{}, words_of(setting), true};
 }
 
 // u32, in the units of the brightness levels.

@@ -128,14 +128,6 @@ struct Reader {
     }
 };
 
-std::string clock_text(LocalSeconds time) {
-    ByteBuffer record;
-    ByteWriter out(record);
-    write_clock(out, time);
-    const auto part = [&](std::size_t i) { return hex_of({&record[i], 1}); };
-    return part(1) + part(0) + "-" + part(2) + "-" + part(3) + " " + part(4) + ":" + part(5) + ":" + part(6);
-}
-
 template <class Files> json list_of(const Files& files) {
     json list = json::array();
     for (const StoredFile& file : files) list.push_back(json_of(file));

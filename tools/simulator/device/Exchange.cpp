@@ -1,6 +1,5 @@
 #include "simulator/device/Exchange.h"
 
-#include "cmdPacket/LedPacket.h"
 #include "cmdPacket/catalogue.h"
 #include "simulator/controller/commands.h"
 #include "simulator/controller/state_json.h"
@@ -15,15 +14,6 @@ namespace {
 Model model_of(const Options& options) {
     const PixelFormat format{packing_of(options.type), options.color};
     return {options.type, {options.width, options.height, format}, options.long_search};
-}
-
-// As it came over the wire, cut.
-ByteBuffer frame_around(Bytes body) {
-    ByteBuffer room;
-    const Bytes frame =
-        LedPacket::Transfer_Packet(body.first(std::min(body.size(), RequestLog::kFrameBytes)), room);
-    const Bytes first = frame.first(std::min(frame.size(), RequestLog::kFrameBytes));
-    return {first.begin(), first.end()};
 }
 
 std::optional<unsigned> status_of(const Reply& reply, const Delivery& delivery) {
@@ -77,13 +67,13 @@ std::string Exchange::ask_wifi(std::string_view text, const std::string& peer) {
 std::size_t Exchange::longest_frame() const { return (std::size_t{32} << 20U) + model_of(m_options).page(); }
 
 Delivery Exchange::answer(const ReceivedFrame& frame, const std::string& peer) {
-    const auto* body = std::get_if<ByteBuffer>(&frame);
-    const auto opened =
-        body ? open_request(*body, m_generation) : std::variant<Request, BadFrame>(std::get<BadFrame>(frame));
+    const auto* body = std::get_if<ByteBuffer>(&frame.body);
+    const auto opened = body ? open_request(*body, m_generation)
+                             : std::variant<Request, BadFrame>(std::get<BadFrame>(frame.body));
     Delivery delivery;
     reporting([&](News& news) {
         news.log.peer = peer;
-        if (body && m_options.keeps_log) news.log.bytes = frame_around(*body);
+        if (m_options.keeps_log) news.log.bytes = frame.bytes;
         delivery = carry_out(opened, news);
     });
     return delivery;
@@ -153,7 +143,11 @@ void Exchange::set_clock(std::optional<LocalSeconds> time, std::optional<unsigne
     reporting([&](News& news) {
         if (rate) m_clock.set_rate(*rate, now().host);
         if (time) m_clock.set(*time - m_controller.state().settings.clock_offset);
-        news.log = {.peer = peer, .command = "the clock is set", .status = 0};
+        std::string words = "the clock";
+        if (time) words += " is set to " + clock_text(*time);
+        if (time && rate) words += " and";
+        if (rate) words += " runs at " + std::to_string(*rate) + " times its speed";
+        news.log = {.peer = peer, .command = std::move(words), .status = 0};
         look_soon(news);
     });
 }

@@ -24,7 +24,7 @@ struct LogEntry {
 
 class RequestLog {
   public:
-    static constexpr std::size_t kEntries = 1000, kFrameBytes = 4096;
+    static constexpr std::size_t kEntries = 1000;
 
     // Numbers it, and forgets the oldest ones; bytes of old ones also when all together are too many.
     void add(LogEntry entry);

@@ -1,6 +1,7 @@
 #include "simulator/playback/Clock.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
 
 namespace qm::sim {
@@ -73,6 +74,14 @@ std::optional<LocalSeconds> clock_from(std::string_view text) {
         record.push_back(static_cast<std::uint8_t>((text[i] - '0') * 16 + text[i + 1] - '0'));
     record.push_back(0);
     return time_from(record);
+}
+
+std::string clock_text(LocalSeconds time) {
+    const Civil at = civil(time);
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", at.year, at.month, at.day, at.hour,
+                  at.minute, at.second);
+    return text;
 }
 
 std::optional<Milliseconds> sooner(std::optional<Milliseconds> one, std::optional<Milliseconds> other) {

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace qm::sim {
@@ -44,6 +45,7 @@ struct WeekdayTime {
 
 // A text such as 2026-12-31 23:59:50, of those years; nothing for any other.
 [[nodiscard]] std::optional<LocalSeconds> clock_from(std::string_view text);
+[[nodiscard]] std::string clock_text(LocalSeconds time);
 
 // A BCD byte as a number below the limit.
 [[nodiscard]] std::optional<std::uint8_t> from_bcd(std::uint8_t byte, int limit);

@@ -6,6 +6,7 @@ namespace qm::sim {
 namespace {
 
 constexpr std::uint8_t kStart = 0xA5, kEnd = 0x5A;
+constexpr std::size_t kMostKept = 4096;
 constexpr std::uint8_t kEscapeLow = 0x5B, kEscapeHigh = 0xA6;
 constexpr BadFrame kCutOff{"it is cut off by the start of another"}, kBroken{"its stuffing is broken"},
     kEmpty{"there is nothing in it"}, kTooLong{"it is too long for a screen of this size"};
@@ -17,24 +18,27 @@ std::optional<ReceivedFrame> FrameSplitter::next(Bytes& input) {
         const std::uint8_t byte = input.front();
         input = input.subspan(1);
         if (byte == kStart) {
-            const State before = m_state;
-            start();
-            if (before == State::spoilt) return m_bad;
-            if (before == State::inside || before == State::escaping) return kCutOff;
+            const State before = std::exchange(m_state, State::started);
+            m_body.clear();
+            const bool cut = before == State::spoilt || before == State::inside || before == State::escaping;
+            ByteBuffer bytes;
+            if (cut) bytes = std::exchange(m_bytes, {});
+            keep(byte);
+            if (cut) return ReceivedFrame{before == State::spoilt ? m_bad : kCutOff, std::move(bytes)};
         } else if (m_state != State::outside) {
-            if (byte == kEnd) return finish();
+            keep(byte);
+            if (byte == kEnd) return ReceivedFrame{finish(), std::exchange(m_bytes, {})};
             collect(byte);
         }
     }
     return std::nullopt;
 }
 
-void FrameSplitter::start() {
-    m_body.clear();
-    m_state = State::started;
+void FrameSplitter::keep(std::uint8_t byte) {
+    if (m_bytes.size() < kMostKept) m_bytes.push_back(byte);
 }
 
-ReceivedFrame FrameSplitter::finish() {
+std::variant<ByteBuffer, BadFrame> FrameSplitter::finish() {
     const State at_end = std::exchange(m_state, State::outside);
     if (at_end == State::inside) return std::exchange(m_body, {});
     if (at_end == State::spoilt) return m_bad;

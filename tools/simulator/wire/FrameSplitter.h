@@ -15,8 +15,10 @@ struct BadFrame {
     const char* why;
 };
 
-// The unstuffed body of a frame, which is never empty, or what is wrong with the frame.
-using ReceivedFrame = std::variant<ByteBuffer, BadFrame>;
+struct ReceivedFrame {
+    std::variant<ByteBuffer, BadFrame> body; // unstuffed and never empty, or what is wrong with it
+    ByteBuffer bytes{};                      // as they came, the first 4,096
+};
 
 class FrameSplitter {
   public:
@@ -30,15 +32,15 @@ class FrameSplitter {
   private:
     enum class State { outside, started, inside, escaping, spoilt };
 
-    void start();
-    ReceivedFrame finish();
+    std::variant<ByteBuffer, BadFrame> finish();
+    void keep(std::uint8_t byte);
     void collect(std::uint8_t byte);
     void spoil(BadFrame bad);
 
     std::size_t m_longest;
     State m_state = State::outside;
     std::uint8_t m_escape = 0; // first byte of the escape pair at hand
-    ByteBuffer m_body;
+    ByteBuffer m_body, m_bytes;
     BadFrame m_bad{}; // the one that is skipped
 };
 

@@ -96,7 +96,7 @@ Opened open_bare_envelope(Bytes body, Generation generation) {
 Opened open_inner(Bytes stuffed, Generation generation) {
     FrameSplitter splitter(stuffed.size());
     const auto inner = splitter.next(stuffed);
-    const auto* body = inner ? std::get_if<ByteBuffer>(&*inner) : nullptr;
+    const auto* body = inner ? std::get_if<ByteBuffer>(&inner->body) : nullptr;
     if (!body || body->size() <= kVersionAt || !stuffed.empty())
         return BadFrame{"the frame inside the envelope is broken"};
     if ((*body)[kVersionAt] == kEnvelope) return open_bare_envelope(*body, generation);
