@@ -112,7 +112,10 @@ TEST(Program, MisuseIsExplained) {
         {{"--listen", "localhost"}, "--listen: expected an IPv4 address"},
         {{"--udp-port", "65536"}, "--udp-port: expected a whole number from 0 to 65535"},
         {{"--count", "3", "--port", "65534"}, "--count: expected ports up to 65535"},
-        {{"--controllers", "/dev/null"}, "--controllers: expected a JSON file with a list"},
+        {{"--controllers", "/dev/null"}, "--controllers: /dev/null: parse error at line 1, column 1"},
+        {{"--controllers", "/"}, "--controllers: /: it is a folder"},
+        {{"--controllers", "/dev/null/list"}, "--controllers: /dev/null/list: Not a directory"},
+        {{"--web", "foo"}, "--web: expected [ADDRESS:]PORT"},
         {{"--count", "2", "--udp"}, "expected one controller"},
         {{"--clock", "2026-02-30 12:00:00"}, "--clock: expected a time of the years 2000 to 2099"},
         {{"--clock", "2026-12-31T12:00:00"}, "--clock: expected a time of the years 2000 to 2099"},
@@ -137,10 +140,29 @@ TEST(Program, PortInUseIsExplained) {
     EXPECT_EQ(page.status(), 2);
 }
 
-TEST(Program, StoreThatCannotBeMadeIsExplained) {
-    Program program({"--port", "0", "--store", "/dev/null/store"});
-    EXPECT_THAT(program.line(), HasSubstr("cannot make the store /dev/null/store"));
-    EXPECT_EQ(program.status(), 2);
+TEST(Program, WhatCannotBeWrittenIsExplainedAtTheStart) {
+    for (const char* option : {"--store", "--json", "--screenshot", "--record", "--frames"}) {
+        Program program({"--port", "0", option, "/dev/null/there"});
+        EXPECT_THAT(program.line(), AllOf(HasSubstr("/dev/null/there"), HasSubstr("Not a directory")));
+        EXPECT_EQ(program.status(), 2) << option;
+    }
+}
+
+TEST(Program, ListsThatCannotBeAreExplained) {
+    const auto file = std::filesystem::path(testing::TempDir()) / "qm_simulator_bad_list_test.json";
+    const std::pair<const char*, const char*> rows[] = {
+        {R"([{"port": 5007}, {}, {"port": 5007}])", "[0] and [2] both have port 5007"},
+        {R"([{}, {"port": 5008}, {}])", "[2]: expected ports up to 65535"},
+        {R"([{}, {"size": "8"}])", "[1].size: expected WIDTHxHEIGHT"},
+        {"[{},\n {]", "parse error at line 2, column 3"},
+    };
+    for (const auto& [list, words] : rows) {
+        std::ofstream(file) << list;
+        Program program({"--port", "65534", "--controllers", file});
+        EXPECT_THAT(program.line(), HasSubstr(words));
+        EXPECT_EQ(program.status(), 1);
+    }
+    std::filesystem::remove(file);
 }
 
 TEST(Program, EndsCleanlyOnSignals) {
@@ -189,7 +211,8 @@ TEST(Program, ControllersOfAListLiveSideBySide) {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "list.json") << R"([{"name": "Gate 1", "size": "8x1"}, {"type": 1122}])";
-    Program program({"--port", "0", "--controllers", folder / "list.json", "--json", folder / "states"});
+    Program program({"--port", "0", "--controllers", folder / "list.json", "--json", folder / "states",
+                     "--frames", folder / "frames"});
     const std::string first = program.line();
     EXPECT_THAT(first, testing::EndsWith(", type 0x0262, 8x1, double colour, Gate 1"));
     const std::string second = program.line();
@@ -201,8 +224,9 @@ TEST(Program, ControllersOfAListLiveSideBySide) {
         const std::string text(std::istreambuf_iterator<char>(in), {});
         return text.substr(text.find("\"power\":"), 14);
     };
-    EXPECT_EQ(power_in("Gate%201.json"), "\"power\": true,");
+    EXPECT_EQ(power_in("Gate 1.json"), "\"power\": true,");
     EXPECT_EQ(power_in("controller-2.json"), "\"power\": false");
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "frames" / "Gate 1"));
     std::filesystem::remove_all(folder);
 }
 

@@ -2,14 +2,31 @@
 
 #include "simulator/controller/Store.h"
 #include "simulator/controller/state_json.h"
+#include "simulator/controller_list.h"
 #include "simulator/show/picture.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
 #include <unistd.h>
 
 namespace qm::sim {
 namespace {
+
+// What cannot be written is found out at the start.
+void try_out(const char* option, const std::filesystem::path& file, bool has_folder) {
+    if (file.empty()) return;
+    std::error_code error;
+    if (has_folder) std::filesystem::create_directories(file.parent_path(), error);
+    const std::filesystem::path draft = file.string() + ".new";
+    if (!error && !std::ofstream(draft)) error = {errno, std::generic_category()};
+    if (!error && std::filesystem::is_directory(file))
+        error = std::make_error_code(std::errc::is_a_directory);
+    if (error)
+        throw std::runtime_error(std::string(option) + ": cannot write " + file.string() + ": " +
+                                 error.message());
+    std::filesystem::remove(draft);
+}
 
 Image screen_of(const Device& device) {
     return device.exchange().look([](const auto& controller, Now now) { return controller.screen(now); });
@@ -19,7 +36,14 @@ Image screen_of(const Device& device) {
 
 Display::Display(const Settings& settings)
     : m_settings(settings), m_printer(STDOUT_FILENO, isatty(STDOUT_FILENO) == 1 && !settings.verbose) {
-    for (const Options& options : settings.controllers) m_outlets.push_back(outlet_of(options.name));
+    const bool several = settings.controllers.size() > 1;
+    for (const Options& options : settings.controllers) {
+        const Outlet& outlet = m_outlets.emplace_back(outlet_of(options.name));
+        try_out("--frames", outlet.frames.empty() ? outlet.frames : outlet.frames / "frame-0001.png", true);
+        try_out("--screenshot", outlet.screenshot, several);
+        try_out("--record", outlet.record, several);
+        try_out("--json", outlet.state, several);
+    }
 }
 
 // Several controllers have folders for what one has files for.
@@ -28,7 +52,7 @@ Display::Outlet Display::outlet_of(const std::string& name) const {
         return {m_settings.frames, m_settings.screenshot, m_settings.record, m_settings.state, {}};
     const auto inside = [&](const std::string& folder, const char* suffix) {
         return folder.empty() ? std::filesystem::path()
-                              : std::filesystem::path(folder) / (label_of(name) + suffix);
+                              : std::filesystem::path(folder) / (file_name_for(name) + suffix);
     };
     return {inside(m_settings.frames, ""), inside(m_settings.screenshot, ".png"),
             inside(m_settings.record, ".gif"), inside(m_settings.state, ".json"), name + ": "};

@@ -14,6 +14,7 @@ namespace qm::sim {
 
 class Display {
   public:
+    // Makes the folders that are missing. Throws std::runtime_error for what cannot be written.
     explicit Display(const Settings& settings);
 
     // What the controllers are to be, with callbacks that report to the display, which outlives them.

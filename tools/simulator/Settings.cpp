@@ -98,10 +98,13 @@ void add_network_options(ArgumentList& list, Typed& typed) {
 
 WebPlace read_web_place(const std::string& text) {
     const auto colon = text.rfind(':');
+    const bool has_address = colon != std::string::npos;
     WebPlace place;
-    if (colon != std::string::npos) place.address = read_address(text.substr(0, colon));
-    place.port = static_cast<std::uint16_t>(
-        read_number(colon == std::string::npos ? text : text.substr(colon + 1), 0, kLastPort));
+    if (has_address) place.address = text.substr(0, colon);
+    const auto port = to_number(has_address ? text.substr(colon + 1) : text, 0, kLastPort);
+    if (!port || !is_dotted_ipv4(place.address))
+        expected("[ADDRESS:]PORT with an IPv4 address and a port from 0 to 65535, such as 8080");
+    place.port = static_cast<std::uint16_t>(*port);
     return place;
 }
 
@@ -185,6 +188,7 @@ std::optional<Settings> parse_settings(int argc, char** argv, int& status) {
     Settings settings;
     Typed typed;
     typed.options.port = 5005;
+    app.set_version_flag("--version", "qm_simulator " QM_SIMULATOR_VERSION, "Print the version and leave");
     ArgumentList list(app);
     add_controller_options(list, typed.options);
     add_clock_options(list, typed.options);

@@ -19,6 +19,9 @@ struct Size {
 // out.
 [[nodiscard]] std::vector<Options> copies_of(const Options& options, unsigned count);
 
+// A name as that of a file or folder: %, /, a zero byte and a dot in front as %XX, all else as it is.
+[[nodiscard]] std::string file_name_for(const std::string& name);
+
 // Those that a JSON file lists; what an item does not say is as in the options. Throws std::invalid_argument
 // with a sentence.
 [[nodiscard]] std::vector<Options> controllers_in(const std::string& path, const Options& options);

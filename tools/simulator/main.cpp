@@ -17,7 +17,7 @@ namespace {
 using namespace qm::sim;
 using qm::options::hex;
 
-constexpr int kUsage = 1, kFailed = 2;
+constexpr int kFailed = 2;
 
 void complain(const std::string& sentence) { std::fprintf(stderr, "qm_simulator: %s\n", sentence.c_str()); }
 
@@ -49,7 +49,10 @@ std::string announcement(const Fleet& fleet) {
     return lines;
 }
 
-void warn_of_darkness(Display& display, const Options& options) {
+void warn_of_type(Display& display, const Options& options) {
+    if (!qm::series_of(options.type))
+        display.complain("type " + hex(options.type, 4) +
+                         " is of no known series: it takes handshakes and envelopes only");
     if (goes_together({packing_of(options.type), options.color})) return;
     display.complain("a controller of type " + hex(options.type, 4) + " has no pixel data for " +
                      name_of(options.color) + ": areas will stay black");
@@ -85,7 +88,7 @@ void run(const Settings& settings) {
     std::optional<WebServer> web;
     if (settings.web) open_page(web, *settings.web, fleet);
     display.begin(fleet, announcement(fleet) + (web ? "\nScreen: http://" + web->place() + "/" : ""));
-    for (const Options& options : settings.controllers) warn_of_darkness(display, options);
+    for (const Options& options : settings.controllers) warn_of_type(display, options);
     held.unlock();
     context.run();
     display.finish(fleet);
@@ -99,31 +102,12 @@ void allow_many_descriptors() {
     (void)::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-int make_folders(const Settings& settings) {
-    std::vector<std::pair<const char*, std::filesystem::path>> folders{{"--frames", settings.frames}};
-    if (settings.controllers.size() > 1) {
-        folders.emplace_back("--screenshot", settings.screenshot);
-        folders.emplace_back("--record", settings.record);
-        folders.emplace_back("--json", settings.state);
-    }
-    for (const auto& [option, folder] : folders) {
-        std::error_code error;
-        if (!folder.empty()) std::filesystem::create_directories(folder, error);
-        if (!error) continue;
-        complain(std::string(option) + ": cannot make the folder " + folder.string() + ": " +
-                 error.message());
-        return kUsage;
-    }
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     int status = 0;
     const auto settings = parse_settings(argc, argv, status);
     if (!settings) return status;
-    if ((status = make_folders(*settings)) != 0) return status;
     allow_many_descriptors();
     try {
         run(*settings);

@@ -3,6 +3,7 @@
 #include "global.h"
 #include "simulator/controller/state_json.h"
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -48,6 +49,7 @@ bool has_files(const fs::path& folder) { return fs::exists(folder) && !fs::is_em
 void write_whole(const fs::path& path, Bytes bytes) {
     const fs::path draft = path.string() + ".new";
     std::ofstream out(draft, std::ios::binary | std::ios::trunc);
+    if (!out) throw std::system_error(errno, std::generic_category(), "cannot write " + draft.string());
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     out.close();
     if (!out)
