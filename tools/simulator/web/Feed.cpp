@@ -11,10 +11,7 @@ namespace qm::sim {
 void Feed::add(Listener& listener) {
     m_listeners.insert(&listener);
     if (m_listeners.size() > 1) return;
-    m_exchange.watch([this] {
-        if (m_attention.exchange(Attention::wanted) == Attention::ready)
-            asio::post(m_context, [this] { look(); });
-    });
+    m_exchange.watch([this] { wake(); });
     m_picture = m_exchange.shown();
     m_messages.clear();
     m_state_old = true;
@@ -29,19 +26,27 @@ void Feed::end_recordings() {
     for (Listener* const listener : m_listeners) listener->enough();
 }
 
+// In threads of others.
+void Feed::wake() try {
+    if (m_attention.exchange(Attention::wanted) == Attention::ready)
+        asio::post(m_context, [this] { look(); });
+} catch (const std::bad_alloc&) { // there will be other news
+    m_attention = Attention::ready;
+}
+
 void Feed::look() {
-    m_attention = Attention::resting;
+    rest();
     auto picture = m_exchange.shown();
     if (picture != m_picture) m_messages.clear();
     m_picture = std::move(picture);
     m_state_old = true;
-    rest();
     const std::vector<Listener*> listeners(m_listeners.begin(), m_listeners.end());
     for (Listener* const listener : listeners) listener->changed();
 }
 
 // The timer lives in the context, which goes before the feed does.
-void Feed::rest() {
+void Feed::rest() try {
+    m_attention = Attention::resting;
     constexpr std::chrono::milliseconds kRest{15}; // pictures come sixty times a second
     const auto timer = std::make_shared<asio::steady_timer>(m_context, kRest);
     timer->async_wait([this, timer](NetworkError error) {
@@ -49,6 +54,8 @@ void Feed::rest() {
         Attention resting = Attention::resting;
         if (!m_attention.compare_exchange_strong(resting, Attention::ready)) look();
     });
+} catch (const std::bad_alloc&) { // then without a rest
+    m_attention = Attention::ready;
 }
 
 Feed::Text Feed::message_after(const std::shared_ptr<const Image>& before, bool numbered) {

@@ -56,6 +56,7 @@ class Feed {
     // News that come while it rests are looked at together, so that requests wake nobody one by one.
     enum class Attention { ready, resting, wanted };
 
+    void wake();
     void look();
     void rest();
 

@@ -12,8 +12,8 @@ void Server::accept() {
     m_acceptor.async_accept([this](NetworkError error, asio::ip::tcp::socket socket) {
         if (error == asio::error::operation_aborted) return;
         if (error) return accept_later();
+        accept(); // even if there is no memory for this one
         m_take(std::move(socket));
-        accept();
     });
 }
 
