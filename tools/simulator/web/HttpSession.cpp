@@ -120,8 +120,8 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
             if (request.path == "/api/live") return send(web_error(426, "expected a WebSocket"));
             if (request.path == "/api/recording.gif") return record(request);
             send(answer_to(request, m_site));
-        } catch (const WebAnswer& answer) {
-            send(answer);
+        } catch (WebAnswer& answer) {
+            send(std::move(answer));
         }
     }
 
@@ -196,7 +196,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         m_recording.reset();
     }
 
-    void send(const WebAnswer& answer) {
+    void send(WebAnswer answer) {
         const auto response = std::make_shared<http::response<http::string_body>>(
             static_cast<http::status>(answer.status), m_request.version());
         response->set(http::field::content_type, answer.type);
@@ -207,7 +207,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
             response->set(http::field::upgrade, "websocket");
             response->set(http::field::connection, "upgrade, close");
         }
-        response->body() = answer.body;
+        response->body() = std::move(answer.body);
         response->prepare_payload();
         if (m_request.method() == http::verb::head) response->body().clear(); // its length stays
         m_stream.expires_after(kPatience);

@@ -24,7 +24,6 @@ class WallReader : public Reader {
         void changed() override;
         // Null when it was the same after all.
         Feed::Text take(Time now);
-        [[nodiscard]] Time due() const { return m_due; }
 
       private:
         WallReader& m_wall;
