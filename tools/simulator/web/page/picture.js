@@ -11,41 +11,32 @@ class Reader {
   color() { return (BLACK | this.u8() | (this.u8() << 8) | (this.u8() << 16)) >>> 0; }
 }
 
-// Reads a row of colours to a place among pixels.
-function fullColors(reader) {
-  return (pixels, at, count) => {
-    for (let i = 0; i < count; ++i) pixels[at + i] = reader.color();
-  };
-}
-
-// The same of indices of `depth` bits, from the high bits of each byte on.
-function paletteColors(reader, depth) {
-  const palette = Array.from({ length: reader.u16() }, () => reader.color());
+// Reads a row of colours, or of indices of `depth` bits, from the high bits of each byte on.
+function readRow(reader, row, depth, palette) {
+  if (!palette) return row.forEach((_, i) => (row[i] = reader.color()));
   const mask = (1 << depth) - 1;
-  return (pixels, at, count) => {
-    for (let i = 0, shift = 0, byte = 0; i < count; ++i) {
-      if (shift === 0) [byte, shift] = [reader.u8(), 8];
-      shift -= depth;
-      pixels[at + i] = palette[(byte >> shift) & mask];
-    }
-  };
+  for (let i = 0, shift = 0, byte = 0; i < row.length; ++i) {
+    if (shift === 0) [byte, shift] = [reader.u8(), 8];
+    shift -= depth;
+    row[i] = palette[(byte >> shift) & mask];
+  }
 }
 
-// The controller's number, and its picture after the message. `before` has each controller's last one.
+// The picture after a message, and its controller's number. `before` has each controller's last one.
 export function read(message, before) {
   const reader = new Reader(message);
   const controller = reader.u8() === 2 ? reader.u16() : 0;
   const [width, height, x, y, w, h] = Array.from({ length: 6 }, () => reader.u16());
   const depth = reader.u8();
-  const readRow = depth <= 8 ? paletteColors(reader, depth) : fullColors(reader);
+  const palette = depth <= 8 ? Array.from({ length: reader.u16() }, () => reader.color()) : null;
 
-  const old = before.get(controller);
-  const goesOn = old && old.width === width && old.height === height;
+  const old = before.get(controller), goesOn = old?.width === width && old.height === height;
   const pixels = goesOn ? old.pixels.slice() : new Uint32Array(width * height).fill(BLACK);
-  for (let row = y; row < y + h; ++row) readRow(pixels, row * width + x, w);
+  for (let row = y; row < y + h; ++row)
+    readRow(reader, pixels.subarray(row * width + x).subarray(0, w), depth, palette);
   const picture = { width, height, pixels };
   before.set(controller, picture);
-  return { controller, picture };
+  return [picture, controller];
 }
 
 // "#RRGGBB" of an LED.
