@@ -11,12 +11,13 @@ const KINDS = [ // the first that matches; the last one takes what is left
   ["Settings", /./],
 ];
 
-// Offsets, bytes and characters of a frame, 16 bytes a line.
+// Offsets, bytes and characters of a frame.
 function dump(hex) {
-  const lines = (hex.toLowerCase().match(/.{1,32}/g) ?? []).map((line, number) => {
+  const count = matchMedia("(max-width: 599px)").matches ? 8 : 16; // in a line
+  const lines = (hex.toLowerCase().match(RegExp(`.{1,${2 * count}}`, "g")) ?? []).map((line, number) => {
     const bytes = line.match(/../g);
     const text = bytes.map((byte) => String.fromCharCode(parseInt(byte, 16))).join("").replaceAll(/[^ -~]/g, "·");
-    return `${(16 * number).toString(16).padStart(4, "0")}  ${bytes.join(" ").padEnd(48)} ${text}`;
+    return `${(count * number).toString(16).padStart(4, "0")}  ${bytes.join(" ").padEnd(3 * count)} ${text}`;
   });
   return lines.join("\n") || "No bytes belong to this line.";
 }
@@ -32,9 +33,12 @@ function itemOf(entry) {
   const summary = make("summary", { tabIndex: -1 },
     make("time", { title: entry.time }, entry.time.slice(11, 23)),
     make("span", { className: "words" }, request, make("span", { className: "result" }, result.join(": "))),
-    make("span", { className: "peer" }, entry.peer), verdict(entry));
+    verdict(entry), make("span", { className: "peer" }, entry.peer));
   const details = make("details", {}, summary);
-  details.addEventListener("toggle", () => details.append(make("pre", {}, dump(entry.bytes))), { once: true });
+  details.addEventListener("toggle", () => {
+    details.append(make("pre", {}, dump(entry.bytes)));
+    byId("entries").scrollTop ||= 1; // from here on browsers hold what is seen in its place
+  }, { once: true });
   const item = make("li", {}, details);
   item.dataset.kind = entry.status ? "Trouble" : KINDS.find(([, words]) => words.test(entry.command))[0];
   return item;
@@ -71,8 +75,7 @@ export class Log {
   // The list is reached by Tab, its entries from there by the arrow keys.
   #go(event) {
     const shown = [...this.#list.querySelectorAll("li:not([hidden]) summary")];
-    const by = { ArrowDown: 1, ArrowUp: -1 }[event.key];
-    const next = shown[shown.indexOf(document.activeElement) + by];
+    const next = shown[shown.indexOf(document.activeElement) + { ArrowDown: 1, ArrowUp: -1 }[event.key]];
     if (!next) return;
     event.preventDefault();
     next.focus();
