@@ -53,7 +53,7 @@ class Page(unittest.TestCase):
 
     def wait_until_live(self):
         wait_for("the page is live", lambda: self.browser.text("#link") == "Live")
-        wait_for("it is filled", lambda: self.browser.text("#everything") or self.browser.text("#tiles"))
+        wait_for("it is filled", lambda: self.browser.text("#controller") or self.browser.text("#tiles"))
 
     def send(self, *arguments, controller=0):
         self.assertEqual(self.simulator.send(*arguments, controller=controller), 0, arguments)
@@ -164,6 +164,19 @@ class Around(Page):
         self.assertEqual(self.browser.run("return document.querySelectorAll('main img, main b').length"), 0)
         self.assertNotEqual(self.browser.run("return document.title"), "caught")
 
+    def test_what_is_selected_stays(self):
+        self.show()
+        self.send("say", "Copy this")
+        wait_for("the text", lambda: self.browser.text("#spoken q"))
+        self.browser.run("document.querySelector('#everything').parentElement.open = true")
+        wait_for("everything", lambda: self.browser.text("#everything"))
+        for level, place in (3, "#spoken q"), (4, "#everything"):
+            self.browser.run("getSelection().selectAllChildren(document.querySelector(arguments[0]))", place)
+            selected = self.browser.run("return String(getSelection())")
+            self.send("brightness", str(level))
+            wait_for("a state", lambda: f"{level} of 15" in self.browser.text("#controller"))
+            self.assertEqual(self.browser.run("return String(getSelection())"), selected)
+
     def test_log_opens_to_hex_and_filters(self):
         self.show()
         self.send("brightness", "8")
@@ -194,6 +207,7 @@ class Around(Page):
         wait_for("the screen is off", lambda: not self.simulator.get("state")["power"])
         wait_for("the page says so", lambda: "The screen is off" in self.browser.text("#playing"))
         self.browser.choose("#clock", "2026-12-31 23:59:50")
+        self.browser.run("document.querySelector('#clock-rate').focus()")
         self.browser.choose("#clock-rate", "60")
         self.browser.click("#clock-form button")
         wait_for("the new year", lambda: self.browser.text("#clock-text").startswith("2027-01-01"))
@@ -212,7 +226,7 @@ class Around(Page):
         self.browser.run("document.querySelector('#clock').pattern = '.*'")
         self.browser.choose("#clock", "yesterday")
         self.browser.click("#clock-form button")
-        wait_for("the reason", lambda: self.browser.text("#result .bad"))
+        wait_for("the reason", lambda: self.browser.text("#clock-result.bad"))
         self.assertTrue(all("400" in error for error in self.browser.errors()))
 
     def test_foreign_origin_is_refused(self):

@@ -1,57 +1,62 @@
 // What can be done to the controller besides sending it commands.
 
-import { ask, byId, make } from "./dom.js";
+import { byId, post } from "./dom.js";
 
 // The clocks are local ones; in here they are reckoned as if they were UTC.
 const textOf = (time) => new Date(time).toISOString().slice(0, 19).replace("T", " ");
 
 export class Controls {
   #number = 0;
-  #clock = null; // the controller's, in ms, at #since
-  #since = 0;
-  #rate = 1;
+  #clock = null; // tells the controller's time, in ms
 
   constructor() {
-    const power = byId("power");
-    power.addEventListener("click", () => this.#post("power", { power: power.ariaChecked !== "true" }, "Switched"));
+    byId("power").addEventListener("click", ({ currentTarget: { ariaChecked } }) =>
+      this.#post("power", { power: ariaChecked !== "true" }, "Switched"));
     byId("reset").addEventListener("click", () => this.#post("reset", {}, "Restarted"));
-    byId("fault-kind").addEventListener("change", () => this.#setFault());
+    byId("fault-form").addEventListener("change", ({ target }) => this.#setFault(target));
     byId("clock-now").addEventListener("click", () => {
-      byId("clock").value = textOf(Date.now() - new Date().getTimezoneOffset() * 60000);
-      byId("clock-rate").value = 1;
+      const now = Date.now() - new Date().getTimezoneOffset() * 60000;
+      this.#post("clock", { clock: textOf(now), rate: 1 }, "Set to now");
     });
     byId("clock-form").addEventListener("submit", (event) => {
       event.preventDefault();
       const clock = byId("clock").value, rate = Number(byId("clock-rate").value);
-      this.#post("clock", clock ? { clock, rate } : { rate }, "Clock set");
+      this.#post("clock", clock ? { clock, rate } : { rate }, clock ? "Set" : `Runs at ${rate} ×`);
     });
+    byId("controls").addEventListener("invalid", () => this.clear(), true);
     setInterval(() => this.#tick(), 250);
   }
 
-  show(number, { power, clock, rate = 1, fault = {} }) {
-    [this.#number, this.#rate] = [number, rate];
-    [this.#clock, this.#since] = [Date.parse(`${clock.replace(" ", "T")}Z`), performance.now()];
+  clear() {
+    for (const result of byId("controls").querySelectorAll("output")) result.textContent = "";
+  }
+
+  show(number, { power, clock, rate, fault }) {
+    const then = Date.parse(`${clock.replace(" ", "T")}Z`), since = performance.now();
+    this.#clock = () => then + (performance.now() - since) * rate;
+    this.#number = number;
     byId("power").ariaChecked = power;
-    if (!byId("fault-kind").contains(document.activeElement))
+    const { activeElement } = document; // what is being filled in stays
+    if (activeElement !== byId("clock-rate")) byId("clock-rate").value = rate;
+    if (!byId("fault-form").contains(activeElement))
       for (const id of ["fault", "after", "delay"]) byId(id).value = fault[id] ?? byId(id).value;
     this.#tick();
   }
 
-  #setFault() {
-    const [fault, after, delay] = ["fault", "after", "delay"].map((id) => byId(id).value);
-    if (fault === "none") this.#post("fault", { fault }, "Answers are good");
-    else this.#post("fault", { fault, after: Number(after), delay: Number(delay) }, `Fault set: ${fault}`);
+  #setFault({ id }) {
+    const [fault, after, delay] = ["fault", "after", "delay"].map((each) => byId(each).value);
+    if (fault !== "none") this.#post("fault", { fault, after: Number(after), delay: Number(delay) }, `Set: ${fault}`);
+    else if (id === "fault") this.#post("fault", { fault }, "Answers are good");
   }
 
   async #post(what, body, done) {
-    const options = { method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(body) };
-    const [words, className] = await ask(`/api/${what}?controller=${this.#number}`, options)
+    this.clear();
+    const [textContent, className] = await post(`/api/${what}?controller=${this.#number}`, body)
       .then(() => [done, "good"], (error) => [error.message, "bad"]);
-    byId("result").replaceChildren(make("span", { className }, words));
+    Object.assign(byId(`${what}-result`), { textContent, className });
   }
 
   #tick() {
-    const clock = byId("clock-text");
-    if (clock && this.#clock) clock.textContent = textOf(this.#clock + (performance.now() - this.#since) * this.#rate);
+    if (this.#clock) byId("clock-text").textContent = textOf(this.#clock());
   }
 }

@@ -1,6 +1,6 @@
 // What the controller knows of itself.
 
-import { byId, make } from "./dom.js";
+import { byId, fill, make } from "./dom.js";
 
 const COLORS = { single: "single colour", double: "double colour", three: "three colours", full: "full colour" };
 const MODES = ["by hand", "by the clock", "by the sensor"]; // of brightness
@@ -16,7 +16,8 @@ function nameOf(label) {
   }
 }
 
-const two = (number) => String(number).padStart(2, "0");
+const time = (hour, minute) => [hour, minute].map((part) => String(part).padStart(2, "0")).join(":");
+const timerText = (at) => `${time(at.on_hour, at.on_minute)}–${time(at.off_hour, at.off_minute)}`;
 const bytes = (count) => count.toLocaleString("en");
 const empty = (words) => make("p", { className: "empty" }, words);
 const badge = (words, kind = "") => make("span", { className: `badge ${kind}` }, words);
@@ -34,27 +35,18 @@ function table(head, rows, none) {
   return make("table", {}, make("thead", {}, line("th", head)), body);
 }
 
-function playing({ program, next, areas, program_errors, power, fault }) {
-  const shown = areas.filter((area) => area.shown).length;
+function playing({ program, next, program_errors, power, fault }) {
   const notes = Object.entries(program_errors).map(([name, why]) => `${nameOf(name)} cannot be played: ${why}`);
   if (!power) notes.unshift("The screen is off");
-  if ((fault?.fault ?? "none") !== "none") notes.unshift(`Answers are spoilt: ${fault.fault}`);
-  const rows = [
-    ["Now", make("strong", { id: "now-playing" }, nameOf(program) || "no program")],
-    ["Next", nameOf(next ?? "")],
-    ["Over it", shown ? `${shown} dynamic area${shown > 1 ? "s" : ""}` : ""],
-  ];
-  return [list(rows), ...notes.map((words) => make("p", { className: "note warn" }, words))];
+  if (fault.fault !== "none") notes.unshift(`Answers are spoilt: ${fault.fault}`);
+  const now = make("strong", { id: "now-playing" }, nameOf(program) || "no program");
+  return [list([["Now", now], ["Next", nameOf(next)]]), make("p", { className: "notes" }, notes.join("\n"))];
 }
 
 function lockText({ locked, program, duration, nonvolatile }) {
   if (!locked) return "open";
   const parts = ["locked", program && `to ${nameOf(program)}`, duration && `for ${duration} s`];
   return [...parts, nonvolatile && "also after a restart"].filter(Boolean).join(", ");
-}
-
-function timerText({ on_hour, on_minute, off_hour, off_minute }) {
-  return ` ${two(on_hour)}:${two(on_minute)}–${two(off_hour)}:${two(off_minute)}`;
 }
 
 function controller(state, about) {
@@ -67,9 +59,8 @@ function controller(state, about) {
     ["Name", nameOf(state.name)],
     ["Location", nameOf(state.location)],
     ["Firmware", nameOf(state.firmware) || "as it came"],
-    ["Clock", make("span", { id: "clock-text" }), (state.rate ?? 1) === 1 ? "" : badge(`${state.rate} ×`, "warn")],
     ["Power", state.power ? badge("on", "good") : badge("off", "warn")],
-    ["Timer", state.timing.map(timerText).join()],
+    ["Timer", state.timing.map(timerText).join(", ")],
     ["Brightness", bar("Brightness", state.brightness_level, 15),
       ` ${state.brightness_level} of 15, ${MODES[state.brightness.mode]}`],
     ["Screen lock", lockText(state.screen_lock)],
@@ -105,8 +96,15 @@ function spoken(state) {
     make("span", { className: "note" }, `volume ${voice.volume}, speed ${voice.speed}, voice ${voice.person}`))))];
 }
 
+// It stays while something in it is selected.
+function showEverything(state) {
+  const place = byId("everything"), selection = getSelection();
+  const selected = !selection.isCollapsed && selection.containsNode(place, true);
+  if (place.parentElement.open && !selected) fill(place, JSON.stringify(state, null, 2));
+}
+
 export function showState(state, about) {
-  for (const part of [playing, controller, dynamic, files, spoken])
-    byId(part.name).replaceChildren(...part(state, about));
-  byId("everything").textContent = JSON.stringify(state, null, 2);
+  for (const part of [playing, controller, dynamic, files, spoken]) fill(byId(part.name), ...part(state, about));
+  byId("everything").parentElement.ontoggle = () => showEverything(state);
+  showEverything(state);
 }
