@@ -253,6 +253,11 @@ class Around(Page):
             self.send("text", text, controller=nth)
             wait_for("LEDs shine", lambda: set(self.middles("#tiles canvas", nth)) != {"0"})
             self.wait_for_same_pixels(nth, "#tiles canvas")
+        for width in 360, 2560, 1280:
+            self.browser.resize(width, 800)
+            wait_for("tiles have their size", lambda: self.browser.run(
+                "return [...document.querySelectorAll('#tiles canvas')].slice(0, 4).every((one) =>"
+                " one.clientWidth === one.width && one.width > 0.5 * one.parentElement.clientWidth)"))
         name = self.simulator.controllers[3]["name"]
         self.assertIn(name, self.browser.text("#tiles li:nth-child(4)"))
         self.browser.click("#tiles li:nth-child(4) a")
@@ -260,6 +265,7 @@ class Around(Page):
         wait_for("its picture", lambda: self.middles() == self.simulator.pixels(3))
         self.browser.click("#to-wall")
         wait_for("the wall", lambda: self.browser.text("#title") == "All screens")
+        self.assertIn("controller=3", self.browser.run("return document.activeElement.href ?? ''"))
 
     def test_keyboard_alone_reaches_everything(self):
         self.show()

@@ -8,18 +8,18 @@ const DOT = 0.42, GLOW = 0.5; // radius of a dot in cells; light that falls besi
 const PANEL = "#0e1216"; // between the dots
 
 export class Leds {
-  cell = 1; // pixels of the device
+  cell = 1; // pixels of the device, less than one where a screen is larger than its place
   dots = true;
-  #canvas;
   #context;
   #small = make("canvas"); // a pixel an LED
   #mask = null;
   #look = ""; // what the canvas is laid out for
   #drawn = []; // pixels
 
-  constructor(element) {
-    [this.#canvas, this.#context] = [element, element.getContext("2d")];
-  }
+  constructor(canvas) { this.#context = canvas.getContext("2d"); }
+
+  get #canvas() { return this.#context.canvas; }
+  get #step() { return Math.ceil(this.cell); } // pixels of the canvas
 
   draw({ pixels, width, height }) {
     const look = [width, height, this.cell, this.dots, devicePixelRatio].join();
@@ -34,8 +34,8 @@ export class Leds {
 
   #layOut(width, height, look) {
     Object.assign(this.#small, { width, height });
-    Object.assign(this.#canvas, { width: width * this.cell, height: height * this.cell });
-    this.#canvas.style.width = `${this.#canvas.width / devicePixelRatio}px`;
+    Object.assign(this.#canvas, { width: width * this.#step, height: height * this.#step });
+    this.#canvas.style.width = `${Math.floor(width * this.cell) / devicePixelRatio}px`;
     [this.#mask, this.#look, this.#drawn] = [this.#holes(), look, []];
   }
 
@@ -45,7 +45,7 @@ export class Leds {
     const top = Math.floor(pixels.findIndex(differs) / width) - 1;
     const bottom = Math.floor(pixels.findLastIndex(differs) / width) + 2;
     this.#context.beginPath();
-    this.#context.rect(0, top * this.cell, this.#canvas.width, (bottom - top) * this.cell);
+    this.#context.rect(0, top * this.#step, this.#canvas.width, (bottom - top) * this.#step);
     this.#context.clip();
     this.#drawn = pixels;
   }
@@ -71,7 +71,7 @@ export class Leds {
   }
 
   #holes() {
-    const tile = make("canvas", { width: this.cell, height: this.cell });
+    const tile = make("canvas", { width: this.#step, height: this.#step });
     const context = tile.getContext("2d");
     context.arc(this.cell / 2, this.cell / 2, this.cell * DOT, 0, 2 * Math.PI);
     context.fill();
@@ -79,8 +79,8 @@ export class Leds {
   }
 }
 
-// The largest cell with which a picture fits, in pixels of the device; 1 while nothing is laid out.
+// The largest cell with which a picture fits: whole pixels of the device, or less than one.
 export function fittingCell(picture, width, height, most = 16) {
   const room = Math.min(width / picture.width, height / picture.height) * devicePixelRatio;
-  return Math.max(1, Math.min(Math.floor(room) || 1, Math.ceil(most * devicePixelRatio)));
+  return Math.min(Math.floor(room) || room || 1, Math.ceil(most * devicePixelRatio));
 }
