@@ -278,15 +278,24 @@ class Around(Page):
                                           ".filter((one) => !one.ariaLabel && !one.labels?.length && !one.textContent.trim()"
                                           " && !one.hasAttribute('aria-labelledby')).map((one) => one.outerHTML)"), [])
 
-    def test_page_fits_every_width(self):
-        self.show()
-        for width, height in (360, 740), (1280, 800), (2560, 1440):
-            with self.subTest(width):
-                self.browser.resize(width, height)
-                self.wait_for_same_pixels()
-                right = self.browser.run("return [document.documentElement.scrollWidth,"
-                                         " document.querySelector('#screen').getBoundingClientRect().right]")
-                self.assertLessEqual(max(right), width)
+    def test_page_fits_every_window(self):
+        for size in "128x32", "64x512":
+            self.show("--size", size)
+            self.send("text", "Fits")
+            for window in (360, 740), (1100, 500), (1366, 625), (1280, 800), (2560, 1440):
+                with self.subTest(size=size, window=window):
+                    self.browser.resize(*window)
+                    self.wait_for_same_pixels()
+                    right, log, over, panels = self.browser.run("""
+                        const [page, screen, room, log, panels] = ["html", "#screen", "#room", "#log", "#panels"]
+                            .map((one) => document.querySelector(one));
+                        return [Math.max(page.scrollWidth, screen.getBoundingClientRect().right), log.clientHeight,
+                            room.scrollHeight - room.clientHeight,
+                            panels.scrollHeight > panels.clientHeight && page.scrollHeight > innerHeight]""")
+                    self.assertLessEqual(right, window[0])
+                    self.assertGreater(log, 200)
+                    self.assertEqual(over, 0)
+                    self.assertFalse(panels, "two scroll bars side by side")
 
 
 if __name__ == "__main__":
