@@ -108,10 +108,25 @@ class Picture(Page):
         self.browser.click("#step")
         wait_for("the next picture", lambda: self.middles() == standing)
         self.browser.choose("#speed", "0.1")
+        time.sleep(0.5)
+        self.assertEqual(self.middles(), standing)
+        self.browser.click("#pause")
         wait_for("it moves slowly", lambda: self.middles() != standing)
         self.assertRegex(self.browser.text("#now"), r"−\d+\.\d s")
         self.browser.click("#now")
         wait_for("the present", lambda: self.browser.text("#now") == "Live")
+
+    def test_picture_stands_however_long_one_looks_at_it(self):
+        self.show("--size", "1024x512")
+        self.send("text", "--mode", "left", "A long text that runs and runs and runs")
+        wait_for("LEDs shine", lambda: set(self.middles()) != {"0"})
+        self.browser.click("#pause")
+        self.browser.run("return new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done)))")
+        standing = self.middles()
+        wait_for("more has come than is kept", lambda: self.browser.text("#now").startswith("−8"))
+        self.assertEqual(self.middles(), standing)
+        self.browser.click("#pause")
+        wait_for("it goes on from there", lambda: self.middles() != standing)
 
     def test_page_comes_back_after_a_restart(self):
         self.show()

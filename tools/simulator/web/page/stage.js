@@ -1,13 +1,13 @@
 // One controller's screen, and what one can do with its picture.
 
-import { ask, byId, download, make } from "./dom.js";
+import { ask, byId, download, make, post } from "./dom.js";
 import { fittingCell, Leds } from "./leds.js";
 import { colorAt } from "./picture.js";
 import { Player } from "./player.js";
 
 const LARGEST = 8192; // pixels of the canvas, each way
+const NAMED = 3; // pixels of a cell from which on areas have their numbers
 const ARROWS = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] };
-const toggle = (button) => (button.ariaPressed = button.ariaPressed !== "true"); // whether it is pressed now
 
 export class Stage {
   #canvas = byId("screen");
@@ -19,8 +19,6 @@ export class Stage {
   #number = 0;
   #width = 1;
   #height = 1;
-  #recording = null;
-  #came = 0; // pictures, in this second
 
   constructor() {
     this.#bindPlaying();
@@ -28,59 +26,48 @@ export class Stage {
     this.#bindPointing();
     byId("record").addEventListener("click", () => this.#record());
     byId("save").addEventListener("click", () => this.#canvas.toBlob((blob) => download(blob, "png")));
-    setInterval(() => {
-      byId("rate").textContent = this.#came ? `${this.#came} fps` : "";
-      this.#came = 0;
-    }, 1000);
   }
 
   begin(number, [width, height]) {
-    [this.#number, this.#width, this.#height, this.#picture] = [number, width, height, null];
+    [this.#number, this.#width, this.#height, this.#picture, this.#cursor] = [number, width, height, null, null];
+    for (const option of byId("zoom").options) option.disabled = option.value * Math.max(width, height) > LARGEST;
     this.#player.clear();
   }
 
-  add(picture) {
-    this.#came++;
-    this.#player.add(picture);
-  }
+  add(picture) { this.#player.add(picture); }
 
   outline(outlines) {
     this.#outlines = outlines;
-    byId("outlines").replaceChildren(...outlines.map((area) => this.#boxOf(area)));
+    byId("outlines").replaceChildren(...outlines.map((area, i) => this.#boxOf(area, i)));
     this.#point();
   }
 
   #bindPlaying() {
-    const player = this.#player;
-    const play = () => player.play(Number(byId("speed").value));
-    byId("pause").addEventListener("click", () => (player.speed ? player.pause() : play()));
+    const player = this.#player, play = () => player.play(Number(byId("speed").value));
+    byId("pause").addEventListener("click", () => (player.speed ? player.play(0) : play()));
     byId("back").addEventListener("click", () => player.step(-1));
     byId("step").addEventListener("click", () => player.step(1));
-    byId("speed").addEventListener("change", play);
+    byId("speed").addEventListener("change", () => player.speed && play());
     byId("scrub").addEventListener("input", () => player.seek(Number(byId("scrub").value)));
-    byId("now").addEventListener("click", () => {
-      byId("speed").value = "1";
-      player.play(1);
-    });
+    byId("now").addEventListener("click", () => player.catchUp());
   }
 
   #bindLooks() {
     const redraw = () => this.#picture && this.#draw(this.#picture);
     byId("zoom").addEventListener("change", redraw);
-    byId("dots").addEventListener("click", ({ currentTarget }) => {
-      this.#leds.dots = toggle(currentTarget);
-      redraw();
-    });
-    byId("areas").addEventListener("click", ({ currentTarget }) => (byId("outlines").hidden = !toggle(currentTarget)));
+    for (const button of [byId("dots"), byId("areas")])
+      button.addEventListener("click", () => {
+        button.ariaPressed = button.ariaPressed !== "true";
+        redraw();
+      });
     new ResizeObserver(redraw).observe(document.body);
   }
 
   #bindPointing() {
-    this.#canvas.addEventListener("pointermove", ({ offsetX, offsetY }) => {
-      const part = (offset, whole, count) => Math.max(0, Math.min(Math.floor((offset / whole) * count), count - 1));
-      const { clientWidth, clientHeight } = this.#canvas;
-      this.#point([part(offsetX, clientWidth, this.#width), part(offsetY, clientHeight, this.#height)]);
-    });
+    const part = (offset, whole, count) => Math.max(0, Math.min(Math.floor((offset / whole) * count), count - 1));
+    for (const event of ["pointermove", "pointerdown"])
+      this.#canvas.addEventListener(event, ({ offsetX, offsetY, target: { clientWidth, clientHeight } }) =>
+        this.#point([part(offsetX, clientWidth, this.#width), part(offsetY, clientHeight, this.#height)]));
     this.#canvas.addEventListener("keydown", (event) => {
       const by = ARROWS[event.key];
       if (!by) return;
@@ -92,22 +79,25 @@ export class Stage {
   }
 
   #draw(picture) {
-    const { width, maxHeight } = getComputedStyle(byId("room"));
-    const zoom = byId("zoom").value;
+    const { width, maxHeight } = getComputedStyle(byId("room")), zoom = byId("zoom").value;
     this.#picture = picture;
     this.#leds.cell = zoom === "fit" ? fittingCell(picture, parseFloat(width), parseFloat(maxHeight))
       : fittingCell(picture, LARGEST, LARGEST, zoom);
+    this.#leds.dots = byId("dots").ariaPressed === "true";
     this.#canvas.classList.toggle("fit", zoom === "fit");
+    byId("outlines").classList.toggle("bare", this.#leds.cell < NAMED * devicePixelRatio);
     this.#leds.draw(picture);
     byId("readout").ariaLive = "off"; // a running text would never let a screen reader come to an end
     this.#point();
   }
 
-  #boxOf({ id, kind, rect: [x, y, w, h] }) {
-    const box = make("div", { className: kind }, make("span", {}, String(id)));
-    const [left, top] = [x / this.#width, y / this.#height];
-    for (const [side, part] of Object.entries({ left, top, width: w / this.#width, height: h / this.#height }))
-      box.style[side] = `${part * 100}%`;
+  // Numbers of one corner stand side by side.
+  #boxOf({ id, kind, rect: [x, y, w, h] }, i) {
+    const label = make("span", {}, String(id)), box = make("div", { className: kind }, label);
+    const before = this.#outlines.slice(0, i).filter(({ rect }) => rect[0] === x && rect[1] === y).length;
+    label.style.left = `${2.6 * before}em`;
+    const across = (part) => `${(100 * part) / this.#width}%`, down = (part) => `${(100 * part) / this.#height}%`;
+    Object.assign(box.style, { left: across(x), top: down(y), width: across(w), height: down(h) });
     return box;
   }
 
@@ -123,25 +113,23 @@ export class Stage {
   }
 
   #tell() {
-    const { live, speed, length, position } = this.#player;
-    const [icon, word] = speed ? ["#i-pause", "Pause"] : ["#i-play", "Play"];
-    byId("pause").querySelector("use").setAttribute("href", icon);
-    byId("pause").lastChild.textContent = word;
-    const ariaValueText = live ? "Live" : `${((position - length) / 1000).toFixed(1).replace("-", "−")} s`;
-    byId("now").textContent = ariaValueText;
-    byId("now").classList.toggle("good", live);
-    Object.assign(byId("scrub"), { max: Math.ceil(length) || 1, value: live ? 1e9 : position, ariaValueText });
+    const { live, speed, oldest, newest, shown, behind } = this.#player;
+    byId("pause").classList.toggle("on", speed > 0);
+    if (live && Number(byId("speed").value) !== speed) byId("speed").value = speed;
+    const ariaValueText = live ? "Live" : `−${(behind / 1000).toFixed(1)} s`;
+    Object.assign(byId("now"), { textContent: ariaValueText, className: live ? "badge good" : "badge" });
+    Object.assign(byId("scrub"), { min: oldest, max: newest, value: shown, ariaValueText });
   }
 
+  // The second press ends the recording, which is answered then.
   async #record() {
-    if (this.#recording) return this.#recording.abort();
-    const button = byId("record"), words = button.lastChild;
-    const path = `/api/recording.gif?controller=${this.#number}&seconds=${byId("seconds").value}`;
-    this.#recording = new AbortController();
-    [button.ariaPressed, words.textContent] = [true, "Stop"];
-    await ask(path, this.#recording).then((answer) => answer.blob()).then(
-      (blob) => [download(blob, "gif"), words.textContent = "GIF"],
-      ({ name, message }) => (words.textContent = name === "AbortError" ? "GIF" : message));
-    [button.ariaPressed, this.#recording] = [false, null];
+    const button = byId("record"), query = `controller=${this.#number}`;
+    const tell = ({ message }) => (byId("note").textContent = message);
+    tell({ message: "" });
+    if (button.classList.contains("on")) return post(`/api/recording?${query}`, {}).catch(tell);
+    button.classList.add("on");
+    await ask(`/api/recording.gif?${query}&seconds=${byId("seconds").value}`)
+      .then((answer) => answer.blob()).then((blob) => download(blob, "gif")).catch(tell);
+    button.classList.remove("on");
   }
 }
