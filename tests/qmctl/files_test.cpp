@@ -107,7 +107,7 @@ TEST_F(Files, UploadShowsABarOnATerminalOnlyAndEndsWithTheResult) {
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     const std::string end = "\r\x1B[KController";
     const std::string shown = read_until(side, end);
-    EXPECT_THAT(shown, AllOf(HasSubstr("\rP007  ["), HasSubstr(" of 2600 bytes"), HasSubstr(end)));
+    EXPECT_THAT(shown, AllOf(HasSubstr("P007  ["), HasSubstr(" of 2600 bytes"), HasSubstr(end)));
 }
 
 constexpr const char* kConfiguration6 =

@@ -174,10 +174,10 @@ TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
 TEST(ManyControllers, LeftUndoneWhenInterruptedAreNamed) {
     std::promise<void> asked;
     bool first = true;
-    sim::Simulator silent({.on_request = [&](const std::string&) {
-        if (std::exchange(first, false)) asked.set_value();
-    }});
-    silent.set_fault(sim::Fault{.kind = sim::FaultKind::silence});
+    const sim::Simulator silent(
+        {.fault = sim::Fault{.kind = sim::FaultKind::silence}, .on_request = [&](const std::string&) {
+             if (std::exchange(first, false)) asked.set_value();
+         }});
     const sim::Simulator never;
     RunningQmctl run({"-c", address(silent.port()) + "," + address(never.port()), "--jobs", "1", "ping"});
     ASSERT_EQ(asked.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);

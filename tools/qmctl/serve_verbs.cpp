@@ -21,7 +21,8 @@ constexpr VerbEntry kVerbs[] = {
      "the request's id, or of several controllers {\"ok\": ..., \"results\": [...]}. Up to --jobs "
      "controllers are\n"
      "spoken to at once; what goes to one goes in the order in which it came. It ends with its input.\n\n"
-     "Example:\n"
+     "Example:\n  qmctl serve <requests\n"
+     "of lines such as\n"
      "  {\"id\": 1, \"verb\": \"text\", \"arguments\": [\"Hello\"], \"options\": {\"color\": \"green\", "
      "\"area\": 1,\n"
      "   \"bold\": true}, \"controller\": \"stop-5\"}",
