@@ -19,15 +19,13 @@ std::optional<ReceivedFrame> FrameSplitter::next(Bytes& input) {
         input = input.subspan(1);
         if (byte == kStart) {
             const State before = std::exchange(m_state, State::started);
+            if (before == State::inside || before == State::escaping) m_bad = kCutOff;
             m_body.clear();
-            const bool cut = before == State::spoilt || before == State::inside || before == State::escaping;
-            ByteBuffer bytes;
-            if (cut) bytes = std::exchange(m_bytes, {});
+            if (before != State::outside && before != State::started) return cut_off();
             keep(byte);
-            if (cut) return ReceivedFrame{before == State::spoilt ? m_bad : kCutOff, std::move(bytes)};
         } else if (m_state != State::outside) {
             keep(byte);
-            if (byte == kEnd) return ReceivedFrame{finish(), std::exchange(m_bytes, {})};
+            if (byte == kEnd) return finish();
             collect(byte);
         }
     }
@@ -38,11 +36,26 @@ void FrameSplitter::keep(std::uint8_t byte) {
     if (m_bytes.size() < kMostKept) m_bytes.push_back(byte);
 }
 
-std::variant<ByteBuffer, BadFrame> FrameSplitter::finish() {
+// Frames are made in their places: of one that is moved, GCC 12 says that it may not be initialized.
+std::optional<ReceivedFrame> FrameSplitter::cut_off() {
+    std::optional<ReceivedFrame> frame(std::in_place);
+    frame->body = m_bad;
+    frame->bytes.swap(m_bytes);
+    keep(kStart);
+    return frame;
+}
+
+std::optional<ReceivedFrame> FrameSplitter::finish() {
+    std::optional<ReceivedFrame> frame(std::in_place);
+    frame->bytes.swap(m_bytes);
     const State at_end = std::exchange(m_state, State::outside);
-    if (at_end == State::inside) return std::exchange(m_body, {});
-    if (at_end == State::spoilt) return m_bad;
-    return at_end == State::started ? kEmpty : kBroken;
+    if (at_end == State::inside)
+        std::get<ByteBuffer>(frame->body).swap(m_body);
+    else if (at_end == State::spoilt)
+        frame->body = m_bad;
+    else
+        frame->body = at_end == State::started ? kEmpty : kBroken;
+    return frame;
 }
 
 void FrameSplitter::collect(std::uint8_t byte) {

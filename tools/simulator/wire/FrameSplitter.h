@@ -32,7 +32,8 @@ class FrameSplitter {
   private:
     enum class State { outside, started, inside, escaping, spoilt };
 
-    std::variant<ByteBuffer, BadFrame> finish();
+    std::optional<ReceivedFrame> cut_off(); // by the start of the next one
+    std::optional<ReceivedFrame> finish();
     void keep(std::uint8_t byte);
     void collect(std::uint8_t byte);
     void spoil(BadFrame bad);
