@@ -3,12 +3,12 @@
 import { atNextFrame, byId, make } from "./dom.js";
 import { fittingCell, Leds } from "./leds.js";
 
-const LARGEST_CELL = 16, MIDDLING_CELL = 4, BEZEL = 16; // pixels
-const FRAME_WIDTH = 36, FRAME_HEIGHT = 100, NARROWEST = 300, LOWEST = 240; // of tiles; the room in the lowest
+const LARGEST_CELL = 16, DOTS_FROM = 3, BEZEL = 16; // pixels
+const FRAME_WIDTH = 30, FRAME_HEIGHT = 100, NARROWEST = 300, LOWEST = 240; // of tiles; the room in the lowest
 
 export class Wall {
   #tiles = [];
-  #shape = 1; // height by width of a tile
+  #largest = [1, 1]; // width and height, of the screens
   #room = LOWEST; // for the height of a picture
   #wake = atNextFrame(() => this.#draw());
 
@@ -26,8 +26,7 @@ export class Wall {
       return { link, canvas, leds: new Leds(canvas), picture: null, changed: false };
     });
     byId("tiles").replaceChildren(...this.#tiles.map(({ link }) => make("li", {}, link)));
-    const most = (side) => MIDDLING_CELL * Math.max(...controllers.map(({ size }) => size[side]));
-    this.#shape = (most(1) + FRAME_HEIGHT) / (most(0) + FRAME_WIDTH);
+    this.#largest = [0, 1].map((side) => Math.max(...controllers.map(({ size }) => size[side])));
     this.#layOut();
     this.#tiles[seen]?.link.focus();
   }
@@ -37,20 +36,21 @@ export class Wall {
     this.#wake();
   }
 
-  // All tiles are in sight as far as they can be.
+  // As many columns as leave LEDs their dots, and fewer where all tiles are in sight then, too.
   #layOut() {
-    const tiles = byId("tiles"), count = this.#tiles.length;
+    const tiles = byId("tiles"), count = this.#tiles.length, [widest, highest] = this.#largest;
     const width = tiles.clientWidth, height = innerHeight - tiles.offsetTop;
-    const ideal = Math.ceil(Math.sqrt((count * this.#shape * width) / height));
-    const columns = Math.max(1, Math.min(ideal, Math.floor(width / NARROWEST), count));
+    const cell = (columns) => Math.floor((width / columns - FRAME_WIDTH) / widest);
+    const fits = (columns) => Math.ceil(count / columns) * (cell(columns) * highest + FRAME_HEIGHT) <= height;
+    let columns = Math.max(1, Math.min(Math.floor(width / NARROWEST), count));
+    while (columns > 1 && (cell(columns) < DOTS_FROM || fits(columns - 1))) columns -= 1;
     tiles.style.setProperty("--columns", columns);
     this.#room = Math.max(LOWEST, height / Math.ceil(count / columns) - FRAME_HEIGHT);
     for (const tile of this.#tiles) tile.changed = tile.picture !== null;
     this.#wake();
   }
 
-  // Those that are out of sight follow when they are scrolled to.
-  #draw() {
+  #draw() { // those that are out of sight follow when they are scrolled to
     for (const tile of this.#tiles) {
       const { canvas, leds, picture } = tile;
       if (!tile.changed || !canvas.checkVisibility({ contentVisibilityAuto: true })) continue;
