@@ -951,6 +951,10 @@ QM_API int cmd_AT_getWifiSsidPwd(char* ssid, char* pwd) QM_NOTHROW;
 QM_API int cmd_sysReset(const char* ip, Ouint16 port) QM_NOTHROW;
 /* Sets the controller's clock to this host's local time. */
 QM_API int cmd_check_time(const char* ip, Ouint16 port) QM_NOTHROW;
+/* Sets it to a time, in plain numbers: a day of the years 1 to 9999, and 0:00:00 to 23:59:59; any other is
+ * -1, and nothing is sent. */
+QM_API int qm_set_clock(const char* ip, Ouint16 port, Ouint16 year, Ouint8 month, Ouint8 day, Ouint8 hour,
+                        Ouint8 minute, Ouint8 second) QM_NOTHROW;
 /* Switches the screen: 0 off, 1 on. */
 QM_API int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) QM_NOTHROW;
 /* Switches the screen by timer. data: groupNum groups of four bytes, in plain numbers (sent as BCD): hour and

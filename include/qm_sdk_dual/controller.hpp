@@ -97,6 +97,10 @@ class Controller {
     }
     // To this host's local time.
     Result<> set_clock() const { return call(cmd_check_time); }
+    Result<> set_clock(const Time& time) const {
+        return call(qm_set_clock, time.date.year, time.date.month, time.date.day, time.hour, time.minute,
+                    time.second);
+    }
     Result<> restart() const { return call(cmd_sysReset); }
 
     // ---- Files

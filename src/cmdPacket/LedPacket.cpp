@@ -71,15 +71,16 @@ int LedPacket::bcdToInt(int bcd) {
     return value;
 }
 
-void LedPacket::get_time(Ouint8 out[8]) {
-    const std::tm local = local_time();
-    const int year = intToBcd(local.tm_year + 1900);
+void LedPacket::put_time(const std::tm& time, Ouint8 out[8]) {
+    const int year = intToBcd(time.tm_year + 1900);
     out[0] = static_cast<Ouint8>(year);
     out[1] = static_cast<Ouint8>(year >> 8);
-    const int fields[] = {local.tm_mon + 1, local.tm_mday, local.tm_hour,
-                          local.tm_min,     local.tm_sec,  local.tm_wday};
+    const int fields[] = {time.tm_mon + 1, time.tm_mday, time.tm_hour,
+                          time.tm_min,     time.tm_sec,  time.tm_wday};
     for (std::size_t i = 0; i < std::size(fields); ++i)
         out[2 + i] = charToBcd(static_cast<Ouint8>(fields[i]));
 }
+
+void LedPacket::get_time(Ouint8 out[8]) { put_time(local_time(), out); }
 
 } // namespace qm

@@ -3,6 +3,8 @@
 
 #include "support/bytes.h"
 
+#include <ctime>
+
 namespace qm {
 
 class LedPacket {
@@ -43,8 +45,10 @@ class LedPacket {
     // Puts the nibbles back together in base 16: a value that is not negative comes back unchanged.
     static int bcdToInt(int bcd);
 
-    // The local time as the controllers' 8-byte clock record, all BCD: year (u16), month, day, hour, minute,
-    // second, day of the week from 0 for Sunday.
+    // A time as the controllers' 8-byte clock record, all BCD: year (u16), month, day, hour, minute, second,
+    // day of the week from 0 for Sunday.
+    static void put_time(const std::tm& time, Ouint8 out[8]);
+    // The local time likewise.
     static void get_time(Ouint8 out[8]);
 };
 

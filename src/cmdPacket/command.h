@@ -75,6 +75,7 @@ class ON_command : public LedHVPacket {
     // Control.
     int hv_cmd_sys_reset();
     int hv_cmd_check_time();
+    int set_clock(const std::tm& time);
     int hv_cmd_firmwareActivate(const char* firmwareName);
     int hv_cmd_coerce_OnOff(Ouint8 onOff);
     int hv_cmd_timing_onOff(Ouint8 groupNum, const Ouint8* data);

@@ -1,6 +1,8 @@
 // Configuration and control commands.
 #include "cmdPacket/command.h"
 
+#include "support/local_time.h"
+
 namespace qm {
 namespace {
 
@@ -14,9 +16,11 @@ Bytes record_bytes(const void* record, std::size_t size) {
 
 int ON_command::hv_cmd_sys_reset() { return send_control(hv_conf_SystemReset, {}); }
 
-int ON_command::hv_cmd_check_time() {
+int ON_command::hv_cmd_check_time() { return set_clock(local_time()); }
+
+int ON_command::set_clock(const std::tm& time) {
     Ouint8 clock[8];
-    get_time(clock);
+    put_time(time, clock);
     return send_control(hv_conf_SytemClockCorrect, clock);
 }
 

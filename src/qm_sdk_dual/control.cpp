@@ -1,7 +1,28 @@
 // Device control: each call is one command on a connection of its own.
 #include "qm_sdk_dual/exports.h"
 
+#include <chrono>
+#include <optional>
+
 using namespace qm;
+
+namespace {
+
+// Midnight.
+std::optional<std::tm> calendar_day(unsigned year, unsigned month, unsigned day) {
+    using namespace std::chrono;
+    const year_month_day date(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
+                              std::chrono::day(day));
+    if (!date.ok() || year < 1 || year > 9999) return std::nullopt;
+    std::tm time{};
+    time.tm_year = static_cast<int>(year) - 1900;
+    time.tm_mon = static_cast<int>(month) - 1;
+    time.tm_mday = static_cast<int>(day);
+    time.tm_wday = static_cast<int>(weekday(sys_days(date)).c_encoding());
+    return time;
+}
+
+} // namespace
 
 int cmd_sysReset(const char* ip, Ouint16 port) noexcept {
     return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_sys_reset(); });
@@ -9,6 +30,19 @@ int cmd_sysReset(const char* ip, Ouint16 port) noexcept {
 
 int cmd_check_time(const char* ip, Ouint16 port) noexcept {
     return run(Tcp{ip, port}, [](ON_command& c) { return c.hv_cmd_check_time(); });
+}
+
+int qm_set_clock(const char* ip, Ouint16 port, Ouint16 year, Ouint8 month, Ouint8 day, Ouint8 hour,
+                 Ouint8 minute, Ouint8 second) noexcept {
+    return guarded([&] {
+        auto time = calendar_day(year, month, day);
+        if (!time || hour > 23 || minute > 59 || second > 59)
+            return fail(QM_FAILED, "That is no time of any day.");
+        time->tm_hour = hour;
+        time->tm_min = minute;
+        time->tm_sec = second;
+        return on_connection(Tcp{ip, port}, [&](ON_command& c) { return c.set_clock(*time); });
+    });
 }
 
 int cmd_coerceOnOff(const char* ip, Ouint16 port, Ouint8 onOff) noexcept {

@@ -16,11 +16,29 @@ constexpr char kHost[] = "127.0.0.1";
 constexpr sim::LocalSeconds kNow{std::chrono::sys_days{std::chrono::year{2026} / 11 / 21}.time_since_epoch() +
                                  std::chrono::seconds(10 * 3600 + 20 * 60 + 30)};
 
+constexpr sim::LocalSeconds kLeapDay{
+    std::chrono::sys_days{std::chrono::year{2024} / 2 / 29}.time_since_epoch()};
+constexpr std::chrono::seconds kLastSeconds{24 * 3600 - 2};
+
 class Control : public testing::Test {
   protected:
     sim::Simulator m_sim{{.clock = [] { return kNow; }}};
     const Ouint16 m_port = m_sim.port();
 };
+
+TEST_F(Control, ClockIsSetToNoTimeThatThereIsNot) {
+    const auto set = [&](Ouint16 year, Ouint8 month, Ouint8 day, Ouint8 hour, Ouint8 minute, Ouint8 second) {
+        return qm_set_clock(kHost, m_port, year, month, day, hour, minute, second);
+    };
+    EXPECT_EQ(set(2023, 2, 29, 0, 0, 0), QM_FAILED);
+    EXPECT_EQ(set(2024, 13, 1, 0, 0, 0), QM_FAILED);
+    EXPECT_EQ(set(0, 1, 1, 0, 0, 0), QM_FAILED);
+    EXPECT_EQ(set(10000, 1, 1, 0, 0, 0), QM_FAILED);
+    EXPECT_EQ(set(2024, 1, 1, 24, 0, 0), QM_FAILED);
+    EXPECT_EQ(set(2024, 1, 1, 0, 60, 0), QM_FAILED);
+    EXPECT_EQ(set(2024, 1, 1, 0, 0, 60), QM_FAILED);
+    EXPECT_EQ(m_sim.connections(), 0U);
+}
 
 // What each call changes of what a controller says of itself.
 TEST_F(Control, EveryCallHasItsEffect) {
@@ -38,6 +56,8 @@ TEST_F(Control, EveryCallHasItsEffect) {
         std::function<int()> call;
         bool (*done)(State);
     } steps[] = {
+        STEP(qm_set_clock(kHost, m_port, 2024, 2, 29, 23, 59, 58), s.clock - kLeapDay == kLastSeconds),
+        STEP(qm_set_clock(kHost, m_port, 2026, 11, 21, 10, 20, 30), s.clock == kNow),
         STEP(cmd_coerceOnOff(kHost, m_port, 0), !s.power),
         STEP(cmd_coerceOnOff(kHost, m_port, 1), s.power),
         STEP(cmd_timingOnOff(kHost, m_port, 2, both),
