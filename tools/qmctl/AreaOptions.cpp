@@ -15,19 +15,10 @@ ProgramNumbers read_programs(const std::string& text) {
 
 } // namespace
 
-void AreaVerb::check(const NamedController& target) const {
+void require_area_port(const NamedController& target) {
     if (target.port < 1024)
         throw UsageError("--controller: this verb needs a port from 1024 to 65535, not " +
                          std::to_string(target.port));
-}
-
-Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::string& where) {
-    const bool known = screen.width > 0 && screen.height > 0;
-    if (!given && !known) throw Failure("the controller says that its screen has no pixels; give " + where);
-    if (!given) return {0, 0, static_cast<Ouint16>(screen.width), static_cast<Ouint16>(screen.height)};
-    if (const std::string wrong = known ? beyond(*given, screen) : ""; !wrong.empty())
-        throw UsageError(where + ": " + wrong);
-    return *given;
 }
 
 void Remarks::tell(const Session& session, std::span<const std::string> remarks) const {

@@ -4,19 +4,18 @@
 
 #include "Verb.h"
 #include "arguments.h"
-#include "sign/drawn_text.h"
+#include "sign/AreaSource.h"
 
 namespace qm::ctl {
 
-// One of dynamic areas or speech, for which the library takes no others than these ports.
+// Throws UsageError for a port to which the library sends no dynamic areas and no speech.
+void require_area_port(const NamedController& target);
+
+// One of dynamic areas or speech.
 class AreaVerb : public Verb {
   public:
-    void check(const NamedController& target) const final;
+    void check(const NamedController& target) const final { require_area_port(target); }
 };
-
-// The given rectangle or, without one, the whole screen. Throws UsageError when it reaches beyond the screen,
-// and Failure when the screen's size is needed and not known; both name where it is given.
-[[nodiscard]] Rect area_rect(const std::optional<Rect>& given, const Size& screen, const std::string& where);
 
 // Shows areas; speech is refused where the generation has none.
 void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
@@ -39,7 +38,6 @@ class Remarks {
 void add_program_option(ArgumentList& command, std::optional<ProgramNumbers>& programs);
 void add_text_options(ArgumentList& command, TextStyle& style);
 void add_speech_options(ArgumentList& command, Speech& speech);
-inline constexpr std::size_t kLongestSpeech = 65515;            // bytes, of dynamic areas
 [[nodiscard]] std::string read_speech(const std::string& text); // of a length that can be sent
 
 // How many pages each text makes, and the remarks on them.

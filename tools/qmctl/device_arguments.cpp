@@ -37,14 +37,6 @@ std::string read_password(const std::string& text) {
     return text;
 }
 
-OnPeriod read_on_period(const std::string& text) {
-    const bool two = text.size() == 11 && text[5] == '-'; // HH:MM-HH:MM
-    const auto on = two ? to_time(text.substr(0, 5)) : std::nullopt;
-    const auto off = two ? to_time(text.substr(6)) : std::nullopt;
-    if (!on || !off) expected("the times of switching on and off, such as 07:30-22:00");
-    return {(*on)[0], (*on)[1], (*off)[0], (*off)[1]};
-}
-
 Levels read_levels(const std::string& path) {
     std::ifstream file(read_path(path));
     Levels levels{};

@@ -8,8 +8,6 @@ namespace qm::ctl {
 [[nodiscard]] std::string read_name(const std::string& text);     // 4 bytes
 [[nodiscard]] std::string read_password(const std::string& text); // 6 bytes
 
-[[nodiscard]] OnPeriod read_on_period(const std::string& text); // HH:MM-HH:MM
-
 using Levels = std::array<Ouint8, 48>;
 [[nodiscard]] Levels read_levels(const std::string& path); // a file of 48 numbers
 

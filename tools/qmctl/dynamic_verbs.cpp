@@ -1,45 +1,8 @@
 // Verbs for dynamic areas beyond text and picture: several at once, deletion, and speech.
 #include "AreaOptions.h"
-#include "sign/Kept.h"
-#include "sign/PictureFiles.h"
-#include "sign/program_reading.h"
 
 namespace qm::ctl {
 namespace {
-
-// What no dynamic area can be is refused.
-void require_dynamic(const AreaDescription& area, bool with_programs) {
-    const auto refuse = [&](const std::string& why) { throw JsonError(area.where + ": " + why); };
-    if (area.id > 0xFF) refuse("a dynamic area has a number from 0 to 255");
-    if (area.border) refuse("a dynamic area has no border");
-    if (area.flags.background_flag || area.flags.transparency || area.flags.equal)
-        refuse("a dynamic area has no background_flag, transparency or equal");
-    if (area.text.empty() == area.pictures.empty() || area.pictures.size() > 1)
-        refuse("a dynamic area has either a text or one picture");
-    if (area.speech && area.speech->text.size() > kLongestSpeech)
-        refuse("a dynamic area speaks a text of at most 65515 bytes");
-    if (with_programs && area.speech && area.text.empty())
-        refuse("a picture with speech cannot be related to programs");
-}
-
-// An area of the description in path as a dynamic one.
-Area dynamic_area(const AreaDescription& described, const Screen& screen, const std::string& path) {
-    Area area;
-    area.id = static_cast<Ouint8>(described.id);
-    area.rect = area_rect(described.rect, screen.size, path + ": " + described.where + ".rect");
-    area.text = described.text;
-    area.style = described.style;
-    area.effect = described.effect;
-    area.speech = described.speech;
-    return area;
-}
-
-void add_picture(Area& area, const AreaDescription& described, const Screen& screen, PictureFiles& files) {
-    for (const PicturePage& page : described.pictures) {
-        area.effect = page.effect;
-        area.picture = files.path_of(page, {area.rect->width, area.rect->height}, screen.color);
-    }
-}
 
 class SendAreas : public AreaVerb {
   public:
@@ -48,41 +11,21 @@ class SendAreas : public AreaVerb {
         add_program_option(command, m_programs);
         m_remarks.add_to(command);
     }
-    void prepare() override {
-        name_description(m_path, [&] {
-            m_areas = read_program(m_path).areas;
-            for (const AreaDescription& area : m_areas) require_dynamic(area, m_programs.has_value());
-        });
-        name_description(m_path, [this] {
-            for (const AreaDescription& area : m_areas)
-                for (const PicturePage& page : area.pictures) require_decodable(page);
-        });
-        if (m_areas.empty()) throw UsageError(m_path + ": areas: expected at least one");
-    }
+    void prepare() override { m_areas.read(m_path, m_programs.has_value()); }
     Report run(const Session& session) const override {
         const Screen screen = Screen::of(require(session.controller.ping()));
-        std::vector<Area> areas;
-        std::vector<unsigned> ids;
-        PictureFiles files;
-        for (const AreaDescription& described : m_areas) {
-            areas.push_back(dynamic_area(described, screen, m_path));
-            ids.push_back(described.id);
-            name_description(m_path, [&] { add_picture(areas.back(), described, screen, files); });
-        }
-        const DrawnTexts& drawn = m_drawn.get({screen.size.width, screen.size.height},
-                                              [&] { return drawn_texts(m_areas, screen.size); });
-        m_remarks.tell(session, drawn.remarks);
+        const auto& [areas, texts] = m_areas.fitted(screen);
+        m_remarks.tell(session, texts.remarks);
         show_areas(session, areas, screen, m_programs);
         Report report = session.report();
-        return add_texts(report.add("Areas", "areas", ids), drawn);
+        return add_texts(report.add("Areas", "areas", m_areas.ids()), texts);
     }
 
   private:
     std::string m_path;
     std::optional<ProgramNumbers> m_programs;
-    std::vector<AreaDescription> m_areas;
+    AreaSource m_areas;
     Remarks m_remarks;
-    Kept<std::array<unsigned, 2>, DrawnTexts> m_drawn; // by the size of the screen
 };
 
 class RemoveAreas : public AreaVerb {

@@ -1,11 +1,10 @@
 // Verbs for the light of the screen: power, timer and brightness.
 #include "Verb.h"
 #include "device_arguments.h"
+#include "sign/TimerPeriod.h"
 
 namespace qm::ctl {
 namespace {
-
-constexpr int kMostPeriods = 255;
 
 template <unsigned on> class Switch : public Verb {
   public:
@@ -15,54 +14,22 @@ template <unsigned on> class Switch : public Verb {
     }
 };
 
-struct Period {
-    OnPeriod times;
-    std::string text;
-};
-
-int begin_of(const OnPeriod& period) { return 60 * period.on_hour + period.on_minute; }
-int end_of(const OnPeriod& period) { return 60 * period.off_hour + period.off_minute; }
-
-// Whether a minute of the day is in a period, which may run past midnight.
-bool covers(const OnPeriod& period, int minute) {
-    const int on = begin_of(period), off = end_of(period);
-    return on < off ? on <= minute && minute < off : minute >= on || minute < off;
-}
-
-bool overlap(const OnPeriod& a, const OnPeriod& b) {
-    return covers(a, begin_of(b)) || covers(b, begin_of(a));
-}
-
 class SetTimer : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
-        add_values(command, "PERIOD", m_periods, kMostPeriods,
-                   "HH:MM-HH:MM: when the screen is on; up to 255 of them", [](const std::string& text) {
-                       const OnPeriod times = read_on_period(text);
-                       if (begin_of(times) == end_of(times)) expected("two different times");
-                       return Period{times, text};
-                   });
+        add_values(command, "PERIOD", m_periods, kMostTimerPeriods,
+                   "HH:MM-HH:MM: when the screen is on; up to 255 of them", read_timer_period);
     }
     void prepare() override {
-        for (auto period = m_periods.begin(); period != m_periods.end(); ++period)
-            for (auto other = m_periods.begin(); other != period; ++other)
-                if (overlap(period->times, other->times))
-                    throw UsageError("expected periods that do not overlap, not '" + other->text + "' and '" +
-                                     period->text + "'");
+        if (const std::string overlap = overlap_of(m_periods); !overlap.empty()) throw UsageError(overlap);
     }
     Report run(const Session& session) const override {
-        std::vector<OnPeriod> periods;
-        std::vector<std::string> texts;
-        for (const Period& period : m_periods) {
-            periods.push_back(period.times);
-            texts.push_back(period.text);
-        }
-        require(session.controller.switch_screen(periods));
-        return session.report().add("On at", "timer", texts);
+        require(session.controller.switch_screen(times_of(m_periods)));
+        return session.report().add("On at", "timer", texts_of(m_periods));
     }
 
   private:
-    std::vector<Period> m_periods;
+    std::vector<TimerPeriod> m_periods;
 };
 
 class CancelTimer : public Verb {

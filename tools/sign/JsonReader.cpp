@@ -3,6 +3,8 @@
 #include "options/json_text.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 
 namespace qm::sign {
 namespace {
@@ -21,6 +23,13 @@ Json parse_json(const std::string& text) try {
     return options::parse_json(text);
 } catch (const std::invalid_argument& error) {
     throw JsonError(error.what());
+}
+
+Json read_json(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) throw JsonError("cannot be read");
+    return parse_json(text);
 }
 
 void Field::refuse(const std::string& reason) const {

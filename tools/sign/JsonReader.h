@@ -22,6 +22,9 @@ class JsonError : public UsageError {
 // an object.
 [[nodiscard]] nlohmann::json parse_json(const std::string& text);
 
+// What a file holds. Throws likewise, and when it cannot be read.
+[[nodiscard]] nlohmann::json read_json(const std::string& path);
+
 class Field {
   public:
     Field(const nlohmann::json& value, std::string path) : m_value(&value), m_path(std::move(path)) {}

@@ -1,11 +1,10 @@
 #include "program_reading.h"
 
 #include "JsonReader.h"
+#include "PlayTimes.h"
 #include "clock_reading.h"
 #include "files.h"
 
-#include <fstream>
-#include <iterator>
 #include <set>
 
 namespace qm::sign {
@@ -13,7 +12,6 @@ namespace {
 
 constexpr unsigned kByte = 0xFF, kWord = 0xFFFF;
 constexpr unsigned kLargestScreen = 8192;    // pixels
-constexpr std::size_t kMostPeriods = 8;      // of the record
 constexpr std::size_t kMostAreas = 254;      // a byte counts them, the background included
 constexpr unsigned kLargestAreaId = 0xFFFE;  // the last one is the background's
 constexpr std::size_t kLongestText = 0xFFFF; // bytes
@@ -62,24 +60,7 @@ class Reader {
         object.take_number("priority", rules.priority);
         object.take_number("play_times", rules.play_times);
         object.take_number("time_span", rules.time_span);
-        object.take_number("week", rules.week);
-        object.take("life_span", rules.life_span, life_span);
-        object.take("play_periods", rules.periods, [](const Field& field) {
-            std::vector<PlayRules::Period> periods;
-            for (const Field& period : field.list(1, kMostPeriods))
-                periods.push_back(period.read(read_period));
-            return periods;
-        });
-    }
-
-    static std::array<Date, 2> life_span(const Field& field) {
-        std::array<Date, 2> span{};
-        read_object(field, [&](Object& object) {
-            span = {object.require("from").read(read_date), object.require("to").read(read_date)};
-        });
-        const auto order = [](const Date& d) { return std::array{d.year, d.month, d.day}; };
-        if (order(span[1]) < order(span[0])) field.refuse("ends before it begins");
-        return span;
+        read_play_times(object).replace(rules);
     }
 
     PatternBorder border(const Field& field) const {
@@ -262,10 +243,7 @@ class Reader {
 } // namespace
 
 ProgramDescription read_program(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) throw JsonError("cannot be read");
-    const nlohmann::json json = parse_json(text);
+    const nlohmann::json json = read_json(path);
     return Reader(std::filesystem::absolute(path).parent_path()).program(Field(json, ""));
 }
 
