@@ -4,12 +4,16 @@
 
 namespace qm::sign {
 
-void ProgramSource::read(const std::string& path) {
+void ProgramSource::read(const std::string& path) { read(path, {}, {}); }
+
+void ProgramSource::read(const std::string& path, const PlayTimes& times, std::optional<unsigned> id) {
     m_path = path;
     name_description(path, [&] {
         m_program = read_program(path);
         require_drawable(m_program);
     });
+    times.replace(m_program.rules);
+    m_program.id = id.value_or(m_program.id);
 }
 
 const FittedProgram& ProgramSource::fitted(const Screen& screen) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Kept.h"
+#include "PlayTimes.h"
 #include "ProgramBuilder.h"
 #include "drawn_text.h"
 
@@ -22,6 +23,8 @@ class ProgramSource {
   public:
     // Reads the description and checks what needs no screen. Throws UsageError with the file's name.
     void read(const std::string& path);
+    // The same for a playlist, which may say when it is played, and number it.
+    void read(const std::string& path, const PlayTimes& times, std::optional<unsigned> id);
 
     [[nodiscard]] const std::string& path() const { return m_path; }
     [[nodiscard]] const ProgramDescription& program() const { return m_program; }

@@ -25,8 +25,7 @@ std::optional<unsigned> known_generation(std::optional<unsigned> type) {
 }
 
 // What the controller says, as far as it makes sense.
-ScreenDescription ask(const Controller& controller, const std::string& words = "") {
-    const Identity identity = require(controller.ping(), words);
+ScreenDescription screen_of(const Identity& identity) {
     ScreenDescription screen;
     screen.type = identity.type.code;
     if (identity.color >= SCREEN_COLOR_SINGLE && identity.color <= SCREEN_COLOR_FULLCOLOR)
@@ -104,19 +103,21 @@ std::optional<unsigned> generation_for(const ScreenWishes& wishes, const Program
     return first_of(program.generation, described_type);
 }
 
-Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program, const Controller& controller,
-                  bool sending) {
-    const auto wanted = generation_for(wishes, program);
-    ScreenDescription described = program.screen;
-    if (wanted && known_generation(described.type).value_or(*wanted) != *wanted) described.type.reset();
-    ScreenDescription found;
-    const bool open = !wanted || !first_of(wishes.color, described.color) || !described.size;
-    if (sending || open)
-        found =
-            ask(controller, sending ? ""
-                                    : "asking for what the description leaves open (generation, screen.color "
-                                      "or screen.size)");
+namespace {
 
+// Its type says nothing of a controller of another generation.
+ScreenDescription described_for(const ProgramDescription& program, std::optional<unsigned> generation) {
+    ScreenDescription described = program.screen;
+    if (generation && known_generation(described.type).value_or(*generation) != *generation)
+        described.type.reset();
+    return described;
+}
+
+// found: what the controller says, if it was asked.
+Screen target_among(const ScreenWishes& wishes, const ProgramDescription& program, ScreenDescription found,
+                    bool sending) {
+    const auto wanted = generation_for(wishes, program);
+    const ScreenDescription described = described_for(program, wanted);
     const auto theirs = known_generation(found.type);
     if (sending && wanted && theirs && *wanted != *theirs)
         throw UsageError("the program is made for " + generations(*wanted, *theirs));
@@ -135,6 +136,37 @@ Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
     screen.size = said(first_of(first.size, second.size), "screen.size");
     screen.wiring = static_cast<E_DoubleColorPixel_G56>(described.wiring);
     return screen;
+}
+
+} // namespace
+
+Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program, const Controller& controller,
+                  bool sending) {
+    const bool open = !generation_for(wishes, program) || !first_of(wishes.color, program.screen.color) ||
+                      !program.screen.size;
+    ScreenDescription found;
+    if (sending || open)
+        found = screen_of(
+            require(controller.ping(),
+                    sending ? ""
+                            : "asking for what the description leaves open (generation, screen.color "
+                              "or screen.size)"));
+    return target_among(wishes, program, std::move(found), sending);
+}
+
+Screen target_for(const ProgramDescription& program, const Identity& controller) {
+    return target_among({}, program, screen_of(controller), true);
+}
+
+bool is_made_for(const ProgramDescription& program, const Identity& controller) {
+    const auto generation = generation_for({}, program);
+    const ScreenDescription& screen = program.screen;
+    const ScreenDescription found = screen_of(controller);
+    const auto differ = [](const auto& ours, const auto& theirs) {
+        return ours && theirs && *ours != *theirs;
+    };
+    return !differ(generation, known_generation(found.type)) && !differ(screen.color, found.color) &&
+           (!screen.size || !found.size || to_string(*screen.size) == to_string(*found.size));
 }
 
 Rect whole(const Size& screen) {

@@ -7,7 +7,7 @@ namespace qm::sign {
 
 // What goes before the description, and how errors call it.
 struct ScreenWishes {
-    const char *generation_name, *type_name, *color_name;
+    const char *generation_name = "", *type_name = "", *color_name = "";
     std::optional<unsigned> generation{}, type{}, color{};
 };
 
@@ -21,6 +21,10 @@ struct ScreenWishes {
 // likewise, and Failure.
 [[nodiscard]] Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
                                 const Controller& controller, bool sending);
+// That of a controller that has answered, without wishes and before sending.
+[[nodiscard]] Screen target_for(const ProgramDescription& program, const Identity& controller);
+// Whether generation, colours and size are the controller's, as far as the description says them.
+[[nodiscard]] bool is_made_for(const ProgramDescription& program, const Identity& controller);
 
 // Fills what the description left to the screen, and takes out what the generation does not have; returns a
 // line for everything taken out. Throws JsonError for what does not fit the screen.
