@@ -33,11 +33,15 @@ Report& add_texts(Report& report, const DrawnTexts& texts) {
     return texts.remarks.empty() ? report : report.add("notes", texts.remarks);
 }
 
-void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
-                const std::optional<ProgramNumbers>& programs) {
+void require_voice(const std::vector<Area>& areas, const Screen& screen) {
     for (const Area& area : areas)
         if (area.speech && screen.generation == 5)
             throw UsageError("speech needs a controller of generation 6");
+}
+
+void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
+                const std::optional<ProgramNumbers>& programs) {
+    require_voice(areas, screen);
     require(session.controller.show(areas, screen, programs));
 }
 

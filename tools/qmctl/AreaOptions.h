@@ -17,7 +17,10 @@ class AreaVerb : public Verb {
     void check(const NamedController& target) const final { require_area_port(target); }
 };
 
-// Shows areas; speech is refused where the generation has none.
+// Throws UsageError for speech where the generation has none.
+void require_voice(const std::vector<Area>& areas, const Screen& screen);
+
+// Shows areas, after that.
 void show_areas(const Session& session, const std::vector<Area>& areas, const Screen& screen,
                 const std::optional<ProgramNumbers>& programs);
 

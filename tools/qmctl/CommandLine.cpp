@@ -124,23 +124,26 @@ std::unique_ptr<Verb> CommandLine::parse(std::vector<std::string> words) {
     m_session.verb = named_verb(m_app);
     if (!m_chosen) throw UsageError(missing_verb(m_app));
     m_session.broadcast = m_reach == Reach::broadcast;
-    find_controllers();
     return std::move(*std::ranges::find(m_verbs, m_chosen, &std::unique_ptr<Verb>::get));
 }
 
-void CommandLine::find_controllers() {
-    try {
-        const bool none = m_reach == Reach::broadcast || m_reach == Reach::none;
-        if (none || (!m_session.wanted && !m_session.book))
-            m_controllers = {NamedController()};
-        else if (!m_session.wanted)
-            m_controllers = m_session.book->all();
-        else
-            m_controllers =
-                (m_session.book ? *m_session.book : AddressBook::of_user()).find(*m_session.wanted);
-    } catch (const std::invalid_argument& wrong) {
-        throw UsageError(std::string("--controller: ") + wrong.what() + ", not '" + *m_session.wanted + "'");
-    }
+void CommandLine::settle(Verb& verb) {
+    verb.prepare();
+    find_controllers(verb);
+    for (const NamedController& controller : m_controllers) verb.check(controller);
+}
+
+void CommandLine::find_controllers(const Verb& verb) {
+    const bool none = m_reach == Reach::broadcast || m_reach == Reach::none;
+    const std::vector<std::string> names = m_session.wanted ? std::vector{*m_session.wanted}
+                                           : none           ? std::vector<std::string>()
+                                                            : verb.controllers();
+    if (none || (names.empty() && !m_session.book))
+        m_controllers = {NamedController()};
+    else if (names.empty())
+        m_controllers = m_session.book->all();
+    else
+        find_controllers(names, m_session.wanted ? "--controller" : "controllers");
     if (m_controllers.empty())
         throw UsageError("--controllers: expected a file with at least one controller");
     m_session.one_of_many = m_controllers.size() > 1;
@@ -148,6 +151,19 @@ void CommandLine::find_controllers() {
     if (m_reach == Reach::one && m_session.one_of_many)
         throw UsageError("--controller: this verb makes files for one controller, not for " +
                          std::to_string(m_controllers.size()));
+}
+
+void CommandLine::find_controllers(const std::vector<std::string>& names, const std::string& where) {
+    const AddressBook book = m_session.book ? *m_session.book : AddressBook::of_user();
+    for (const std::string& name : names) {
+        try {
+            for (NamedController& found : book.find(name))
+                if (std::ranges::find(m_controllers, found) == m_controllers.end())
+                    m_controllers.push_back(std::move(found));
+        } catch (const std::invalid_argument& wrong) {
+            throw UsageError(where + ": " + wrong.what() + ", not '" + name + "'");
+        }
+    }
 }
 
 std::string CommandLine::information(const CLI::ParseError& request) const {

@@ -18,6 +18,8 @@ class CommandLine {
     // --help and --version.
     [[nodiscard]] std::unique_ptr<Verb> parse(std::vector<std::string> words);
     [[nodiscard]] Reach reach() const { return m_reach; }
+    // Prepares it, and finds whom it goes to, whom it may refuse. Throws UsageError, and Failure.
+    void settle(Verb& verb);
     // Whom it goes to, at least one, and on which terms.
     [[nodiscard]] const std::vector<NamedController>& controllers() const { return m_controllers; }
     [[nodiscard]] const FleetTerms& terms() const { return m_terms; }
@@ -28,7 +30,8 @@ class CommandLine {
   private:
     void add_shared_options();
     void add_verb(const VerbEntry& entry);
-    void find_controllers();
+    void find_controllers(const Verb& verb);
+    void find_controllers(const std::vector<std::string>& names, const std::string& where);
 
     Session& m_session;
     CLI::App m_app;

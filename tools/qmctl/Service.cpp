@@ -116,8 +116,7 @@ void Service::read(const std::string& text, Request& request) {
     try {
         auto verb = line.parse(words_of(Field(object, "request")));
         if (line.reach() == Reach::none) throw UsageError("request.verb: expected another one than serve");
-        verb->prepare();
-        for (const NamedController& target : line.controllers()) verb->check(target);
+        line.settle(*verb);
         request.verb = std::move(verb);
     } catch (const CLI::Success&) {
         throw UsageError("request.options: expected no question for help or version");

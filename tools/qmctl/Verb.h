@@ -22,6 +22,8 @@ class Verb {
     // Reads and checks what needs no controller, before the first one is asked; trouble is thrown as
     // UsageError.
     virtual void prepare() {}
+    // Whom it goes to when the command line names nobody, once it is prepared; each as -c takes it.
+    virtual std::vector<std::string> controllers() const { return {}; }
     // Refuses a controller that it cannot be done for, by UsageError, before the first one is asked.
     virtual void check(const sign::NamedController&) const {}
     // Does it for one controller, for many of them at once; trouble is thrown as UsageError or Failure.
@@ -56,9 +58,10 @@ Family config_verbs();
 Family file_verbs();
 Family program_verbs();
 Family serve_verbs();
+Family sign_verbs();
 
-inline constexpr Family (*kFamilies[])() = {discovery_verbs, doctor_verbs, status_verbs,  area_verbs,
-                                            dynamic_verbs,   power_verbs,  setting_verbs, network_verbs,
-                                            config_verbs,    file_verbs,   program_verbs, serve_verbs};
+inline constexpr Family (*kFamilies[])() = {
+    discovery_verbs, doctor_verbs, status_verbs, area_verbs,    dynamic_verbs, power_verbs, setting_verbs,
+    network_verbs,   config_verbs, file_verbs,   program_verbs, sign_verbs,    serve_verbs};
 
 } // namespace qm::ctl

@@ -17,8 +17,7 @@ bool asks_for_json(std::span<char* const> arguments) {
 int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
     const auto verb = line.parse({arguments.begin(), arguments.end()});
     if (session.verbose) Output::show_messages();
-    verb->prepare();
-    for (const NamedController& controller : line.controllers()) verb->check(controller);
+    line.settle(*verb);
     return Fleet(session, *verb, line.controllers(), line.terms()).run();
 }
 
