@@ -154,7 +154,7 @@ constexpr VerbEntry kVerbs[] = {
     {"apply", "Make controllers what the description of their sign says",
      "Sends the programs that differ, as one transfer, deletes what the description lets it, and sets\n"
      "what differs or cannot be asked for. What was interrupted is finished by the next apply. Goes to\n"
-     "the controllers of the description unless -c or --controllers is given.\n\n"
+     "the controllers of the description unless -c is given.\n\n"
      "Examples:\n  qmctl apply examples/shops/sign.json\n  qmctl -c stop-5 apply --dry-run sign.json",
      make_verb<ApplySign>}};
 
