@@ -148,6 +148,27 @@ TEST_F(Sign, AreasThatDoNotFitKeepEverythingFromBeingSent) {
     EXPECT_THAT(controller.files(), IsEmpty());
 }
 
+TEST_F(Sign, ProgramsAreSentListedAndRemovedTogether) {
+    const sim::Simulator controller;
+    const auto program = [&](const Words& words) {
+        return qmctl_json(controller.port(), Words{"program"} + words);
+    };
+    const std::string one = folder.program("one.json", 1, 1), two = folder.program("two.json", 2, 2),
+                      far = folder.program("far.json", 1002, 1);
+    EXPECT_THAT(qmctl({"-c", address(controller.port()), "program", "send", two, far}).err,
+                HasSubstr("far.json: id: 1002 has a file in common with " + two));
+    EXPECT_EQ(program({"send", one, two})["programs"], (nlohmann::json{"P001", "P002"}));
+    const auto listed = program({"ls"})["programs"];
+    ASSERT_EQ(listed.size(), 2U);
+    EXPECT_EQ(listed[1]["name"], "P002");
+    EXPECT_EQ(listed[1]["files"][1]["name"], "D002");
+    EXPECT_EQ(listed[1]["size"], controller.file("P002")->data.size() + controller.file("D002")->data.size());
+    program({"send", far});
+    EXPECT_EQ(program({"rm", "1002"})["removed"], nlohmann::json{"1002"}) << "its data is also that of P002";
+    EXPECT_EQ(program({"rm", "1", "P002"})["ok"], true);
+    EXPECT_THAT(controller.files(), IsEmpty());
+}
+
 TEST_F(Sign, GoesToItsOwnControllersUnlessOthersAreNamed) {
     const sim::Simulator own, other;
     const std::string sign =

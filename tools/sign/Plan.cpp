@@ -1,22 +1,11 @@
 #include "Plan.h"
 
+#include "program_files.h"
+
 #include <algorithm>
 
 namespace qm::sign {
 namespace {
-
-constexpr unsigned kProgramType = 0, kDataType = 9;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-// P007 or 1234, and D007 or D234 of their data.
-bool is_of_program(const FileEntry& file) {
-    if (file.name.size() != 4 || !std::all_of(file.name.begin() + 1, file.name.end(), is_digit)) return false;
-    const char first = file.name.front();
-    return file.type == kDataType
-               ? first == 'D'
-               : file.type == kProgramType && (first == 'P' || (is_digit(first) && first != '0'));
-}
 
 FileEntry entry_of(const File& file) {
     return {file.name, file.type, static_cast<std::uint32_t>(file.bytes.size()), crc_at_end(file.bytes)};
@@ -74,17 +63,15 @@ std::vector<PlannedFile> plan_files(const std::vector<SignProgram>& programs,
         const auto end = files.begin() + static_cast<std::ptrdiff_t>(wanted);
         const bool ours = std::any_of(files.begin(), end,
                                       [&](const PlannedFile& file) { return same_file(file.entry, one); });
-        if (!ours && is_of_program(one)) files.push_back({prune ? FileState::deleted : FileState::kept, one});
+        if (!ours && (is_program(one) || is_data(one)))
+            files.push_back({prune ? FileState::deleted : FileState::kept, one});
     }
     return files;
 }
 
 Plan plan_for(const SignSource& source, const std::vector<SignProgram>& programs,
               const Controller& controller, const Identity& identity) {
-    std::vector<FileEntry> held = require(controller.files(kProgramType), "listing the programs");
-    if (identity.type.generation != 5)
-        std::ranges::copy(require(controller.files(kDataType), "listing the data of programs"),
-                          std::back_inserter(held));
+    const std::vector<FileEntry> held = list_program_files(controller, identity);
     Plan plan{plan_files(programs, held, source.sign().prune), {}};
     if (has_settings(source.sign()))
         plan.settings = settings_of(source.sign(), require(controller.status(), "asking for the status"));

@@ -1,22 +1,12 @@
 #include "SignSource.h"
 
+#include "program_files.h"
 #include "program_reading.h"
 #include "sign_reading.h"
 
 #include <set>
 
 namespace qm::sign {
-namespace {
-
-constexpr unsigned kFirstOfFour = 1000; // from here on a number fills the name
-
-// Of a program's file.
-std::string name_of(unsigned id) {
-    const std::string digits = std::to_string(id);
-    return id < kFirstOfFour ? "P" + std::string(3 - digits.size(), '0') + digits : digits;
-}
-
-} // namespace
 
 void SignSource::read(const std::string& path) {
     m_path = path;
@@ -41,9 +31,10 @@ void SignSource::read_programs() {
 // Controllers play by name. Numbers that end alike share the name of the data file, too.
 void SignSource::require_order() const {
     std::string before;
-    std::set<unsigned> data;
+    std::set<std::string> data;
     for (std::size_t i = 0; i < m_playlist.size(); ++i) {
         const unsigned id = m_playlist[i].front().program().id;
+        const std::string name = program_name(id);
         const auto refuse = [&](const std::string& why) {
             throw JsonError(m_sign.playlist[i].where + ": " + why);
         };
@@ -51,12 +42,11 @@ void SignSource::require_order() const {
             if (variant.program().id != id)
                 refuse("variants have one number, not " + std::to_string(id) + " and " +
                        std::to_string(variant.program().id));
-        if (name_of(id) <= before)
-            refuse(name_of(id) + " does not come after " + before +
+        if (name <= before)
+            refuse(name + " does not come after " + before +
                    " by name, as controllers play; order the numbers, or set number");
-        if (!data.insert(id % kFirstOfFour).second)
-            refuse(name_of(id) + " has the data file of another program");
-        before = name_of(id);
+        if (!data.insert(data_name(name)).second) refuse(name + " has the data file of another program");
+        before = name;
     }
 }
 
@@ -65,7 +55,7 @@ std::vector<SignProgram> SignSource::programs(const Identity& controller) const 
     for (std::size_t i = 0; i < m_playlist.size(); ++i) {
         const ProgramSource& source = variant_for(i, controller);
         name_description(source.path(), [&] {
-            const FittedProgram& fitted = source.fitted(target_for(source.program(), controller));
+            const FittedProgram& fitted = source.fitted(target_for({}, source.program(), controller));
             programs.push_back({&source, &fitted, &source.files(fitted.screen)});
         });
     }

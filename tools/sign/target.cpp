@@ -140,22 +140,20 @@ Screen target_among(const ScreenWishes& wishes, const ProgramDescription& progra
 
 } // namespace
 
-Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program, const Controller& controller,
-                  bool sending) {
+Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
+                  const Controller& controller) {
     const bool open = !generation_for(wishes, program) || !first_of(wishes.color, program.screen.color) ||
                       !program.screen.size;
     ScreenDescription found;
-    if (sending || open)
-        found = screen_of(
-            require(controller.ping(),
-                    sending ? ""
-                            : "asking for what the description leaves open (generation, screen.color "
-                              "or screen.size)"));
-    return target_among(wishes, program, std::move(found), sending);
+    if (open)
+        found =
+            screen_of(require(controller.ping(), "asking for what the description leaves open (generation, "
+                                                 "screen.color or screen.size)"));
+    return target_among(wishes, program, std::move(found), false);
 }
 
-Screen target_for(const ProgramDescription& program, const Identity& controller) {
-    return target_among({}, program, screen_of(controller), true);
+Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program, const Identity& controller) {
+    return target_among(wishes, program, screen_of(controller), true);
 }
 
 bool is_made_for(const ProgramDescription& program, const Identity& controller) {

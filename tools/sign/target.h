@@ -17,12 +17,12 @@ struct ScreenWishes {
                                                      const ProgramDescription& program);
 
 // Wishes go before the description, and the description before the controller, which is asked when something
-// is open. Before a program is sent, the controller is always asked, and goes before the description. Throws
-// likewise, and Failure.
+// is open. Throws likewise, and Failure.
 [[nodiscard]] Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
-                                const Controller& controller, bool sending);
-// That of a controller that has answered, without wishes and before sending.
-[[nodiscard]] Screen target_for(const ProgramDescription& program, const Identity& controller);
+                                const Controller& controller);
+// Before a program is sent to a controller, which then goes before the description. Throws likewise.
+[[nodiscard]] Screen target_for(const ScreenWishes& wishes, const ProgramDescription& program,
+                                const Identity& controller);
 // Whether generation, colours and size are the controller's, as far as the description says them.
 [[nodiscard]] bool is_made_for(const ProgramDescription& program, const Identity& controller);
 
