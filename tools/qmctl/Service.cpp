@@ -42,8 +42,8 @@ Words words_of(const Field& request) {
     Words words, arguments;
     read_object(request, [&](Object& object) {
         (void)object.find("id");
-        for (const std::string_view word : split(object.require("verb").text(), ' '))
-            words.emplace_back(word);
+        const std::string verb = object.require("verb").text();
+        for (const std::string_view word : split(verb, ' ')) words.emplace_back(word);
         if (const auto named = object.find("controller")) words.push_back("--controller=" + named->text());
         if (const auto options = object.find("options")) {
             if (!options->value().is_object()) options->expected("an object");
