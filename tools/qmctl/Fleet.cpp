@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <csignal>
 #include <ctime>
+#include <system_error>
 #include <thread>
 
 namespace qm::ctl {
@@ -24,11 +25,12 @@ bool may_pass(const Outcome& outcome) {
     return failure && failure->may_pass();
 }
 
+bool is_failure(int status) { return status == kUsage || status == kFailed; }
+
 // When some have been sent to and others not, it is a failure.
 int common_status(const std::vector<int>& statuses) {
     if (std::ranges::adjacent_find(statuses, std::not_equal_to()) == statuses.end()) return statuses.front();
-    const bool wrong = std::ranges::any_of(statuses, [](int s) { return s == kUsage || s == kFailed; });
-    return wrong ? kFailed : std::ranges::max(statuses);
+    return std::ranges::any_of(statuses, is_failure) ? kFailed : std::ranges::max(statuses);
 }
 
 std::string timestamp() {
@@ -43,6 +45,8 @@ double seconds(std::chrono::steady_clock::duration time) {
     return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count()) / 1000;
 }
 
+constexpr int kAllEnded = SIGUSR1; // from the last thread, and never ignored while it is blocked
+
 // Blocks signals that a thread waits for; those that are ignored stay so.
 class AwaitedSignals {
   public:
@@ -51,7 +55,7 @@ class AwaitedSignals {
         for (const int signal : signals) {
             struct ::sigaction action {};
             ::sigaction(signal, nullptr, &action);
-            if (action.sa_handler != SIG_IGN) ::sigaddset(&m_set, signal);
+            if (action.sa_handler != SIG_IGN || signal == kAllEnded) ::sigaddset(&m_set, signal);
         }
         ::pthread_sigmask(SIG_BLOCK, &m_set, &m_before);
     }
@@ -103,15 +107,10 @@ int Fleet::run() {
 }
 
 void Fleet::watch() {
-    const AwaitedSignals signals{SIGINT, SIGTERM, SIGUSR1};
-    std::vector<std::thread> workers;
-    m_working = std::min<std::size_t>(m_session.jobs, m_jobs.size());
-    for (std::size_t i = m_working; i > 0; --i)
-        workers.emplace_back([this] {
-            work();
-            if (--m_working == 0) ::pthread_kill(m_watcher, SIGUSR1);
-        });
-    for (int signal = 0; (signal = signals.wait(m_interrupted ? kGrace : kBetweenCounts)) != SIGUSR1;) {
+    const AwaitedSignals signals{SIGINT, SIGTERM, kAllEnded};
+    std::vector<std::thread> workers = start_workers();
+    if (workers.empty()) return work(); // one after the other, where no thread can be had
+    for (int signal = 0; (signal = signals.wait(m_interrupted ? kGrace : kBetweenCounts)) != kAllEnded;) {
         if (m_interrupted) give_up(); // for the second time, or in vain
         if (signal != 0) interrupt();
         show_counts();
@@ -119,6 +118,29 @@ void Fleet::watch() {
     for (std::thread& worker : workers) worker.join();
     m_session.output->pass("");
     if (m_interrupted) give_up();
+}
+
+// As many as there are to be, or as can be had.
+std::vector<std::thread> Fleet::start_workers() {
+    std::vector<std::thread> workers;
+    m_working = 1; // this one, which starts the others
+    try {
+        while (workers.size() < std::min<std::size_t>(m_session.jobs, m_jobs.size())) {
+            ++m_working;
+            workers.emplace_back([this] {
+                work();
+                leave();
+            });
+        }
+    } catch (const std::system_error&) {
+        --m_working;
+    }
+    if (!workers.empty()) leave();
+    return workers;
+}
+
+void Fleet::leave() {
+    if (--m_working == 0) ::pthread_kill(m_watcher, kAllEnded);
 }
 
 void Fleet::interrupt() {
@@ -190,7 +212,7 @@ void Fleet::show_counts() {
     if (!m_session.output->is_terminal()) return;
     const std::lock_guard lock(m_mutex);
     const auto ended = m_statuses.size(), left = m_jobs.size() - ended;
-    const auto failed = ended - static_cast<std::size_t>(std::ranges::count(m_statuses, kDone));
+    const auto failed = static_cast<std::size_t>(std::ranges::count_if(m_statuses, is_failure));
     std::string line = std::to_string(ended - failed) + " done, " + std::to_string(failed) + " failed, " +
                        std::to_string(left) + " waiting";
     if (m_interrupted)

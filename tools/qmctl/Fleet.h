@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <map>
 #include <pthread.h>
+#include <thread>
 
 namespace qm::ctl {
 
@@ -49,6 +50,8 @@ class Fleet {
     void take(Job& job, const Session& session, const Outcome& outcome);
     void keep(const Job& job, const Session& session, const Outcome& outcome);
     void watch();
+    std::vector<std::thread> start_workers();
+    void leave();
     void interrupt();
     void show_counts();
     [[noreturn]] void give_up();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <system_error>
 
 namespace qm::ctl {
 namespace {
@@ -75,7 +76,11 @@ Service::Service(const Session& session) : m_session(session) {}
 
 void Service::serve(std::istream& requests) {
     std::vector<std::thread> workers;
-    for (unsigned i = 0; i < m_session.jobs; ++i) workers.emplace_back([this] { work(); });
+    try {
+        while (workers.size() < m_session.jobs) workers.emplace_back([this] { work(); });
+    } catch (const std::system_error&) { // fewer will do
+        if (workers.empty()) throw;
+    }
     for (std::string line; std::getline(requests, line) && !failed();) take(line);
     {
         const std::lock_guard lock(m_mutex);

@@ -17,7 +17,7 @@ struct NamedController {
     std::vector<std::string> tags{};
 
     [[nodiscard]] std::string address() const { return host + ":" + std::to_string(port); }
-    [[nodiscard]] const std::string label() const { return name.empty() ? address() : name; }
+    [[nodiscard]] std::string label() const { return name.empty() ? address() : name; }
 
     // Its IPv4 address, for which the name of a host is looked up. Throws Failure when there is none.
     [[nodiscard]] Controller controller() const;
