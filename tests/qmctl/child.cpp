@@ -85,7 +85,10 @@ RunningQmctl::~RunningQmctl() {
     (void)end();
 }
 
-void RunningQmctl::send(int signal) const { ::kill(m_pid, signal); }
+void RunningQmctl::send(int signal) const {
+    const int pid = m_pid;
+    if (pid > 0) ::kill(pid, signal); // -1 would be everybody
+}
 
 Outcome RunningQmctl::end() {
     const int status = m_pid < 0 ? -1 : wait_for_end(m_pid);

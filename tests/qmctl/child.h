@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,13 +31,13 @@ class RunningQmctl {
     RunningQmctl& operator=(const RunningQmctl&) = delete;
     ~RunningQmctl(); // kills it, unless it has ended
 
-    void send(int signal) const;
+    void send(int signal) const; // nothing once it has ended
     Outcome end(); // waits for it, for at most 60 s
 
   private:
     struct Streams;
     std::unique_ptr<Streams> m_streams;
-    int m_pid = -1;
+    std::atomic<int> m_pid = -1; // others may send while its end is waited for
 };
 
 // Runs qmctl to its end, for at most 60 s. output: a file to write its results to, in place of Outcome::out.

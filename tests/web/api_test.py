@@ -70,11 +70,11 @@ class Pictures(Api):
         stalled = self.live(room=4096)
         self.send("text", "--mode", "left", "--speed", "0", "--repeat", "255", "--size", "80", "running far")
         begin = time.monotonic()
-        for _ in range(20): self.send("power", "on")
+        for _ in range(14): self.send("power", "on")
         self.send("text", "at rest")
         pixels, drained = simulator.pixels(), time.monotonic() - begin
         stalled.take_until("the picture", lambda: stalled.shows(pixels))
-        self.assertLess(stalled.messages, 40 * drained, "not all that there was")
+        self.assertLess(stalled.messages, 10 + 40 * drained, "not all that there was")
 
     def test_wall_has_every_screen(self):
         simulator = self.start("--size", "32x16", "--count", "3")
@@ -87,14 +87,14 @@ class Pictures(Api):
     def test_recording_lasts_as_long_as_it_was(self):
         file = f"{tempfile.mkdtemp()}/all.gif"
         self.addCleanup(shutil.rmtree, os.path.dirname(file))
-        simulator = self.start("--size", "64x16", "--record", file)
         begin = time.monotonic()
+        simulator = self.start("--size", "64x16", "--record", file)
         self.send("text", "--mode", "left", "--speed", "20", "--repeat", "255", "a long way to run for a text")
         status, gif = simulator.request("api/recording.gif?seconds=2")
         self.assertEqual(status, 200)
-        self.assert_gif_lasts(gif, 2)
+        self.assert_gif_lasts(gif, 2, time.monotonic() - begin)
         simulator.stop()
-        with open(file, "rb") as all_of_it: self.assert_gif_lasts(all_of_it.read(), time.monotonic() - begin)
+        with open(file, "rb") as all_of_it: self.assert_gif_lasts(all_of_it.read(), 2, time.monotonic() - begin)
 
     def test_recordings_end_when_told_and_with_their_readers(self):
         simulator = self.start()
@@ -115,12 +115,12 @@ class Pictures(Api):
         wait_for("the recording ends", ended)
         self.assertRegex(peer.recv(4096), rb"(?s)^HTTP/1.1 200 .*\r\n\r\nGIF89a")
 
-    def assert_gif_lasts(self, gif, seconds):
+    def assert_gif_lasts(self, gif, least, most):
         self.assertEqual((gif[:10], gif[-1:]), (b"GIF89a" + bytes((64, 0, 16, 0)), b";"))
         delays = [int.from_bytes(gif[at + 4 : at + 6], "little")
                   for at in range(len(gif)) if gif.startswith(b"\x21\xF9\x04\x04", at)]
         self.assertGreater(len(delays), 10)
-        self.assertAlmostEqual(sum(delays) / 100, seconds, delta=0.5)
+        self.assertTrue(least - 0.1 <= sum(delays) / 100 <= most + 0.1, "as long as what was shown")
         self.assertGreaterEqual(min(delays), 2, "viewers slow down what is faster")
 
 
