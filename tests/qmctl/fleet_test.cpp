@@ -171,6 +171,35 @@ TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
     EXPECT_EQ(ids_of(two), std::vector<unsigned>{9});
 }
 
+TEST(Override, IsGoneInTheEndAndWhenInterrupted) {
+    const sim::Simulator one, two;
+    sim::Simulator gone;
+    gone.set_fault(sim::Fault{.kind = sim::FaultKind::close});
+    for (const auto* controller : {&one, &two})
+        ASSERT_EQ(qmctl({"-c", address(controller->port()), "text", "under it"}).status, 0);
+    const std::string all = address(one.port()) + "," + address(gone.port()) + "," + address(two.port());
+    const Outcome outcome = qmctl({"-c", all, "--json", "override", "--for", "1s", "Closed"});
+    EXPECT_EQ(outcome.status, 2) << outcome.err;
+    std::vector<std::string> order;
+    for (const Json& object : objects_in(outcome.out))
+        order.push_back(object.contains("until") ? "shown" : object.contains("deleted") ? "gone" : "failed");
+    EXPECT_THAT(order, testing::UnorderedElementsAre("shown", "shown", "failed", "gone", "gone"));
+    EXPECT_EQ(ids_of(one), std::vector<unsigned>{0});
+    EXPECT_EQ(ids_of(two), std::vector<unsigned>{0});
+
+    std::promise<void> shown;
+    const sim::Simulator third({.on_screen = [&, first = true](const sim::Image&) mutable {
+        if (std::exchange(first, false)) shown.set_value();
+    }});
+    RunningQmctl run({"-c", address(third.port()), "override", "--for", "1h", "Closed"});
+    ASSERT_EQ(shown.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    EXPECT_EQ(ids_of(third), std::vector<unsigned>{31});
+    run.send(SIGTERM);
+    EXPECT_EQ(run.end().status, 130);
+    EXPECT_EQ(ids_of(third), std::vector<unsigned>{});
+    EXPECT_THAT(qmctl({"override", "--for", "2d", "x"}).err, HasSubstr("such as 90s, 10m or 2h30m"));
+}
+
 TEST(ManyControllers, LeftUndoneWhenInterruptedAreNamed) {
     std::promise<void> asked;
     bool first = true;

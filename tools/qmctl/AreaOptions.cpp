@@ -98,7 +98,8 @@ void add_speech_options(ArgumentList& command, Speech& speech) {
 
 void AreaOptions::add_to(ArgumentList& command) {
     add_number(command, "--area", m_id, 0, 255,
-               "Number of the area, 0 to 255; it replaces the area of that number (default 0)");
+               "Number of the area, 0 to 255; it replaces the area of that number (default " +
+                   std::to_string(m_id) + ")");
     add_value(command, "--rect", m_rect, "X,Y,W,H", "Rectangle in pixels, on the screen (default all of it)",
               read_rect);
     add_word(command, "--screen", m_color, kScreenColors,

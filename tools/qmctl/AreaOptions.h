@@ -48,15 +48,18 @@ Report& add_texts(Report& report, const DrawnTexts& texts);
 
 class AreaOptions {
   public:
+    // The number that the area has when no other is asked for.
+    explicit AreaOptions(unsigned id = 0) : m_id(id) {}
     void add_to(ArgumentList& command);
 
+    [[nodiscard]] Ouint8 id() const { return static_cast<Ouint8>(m_id); }
     // Puts the area where it is to be, on the screen that the controller's ping tells.
     [[nodiscard]] Screen place(const Session& session, Area& area) const;
     // Shows it there; a report that begins with that.
     [[nodiscard]] Report show(const Session& session, const Area& area, const Screen& screen) const;
 
   private:
-    unsigned m_id = 0;
+    unsigned m_id;
     std::optional<Rect> m_rect;
     std::optional<unsigned> m_color;
     unsigned m_mode = Effect().mode; // or kRun

@@ -1,7 +1,9 @@
 #include "Fleet.h"
 
+#include "AwaitedSignals.h"
+#include "record_text.h"
+
 #include <algorithm>
-#include <csignal>
 #include <ctime>
 #include <system_error>
 #include <thread>
@@ -14,7 +16,6 @@ using namespace std::chrono_literals;
 constexpr auto kBetweenCounts = 1s;
 constexpr auto kFirstPause = 1s, kLongestPause = 60s;
 constexpr auto kGrace = 3s; // for jobs that run when the user interrupts, which is as long as a call waits
-constexpr int kInterrupted = 130;
 
 std::chrono::seconds pause_after(unsigned tries) {
     return std::min<std::chrono::seconds>(kFirstPause * (1U << std::min(tries - 1, 6U)), kLongestPause);
@@ -33,45 +34,11 @@ int common_status(const std::vector<int>& statuses) {
     return std::ranges::any_of(statuses, is_failure) ? kFailed : std::ranges::max(statuses);
 }
 
-std::string timestamp() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    char text[sizeof "2024-12-31T23:59:59+0000"];
-    return {text, std::strftime(text, sizeof text, "%FT%T%z", &local)};
-}
-
 double seconds(std::chrono::steady_clock::duration time) {
     return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count()) / 1000;
 }
 
 constexpr int kAllEnded = SIGUSR1; // from the last thread, and never ignored while it is blocked
-
-// Blocks signals that a thread waits for; those that are ignored stay so.
-class AwaitedSignals {
-  public:
-    explicit AwaitedSignals(std::initializer_list<int> signals) {
-        ::sigemptyset(&m_set);
-        for (const int signal : signals) {
-            struct ::sigaction action {};
-            ::sigaction(signal, nullptr, &action);
-            if (action.sa_handler != SIG_IGN || signal == kAllEnded) ::sigaddset(&m_set, signal);
-        }
-        ::pthread_sigmask(SIG_BLOCK, &m_set, &m_before);
-    }
-    AwaitedSignals(const AwaitedSignals&) = delete;
-    AwaitedSignals& operator=(const AwaitedSignals&) = delete;
-    ~AwaitedSignals() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-
-    // The next one; 0 when there is none in that time.
-    [[nodiscard]] int wait(std::chrono::seconds time) const {
-        const ::timespec limit{.tv_sec = time.count(), .tv_nsec = 0};
-        return std::max(::sigtimedwait(&m_set, nullptr, &limit), 0);
-    }
-
-  private:
-    ::sigset_t m_set, m_before;
-};
 
 } // namespace
 
@@ -98,26 +65,38 @@ Fleet::Fleet(Session session, const Verb& verb, const std::vector<NamedControlle
     if (!m_report) throw UsageError("--report: '" + terms.report + "' cannot be written");
 }
 
+// Calls of the library cannot be broken off, but the process can.
+Fleet::~Fleet() {
+    if (m_abandoned) std::_Exit(kInterrupted);
+}
+
 int Fleet::run() {
     if (m_jobs.size() == 1)
         work();
     else
         watch();
-    return common_status(m_statuses);
+    const std::lock_guard lock(m_mutex);
+    return m_interrupted ? kInterrupted : common_status(m_statuses);
+}
+
+std::vector<NamedController> Fleet::done() {
+    const std::lock_guard lock(m_mutex);
+    return m_done;
 }
 
 void Fleet::watch() {
-    const AwaitedSignals signals{SIGINT, SIGTERM, kAllEnded};
+    const AwaitedSignals signals{kAllEnded};
     std::vector<std::thread> workers = start_workers();
     if (workers.empty()) return work(); // one after the other, where no thread can be had
     for (int signal = 0; (signal = signals.wait(m_interrupted ? kGrace : kBetweenCounts)) != kAllEnded;) {
-        if (m_interrupted) give_up(); // for the second time, or in vain
+        m_abandoned = m_interrupted; // for the second time, or in vain
+        if (m_abandoned) break;
         if (signal != 0) interrupt();
         show_counts();
     }
-    for (std::thread& worker : workers) worker.join();
+    for (std::thread& worker : workers) m_abandoned ? worker.detach() : worker.join();
     m_session.output->pass("");
-    if (m_interrupted) give_up();
+    if (m_interrupted) tell_interrupted();
 }
 
 // As many as there are to be, or as can be had.
@@ -193,12 +172,13 @@ void Fleet::take(Job& job, const Session& session, const Outcome& outcome) {
     keep(job, session, outcome);
     job.ended = true;
     m_statuses.push_back(status);
+    if (!is_failure(status)) m_done.push_back(*job.target);
     if (m_statuses.size() == m_jobs.size()) m_changed.notify_all();
 }
 
 void Fleet::keep(const Job& job, const Session& session, const Outcome& outcome) {
     if (!m_report) return;
-    nlohmann::ordered_json line{{"time", timestamp()},
+    nlohmann::ordered_json line{{"time", local_time(std::time(nullptr), kTimestamp)},
                                 {"verb", session.verb},
                                 {"tries", job.tries},
                                 {"seconds", seconds(Clock::now() - job.begun)}};
@@ -226,16 +206,13 @@ void Fleet::show_counts() {
     m_session.output->pass(std::move(line));
 }
 
-// Calls of the library cannot be broken off, but the process can.
-void Fleet::give_up() {
+void Fleet::tell_interrupted() {
     const std::lock_guard lock(m_mutex);
     std::string left;
     for (const Job& job : m_jobs)
         if (!job.ended) left += (left.empty() ? "" : ", ") + job.target->label();
-    m_session.output->pass("");
     m_session.output->remark("qmctl: interrupted; " + (left.empty() ? "all done" : "not done: " + left) +
                              "\n");
-    std::_Exit(kInterrupted);
 }
 
 } // namespace qm::ctl

@@ -30,9 +30,16 @@ class Fleet {
     Fleet(Session session, const Verb& verb, const std::vector<NamedController>& controllers,
           const FleetTerms& terms);
 
+    // When the user interrupted and calls go on that cannot be broken off, this ends the process.
+    ~Fleet();
+    Fleet(const Fleet&) = delete;
+    Fleet& operator=(const Fleet&) = delete;
+
     // Gives the exit status that all have in common, else kFailed. When the user interrupts what goes to
-    // many, it says what was left undone and ends the process.
+    // many, it says what was left undone and gives kInterrupted.
     int run();
+    // Those for which it was done.
+    [[nodiscard]] std::vector<NamedController> done();
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -50,11 +57,11 @@ class Fleet {
     void take(Job& job, const Session& session, const Outcome& outcome);
     void keep(const Job& job, const Session& session, const Outcome& outcome);
     void watch();
+    void tell_interrupted();
     std::vector<std::thread> start_workers();
     void leave();
     void interrupt();
     void show_counts();
-    [[noreturn]] void give_up();
 
     const Session m_session;
     const Verb& m_verb;
@@ -70,7 +77,8 @@ class Fleet {
     std::vector<Job> m_jobs;
     std::multimap<Clock::time_point, Job*> m_waiting; // by the time at which they are due
     std::vector<int> m_statuses;                      // of those that have ended
-    bool m_interrupted = false;
+    std::vector<NamedController> m_done;
+    bool m_interrupted = false, m_abandoned = false;
 };
 
 } // namespace qm::ctl

@@ -121,6 +121,7 @@ void Service::read(const std::string& text, Request& request) {
     try {
         auto verb = line.parse(words_of(Field(object, "request")));
         if (line.reach() == Reach::none) throw UsageError("request.verb: expected another one than serve");
+        if (verb->ending()) throw UsageError("request.verb: expected one that does not stay");
         line.settle(*verb);
         request.verb = std::move(verb);
     } catch (const CLI::Success&) {

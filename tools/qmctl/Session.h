@@ -16,7 +16,7 @@ using namespace sign;
 // What a verb came to: its report, or why there is none.
 using Outcome = std::variant<Report, UsageError, Failure>;
 
-constexpr int kDone = 0, kUsage = 1, kFailed = 2;
+constexpr int kDone = 0, kUsage = 1, kFailed = 2, kInterrupted = 130;
 [[nodiscard]] int exit_status(const Outcome& outcome);
 
 // A copy with another controller is that of one more job.

@@ -4,7 +4,9 @@
 #include "options/ArgumentList.h"
 #include "sign/AddressBook.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace qm::ctl {
@@ -13,6 +15,15 @@ using namespace options;
 
 class Report;
 class Session;
+
+class Verb;
+
+// After that time, or sooner when the user interrupts, another verb goes to the controllers for which it was
+// done.
+struct Ending {
+    std::chrono::seconds after;
+    const Verb& verb;
+};
 
 // One verb: its arguments, and what it does once all of them are known to be good.
 class Verb {
@@ -26,6 +37,8 @@ class Verb {
     virtual std::vector<std::string> controllers() const { return {}; }
     // Refuses a controller that it cannot be done for, by UsageError, before the first one is asked.
     virtual void check(const sign::NamedController&) const {}
+    // When what it does goes by itself.
+    virtual std::optional<Ending> ending() const { return {}; }
     // Does it for one controller, for many of them at once; trouble is thrown as UsageError or Failure.
     virtual Report run(const Session& session) const = 0;
 };

@@ -1,5 +1,7 @@
 // Verbs that put text and pictures on the screen at once, without a program being written.
 #include "AreaOptions.h"
+#include "arguments.h"
+#include "record_text.h"
 #include "sign/Kept.h"
 #include "sign/PictureFiles.h"
 
@@ -26,6 +28,7 @@ std::string read_standard_input() {
 
 class ShowText : public AreaVerb {
   public:
+    explicit ShowText(unsigned id = 0) : m_options(id) {}
     void add_arguments(ArgumentList& command) override {
         add_value(command, "TEXT", m_area.text, "", "The text in UTF-8; - reads it from standard input",
                   read_text)
@@ -58,12 +61,51 @@ class ShowText : public AreaVerb {
         return report;
     }
 
+  protected:
+    [[nodiscard]] const AreaOptions& options() const { return m_options; }
+
   private:
     Area m_area;
     Speech m_speech;
     AreaOptions m_options;
     Remarks m_remarks;
     Kept<std::array<unsigned, 2>, DrawnText> m_drawn; // by the size of the area
+};
+
+// The end of an override.
+class TakeAway : public Verb {
+  public:
+    explicit TakeAway(const AreaOptions& shown) : m_shown(shown) {}
+    Report run(const Session& session) const override {
+        const Identity identity = require(session.controller.ping());
+        require(session.controller.remove_areas({m_shown.id()}, identity.type.generation));
+        return session.report().add("Deleted", "deleted", nlohmann::ordered_json::array({m_shown.id()}));
+    }
+
+  private:
+    const AreaOptions& m_shown;
+};
+
+class Override : public ShowText {
+  public:
+    Override() : ShowText(kOverride) {}
+    void add_arguments(ArgumentList& command) override {
+        ShowText::add_arguments(command);
+        add_value(command, "--for", m_time, "TIME", "How long, such as 90s, 10m or 2h30m", read_duration)
+            .required();
+    }
+    std::optional<Ending> ending() const override { return Ending{m_time, m_end}; }
+    Report run(const Session& session) const override {
+        Report report = ShowText::run(session);
+        const std::time_t end = std::time(nullptr) + m_time.count();
+        return report.add("Until", local_time(end, "%T"), "until", local_time(end, kTimestamp));
+    }
+
+  private:
+    static constexpr unsigned kOverride = 31; // beside areas that are numbered from 0 on
+
+    std::chrono::seconds m_time{0};
+    const TakeAway m_end{options()};
 };
 
 class ShowPicture : public AreaVerb {
@@ -108,6 +150,11 @@ constexpr VerbEntry kVerbs[] = {
      "  date | qmctl -c 192.168.0.199 text --area 1 --rect 0,16,128,16 -\n"
      "A text that begins with a dash stands behind two: qmctl text -- '--> Exit'",
      make_verb<ShowText>},
+    {"override", "Show a text over all else for some time",
+     "Stays for that time, then deletes the area; so it does when it is interrupted, as with Ctrl-C. What\n"
+     "ends it otherwise leaves the text: qmctl area rm 31 deletes that.\n\n"
+     "Example:\n  qmctl -c tag:hall override --for 10m 'Closed today'",
+     make_verb<Override>},
     {"picture", "Show a picture",
      "Examples:\n"
      "  qmctl picture --rect 0,0,32,32 logo.png\n"

@@ -16,6 +16,22 @@ Rect read_rect(const std::string& text) {
     return {values[0], values[1], values[2], values[3]};
 }
 
+std::chrono::seconds read_duration(const std::string& text) {
+    constexpr unsigned kLongest = 24 * 60 * 60;
+    unsigned sum = 0;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
+        const char unit = digits < rest.size() ? rest[digits] : ' ';
+        const unsigned seconds = unit == 'h' ? 3600 : unit == 'm' ? 60 : unit == 's' ? 1 : 0;
+        const auto number = to_number(rest.substr(0, digits), 0, kLongest);
+        sum = number && seconds > 0 && *number <= kLongest / seconds ? sum + *number * seconds : kLongest + 1;
+        if (sum > kLongest) break;
+        rest.remove_prefix(digits + 1);
+    }
+    if (sum == 0 || sum > kLongest) expected("a time such as 90s, 10m or 2h30m, of at most 24h");
+    return std::chrono::seconds(sum);
+}
+
 Controller read_controller(const std::string& text) {
     const NamedController host = read_host(text);
     if (!is_dotted_ipv4(host.host))

@@ -1,8 +1,12 @@
 // qmctl: the library's calls from the command line.
+#include "AwaitedSignals.h"
 #include "CommandLine.h"
+#include "Fleet.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <span>
 
 namespace qm::ctl {
@@ -14,11 +18,30 @@ bool asks_for_json(std::span<char* const> arguments) {
     return std::find(arguments.begin(), end, std::string_view("--json")) != end;
 }
 
+// What goes by itself is taken away in the end, even though a controller does not answer at that moment.
+constexpr unsigned kRetriesAtTheEnd = 5;
+
+int run_at(const Session& session, const Verb& verb, const CommandLine& line) {
+    const auto ending = verb.ending();
+    std::optional<AwaitedSignals> signals;
+    if (ending) signals.emplace();
+    Fleet fleet(session, verb, line.controllers(), line.terms());
+    const int status = fleet.run();
+    const auto done = fleet.done();
+    if (!ending || done.empty()) return status;
+    const bool interrupted = status == kInterrupted || signals->wait(ending->after) != 0;
+    signals.reset();
+    FleetTerms terms = line.terms();
+    terms.retries = std::max(terms.retries, kRetriesAtTheEnd);
+    const int ended = Fleet(session, ending->verb, done, terms).run();
+    return ended != kDone ? ended : interrupted ? kInterrupted : status;
+}
+
 int run_line(Session& session, CommandLine& line, std::span<char* const> arguments) {
     const auto verb = line.parse({arguments.begin(), arguments.end()});
     if (session.verbose) Output::show_messages();
     line.settle(*verb);
-    return Fleet(session, *verb, line.controllers(), line.terms()).run();
+    return run_at(session, *verb, line);
 }
 
 int run(Session& session, std::span<char* const> arguments) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <ctime>
 
 namespace qm::ctl {
 
@@ -55,6 +56,13 @@ Report& list_files(Report& report, const std::vector<FileEntry>& files) {
         values.push_back({{"name", name}, {"type", type}, {"size", size}, {"crc32", checksum}});
     }
     return report.list(std::move(lines), "files", std::move(values));
+}
+
+std::string local_time(std::time_t time, const char* format) {
+    std::tm local{};
+    ::localtime_r(&time, &local);
+    char text[64];
+    return {text, std::strftime(text, sizeof text, format, &local)};
 }
 
 } // namespace qm::ctl

@@ -4,6 +4,7 @@
 #include "Report.h"
 #include "sign/values.h"
 
+#include <ctime>
 #include <span>
 #include <string>
 
@@ -28,5 +29,9 @@ using options::hex;
 [[nodiscard]] std::string model_name(const ControllerType& type); // "G6-T0 (0x62)"
 
 Report& list_files(Report& report, const std::vector<FileEntry>& files);
+
+inline constexpr const char* kTimestamp = "%FT%T%z";
+// As strftime's format says, at most 63 bytes.
+[[nodiscard]] std::string local_time(std::time_t time, const char* format);
 
 } // namespace qm::ctl
