@@ -288,5 +288,31 @@ unsigned expect_examples(const std::string& path, const std::string& help) {
 
 TEST(Help, ShowsAnExampleOfEveryVerb) { EXPECT_GT(expect_examples("", qmctl({"--help"}).out), 40U); }
 
+TEST(Completion, KnowsVerbsOptionsAndControllers) {
+    const TemporaryFile list("controllers",
+                             std::string("stop-5 10.0.0.5 hall\nstop-6 10.0.0.6 hall\n10.0.0.7\n"));
+    ::setenv("QMCTL_CONTROLLERS", list.path().c_str(), 1);
+    const struct {
+        const char *line, *word, *expected;
+    } cases[] = {
+        {"qmctl ov", "ov", "override\n"},
+        {"qmctl -c stop-5 program s", "s", "send\n"},
+        {"qmctl power --js", "--js", "--json\n"},
+        {"qmctl text --valign bottom --sp", "--sp", "--speed\n--spacing\n--speech-speed\n--speech-repeat\n"},
+        {"qmctl ping -c ", "", "10.0.0.7:5005\nstop-5\nstop-6\ntag:hall\n"},
+        {"qmctl --controller=stop-5,ta", "stop-5,ta", "stop-5,tag:hall\n"},
+        {"qmctl -c tag:h", "h", "hall\n"}, // colons part words in bash
+        {"qmctl program send ", "", ""},   // files
+        {"qmctl text --font 'a b", "'a b", ""},
+    };
+    for (const auto& c : cases) {
+        ::setenv("COMP_LINE", c.line, 1);
+        EXPECT_EQ(qmctl({"completion", "qmctl", c.word, ""}).out, c.expected) << c.line;
+    }
+    ::unsetenv("COMP_LINE");
+    ::unsetenv("QMCTL_CONTROLLERS");
+    EXPECT_THAT(qmctl("completion").out, testing::StartsWith("complete "));
+}
+
 } // namespace
 } // namespace qm::test

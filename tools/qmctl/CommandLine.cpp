@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "arguments.h"
+#include "completions.h"
 #include "suggestions.h"
 
 #include <CLI/CLI.hpp>
@@ -164,6 +165,12 @@ void CommandLine::find_controllers(const std::vector<std::string>& names, const 
             throw UsageError(where + ": " + wrong.what() + ", not '" + name + "'");
         }
     }
+}
+
+std::string CommandLine::completions(const std::string& typed, const std::string& word) const {
+    std::string lines;
+    for (const std::string& one : ctl::completions(m_app, typed, word)) lines += one + "\n";
+    return lines;
 }
 
 std::string CommandLine::information(const CLI::ParseError& request) const {

@@ -44,10 +44,21 @@ int run_line(Session& session, CommandLine& line, std::span<char* const> argumen
     return run_at(session, *verb, line);
 }
 
+// A shell asks: completion COMMAND WORD BEFORE, and what has been typed is in its variables.
+std::optional<std::string> typed_so_far(std::span<char* const> arguments) {
+    const char *line = std::getenv("COMP_LINE"), *point = std::getenv("COMP_POINT");
+    if (!line || arguments.size() < 3 || arguments[0] != std::string_view("completion")) return std::nullopt;
+    return std::string(line).substr(0, point ? std::strtoul(point, nullptr, 10) : std::string::npos);
+}
+
 int run(Session& session, std::span<char* const> arguments) {
     session.json = asks_for_json(arguments);
     CommandLine line(session);
     try {
+        if (const auto typed = typed_so_far(arguments)) {
+            session.output->write(line.completions(*typed, arguments[2]));
+            return kDone;
+        }
         return run_line(session, line, arguments);
     } catch (const CLI::Success& request) {
         session.output->write(line.information(request));

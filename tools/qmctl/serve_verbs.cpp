@@ -1,4 +1,4 @@
-// The verb that stays.
+// Verbs for shells and scripts.
 #include "Service.h"
 
 #include <iostream>
@@ -14,7 +14,17 @@ class Serve : public Verb {
     }
 };
 
+class PrintCompletion : public Verb {
+  public:
+    Report run(const Session& session) const override {
+        session.output->write("complete -o default -C 'qmctl completion' qmctl\n");
+        return Report().keep_silent();
+    }
+};
+
 constexpr VerbEntry kVerbs[] = {
+    {"completion", "Print what makes bash complete verbs, options and names of controllers",
+     "Example:\n  eval \"$(qmctl completion)\"", make_verb<PrintCompletion>, Reach::none},
     {"serve", "Stay, and carry out requests from standard input",
      "A request is a JSON object in a line, and so is its answer on standard output: what --json prints, "
      "with\n"
