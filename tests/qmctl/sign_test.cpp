@@ -169,6 +169,26 @@ TEST_F(Sign, ProgramsAreSentListedAndRemovedTogether) {
     EXPECT_THAT(controller.files(), IsEmpty());
 }
 
+TEST_F(Sign, PreviewDrawsProgramsAndFilmsWhatPlays) {
+    folder.program("one.json", 1, 1);
+    folder.write("two.json", R"({"id": 2, "play_periods": ["10:00-11:00"], "style": 1, "time_span": 1,
+                                 "areas": [{"id": 0, "rect": [32, 8, 32, 8], "pictures": ["picture.png"]}]})");
+    const std::string sign = folder.write("sign.json", R"({"playlist": ["one.json", "two.json"]})");
+    const std::string out = std::filesystem::path(sign).replace_filename("out");
+    const auto film = [&](const char* at) {
+        const Outcome outcome = qmctl(
+            {"preview", "--size", "64x16", "--film", "30s", "--scale", "2", "--at", at, "-o", out, sign});
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        EXPECT_TRUE(std::filesystem::exists(out + "/P002.png"));
+        std::ifstream file(out + "/sign.gif", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const std::string closed = film("2026-12-24 09:00"), open = film("2026-12-24 10:00");
+    EXPECT_EQ(open.substr(0, 10), std::string("GIF89a\x80\0\x20\0", 10)) << "128 x 32 pixels";
+    EXPECT_NE(open, closed) << "the second program plays from ten o'clock on";
+    EXPECT_EQ(qmctl({"preview", "--film", "1h", sign}).status, 1);
+}
+
 TEST_F(Sign, GoesToItsOwnControllersUnlessOthersAreNamed) {
     const sim::Simulator own, other;
     const std::string sign =

@@ -47,6 +47,15 @@ unsigned read_number(const std::string& text, unsigned min, unsigned max) {
     expected("a whole number from " + std::to_string(min) + " to " + std::to_string(max));
 }
 
+std::array<unsigned, 2> read_size(const std::string& text) {
+    constexpr unsigned kLongestSide = 4096;
+    const auto sides = split(text, 'x');
+    const auto width = sides.size() == 2 ? to_number(sides[0], 1, kLongestSide) : std::nullopt;
+    const auto height = sides.size() == 2 ? to_number(sides[1], 1, kLongestSide) : std::nullopt;
+    if (!width || !height) expected("WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32");
+    return {*width, *height};
+}
+
 unsigned read_word(const std::string& text, Names names) {
     if (const auto code = to_code(names, text)) return *code;
     expected("one of " + list(names));

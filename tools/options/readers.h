@@ -4,6 +4,7 @@
 
 #include "names.h"
 
+#include <array>
 #include <limits>
 #include <vector>
 
@@ -25,6 +26,8 @@ template <class Value> constexpr unsigned kMost<std::optional<Value>> = kMost<Va
 [[nodiscard]] unsigned read_word(const std::string& text, Names names);
 [[nodiscard]] unsigned read_word_or_number(const std::string& text, Names names, unsigned max);
 [[nodiscard]] unsigned read_type(const std::string& text);       // of a controller: 0x0262, or in decimal
+// Width and height in pixels of the largest screen at most: 128x32.
+[[nodiscard]] std::array<unsigned, 2> read_size(const std::string& text);
 [[nodiscard]] std::string read_address(const std::string& text); // dotted IPv4
 [[nodiscard]] std::string hex(unsigned value, int digits);       // 0x0262
 [[nodiscard]] bool is_dotted_ipv4(const std::string& text);

@@ -72,9 +72,11 @@ Family file_verbs();
 Family program_verbs();
 Family serve_verbs();
 Family sign_verbs();
+Family sign_preview_verbs();
 
-inline constexpr Family (*kFamilies[])() = {
-    discovery_verbs, doctor_verbs, status_verbs, area_verbs,    dynamic_verbs, power_verbs, setting_verbs,
-    network_verbs,   config_verbs, file_verbs,   program_verbs, sign_verbs,    serve_verbs};
+inline constexpr Family (*kFamilies[])() = {discovery_verbs,    doctor_verbs, status_verbs,  area_verbs,
+                                            dynamic_verbs,      power_verbs,  setting_verbs, network_verbs,
+                                            config_verbs,       file_verbs,   program_verbs, sign_verbs,
+                                            sign_preview_verbs, serve_verbs};
 
 } // namespace qm::ctl

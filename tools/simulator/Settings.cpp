@@ -49,11 +49,8 @@ void add_controller_options(ArgumentList& list, Options& options) {
     add_value(list, "--type", options.type, "TYPE",
               "Controller type: low byte the series, high byte the variant (default 0x0262)",
               [](const std::string& text) { return static_cast<std::uint16_t>(read_type(text)); });
-    list.add("--size", "WxH", "Pixels of the screen (default 128x32)", [&options](const std::string& text) {
-        const Size size = read_size(text);
-        options.width = size.width;
-        options.height = size.height;
-    });
+    list.add("--size", "WxH", "Pixels of the screen (default 128x32)",
+             [&options](const std::string& text) { take_size(options, text); });
     add_value(list, "--color", options.color, "COLOR",
               "LEDs of the screen: single, double, three or full, or 1 to 4 (default double)", read_color);
 }

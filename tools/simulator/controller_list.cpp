@@ -18,7 +18,7 @@ namespace {
 using namespace options;
 using nlohmann::json;
 
-constexpr unsigned kLongestSide = 4096, kLastPort = 65535;
+constexpr unsigned kLastPort = 65535;
 
 std::string name_at(std::size_t place) { return "controller-" + std::to_string(place + 1); }
 
@@ -38,11 +38,9 @@ void take(Options& options, const std::string& key, const std::string& text) {
         options.type = static_cast<std::uint16_t>(read_type(text));
     else if (key == "color")
         options.color = read_color(text);
-    else if (key == "size") {
-        const Size size = read_size(text);
-        options.width = size.width;
-        options.height = size.height;
-    } else
+    else if (key == "size")
+        take_size(options, text);
+    else
         expected("name, port, type, size or color");
 }
 
@@ -116,12 +114,10 @@ void give_stores(std::vector<Options>& controllers) {
 
 } // namespace
 
-Size read_size(const std::string& text) {
-    const auto sides = split(text, 'x');
-    const auto width = sides.size() == 2 ? to_number(sides[0], 1, kLongestSide) : std::nullopt;
-    const auto height = sides.size() == 2 ? to_number(sides[1], 1, kLongestSide) : std::nullopt;
-    if (!width || !height) expected("WIDTHxHEIGHT with 1 to 4096 pixels each, such as 128x32");
-    return {static_cast<int>(*width), static_cast<int>(*height)};
+void take_size(Options& options, const std::string& text) {
+    const auto [width, height] = read_size(text);
+    options.width = static_cast<int>(width);
+    options.height = static_cast<int>(height);
 }
 
 ScreenColor read_color(const std::string& text) {

@@ -7,12 +7,8 @@ namespace qm::sim {
 
 constexpr unsigned kMostControllers = 10000;
 
-struct Size {
-    int width, height;
-};
-
 // Values of the command line and of files. They throw std::invalid_argument with what was expected instead.
-[[nodiscard]] Size read_size(const std::string& text);
+void take_size(Options& options, const std::string& text); // 128x32
 [[nodiscard]] ScreenColor read_color(const std::string& text);
 
 // So many that differ in name, store and, unless it is 0, port. Throws std::invalid_argument when ports run
