@@ -1058,6 +1058,9 @@ QM_API int cmd_confReedFileBlock(const char* ip, Ouint16 port, const char* fileN
  * Until the controller has announced its listing the record stays as it is: set dataAddre to null before the
  * call, and release an earlier listing first. A controller that sends 64 blocks without entries is -1. */
 QM_API int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock) QM_NOTHROW;
+/* The same for count listings, of several kinds of files, on one connection; it ends at the first that fails.
+ * Each is released as if it came from cmd_ofsReedDirBlock. */
+QM_API int qm_list_files(const char* ip, Ouint16 port, GetDirBlock_G56* listings, Ouint8 count) QM_NOTHROW;
 /* Copies entry number (from 0) of a listing; -1 when there is none. */
 QM_API int cmd_getFileAttr(const GetDirBlock_G56* dirBlock, Ouint16 number,
                            FileAttribute_G56* fileAttr) QM_NOTHROW;

@@ -107,9 +107,13 @@ class Controller {
 
     // A listing that breaks off is an error.
     [[nodiscard]] Result<std::vector<FileEntry>> files(std::uint8_t type = 0) const {
-        const Directory directory(m_ip.c_str(), m_port, type);
-        if (!directory.listed) return directory.listed.error();
-        return directory.files();
+        return files(std::vector{type});
+    }
+    // Of several types, at most 255, on one connection.
+    [[nodiscard]] Result<std::vector<FileEntry>> files(const std::vector<std::uint8_t>& types) const {
+        Listings listings(types);
+        return give(call(qm_list_files, listings.records.data(), types.size()),
+                    [&] { return listings.files(); });
     }
     // Writes a file, in place of the one of its name unless that is to be kept, which then is a refusal.
     Result<> write(const File& file, bool overwrite = true) const {
@@ -183,28 +187,30 @@ class Controller {
         return call(cmd_setBrightness, &record);
     }
 
-    // A listing, released at its end.
-    struct Directory {
-        Directory(const char* ip, std::uint16_t port, std::uint8_t type) {
-            block.fileType = type;
-            listed = Result<>::of(cmd_ofsReedDirBlock(ip, port, &block));
+    // Released at their end.
+    struct Listings {
+        explicit Listings(const std::vector<std::uint8_t>& types) {
+            for (const std::uint8_t type : types) records.push_back({type, 0, nullptr});
         }
-        ~Directory() { cmd_ofs_freeDirBlock(&block); }
-        Directory(const Directory&) = delete;
-        Directory& operator=(const Directory&) = delete;
+        ~Listings() {
+            for (GetDirBlock_G56& record : records) cmd_ofs_freeDirBlock(&record);
+        }
+        Listings(const Listings&) = delete;
+        Listings& operator=(const Listings&) = delete;
 
         [[nodiscard]] std::vector<FileEntry> files() const {
-            std::vector<FileEntry> files(block.fileNumber);
-            for (std::size_t i = 0; i < files.size(); ++i) {
-                FileAttribute_G56 entry{};
-                cmd_getFileAttr(&block, detail::u16(static_cast<unsigned>(i)), &entry);
-                files[i] = {detail::text_of(entry.fileName), entry.fileType, entry.fileLen, entry.fileCRC};
-            }
+            std::vector<FileEntry> files;
+            for (const GetDirBlock_G56& record : records)
+                for (unsigned i = 0; i < record.fileNumber; ++i) {
+                    FileAttribute_G56 entry{};
+                    cmd_getFileAttr(&record, detail::u16(i), &entry);
+                    files.push_back(
+                        {detail::text_of(entry.fileName), entry.fileType, entry.fileLen, entry.fileCRC});
+                }
             return files;
         }
 
-        GetDirBlock_G56 block{};
-        Result<> listed;
+        std::vector<GetDirBlock_G56> records{};
     };
 
     std::string m_ip;

@@ -193,6 +193,15 @@ int cmd_ofsReedDirBlock(const char* ip, Ouint16 port, GetDirBlock_G56* dirBlock)
     return read_directory(Tcp{ip, port}, dirBlock);
 }
 
+int qm_list_files(const char* ip, Ouint16 port, GetDirBlock_G56* listings, Ouint8 count) noexcept {
+    return run(Tcp{ip, port}, {{"listings", listings, count != 0}}, [=](ON_command& c) {
+        int status = QM_OK;
+        for (unsigned i = 0; i < count && status == QM_OK; ++i)
+            status = c.hv_cmd_ofs_reedDirBlock(listings[i]);
+        return status;
+    });
+}
+
 int cmd_uart_ofsReedDirBlock(const char* uartPort, Ouint8 baudRate, GetDirBlock_G56* dirBlock) noexcept {
     return read_directory(Serial{uartPort, baudRate}, dirBlock);
 }

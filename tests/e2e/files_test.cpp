@@ -59,6 +59,22 @@ TEST_F(Files, AreListedWholeWhateverTheirNumber) {
     }
 }
 
+TEST_F(Files, OfSeveralKindsAreListedOnOneConnection) {
+    write("F001", content(10), 0);
+    write("D001", content(10), 9);
+    const std::size_t before = m_sim.connections();
+    GetDirBlock_G56 listings[] = {{9, 0, nullptr}, {7, 0, nullptr}, {0, 0, nullptr}};
+    ASSERT_EQ(qm_list_files(kHost, port(), listings, 3), 0);
+    EXPECT_EQ(m_sim.connections(), before + 1);
+    std::vector<int> counts;
+    for (GetDirBlock_G56& listing : listings) {
+        counts.push_back(listing.fileNumber);
+        cmd_ofs_freeDirBlock(&listing);
+    }
+    EXPECT_EQ(counts, (std::vector{1, 0, 1}));
+    EXPECT_EQ(qm_list_files(kHost, port(), nullptr, 1), -1);
+}
+
 TEST_F(Files, OpenForReadingButBringNoData) {
     write("F001", content(10));
     char name[] = "F001";

@@ -7,7 +7,7 @@
 namespace qm::sign {
 namespace {
 
-constexpr unsigned kProgramType = 0, kDataType = 9;
+constexpr std::uint8_t kProgramType = 0, kDataType = 9;
 constexpr unsigned kFirstOfFour = 1000; // from here on a number fills the name
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
@@ -35,11 +35,9 @@ bool is_data(const FileEntry& file) {
 }
 
 std::vector<FileEntry> list_program_files(const Controller& controller, const Identity& identity) {
-    std::vector<FileEntry> files = require(controller.files(kProgramType), "listing the programs");
-    if (identity.type.generation != 5)
-        std::ranges::copy(require(controller.files(kDataType), "listing the data of programs"),
-                          std::back_inserter(files));
-    return files;
+    std::vector<std::uint8_t> types{kProgramType};
+    if (identity.type.generation != 5) types.push_back(kDataType);
+    return require(controller.files(types), "listing the programs");
 }
 
 } // namespace qm::sign
