@@ -94,6 +94,10 @@ std::optional<int> ended(int fd) {
 int TcpPeer::start_connect(const char* ip, Ouint16 port) {
     m_Socket = Descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (!m_Socket) return no_socket();
+    // Connections to different controllers may share a port, which bind would have to search for among all
+    // that are in use or were within the last minute: thousands, where there are thousands of controllers.
+    const int on = 1;
+    ::setsockopt(m_Socket.get(), IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT, &on, sizeof on);
     const sockaddr_in local = address(htonl(INADDR_ANY), 0);
     if (::bind(m_Socket.get(), reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0) {
         (void)no_socket();
@@ -101,7 +105,6 @@ int TcpPeer::start_connect(const char* ip, Ouint16 port) {
         return QM_FAILED;
     }
     // A frame sent in pieces must not wait for the peer's delayed acknowledgement.
-    const int on = 1;
     ::setsockopt(m_Socket.get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     if (!set_blocking(m_Socket.get(), false)) return no_socket();
 
