@@ -1,10 +1,11 @@
 // One verb on many controllers.
-#include "fixture.h"
+#include "sign_fixture.h"
 
 #include <csignal>
-#include <fstream>
 #include <future>
 #include <gmock/gmock.h>
+#include <random>
+#include <ranges>
 #include <sstream>
 
 namespace qm::test {
@@ -133,6 +134,89 @@ TEST(ManyControllers, AreTriedAgainWhereThatHelpsAndReported) {
     EXPECT_EQ(done["tries"], 1);
     EXPECT_EQ(done["ok"], true);
     EXPECT_EQ(done["verb"], "text");
+}
+
+// How controllers behave, and what the report has to say of each.
+struct Behaviour {
+    std::optional<sim::FaultKind> fault;
+    std::size_t count;
+    int status;
+    const char *meaning, *reason;
+};
+constexpr Behaviour kBehaviours[] = {
+    {sim::FaultKind::silence, 10, -1, "no connection, no usable answer in time", "was silent for 3 s"},
+    {sim::FaultKind::reset, 10, -1, "writing ", "was reset"},
+    {sim::FaultKind::nack, 5, 199, "the controller refused: error 199", "refused with error 199"},
+    {std::nullopt, 75, 0, "", ""},
+};
+
+class ManyControllersOfASign : public Sign {
+  protected:
+    ManyControllersOfASign() {
+        folder.program("one.json", 1, 20);
+        sign = folder.write("sign.json", R"({"playlist": ["one.json"]})");
+        for (const Behaviour& behaviour : kBehaviours)
+            for (std::size_t i = 0; i < behaviour.count; ++i) add(behaviour);
+    }
+
+    std::string sign, list;
+    std::map<std::string, const Behaviour*> behaviours; // by address
+    std::vector<std::unique_ptr<sim::Simulator>> controllers;
+
+  private:
+    // The requests of an upload, those that bring a block true.
+    std::vector<bool> find_blocks() {
+        std::vector<bool> blocks;
+        {
+            const sim::Simulator reference({.on_request = [&](const std::string& line) {
+                if (!line.starts_with("program ")) blocks.push_back(line.starts_with("write,"));
+            }});
+            EXPECT_EQ(apply(reference, sign).status, 0);
+        }
+        EXPECT_GE(std::ranges::count(blocks, true), 20);
+        return blocks;
+    }
+    void add(const Behaviour& behaviour) {
+        if (m_blocks.empty()) m_blocks = find_blocks();
+        sim::Options options;
+        if (behaviour.fault) options.fault = sim::Fault{.kind = *behaviour.fault};
+        while (behaviour.fault == sim::FaultKind::reset && !m_blocks.at(options.fault->after))
+            options.fault->after = static_cast<unsigned>(m_random() % m_blocks.size());
+        controllers.push_back(std::make_unique<sim::Simulator>(options));
+        behaviours[address(controllers.back()->port())] = &behaviour;
+        list += (list.empty() ? "" : ",") + address(controllers.back()->port());
+    }
+
+    std::vector<bool> m_blocks;
+    std::mt19937 m_random{17};
+};
+
+TEST_F(ManyControllersOfASign, DoNotWaitForTheSilentAndAreReportedExactly) {
+    const TemporaryFile report("report", std::string());
+    const Outcome outcome = qmctl({"--json", "-c", list, "--report", report.path(), "apply", sign});
+    EXPECT_EQ(outcome.status, 2) << outcome.err;
+    std::size_t done = 0;
+    for (const Json& line : objects_in(outcome.out)) {
+        const auto fault = behaviours.at(line["controller"])->fault;
+        if (fault == sim::FaultKind::silence) {
+            EXPECT_EQ(done, 75U) << "before a silent one is given up";
+        }
+        done += !fault;
+    }
+    std::ifstream file(report.path());
+    for (const Json& line : objects_in({std::istreambuf_iterator<char>(file), {}})) {
+        const auto told = behaviours.extract(line["controller"].get<std::string>());
+        ASSERT_FALSE(told.empty()) << "twice: " << line;
+        const Behaviour& behaviour = *told.mapped();
+        EXPECT_EQ(line["ok"], !behaviour.fault) << line;
+        EXPECT_EQ(line.value("status", 0), behaviour.status) << line;
+        EXPECT_EQ(line["tries"], 1) << line;
+        EXPECT_THAT(line.value("meaning", ""), testing::StartsWith(behaviour.meaning));
+        EXPECT_THAT(line.value("reason", ""), HasSubstr(behaviour.reason));
+    }
+    EXPECT_TRUE(behaviours.empty()) << "not reported: " << behaviours.size();
+    for (const auto& controller : controllers | std::views::drop(25)) // those without a fault
+        EXPECT_EQ(controller->state().program, "P001");
 }
 
 TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
