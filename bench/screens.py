@@ -12,6 +12,7 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests/web"))
 
 from live import Live
+from rows import show
 from simulator import Simulator, wait_for
 from webdriver import Browser
 
@@ -138,10 +139,7 @@ def many_controllers():
 
 def main():
     Simulator.binary, Simulator.qmctl = sys.argv[1:]
-    for row in (*one_reader(), *many_readers(), *browser(), *many_controllers()):
-        work, ours, peer, ratio, mark = row
-        verdict = f"{mark:.3g} {'met' if ratio >= mark else 'missed'}"
-        print(f"| {work:55} | {ours:15} | {peer:30} | {ratio:5.3g} | {verdict:9} |")
+    show((*one_reader(), *many_readers(), *browser(), *many_controllers()))
 
 
 main()
