@@ -5,6 +5,7 @@
 #include "sign/Kept.h"
 #include "sign/PictureFiles.h"
 
+#include <future>
 #include <iostream>
 
 namespace qm::ctl {
@@ -43,6 +44,8 @@ class ShowText : public AreaVerb {
     void prepare() override {
         if (m_area.text == "-") m_area.text = read_standard_input();
         if (!m_speech.text.empty()) m_area.speech = m_speech;
+        // Fonts are found and loaded while the first connection rests. What goes wrong goes wrong again.
+        m_fonts = std::async([this] { (void)measure(m_area.text, m_area.style, kUsual, m_area.effect); });
     }
     Report run(const Session& session) const override {
         Area area = m_area;
@@ -70,6 +73,8 @@ class ShowText : public AreaVerb {
     AreaOptions m_options;
     Remarks m_remarks;
     Kept<std::array<unsigned, 2>, DrawnText> m_drawn; // by the size of the area
+    static constexpr Rect kUsual{0, 0, 128, 32};
+    std::future<void> m_fonts; // which looks at the area
 };
 
 // The end of an override.
