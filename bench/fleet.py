@@ -16,7 +16,7 @@ from rows import show
 from simulator import Simulator
 
 COUNTS, JOBS, ALL, MANY = (10, 100, 1000), (32, 64, 256), 1000, 32
-CONNECTIONS = 3  # of a text: who the controller is, asked by qmctl and by the library, and the area
+CONNECTIONS = 2  # of a text: who the controller is, and the area
 TIMES = 5, 10  # ms that the protocol prescribes after connecting and after closing
 GENERATIONS = {5: "0x0051", 6: "0x0262"}
 

@@ -1497,6 +1497,11 @@ QM_API int dynamicArea_changeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_removeFrame(Ouint16 areaID) QM_NOTHROW;
 QM_API int dynamicArea_integrateDAreaFile(void) QM_NOTHROW;
 
+/* From now on the calling thread's calls that send or delete areas take their controller to be of this type,
+ * as a ping told it, rather than ping it themselves: a connection less for each. 0: they ping, as they do
+ * until then. Returns what was said last. A wrong type makes wrong pixels. */
+QM_API Ouint16 qm_assume_controller_type(Ouint16 controllerType) QM_NOTHROW;
+
 /* ---- Measuring texts ------------------------------------------------------------------------------- */
 
 /* What a text takes on pages of width x height pixels, and what it is drawn in, without drawing it. It waits

@@ -23,6 +23,7 @@ class AreaSender {
             return Error{QM_FAILED, "There are more than 65535 programs."};
         if (std::max(m_screen.size.width, m_screen.size.height) > 0xFFFF)
             return Error{QM_FAILED, "A screen has at most 65535 x 65535 pixels."};
+        const KnownType known(m_screen);
         for (const Area* area = areas.data(); area != areas.data() + areas.size();) {
             const std::size_t count = together(area, areas.data() + areas.size());
             if (auto sent = send_first(area, count); !sent) return sent;
@@ -32,6 +33,16 @@ class AreaSender {
     }
 
   private:
+    // What the controller has told of itself holds for the calls of this thread.
+    struct KnownType {
+        explicit KnownType(const Screen& screen)
+            : before(qm_assume_controller_type(screen.told ? screen.type : Ouint16{0})) {}
+        ~KnownType() { qm_assume_controller_type(before); }
+        KnownType(const KnownType&) = delete;
+        KnownType& operator=(const KnownType&) = delete;
+        Ouint16 before;
+    };
+
     static bool is_picture(const Area& area) { return !area.picture.empty(); }
     [[nodiscard]] bool alone(const Area& area) const {
         return m_screen.generation == 5 || (m_programs && area.speech);

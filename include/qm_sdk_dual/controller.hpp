@@ -122,16 +122,18 @@ class Controller {
                     file.bytes.data());
     }
     // Writes files as one transfer, which ends in any case. What watch(file) returns, if anything, lives
-    // while a file is written.
-    template <class Watch> Result<> upload(const std::vector<File>& files, Watch watch) const {
+    // while a file is written. Files may be a vector of references to them, too.
+    template <class Files = std::vector<File>, class Watch>
+    Result<> upload(const Files& files, Watch watch) const {
         for (const File& file : files)
             if (file.name.size() != 4) return no_name(file.name);
         const auto announced = in_step("announcing the transfer", call(cmd_ofsStartFileTransf));
         if (!announced) return announced;
         Result<> written;
         try {
-            for (std::size_t i = 0; written && i < files.size(); ++i) {
-                written = in_step("writing " + files[i].name, write_watched(files[i], watch));
+            for (const File& file : files) {
+                written = in_step("writing " + file.name, write_watched(file, watch));
+                if (!written) break;
             }
         } catch (...) {
             (void)call(cmd_ofsEndFileTransf);

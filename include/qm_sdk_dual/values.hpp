@@ -157,6 +157,7 @@ struct Screen {
     E_ScreenColor_G56 color = SCREEN_COLOR_DOUBLE;
     E_DoubleColorPixel_G56 wiring = DOUBLE_COLOR_PIXTYPE_1;
     Size size{};
+    bool told = false; // by the controller, which is not asked again
 
     // Of a controller that has answered; two colours when it does not say.
     [[nodiscard]] static Screen of(const Identity& identity) {
@@ -166,6 +167,7 @@ struct Screen {
         if (identity.color >= SCREEN_COLOR_SINGLE && identity.color <= SCREEN_COLOR_FULLCOLOR)
             screen.color = static_cast<E_ScreenColor_G56>(identity.color);
         screen.size = identity.screen;
+        screen.told = true;
         return screen;
     }
 };

@@ -5,6 +5,8 @@
 #include "support/reason.h"
 #include "tcpClient/HV_Client.h"
 
+#include <utility>
+
 namespace qm {
 namespace {
 
@@ -12,8 +14,12 @@ constexpr std::size_t kLongestShortPayload = 32768;
 
 enum class Purpose { update, deletion };
 
+thread_local Ouint16 t_assumed = 0;
+
 // Pings, and says so.
 int ping(const char* ip, Ouint16 port, Ouint16& controllerType, Purpose purpose) {
+    controllerType = t_assumed;
+    if (controllerType != 0) return QM_OK;
     Ping_data retdata{};
     const int ret = tcp_ping(ip, port, retdata);
     if (ret != QM_OK) {
@@ -55,6 +61,10 @@ int send_payload(const char* ip, Ouint16 port, Ouint16 controllerType, Bytes pay
 }
 
 } // namespace
+
+Ouint16 assume_controller_type(Ouint16 controllerType) noexcept {
+    return std::exchange(t_assumed, controllerType);
+}
 
 int send_built(const ControllerAddress& to, const std::function<CData()>& build) {
     Ouint16 controllerType = 0;

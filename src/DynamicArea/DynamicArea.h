@@ -15,6 +15,10 @@ struct ControllerAddress {
     Ouint32 color;
 };
 
+// The type that the calling thread knows of its controller, which is not pinged then; 0: none. Gives the
+// former.
+Ouint16 assume_controller_type(Ouint16 controllerType) noexcept;
+
 // Pings the controller for its type, and sends it the payload that build makes for its screen; an empty one
 // is not sent: -1. The result of the exchange, or of what failed before it. The renderer is locked while
 // build runs, since its settings are the controller's until all pages are made, and never on the network.

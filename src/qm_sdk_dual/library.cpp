@@ -1,4 +1,5 @@
 // What the library says about itself and about its calls.
+#include "DynamicArea/DynamicArea.h"
 #include "program/measure.h"
 #include "qm_sdk_dual.h"
 #include "qm_sdk_dual/exports.h"
@@ -15,6 +16,10 @@ const char* qm_last_error() noexcept { return qm::reason(); }
 
 void qm_set_message_handler(void (*handler)(const char* message, void* context), void* context) noexcept {
     qm::set_message_handler(handler, context);
+}
+
+Ouint16 qm_assume_controller_type(Ouint16 controllerType) noexcept {
+    return qm::assume_controller_type(controllerType);
 }
 
 int qm_controller_type(Ouint16 controllerType, QM_ControllerType* type) noexcept {

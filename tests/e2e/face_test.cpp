@@ -47,6 +47,27 @@ TEST(Face, ThrowsTheReasonWhenAValueIsAskedForThatIsNot) {
 }
 
 // A transfer is announced, its files are written under the eyes of a watch that returns nothing, and it ends.
+TEST(Face, AsksAControllerOnlyWhatItHasNotTold) {
+    const sim::Simulator simulator;
+    const Controller sign("127.0.0.1", simulator.port());
+    const auto identity = sign.ping();
+    ASSERT_TRUE(identity);
+    Area area;
+    area.text = "Hello";
+    const auto connections_for = [&](const Screen& screen) {
+        const std::size_t before = simulator.connections();
+        EXPECT_TRUE(sign.show({area}, screen));
+        return simulator.connections() - before;
+    };
+    Screen guessed;
+    guessed.size = identity->screen;
+    EXPECT_EQ(connections_for(Screen::of(*identity)), 1U);
+    EXPECT_EQ(connections_for(guessed), 2U) << "only what the controller told is not asked for";
+    EXPECT_EQ(qm_assume_controller_type(0x0262), 0) << "what was assumed ends with the call";
+    EXPECT_EQ(connections_for(guessed), 2U);
+    EXPECT_EQ(qm_assume_controller_type(0), 0x0262);
+}
+
 TEST(Face, TransfersFilesAndListsThem) {
     const sim::Simulator controller;
     const Controller sign("127.0.0.1", controller.port());

@@ -45,8 +45,8 @@ def outdated(reference, generator):
 
 
 # The library's own functions; all others are those of the controllers' interface, whose number is fixed.
-OURS = {"qm_controller_type", "qm_last_error", "qm_list_files", "qm_measure_text", "qm_set_clock",
-        "qm_set_message_handler", "qm_version"}
+OURS = {"qm_assume_controller_type", "qm_controller_type", "qm_last_error", "qm_list_files", "qm_measure_text",
+        "qm_set_clock", "qm_set_message_handler", "qm_version"}
 OTHERS = 169
 
 

@@ -141,7 +141,7 @@ TEST(Output, LibraryMessagesGoToStandardErrorOnlyWhenAskedFor) {
     const Words quiet{"text", "x", "--json", "-c", address(controller.port())};
     const Outcome without = qmctl(quiet), with = qmctl(quiet + "--verbose");
     EXPECT_EQ(without.err, "");
-    EXPECT_THAT(with.err, HasSubstr("retdata.ControllerType == 0x262"));
+    EXPECT_THAT(with.err, HasSubstr("Client.m_DeviceType == 0x262"));
     EXPECT_EQ(without.out, with.out);
     EXPECT_TRUE(nlohmann::json::accept(without.out)) << without.out;
 }
