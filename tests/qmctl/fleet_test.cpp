@@ -79,7 +79,7 @@ TEST(ManyControllers, RefuseWhatNoneOfThemHas) {
                     HasSubstr(R"({"ok":false,"error":"speech needs a controller of generation 6",)"
                               R"("controller":")" +
                               address(five.port())));
-        EXPECT_EQ(outcome.err, "");
+        EXPECT_THAT(outcome.err, HasSubstr(" failed: " + address(five.port())));
         const Outcome built = qmctl({"-c", both, "program", "preview", QM_EXAMPLES "/program/shop.json"});
         EXPECT_EQ(built.status, 1);
         EXPECT_THAT(built.err, HasSubstr("one controller, not for 2"));
@@ -219,6 +219,24 @@ TEST_F(ManyControllersOfASign, DoNotWaitForTheSilentAndAreReportedExactly) {
         EXPECT_EQ(controller->state().program, "P001");
 }
 
+TEST(Service, OutlivesRequestsAndReadersThatAreNone) {
+    const std::string deep = R"({"id": )" + std::string(200000, '[') + std::string(200000, ']') + "}\n";
+    const Outcome outcome =
+        qmctl({"serve"}, deep + std::string(3 << 20, 'x') + "\n" + R"({"verb": "ping --jobs=1"})");
+    EXPECT_EQ(outcome.status, 0);
+    const std::vector<Json> answers = objects_in(outcome.out);
+    ASSERT_EQ(answers.size(), 3U);
+    EXPECT_THAT(answers[0]["error"].get<std::string>(), HasSubstr("more than 100 deep"));
+    EXPECT_THAT(answers[1]["error"].get<std::string>(), HasSubstr("at most 1 MiB"));
+    EXPECT_THAT(answers[2]["error"].get<std::string>(), HasSubstr("without options"));
+    EXPECT_EQ(qmctl({"serve"}, "nonsense\nnonsense\n", "/dev/full").status, 2);
+    const sim::Simulator one, two;
+    const std::string both = address(one.port()) + "," + address(two.port());
+    const Outcome unreported = qmctl({"-c", both, "--report", "/dev/full", "ping"});
+    EXPECT_EQ(unreported.status, 2);
+    EXPECT_THAT(unreported.err, HasSubstr("'/dev/full' cannot be written any more"));
+}
+
 TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
     const sim::Simulator one, two;
     const TemporaryFile list("controllers", "one " + address(one.port()) + "\ntwo " + address(two.port()));
@@ -230,6 +248,8 @@ TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
         R"({"id": 3, "verb": "text", "arguments": ["-"]})"
         "\n"
         R"({"id": 4, "verb": "area rm", "options": {"json": true}})"
+        "\n"
+        R"({"id": 5, "controller": "one", "verb": "area", "arguments": ["rm", 8]})"
         "\n";
     for (int i = 10; i < 40; ++i)
         requests += R"({"id": )" + std::to_string(i) +
@@ -238,12 +258,14 @@ TEST(Service, AnswersEveryLineAndKeepsTheOrderOfAController) {
     const Outcome outcome = qmctl({"--controllers", list.path(), "serve"}, requests);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::vector<Json> answers = objects_in(outcome.out);
-    ASSERT_EQ(answers.size(), 36U);
+    ASSERT_EQ(answers.size(), 37U);
     std::vector<int> order;
     for (const Json& answer : answers) {
         const Json id = answer.value("id", Json());
         if (id == "both") {
             EXPECT_EQ(answer["results"][1]["name"], "two") << answer;
+        } else if (id == 5) {
+            EXPECT_EQ(answer["deleted"], Json::array({8})) << answer;
         } else if (id >= 10) {
             EXPECT_EQ(answer["ok"], true) << answer;
             order.push_back(id);
@@ -278,7 +300,7 @@ TEST(Override, IsGoneInTheEndAndWhenInterrupted) {
     RunningQmctl run({"-c", address(third.port()), "override", "--for", "1h", "Closed"});
     ASSERT_EQ(shown.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
     EXPECT_EQ(ids_of(third), std::vector<unsigned>{31});
-    run.send(SIGTERM);
+    for (int i = 0; i < 2; ++i) run.send(SIGHUP); // as terminals do
     EXPECT_EQ(run.end().status, 130);
     EXPECT_EQ(ids_of(third), std::vector<unsigned>{});
     EXPECT_THAT(qmctl({"override", "--for", "2d", "x"}).err, HasSubstr("such as 90s, 10m or 2h30m"));

@@ -22,8 +22,10 @@ TEST_F(Sign, MistakeIsNamedByItsField) {
     const struct {
         const char *json, *error;
     } cases[] = {
+        {R"({"prune": true, "brightness": 8})", "prune needs a playlist"},
+        {R"({"clock": {"shift": 18446744073709551615}})", "clock.shift: expected a whole number from -86400"},
         {R"({"playlist": ["none.json"]})", "playlist[0]: expected a file that can be read"},
-        {R"({"playlist": [{"week": 3}]})", "playlist[0]: needs either program or variants"},
+        {R"({"playlist": [{"week": 3}]})", "playlist[0]: needs program or variants"},
         {R"({"playlist": [{"program": "one.json", "weeks": 3}]})", "playlist[0].weeks: unknown field"},
         {R"({"playlist": [{"program": "one.json", "play_periods": ["8-9"]}]})",
          "playlist[0].play_periods[0]: expected HH:MM-HH:MM"},
@@ -39,7 +41,7 @@ TEST_F(Sign, MistakeIsNamedByItsField) {
         {R"({"clock": {"zone": "Europe/Nowhere"}})", "clock.zone: expected a time zone that this host knows"},
         {R"({"clock": {"shift": 90000}})", "clock.shift: expected a whole number from -86400 to 86400"},
         {R"({"areas": "one.json", "prune": 1})", "prune: expected true or false"},
-        {R"({"controllers": ["tag:none"]})", "controllers: expected a tag of a list of controllers"},
+        {R"({"controllers": ["tag:none"]})", "controllers: expected a list of controllers for 'tag:none'"},
     };
     for (const auto& c : cases) {
         const Outcome outcome = qmctl({"apply", folder.write("sign.json", c.json)});
@@ -62,8 +64,8 @@ TEST_F(Sign, ApplyWritesWhatDiffersAndNothingTheSecondTime) {
 
     const auto requests = controller.requests(), connections = controller.connections();
     EXPECT_THAT(apply(controller, sign).out, HasSubstr("nothing"));
-    EXPECT_EQ(controller.connections() - connections, 4U) << "two listings between ping and end of transfer";
-    EXPECT_EQ(controller.requests() - requests, 10U) << "a handshake each";
+    EXPECT_EQ(controller.connections() - connections, 3U) << "ping, both listings, end of transfer";
+    EXPECT_EQ(controller.requests() - requests, 9U) << "a handshake each";
 
     folder.write("two.json", R"({"id": 2, "areas": [{"id": 0, "text": "Hi"}]})");
     auto states = planned(controller, sign, kSomethingToDo);
@@ -105,6 +107,8 @@ TEST_F(Sign, VariantIsTheFirstThatFits) {
     EXPECT_THAT(outcome.out, HasSubstr("playlist[0]: no variant is for a controller of generation 6 with "
                                        "64 x 32 pixels, double"));
     EXPECT_THAT(files_of(small), IsEmpty());
+    const std::string only = folder.write("only.json", R"({"playlist": [{"variants": ["full.json"]}]})");
+    EXPECT_THAT(apply(small, only).err, HasSubstr("only.json: playlist[0]: no variant is for"));
     EXPECT_THAT(files_of(five), testing::SizeIs(1));
     EXPECT_EQ(planned(five, sign, 0)["P001"], "unchanged");
     EXPECT_GT(files_of(full)["D001"].size(), 2 * 128 * 32 * 2U);

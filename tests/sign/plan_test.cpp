@@ -30,12 +30,13 @@ TEST(PlannedFiles, AreComparedBySizeAndChecksumAndNothingElseIsTouched) {
                                               {"1234", FileState::kept},      {"D234", FileState::kept}};
     EXPECT_EQ(states_of(plan_files(programs, held, false)), expected);
     expected["1234"] = expected["D234"] = FileState::deleted;
-    const Plan plan{plan_files(programs, held, true), {}};
+    const Plan plan{true, plan_files(programs, held, true), {}};
     EXPECT_EQ(states_of(plan.files), expected);
     EXPECT_EQ(plan.deletes(), (std::vector<std::string>{"1234", "D234"}));
     const auto writes = plan.writes();
     ASSERT_EQ(writes.size(), 3U);
-    EXPECT_EQ(writes[0].name + writes[1].name + writes[2].name, "P001D002P002") << "data before its program";
+    EXPECT_EQ(writes[0].get().name + writes[1].get().name + writes[2].get().name, "P001D002P002")
+        << "data before its program";
 }
 
 TEST(Settings, DifferWhereTheControllerSaysSoAndAreUnknownWhereItDoesNot) {

@@ -12,7 +12,9 @@ using nlohmann::json;
 // Sees every name of every object that is being parsed.
 class DuplicateGuard {
   public:
-    bool operator()(int, json::parse_event_t event, const json& value) {
+    bool operator()(int depth, json::parse_event_t event, const json& value) {
+        constexpr int kDeepest = 100; // values are copied and printed by recursion
+        if (depth > kDeepest) throw std::invalid_argument("it is nested more than 100 deep");
         if (event == json::parse_event_t::object_start) m_names.emplace_back();
         if (event == json::parse_event_t::object_end) m_names.pop_back();
         if (event == json::parse_event_t::key && !m_names.back().insert(value.get<std::string>()).second)

@@ -159,12 +159,17 @@ void CommandLine::find_controllers(const std::vector<std::string>& names, const 
     for (const std::string& name : names) {
         try {
             for (NamedController& found : book.find(name))
-                if (std::ranges::find(m_controllers, found) == m_controllers.end())
+                if (std::ranges::find(m_controllers, found.address(), &NamedController::address) ==
+                    m_controllers.end())
                     m_controllers.push_back(std::move(found));
         } catch (const std::invalid_argument& wrong) {
-            throw UsageError(where + ": " + wrong.what() + ", not '" + name + "'");
+            throw UsageError(where + ": " + wrong.what());
         }
     }
+}
+
+bool CommandLine::has_group(const std::string& word) const {
+    return std::ranges::any_of(kGroups, [&](const auto& group) { return word == group.word; });
 }
 
 std::string CommandLine::completions(const std::string& typed, const std::string& word) const {

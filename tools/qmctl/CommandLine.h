@@ -24,6 +24,8 @@ class CommandLine {
     [[nodiscard]] const std::vector<NamedController>& controllers() const { return m_controllers; }
     [[nodiscard]] const FleetTerms& terms() const { return m_terms; }
 
+    // Whether verbs of two words begin with it.
+    [[nodiscard]] bool has_group(const std::string& word) const;
     // What may follow where a shell has come to, as its words; a line each.
     [[nodiscard]] std::string completions(const std::string& typed, const std::string& word) const;
     // What --help or --version prints.

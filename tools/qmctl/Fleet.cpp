@@ -1,10 +1,10 @@
 #include "Fleet.h"
 
-#include "AwaitedSignals.h"
 #include "record_text.h"
 
 #include <algorithm>
 #include <ctime>
+#include <set>
 #include <system_error>
 #include <thread>
 
@@ -13,6 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr auto kBetweenLooks = 100ms;
 constexpr auto kBetweenCounts = 1s;
 constexpr auto kFirstPause = 1s, kLongestPause = 60s;
 constexpr auto kGrace = 3s; // for jobs that run when the user interrupts, which is as long as a call waits
@@ -27,18 +28,11 @@ bool may_pass(const Outcome& outcome) {
 }
 
 bool is_failure(int status) { return status == kUsage || status == kFailed; }
-
-// When some have been sent to and others not, it is a failure.
-int common_status(const std::vector<int>& statuses) {
-    if (std::ranges::adjacent_find(statuses, std::not_equal_to()) == statuses.end()) return statuses.front();
-    return std::ranges::any_of(statuses, is_failure) ? kFailed : std::ranges::max(statuses);
-}
+constexpr auto has_failed = [](const auto& job) { return job.status && is_failure(*job.status); };
 
 double seconds(std::chrono::steady_clock::duration time) {
     return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count()) / 1000;
 }
-
-constexpr int kAllEnded = SIGUSR1; // from the last thread, and never ignored while it is blocked
 
 } // namespace
 
@@ -70,56 +64,72 @@ Fleet::~Fleet() {
     if (m_abandoned) std::_Exit(kInterrupted);
 }
 
-int Fleet::run() {
-    if (m_jobs.size() == 1)
-        work();
+int Fleet::run(const AwaitedSignals* signals) {
+    if (signals)
+        watch(*signals);
     else
-        watch();
+        work();
     const std::lock_guard lock(m_mutex);
-    return m_interrupted ? kInterrupted : common_status(m_statuses);
+    if (m_interrupted && m_ended < m_jobs.size()) return kInterrupted;
+    return m_report_failed ? kFailed : common_status();
 }
 
-std::vector<NamedController> Fleet::done() {
-    const std::lock_guard lock(m_mutex);
-    return m_done;
+// When some have been sent to and others not, it is a failure.
+int Fleet::common_status() const {
+    std::set<int> statuses;
+    for (const Job& job : m_jobs) statuses.insert(job.status.value_or(kFailed));
+    if (statuses.size() == 1) return *statuses.begin();
+    return std::ranges::any_of(statuses, is_failure) ? kFailed : *statuses.rbegin();
 }
 
-void Fleet::watch() {
-    const AwaitedSignals signals{kAllEnded};
+void Fleet::watch(const AwaitedSignals& signals) {
     std::vector<std::thread> workers = start_workers();
     if (workers.empty()) return work(); // one after the other, where no thread can be had
-    for (int signal = 0; (signal = signals.wait(m_interrupted ? kGrace : kBetweenCounts)) != kAllEnded;) {
-        m_abandoned = m_interrupted; // for the second time, or in vain
-        if (m_abandoned) break;
-        if (signal != 0) interrupt();
+    auto deadline = Clock::time_point::max(), counts = m_start + kBetweenCounts;
+    while (!all_left() && !m_abandoned) {
+        const auto now = Clock::now();
+        if (signals.wait(0s) && now >= m_start + m_terms.deaf) {
+            m_abandoned = m_interrupted; // for the second time
+            if (!m_interrupted) deadline = now + kGrace;
+            interrupt();
+            counts = now;
+        }
+        m_abandoned = m_abandoned || now >= deadline; // in vain
+        if (now < counts) continue;
         show_counts();
+        counts = now + kBetweenCounts;
     }
     for (std::thread& worker : workers) m_abandoned ? worker.detach() : worker.join();
     m_session.output->pass("");
-    if (m_interrupted) tell_interrupted();
+    if (m_interrupted)
+        tell_interrupted();
+    else
+        tell_failed();
 }
 
 // As many as there are to be, or as can be had.
 std::vector<std::thread> Fleet::start_workers() {
     std::vector<std::thread> workers;
-    m_working = 1; // this one, which starts the others
+    const std::size_t wanted = std::min<std::size_t>(m_session.jobs, m_jobs.size());
     try {
-        while (workers.size() < std::min<std::size_t>(m_session.jobs, m_jobs.size())) {
-            ++m_working;
+        while (workers.size() < wanted)
             workers.emplace_back([this] {
                 work();
-                leave();
+                const std::lock_guard lock(m_mutex);
+                --m_working;
+                m_left.notify_all();
             });
-        }
-    } catch (const std::system_error&) {
-        --m_working;
+    } catch (const std::system_error&) { // fewer will do
     }
-    if (!workers.empty()) leave();
+    const std::lock_guard lock(m_mutex);
+    m_working += workers.size();
     return workers;
 }
 
-void Fleet::leave() {
-    if (--m_working == 0) ::pthread_kill(m_watcher, kAllEnded);
+// Whether all workers have, at once or in a moment.
+bool Fleet::all_left() {
+    std::unique_lock lock(m_mutex);
+    return m_left.wait_for(lock, kBetweenLooks, [this] { return m_working == 0; });
 }
 
 void Fleet::interrupt() {
@@ -139,7 +149,7 @@ void Fleet::work() {
 
 Fleet::Job* Fleet::next() {
     std::unique_lock lock(m_mutex);
-    while (!m_interrupted && m_statuses.size() < m_jobs.size()) {
+    while (!m_interrupted && m_ended < m_jobs.size()) {
         const auto first = m_waiting.begin();
         if (first == m_waiting.end()) {
             m_changed.wait(lock); // those that run may come back
@@ -169,30 +179,30 @@ void Fleet::take(Job& job, const Session& session, const Outcome& outcome) {
         status = kFailed;
     }
     const std::lock_guard lock(m_mutex);
-    keep(job, session, outcome);
-    job.ended = true;
-    m_statuses.push_back(status);
-    if (!is_failure(status)) m_done.push_back(*job.target);
-    if (m_statuses.size() == m_jobs.size()) m_changed.notify_all();
+    keep(job, session.object_of(outcome));
+    job.status = status;
+    if (++m_ended == m_jobs.size()) m_changed.notify_all();
 }
 
-void Fleet::keep(const Job& job, const Session& session, const Outcome& outcome) {
-    if (!m_report) return;
-    nlohmann::ordered_json line{{"time", local_time(std::time(nullptr), kTimestamp)},
-                                {"verb", session.verb},
-                                {"tries", job.tries},
-                                {"seconds", seconds(Clock::now() - job.begun)}};
-    line.update(session.object_of(outcome));
-    std::fputs(one_line(line).c_str(), m_report.get());
-    std::fflush(m_report.get());
+void Fleet::keep(const Job& job, nlohmann::ordered_json result) {
+    if (!m_report || m_report_failed) return;
+    nlohmann::ordered_json line{{"time", timestamp(std::time(nullptr))}, {"verb", m_session.verb}};
+    line["tries"] = job.tries;
+    line["seconds"] = job.tries == 0 ? 0 : seconds(Clock::now() - job.begun);
+    line["controller"] = job.target->address();
+    line.update(result);
+    m_report_failed =
+        std::fputs(one_line(line).c_str(), m_report.get()) < 0 || std::fflush(m_report.get()) != 0;
+    if (m_report_failed)
+        m_session.output->remark("qmctl: --report: '" + m_terms.report + "' cannot be written any more\n");
 }
 
 // The time that is left is as long for each controller as it was so far.
 void Fleet::show_counts() {
     if (!m_session.output->is_terminal()) return;
     const std::lock_guard lock(m_mutex);
-    const auto ended = m_statuses.size(), left = m_jobs.size() - ended;
-    const auto failed = static_cast<std::size_t>(std::ranges::count_if(m_statuses, is_failure));
+    const auto ended = m_ended, left = m_jobs.size() - ended;
+    const auto failed = static_cast<std::size_t>(std::ranges::count_if(m_jobs, has_failed));
     std::string line = std::to_string(ended - failed) + " done, " + std::to_string(failed) + " failed, " +
                        std::to_string(left) + " waiting";
     if (m_interrupted)
@@ -206,11 +216,27 @@ void Fleet::show_counts() {
     m_session.output->pass(std::move(line));
 }
 
+// Where results go to a file, or scroll away, nobody would see.
+void Fleet::tell_failed() {
+    const std::lock_guard lock(m_mutex);
+    const auto count = static_cast<std::size_t>(std::ranges::count_if(m_jobs, has_failed));
+    if (count > 0 && m_jobs.size() > 1)
+        m_session.output->remark("qmctl: " + std::to_string(m_jobs.size() - count) + " done, " +
+                                 std::to_string(count) + " failed: " + labels(has_failed) + "\n");
+}
+
+std::string Fleet::labels(const std::function<bool(const Job&)>& wanted) const {
+    std::string text;
+    for (const Job& job : m_jobs)
+        if (wanted(job)) text += (text.empty() ? "" : ", ") + job.target->label();
+    return text;
+}
+
 void Fleet::tell_interrupted() {
     const std::lock_guard lock(m_mutex);
-    std::string left;
     for (const Job& job : m_jobs)
-        if (!job.ended) left += (left.empty() ? "" : ", ") + job.target->label();
+        if (!job.status) keep(job, {{"ok", false}, {"error", "interrupted"}});
+    const std::string left = labels([](const Job& job) { return !job.status; });
     m_session.output->remark("qmctl: interrupted; " + (left.empty() ? "all done" : "not done: " + left) +
                              "\n");
 }

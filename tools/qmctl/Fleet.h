@@ -1,22 +1,24 @@
 // Runs a verb at every controller, many at once.
 #pragma once
 
+#include "AwaitedSignals.h"
 #include "Session.h"
 #include "Verb.h"
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
+#include <functional>
 #include <map>
-#include <pthread.h>
+#include <optional>
 #include <thread>
 
 namespace qm::ctl {
 
 struct FleetTerms {
-    unsigned retries = 0; // of what may pass
-    std::string report;   // file to which a JSON object for each controller is appended; empty: none
+    unsigned retries = 0;         // of what may pass
+    std::string report;           // file to which a JSON object for each controller is appended; empty: none
+    std::chrono::seconds deaf{0}; // from the start on, in which nothing interrupts it
 };
 
 // What comes of a verb at the session's target, whose address it looks up.
@@ -29,17 +31,15 @@ class Fleet {
     // All but the session outlive it. Throws UsageError when the report cannot be written.
     Fleet(Session session, const Verb& verb, const std::vector<NamedController>& controllers,
           const FleetTerms& terms);
-
     // When the user interrupted and calls go on that cannot be broken off, this ends the process.
     ~Fleet();
     Fleet(const Fleet&) = delete;
     Fleet& operator=(const Fleet&) = delete;
 
-    // Gives the exit status that all have in common, else kFailed. When the user interrupts what goes to
-    // many, it says what was left undone and gives kInterrupted.
-    int run();
-    // Those for which it was done.
-    [[nodiscard]] std::vector<NamedController> done();
+    // Gives the exit status that all have in common, else kFailed. When one of the signals comes, it ends
+    // what goes on, says what was left undone and gives kInterrupted; null: a single controller, in this
+    // thread.
+    int run(const AwaitedSignals* signals);
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -47,7 +47,7 @@ class Fleet {
         const NamedController* target;
         unsigned tries = 0;
         Clock::time_point begun{};
-        bool ended = false;
+        std::optional<int> status{}; // once it has ended
     };
 
     void work();
@@ -55,30 +55,30 @@ class Fleet {
     Job* next();
     // Puts the job back when it is to be tried again, else prints what came of it.
     void take(Job& job, const Session& session, const Outcome& outcome);
-    void keep(const Job& job, const Session& session, const Outcome& outcome);
-    void watch();
-    void tell_interrupted();
+    void keep(const Job& job, nlohmann::ordered_json result);
+    void watch(const AwaitedSignals& signals);
     std::vector<std::thread> start_workers();
-    void leave();
+    [[nodiscard]] bool all_left();
     void interrupt();
     void show_counts();
+    void tell_failed();
+    void tell_interrupted();
+    [[nodiscard]] std::string labels(const std::function<bool(const Job&)>& wanted) const;
+    [[nodiscard]] int common_status() const;
 
     const Session m_session;
     const Verb& m_verb;
     const FleetTerms& m_terms;
     const Clock::time_point m_start = Clock::now();
-    const ::pthread_t m_watcher = ::pthread_self();
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_report{nullptr, std::fclose};
 
-    std::atomic<std::size_t> m_working{0}; // threads
-
     std::mutex m_mutex; // of all that follows
-    std::condition_variable m_changed;
+    std::condition_variable m_changed, m_left;
     std::vector<Job> m_jobs;
     std::multimap<Clock::time_point, Job*> m_waiting; // by the time at which they are due
-    std::vector<int> m_statuses;                      // of those that have ended
-    std::vector<NamedController> m_done;
-    bool m_interrupted = false, m_abandoned = false;
+    std::size_t m_working = 0;                        // threads
+    std::size_t m_ended = 0;                          // jobs
+    bool m_interrupted = false, m_abandoned = false, m_report_failed = false;
 };
 
 } // namespace qm::ctl

@@ -1,5 +1,6 @@
 #include "Output.h"
 
+#include <chrono>
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
@@ -44,7 +45,9 @@ void Output::show(std::string_view text) noexcept {
 }
 
 void Output::remark(std::string_view text) noexcept {
-    const std::lock_guard lock(m_mutex);
+    constexpr std::chrono::milliseconds kLongest{500};
+    const std::unique_lock lock(m_mutex, kLongest);
+    if (!lock) return (void)put(stderr, text);
     wipe();
     (void)put(stderr, text);
     draw();
@@ -53,7 +56,8 @@ void Output::remark(std::string_view text) noexcept {
 bool Output::is_terminal() const { return m_results && ::isatty(::fileno(m_results.get())) == 1; }
 
 void Output::pass(std::string line) noexcept {
-    const std::lock_guard lock(m_mutex);
+    const std::unique_lock lock(m_mutex, std::try_to_lock);
+    if (!lock) return; // the next one will come
     wipe();
     m_passing = std::move(line);
     draw();

@@ -22,7 +22,7 @@ class Output {
     void write(std::string_view text);
     // Writes one whatever becomes of it.
     void show(std::string_view text) noexcept;
-    // Writes to standard error.
+    // Writes to standard error, even though somebody waits for standard output to be read.
     void remark(std::string_view text) noexcept;
 
     [[nodiscard]] bool is_terminal() const;
@@ -38,7 +38,7 @@ class Output {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
     std::unique_ptr<std::FILE, Closer> m_results;
-    std::mutex m_mutex;
+    std::timed_mutex m_mutex;
     std::string m_passing;
 };
 

@@ -16,6 +16,7 @@ using Words = std::vector<std::string>;
 
 // Numbers are as good as texts; true is a flag.
 void add_option(Words& words, const std::string& name, const Field& field) {
+    if (name == "c") field.refuse("is the request's own field controller");
     constexpr const char* kOfAll[] = {"controllers", "jobs", "json", "report", "retries", "verbose"};
     if (name.empty() || name.front() == '-') field.refuse("expected the name of an option without dashes");
     for (const char* shared : kOfAll)
@@ -38,12 +39,23 @@ std::string argument_of(const Field& field) {
     return text;
 }
 
+// All of a line, or so much of it that it is too long.
+bool read_line(std::istream& input, std::string& line) {
+    line.clear();
+    for (char c = 0; input.get(c) && c != '\n';)
+        if (line.size() <= kLongestRequest) line += c;
+    return !input.eof() || !line.empty();
+}
+
 // Of a command line.
-Words words_of(const Field& request) {
+Words words_of(const CommandLine& line, const Field& request) {
     Words words, arguments;
+    std::string verb;
     read_object(request, [&](Object& object) {
         (void)object.find("id");
-        const std::string verb = object.require("verb").text();
+        verb = object.require("verb").text();
+        if (verb.starts_with('-') || verb.find(" -") != std::string::npos)
+            throw UsageError("request.verb: expected words without options");
         for (const std::string_view word : split(verb, ' ')) words.emplace_back(word);
         if (const auto named = object.find("controller")) words.push_back("--controller=" + named->text());
         if (const auto options = object.find("options")) {
@@ -54,6 +66,10 @@ Words words_of(const Field& request) {
         if (const auto given = object.find("arguments"))
             for (const Field& one : given->list(0, 10000)) arguments.push_back(argument_of(one));
     });
+    if (line.has_group(verb) && !arguments.empty()) { // "area" and "rm" are one verb
+        words.insert(words.begin() + 1, arguments.front());
+        arguments.erase(arguments.begin());
+    }
     if (!arguments.empty()) words.emplace_back("--");
     words.insert(words.end(), arguments.begin(), arguments.end());
     return words;
@@ -81,7 +97,12 @@ void Service::serve(std::istream& requests) {
     } catch (const std::system_error&) { // fewer will do
         if (workers.empty()) throw;
     }
-    for (std::string line; std::getline(requests, line) && !failed();) take(line);
+    try {
+        for (std::string line; read_line(requests, line) && !failed();) take(line);
+    } catch (...) { // nobody reads the answers any more
+        const std::lock_guard lock(m_mutex);
+        m_trouble = std::current_exception();
+    }
     {
         const std::lock_guard lock(m_mutex);
         m_ended = true;
@@ -119,8 +140,10 @@ void Service::read(const std::string& text, Request& request) {
     if (object.is_object() && object.contains("id")) request.id = object["id"];
     CommandLine line(request.session);
     try {
-        auto verb = line.parse(words_of(Field(object, "request")));
-        if (line.reach() == Reach::none) throw UsageError("request.verb: expected another one than serve");
+        auto verb = line.parse(words_of(line, Field(object, "request")));
+        if (line.reach() == Reach::none)
+            throw UsageError("request.verb: expected one that goes to controllers, not " +
+                             request.session.verb);
         if (verb->ending()) throw UsageError("request.verb: expected one that does not stay");
         line.settle(*verb);
         request.verb = std::move(verb);

@@ -5,6 +5,7 @@
 #include "sign/AddressBook.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -18,11 +19,11 @@ class Session;
 
 class Verb;
 
-// After that time, or sooner when the user interrupts, another verb goes to the controllers for which it was
-// done.
+// After that time, or sooner when the user interrupts, another verb goes to the controllers that it concerns.
 struct Ending {
     std::chrono::seconds after;
     const Verb& verb;
+    std::function<bool(const sign::NamedController&)> concerns;
 };
 
 // One verb: its arguments, and what it does once all of them are known to be good.

@@ -7,6 +7,8 @@
 
 #include <future>
 #include <iostream>
+#include <mutex>
+#include <set>
 
 namespace qm::ctl {
 namespace {
@@ -55,6 +57,7 @@ class ShowText : public AreaVerb {
         });
         m_remarks.tell(session, drawn.remarks);
         area.style.size = static_cast<std::uint16_t>(drawn.points);
+        begin_to_show(session);
         Report report = m_options.show(session, area, screen);
         report.add("Font", "font", drawn.family)
             .add("Size", std::to_string(drawn.points) + " points", "size", drawn.points)
@@ -65,6 +68,8 @@ class ShowText : public AreaVerb {
     }
 
   protected:
+    // From here on the area may be there, whatever is answered.
+    virtual void begin_to_show(const Session&) const {}
     [[nodiscard]] const AreaOptions& options() const { return m_options; }
 
   private:
@@ -99,11 +104,22 @@ class Override : public ShowText {
         add_value(command, "--for", m_time, "TIME", "How long, such as 90s, 10m or 2h30m", read_duration)
             .required();
     }
-    std::optional<Ending> ending() const override { return Ending{m_time, m_end}; }
+    std::optional<Ending> ending() const override {
+        return Ending{m_time, m_end, [this](const NamedController& controller) {
+                          const std::lock_guard lock(m_mutex);
+                          return m_shown_at.contains(controller.address());
+                      }};
+    }
     Report run(const Session& session) const override {
         Report report = ShowText::run(session);
         const std::time_t end = std::time(nullptr) + m_time.count();
-        return report.add("Until", local_time(end, "%T"), "until", local_time(end, kTimestamp));
+        return report.add("Until", local_time(end, "%T"), "until", timestamp(end));
+    }
+
+  protected:
+    void begin_to_show(const Session& session) const override {
+        const std::lock_guard lock(m_mutex);
+        m_shown_at.insert(session.target.address());
     }
 
   private:
@@ -111,6 +127,8 @@ class Override : public ShowText {
 
     std::chrono::seconds m_time{0};
     const TakeAway m_end{options()};
+    mutable std::mutex m_mutex;
+    mutable std::set<std::string> m_shown_at; // addresses
 };
 
 class ShowPicture : public AreaVerb {

@@ -28,7 +28,7 @@ std::chrono::seconds read_duration(const std::string& text) {
         if (sum > kLongest) break;
         rest.remove_prefix(digits + 1);
     }
-    if (sum == 0 || sum > kLongest) expected("a time such as 90s, 10m or 2h30m, of at most 24h");
+    if (sum == 0 || sum > kLongest) expected("a time with its units, such as 90s, 10m or 2h30m");
     return std::chrono::seconds(sum);
 }
 

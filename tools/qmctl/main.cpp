@@ -1,9 +1,9 @@
 // qmctl: the library's calls from the command line.
-#include "AwaitedSignals.h"
 #include "CommandLine.h"
 #include "Fleet.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
@@ -18,22 +18,32 @@ bool asks_for_json(std::span<char* const> arguments) {
     return std::find(arguments.begin(), end, std::string_view("--json")) != end;
 }
 
-// What goes by itself is taken away in the end, even though a controller does not answer at that moment.
+// What goes by itself is taken away in the end, even though a controller does not answer at that moment. A
+// terminal that is closed sends its signal twice.
 constexpr unsigned kRetriesAtTheEnd = 5;
+constexpr std::chrono::seconds kDeafAtTheEnd{3};
+
+int end(const Session& session, const Ending& ending, const CommandLine& line,
+        const AwaitedSignals& signals) {
+    std::vector<NamedController> concerned;
+    std::ranges::copy_if(line.controllers(), std::back_inserter(concerned), ending.concerns);
+    if (concerned.empty()) return kDone;
+    FleetTerms terms = line.terms();
+    terms.retries = std::max(terms.retries, kRetriesAtTheEnd);
+    terms.deaf = kDeafAtTheEnd;
+    return Fleet(session, ending.verb, concerned, terms).run(&signals);
+}
 
 int run_at(const Session& session, const Verb& verb, const CommandLine& line) {
     const auto ending = verb.ending();
     std::optional<AwaitedSignals> signals;
-    if (ending) signals.emplace();
+    if (ending || line.controllers().size() > 1) signals.emplace();
     Fleet fleet(session, verb, line.controllers(), line.terms());
-    const int status = fleet.run();
-    const auto done = fleet.done();
-    if (!ending || done.empty()) return status;
-    const bool interrupted = status == kInterrupted || signals->wait(ending->after) != 0;
-    signals.reset();
-    FleetTerms terms = line.terms();
-    terms.retries = std::max(terms.retries, kRetriesAtTheEnd);
-    const int ended = Fleet(session, ending->verb, done, terms).run();
+    const int status = fleet.run(signals ? &*signals : nullptr);
+    if (!ending) return status;
+    const bool any = std::ranges::any_of(line.controllers(), ending->concerns);
+    const bool interrupted = status == kInterrupted || (any && signals->wait(ending->after));
+    const int ended = end(session, *ending, line, *signals);
     return ended != kDone ? ended : interrupted ? kInterrupted : status;
 }
 
@@ -80,6 +90,7 @@ int run(Session& session, std::span<char* const> arguments) {
 } // namespace qm::ctl
 
 int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN); // what cannot be written is an error, and ends nothing midway
     try {
         qm::ctl::Output output;
         qm::ctl::Session session(output);

@@ -87,8 +87,7 @@ class ProgramVerb : public Verb {
 
 std::vector<FileEntry> entries_of(const std::vector<File>& files) {
     std::vector<FileEntry> entries;
-    for (const auto& [name, type, bytes] : files)
-        entries.push_back({name, type, static_cast<std::uint32_t>(bytes.size()), crc_at_end(bytes)});
+    std::ranges::transform(files, std::back_inserter(entries), entry_of);
     return entries;
 }
 

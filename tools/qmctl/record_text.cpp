@@ -65,4 +65,9 @@ std::string local_time(std::time_t time, const char* format) {
     return {text, std::strftime(text, sizeof text, format, &local)};
 }
 
+std::string timestamp(std::time_t time) {
+    std::string text = local_time(time, "%FT%T%z");
+    return text.insert(text.size() - 2, ":");
+}
+
 } // namespace qm::ctl

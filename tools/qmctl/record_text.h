@@ -30,7 +30,7 @@ using options::hex;
 
 Report& list_files(Report& report, const std::vector<FileEntry>& files);
 
-inline constexpr const char* kTimestamp = "%FT%T%z";
+[[nodiscard]] std::string timestamp(std::time_t time); // 2024-01-31T23:59:59+01:00
 // As strftime's format says, at most 63 bytes.
 [[nodiscard]] std::string local_time(std::time_t time, const char* format);
 

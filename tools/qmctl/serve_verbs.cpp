@@ -24,7 +24,9 @@ class PrintCompletion : public Verb {
 
 constexpr VerbEntry kVerbs[] = {
     {"completion", "Print what makes bash complete verbs, options and names of controllers",
-     "Example:\n  eval \"$(qmctl completion)\"", make_verb<PrintCompletion>, Reach::none},
+     "In ~/.bashrc: eval \"$(qmctl completion)\"\n\n"
+     "Example:\n  qmctl completion >/etc/bash_completion.d/qmctl",
+     make_verb<PrintCompletion>, Reach::none},
     {"serve", "Stay, and carry out requests from standard input",
      "A request is a JSON object in a line, and so is its answer on standard output: what --json prints, "
      "with\n"

@@ -3,11 +3,11 @@
 #include "Verb.h"
 #include "arguments.h"
 #include "film/film.h"
-#include "record_text.h"
 #include "sign/ProgramOverview.h"
 #include "sign/SignSource.h"
 #include "sign/files.h"
 #include "sign/program_files.h"
+#include "sign/time_zone.h"
 
 namespace qm::ctl {
 namespace {
@@ -76,7 +76,11 @@ class PreviewSign : public Verb {
             pictures.push_back({{"picture", name}, {"program", source->path()}});
             std::ranges::copy(*files, std::back_inserter(scene.files));
         }
-        if (m_source.areas()) scene.areas = m_source.areas()->fitted(screen).areas;
+        if (m_source.areas()) {
+            const auto& [areas, texts] = m_source.areas()->fitted(screen);
+            m_remarks.tell(session, texts.remarks);
+            scene.areas = areas;
+        }
         Report report = m_size ? Report() : session.report();
         report.add("Folder", "folder", folder.string());
         if (m_length) {
@@ -102,10 +106,7 @@ class PreviewSign : public Verb {
         identity.color = m_color;
         return identity;
     }
-    [[nodiscard]] local_seconds begin() const {
-        if (m_begin) return moment_of(*m_begin);
-        return moment_of(read_moment(local_time(std::time(nullptr), "%F %T")));
-    }
+    [[nodiscard]] local_seconds begin() const { return moment_of(m_begin ? *m_begin : time_in("", 0)); }
 
     std::string m_path, m_folder = ".";
     std::optional<std::chrono::seconds> m_length;

@@ -94,12 +94,20 @@ class PlanSign : public Verb {
     [[nodiscard]] Report report(const Session& session, const Plan& plan) const {
         Report report = session.report();
         const bool todo = plan.anything_to_do();
-        report.add("To do", todo ? "something" : "nothing", "to_do", todo);
+        report.add("To do", todo ? "something" : nothing_of(plan), "to_do", todo);
         list_settings(report, plan);
         if (m_source.areas()) report.add("Areas", kUnknown, "areas", m_source.areas()->ids());
         return list_programs(report, plan).exit_with(todo ? kSomethingToDo : kDone);
     }
 
+    // What each apply sets cannot be known to be done.
+    [[nodiscard]] std::string nothing_of(const Plan& plan) const {
+        std::vector<std::string> unknown;
+        for (const Setting& setting : plan.settings)
+            if (setting.state == SettingState::unknown) unknown.push_back(setting.name);
+        if (m_source.areas()) unknown.emplace_back("areas");
+        return unknown.empty() ? "nothing" : "nothing that can be told; apply sets " + joined(unknown);
+    }
     void show_areas_of(const Session& session, const Identity& identity, Report& report) const {
         if (!m_source.areas()) return;
         const Screen screen = Screen::of(identity);

@@ -111,7 +111,9 @@ bool is_option(const std::string& word) { return word.size() > 1 && word.starts_
 
 std::string unknown_option(const CLI::App& command, const std::string& typed) {
     const std::string name = typed.substr(0, typed.find('='));
-    return "unknown option '" + name + "'" + suggestion(nearest(name, options_of(command)));
+    const std::string meant = nearest(name, options_of(command));
+    if (meant == name) return "option '" + name + "' is the verb's and stands behind it: " + path_of(command);
+    return "unknown option '" + name + "'" + suggestion(meant);
 }
 
 std::string unknown_verb(const CLI::App& group, const std::string& word) {
@@ -149,6 +151,11 @@ std::string explained(const CLI::App& line, const CLI::ParseError& error) {
     // First: what was not taken may well be what the error misses.
     if (std::string unknown = unknown_argument(line); !unknown.empty()) return unknown;
     const std::string what = error.what();
+    constexpr std::string_view kTo = " arguments to ";
+    if (const auto to = what.find(kTo); to != std::string::npos) {
+        const auto name = to + kTo.size();
+        return what.substr(name, what.find(' ', name) - name) + ": given more than once";
+    }
     const bool no_value = dynamic_cast<const CLI::ArgumentMismatch*>(&error);
     return no_value ? what.substr(0, what.find(':')) + ": a value is required" : what;
 }

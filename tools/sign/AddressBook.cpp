@@ -1,6 +1,7 @@
 #include "AddressBook.h"
 
 #include "errors.h"
+#include "options/names.h"
 #include "options/readers.h"
 
 #include <algorithm>
@@ -27,11 +28,19 @@ bool is_numeric(const std::string& text) {
 }
 
 std::filesystem::path path_of_user() {
-    if (const char* path = std::getenv("QMCTL_CONTROLLERS")) return path;
     if (const char* folder = std::getenv("XDG_CONFIG_HOME"); folder && *folder)
         return std::filesystem::path(folder) / "qmctl" / "controllers";
     const char* home = std::getenv("HOME");
     return home ? std::filesystem::path(home) / ".config" / "qmctl" / "controllers" : std::filesystem::path();
+}
+
+// The same, naming what it is not.
+NamedController named_host(const std::string& text) {
+    try {
+        return read_host(text);
+    } catch (const std::invalid_argument& wrong) {
+        throw std::invalid_argument(wrong.what() + (", not '" + text + "'"));
+    }
 }
 
 } // namespace
@@ -43,7 +52,9 @@ Controller NamedController::controller() const {
     hints.ai_socktype = SOCK_STREAM;
     ::addrinfo* found = nullptr;
     if (const int error = ::getaddrinfo(host.c_str(), nullptr, &hints, &found); error != 0)
-        throw Failure("no address is known for \"" + host + "\" (" + ::gai_strerror(error) + ")");
+        throw Failure("\"" + host +
+                      "\" is neither in the list of controllers nor a host whose address is known (" +
+                      ::gai_strerror(error) + ")");
     const std::unique_ptr<::addrinfo, void (*)(::addrinfo*)> owner(found, ::freeaddrinfo);
     char text[INET_ADDRSTRLEN] = "";
     ::inet_ntop(AF_INET, &reinterpret_cast<const ::sockaddr_in*>(found->ai_addr)->sin_addr, text,
@@ -68,20 +79,21 @@ NamedController read_host(const std::string& text) {
 
 AddressBook::AddressBook(const std::filesystem::path& path) : m_path(path) {
     std::ifstream file(path);
-    if (!file) options::expected("a file of controllers that can be read");
+    if (!file) throw UsageError(m_path + ": expected a list of controllers that can be read");
     unsigned number = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
         try {
             add(line.substr(0, line.find('#')));
         } catch (const std::invalid_argument& wrong) {
-            throw std::invalid_argument("line " + std::to_string(number) + ": " + wrong.what());
+            throw UsageError(m_path + ": line " + std::to_string(number) + ": " + wrong.what());
         }
     }
-    if (file.bad()) options::expected("a file of controllers that can be read");
+    if (file.bad()) throw UsageError(m_path + ": expected a list of controllers that can be read");
 }
 
 AddressBook AddressBook::of_user() {
+    if (const char* path = std::getenv("QMCTL_CONTROLLERS"); path && *path) return AddressBook(path);
     const auto path = path_of_user();
     std::error_code error;
     return std::filesystem::exists(path, error) ? AddressBook(path) : AddressBook();
@@ -92,23 +104,36 @@ void AddressBook::add(const std::string& line) {
     std::vector<std::string> words;
     for (std::string word; text >> word;) words.push_back(word);
     if (words.empty()) return;
-    if (words.size() == 1) return m_all.push_back(read_host(words.front()));
-    NamedController controller = read_host(words[1]);
+    if (words.size() == 1) return m_all.push_back(named_host(words.front()));
+    NamedController controller = named_host(words[1]);
     controller.name = words[0];
     if (controller.name.find_first_of(":,") != std::string::npos)
         options::expected("a name without colon and comma");
     if (std::ranges::find(m_all, controller.name, &NamedController::name) != m_all.end())
         options::expected("every name once, not \"" + controller.name + "\" again");
     controller.tags.assign(words.begin() + 2, words.end());
+    for (const std::string& tag : controller.tags)
+        if (tag.find_first_of(":,") != std::string::npos || is_numeric(tag))
+            options::expected("tags without colon and comma that are no numbers, not '" + tag + "'");
     m_all.push_back(std::move(controller));
 }
 
 std::vector<NamedController> AddressBook::find(const std::string& text) const {
     std::vector<NamedController> found;
-    for (const std::string_view one : options::split(text, ','))
+    for (std::string_view one : options::split(text, ',')) {
+        one.remove_prefix(std::min(one.find_first_not_of(' '), one.size()));
         for (NamedController& controller : find_one(std::string(one)))
-            if (std::ranges::find(found, controller) == found.end()) found.push_back(std::move(controller));
+            if (std::ranges::find(found, controller.address(), &NamedController::address) == found.end())
+                found.push_back(std::move(controller));
+    }
     return found;
+}
+
+std::set<std::string> AddressBook::tags() const {
+    std::set<std::string> tags;
+    for (const NamedController& controller : m_all)
+        tags.insert(controller.tags.begin(), controller.tags.end());
+    return tags;
 }
 
 std::vector<NamedController> AddressBook::find_one(const std::string& text) const {
@@ -119,11 +144,15 @@ std::vector<NamedController> AddressBook::find_one(const std::string& text) cons
     if (text.starts_with(kTag)) {
         const std::string tag = text.substr(kTag.size());
         take([&](const NamedController& one) { return std::ranges::count(one.tags, tag) > 0; });
+        if (found.empty() && m_path.empty())
+            options::expected("a list of controllers for '" + text + "'; there is none");
         if (found.empty())
-            options::expected("a tag of " + (m_path.empty() ? "a list of controllers" : m_path));
+            options::expected("a tag of " + m_path + " (" + options::joined(tags()) + "), not '" + text +
+                              "'");
     } else {
         take([&](const NamedController& one) { return !one.name.empty() && one.name == text; });
-        if (found.empty()) found.push_back(read_host(text));
+        if (found.empty() && tags().contains(text)) options::expected("tag:" + text + ", not '" + text + "'");
+        if (found.empty()) found.push_back(named_host(text));
     }
     return found;
 }

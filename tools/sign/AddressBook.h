@@ -4,6 +4,7 @@
 #include "qm_sdk_dual.hpp"
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,14 +34,16 @@ struct NamedController {
 class AddressBook {
   public:
     AddressBook() = default;
-    // Throws std::invalid_argument with the line that is wrong.
+    // Throws UsageError with the line that is wrong.
     explicit AddressBook(const std::filesystem::path& path);
     // The user's own: what QMCTL_CONTROLLERS names, else qmctl/controllers in the folder of settings; empty
     // when there is none.
     [[nodiscard]] static AddressBook of_user();
 
     [[nodiscard]] const std::vector<NamedController>& all() const { return m_all; }
-    // A name, tag:TAG, or an address; several are separated by commas. Everyone once. Throws likewise.
+    [[nodiscard]] std::set<std::string> tags() const;
+    // A name, tag:TAG, or an address; several are separated by commas. Every address once. Throws
+    // std::invalid_argument.
     [[nodiscard]] std::vector<NamedController> find(const std::string& text) const;
 
   private:

@@ -7,10 +7,6 @@
 namespace qm::sign {
 namespace {
 
-FileEntry entry_of(const File& file) {
-    return {file.name, file.type, static_cast<std::uint32_t>(file.bytes.size()), crc_at_end(file.bytes)};
-}
-
 bool same_file(const FileEntry& a, const FileEntry& b) { return a.name == b.name && a.type == b.type; }
 
 FileState state_of(const FileEntry& wanted, const std::vector<FileEntry>& held) {
@@ -19,6 +15,12 @@ FileState state_of(const FileEntry& wanted, const std::vector<FileEntry>& held) 
     if (found == held.end()) return FileState::fresh;
     const bool same = found->size == wanted.size && found->checksum == wanted.checksum;
     return same ? FileState::unchanged : FileState::changed;
+}
+
+bool has_room(const Controller& controller, const std::vector<std::reference_wrapper<const File>>& files) {
+    std::uint64_t size = 0;
+    for (const File& file : files) size += file.bytes.size();
+    return require(controller.volume(), "asking for the room").available >= size;
 }
 
 } // namespace
@@ -30,11 +32,11 @@ bool Plan::anything_to_do() const {
            });
 }
 
-std::vector<File> Plan::writes() const {
-    std::vector<File> writes;
+std::vector<std::reference_wrapper<const File>> Plan::writes() const {
+    std::vector<std::reference_wrapper<const File>> writes;
     for (const PlannedFile& file : files)
         if (file.state == FileState::fresh || file.state == FileState::changed)
-            writes.push_back(*file.content);
+            writes.emplace_back(*file.content);
     return writes;
 }
 
@@ -71,8 +73,9 @@ std::vector<PlannedFile> plan_files(const std::vector<SignProgram>& programs,
 
 Plan plan_for(const SignSource& source, const std::vector<SignProgram>& programs,
               const Controller& controller, const Identity& identity) {
-    const std::vector<FileEntry> held = list_program_files(controller, identity);
-    Plan plan{plan_files(programs, held, source.sign().prune), {}};
+    Plan plan{source.sign().has_playlist, {}, {}};
+    if (plan.has_playlist)
+        plan.files = plan_files(programs, list_program_files(controller, identity), source.sign().prune);
     if (has_settings(source.sign()))
         plan.settings = settings_of(source.sign(), require(controller.status(), "asking for the status"));
     return plan;
@@ -80,12 +83,16 @@ Plan plan_for(const SignSource& source, const std::vector<SignProgram>& programs
 
 void carry_out(const Plan& plan, const Controller& controller,
                const std::function<std::shared_ptr<void>(const File&)>& watch) {
-    if (const auto writes = plan.writes(); !writes.empty())
+    const auto writes = plan.writes();
+    const auto names = plan.deletes();
+    const auto remove = [&] { require(controller.remove_files(names), "deleting " + joined(names)); };
+    const bool no_room = !names.empty() && !writes.empty() && !has_room(controller, writes);
+    if (no_room) remove();
+    if (!writes.empty())
         require(controller.upload(writes, watch));
-    else
+    else if (plan.has_playlist)
         require(controller.call(cmd_ofsEndFileTransf), "ending the transfer");
-    if (const auto names = plan.deletes(); !names.empty())
-        require(controller.remove_files(names), "deleting " + joined(names));
+    if (!names.empty() && !no_room) remove();
     for (const Setting& setting : plan.changes()) require(setting.set(controller), "setting " + setting.name);
 }
 

@@ -4,6 +4,8 @@
 #include "Setting.h"
 #include "SignSource.h"
 
+#include <functional>
+
 namespace qm::sign {
 
 enum class FileState { fresh, changed, unchanged, deleted, kept };
@@ -18,13 +20,14 @@ struct PlannedFile {
 };
 
 struct Plan {
+    bool has_playlist = true; // else files are not looked at
     std::vector<PlannedFile> files;
     std::vector<Setting> settings;
 
     // Settings that are unknown do not count.
     [[nodiscard]] bool anything_to_do() const;
     // What differs, in the order in which it should be written.
-    [[nodiscard]] std::vector<File> writes() const;
+    [[nodiscard]] std::vector<std::reference_wrapper<const File>> writes() const;
     [[nodiscard]] std::vector<std::string> deletes() const;
     // Settings that differ or are unknown.
     [[nodiscard]] std::vector<Setting> changes() const;
@@ -39,8 +42,9 @@ struct Plan {
 [[nodiscard]] Plan plan_for(const SignSource& source, const std::vector<SignProgram>& programs,
                             const Controller& controller, const Identity& identity);
 
-// Does it in one transfer; what watch(file) returns lives while a file is written. With nothing to write, a
-// transfer that was broken off is ended. Throws Failure.
+// Does it in one transfer, deletes after it or, where there is no room, before; what watch(file) returns
+// lives while a file is written. With nothing to write, a transfer that was broken off is ended. Throws
+// Failure.
 void carry_out(const Plan& plan, const Controller& controller,
                const std::function<std::shared_ptr<void>(const File&)>& watch);
 

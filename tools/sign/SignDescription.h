@@ -9,8 +9,9 @@ namespace qm::sign {
 // An item of the playlist.
 struct PlaylistEntry {
     std::string where;                 // its field, such as playlist[2]
-    std::vector<std::string> programs; // paths of descriptions; of several, the first that fits is played
-    PlayTimes times;                   // in place of theirs
+    std::vector<std::string> programs; // paths of descriptions; of variants, the first that fits is played
+    bool has_variants = false;
+    PlayTimes times; // in place of theirs
 };
 
 struct PowerWish {
@@ -25,6 +26,7 @@ struct ClockWish {
 
 struct SignDescription {
     std::vector<std::string> controllers; // as AddressBook finds them
+    bool has_playlist = false;
     std::vector<PlaylistEntry> playlist;
     bool number = false; // the playlist's order, 1 the first, goes before the programs' own numbers
     std::string areas;   // path of a description; empty: none

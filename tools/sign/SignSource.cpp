@@ -42,9 +42,10 @@ void SignSource::require_order() const {
             if (variant.program().id != id)
                 refuse("variants have one number, not " + std::to_string(id) + " and " +
                        std::to_string(variant.program().id));
+        if (name <= before && m_sign.number) refuse("a playlist that numbers its programs has at most 999");
         if (name <= before)
             refuse(name + " does not come after " + before +
-                   " by name, as controllers play; order the numbers, or set number");
+                   " by name, as controllers play; order the numbers, or set \"number\": true");
         if (!data.insert(data_name(name)).second) refuse(name + " has the data file of another program");
         before = name;
     }
@@ -64,7 +65,7 @@ std::vector<SignProgram> SignSource::programs(const Identity& controller) const 
 
 const ProgramSource& SignSource::variant_for(std::size_t entry, const Identity& controller) const {
     const auto& variants = m_playlist[entry];
-    if (variants.size() == 1) return variants.front();
+    if (!m_sign.playlist[entry].has_variants) return variants.front();
     for (const ProgramSource& variant : variants)
         if (is_made_for(variant.program(), controller)) return variant;
     throw UsageError(m_path + ": " + m_sign.playlist[entry].where + ": no variant is for a controller of " +

@@ -42,6 +42,9 @@ DrawnText drawn_text(const std::string& text, const TextStyle& style, const Rect
         if (!same_name(chosen.family, style.font))
             drawn.remarks.push_back("\"" + style.font + "\" is not installed; drawn in " + extent.family);
     }
+    const bool runs = effect.mode != Effect().mode;
+    if (!style.vertical && (extent.height > area.height || (!runs && extent.width > area.width)))
+        drawn.remarks.push_back("the text is larger than its area and is cut");
     if (extent.missing > 0) drawn.remarks.push_back(missing_words(extent));
     return drawn;
 }

@@ -1,5 +1,6 @@
 #include "program_files.h"
 
+#include "ProgramBuilder.h"
 #include "errors.h"
 
 #include <algorithm>
@@ -24,6 +25,10 @@ std::string program_name(unsigned id) {
 }
 
 std::string data_name(const std::string& program) { return "D" + program.substr(1); }
+
+FileEntry entry_of(const File& file) {
+    return {file.name, file.type, static_cast<std::uint32_t>(file.bytes.size()), crc_at_end(file.bytes)};
+}
 
 bool is_program(const FileEntry& file) {
     if (file.type != kProgramType || !has_number(file.name)) return false;

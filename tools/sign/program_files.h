@@ -10,6 +10,8 @@ namespace qm::sign {
 // That of its data, in generation 6: D007, D234. Programs whose numbers end alike share it.
 [[nodiscard]] std::string data_name(const std::string& program);
 
+[[nodiscard]] FileEntry entry_of(const File& file); // as the controller lists it
+
 [[nodiscard]] bool is_program(const FileEntry& file); // by name and type
 [[nodiscard]] bool is_data(const FileEntry& file);
 

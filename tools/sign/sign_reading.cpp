@@ -59,7 +59,9 @@ PowerWish read_power(const Field& field) {
 
 int read_shift(const Field& field) {
     const bool whole = field.value().is_number_integer();
-    const auto seconds = whole ? field.value().get<std::int64_t>() : kLargestShift + 1;
+    const bool huge =
+        field.value().is_number_unsigned() && field.value().get<std::uint64_t>() > kLargestShift;
+    const auto seconds = whole && !huge ? field.value().get<std::int64_t>() : kLargestShift + 1;
     if (seconds < -kLargestShift || seconds > kLargestShift)
         field.expected("a whole number from -86400 to 86400");
     return static_cast<int>(seconds);
@@ -90,13 +92,21 @@ class Reader {
                 for (const Field& name : list.list(1, kMostPrograms)) names.push_back(name.text());
                 return names;
             });
-            object.take("playlist", sign.playlist, [&](const Field& f) { return playlist(f); });
+            object.take("playlist", sign.playlist, [&](const Field& f) {
+                sign.has_playlist = true;
+                return playlist(f);
+            });
             object.take("number", sign.number, &Field::flag);
-            object.take("areas", sign.areas, [&](const Field& f) { return path(f); });
+            object.take("areas", sign.areas, [&](const Field& f) {
+                if (f.value().is_array())
+                    f.refuse("stands in a program; its path belongs in the playlist of a sign");
+                return path(f);
+            });
             object.take("power", sign.power, read_power);
             object.take("brightness", sign.brightness, read_brightness);
             object.take("clock", sign.clock, read_clock);
             object.take("prune", sign.prune, &Field::flag);
+            if (sign.prune && !sign.has_playlist) field.refuse("prune needs a playlist, be it empty");
         });
         return sign;
     }
@@ -118,8 +128,10 @@ class Reader {
         }
         read_object(field, [&](Object& object) {
             const auto one = object.find("program"), several = object.find("variants");
-            if (one.has_value() == several.has_value()) field.refuse("needs either program or variants");
+            if (one.has_value() == several.has_value())
+                field.refuse(one ? "has both program and variants; give one" : "needs program or variants");
             if (one) entry.programs = {path(*one)};
+            entry.has_variants = several.has_value();
             if (several)
                 for (const Field& variant : several->list(1, kMostPrograms))
                     entry.programs.push_back(path(variant));
