@@ -5,6 +5,7 @@
 #include "sign/Kept.h"
 #include "sign/PictureFiles.h"
 
+#include <atomic>
 #include <future>
 #include <iostream>
 #include <mutex>
@@ -46,7 +47,10 @@ class ShowText : public AreaVerb {
     void prepare() override {
         if (m_area.text == "-") m_area.text = read_standard_input();
         if (!m_speech.text.empty()) m_area.speech = m_speech;
-        // Fonts are found and loaded while the first connection rests. What goes wrong goes wrong again.
+        // Fonts are found and loaded while the process's first connection rests. What goes wrong goes wrong
+        // again.
+        static std::atomic_flag found;
+        if (found.test_and_set()) return;
         m_fonts = std::async([this] { (void)measure(m_area.text, m_area.style, kUsual, m_area.effect); });
     }
     Report run(const Session& session) const override {
