@@ -21,7 +21,8 @@ class Stage {
         : m_begin(begin), m_simulator(options(scene)) {
         const Controller controller("127.0.0.1", m_simulator.port());
         require(controller.upload(scene.files));
-        if (!scene.areas.empty()) require(controller.show(scene.areas, scene.screen));
+        static constexpr std::optional<ProgramNumbers> kAtOnce;
+        if (!scene.areas.empty()) require(controller.show(scene.areas, scene.screen, kAtOnce));
         for (const auto& [name, error] : m_simulator.program_errors())
             throw std::runtime_error(name + " cannot be played: " + error);
     }
