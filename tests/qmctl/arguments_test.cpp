@@ -298,7 +298,8 @@ TEST(Completion, KnowsVerbsOptionsAndControllers) {
         {"qmctl ov", "ov", "override\n"},
         {"qmctl -c stop-5 program s", "s", "send\n"},
         {"qmctl power --js", "--js", "--json\n"},
-        {"qmctl text --valign bottom --sp", "--sp", "--speed\n--spacing\n--speech-speed\n--speech-repeat\n"},
+        {"qmctl text --bold --valign bottom --sp", "--sp",
+         "--speed\n--spacing\n--speech-speed\n--speech-repeat\n"},
         {"qmctl ping -c ", "", "10.0.0.7:5005\nstop-5\nstop-6\ntag:hall\n"},
         {"qmctl --controller=stop-5,ta", "stop-5,ta", "stop-5,tag:hall\n"},
         {"qmctl -c tag:h", "h", "hall\n"}, // colons part words in bash

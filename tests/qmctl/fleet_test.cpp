@@ -303,7 +303,8 @@ TEST(Override, IsGoneInTheEndAndWhenInterrupted) {
     for (int i = 0; i < 2; ++i) run.send(SIGHUP); // as terminals do
     EXPECT_EQ(run.end().status, 130);
     EXPECT_EQ(ids_of(third), std::vector<unsigned>{});
-    EXPECT_THAT(qmctl({"override", "--for", "2d", "x"}).err, HasSubstr("such as 90s, 10m or 2h30m"));
+    EXPECT_THAT(qmctl({"override", "--for", "2d", "x"}).err,
+                HasSubstr("such as 90s, 5m or 1h30m, of at most 24h"));
 }
 
 TEST(ManyControllers, LeftUndoneWhenInterruptedAreNamed) {

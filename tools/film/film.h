@@ -15,7 +15,7 @@ struct Scene {
     std::vector<Area> areas; // over them
 };
 
-constexpr std::chrono::seconds kLongest = std::chrono::minutes(10);
+constexpr std::chrono::minutes kLongest{10};
 constexpr unsigned kLargestScale = 16;
 
 // An animated GIF of so long from the moment when all of it has arrived, at that local time; an LED is scale

@@ -26,6 +26,11 @@ void Remarks::tell(const Session& session, std::span<const std::string> remarks)
     for (const std::string& remark : remarks) session.note(remark);
 }
 
+void Remarks::tell(const Session& session, const FittedProgram& fitted, const std::string& name) const {
+    tell(session, std::span(fitted.texts.remarks).subspan(fitted.notes.size()));
+    for (const std::string& note : fitted.notes) session.note(name.empty() ? note : name + ": " + note);
+}
+
 Report& add_texts(Report& report, const DrawnTexts& texts) {
     auto pages = nlohmann::ordered_json::object();
     for (const auto& [area, count] : texts.pages) pages[std::to_string(area)] = count;

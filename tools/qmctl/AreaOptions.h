@@ -5,6 +5,7 @@
 #include "Verb.h"
 #include "arguments.h"
 #include "sign/AreaSource.h"
+#include "sign/ProgramSource.h"
 
 namespace qm::ctl {
 
@@ -29,10 +30,14 @@ void show_areas(const Session& session, const std::vector<Area>& areas, const Sc
 class Remarks {
   public:
     void add_to(ArgumentList& command) {
-        command.add_flag("--strict", m_strict,
-                         "Fail, and send nothing, when a font is not installed or has no such character");
+        command.add_flag(
+            "--strict", m_strict,
+            "Fail, and send nothing, when a text is cut, or a font is not installed or has no such\n"
+            "character");
     }
     void tell(const Session& session, std::span<const std::string> remarks) const;
+    // Those of a program; what its generation does not have is only noted, perhaps with the program's name.
+    void tell(const Session& session, const FittedProgram& fitted, const std::string& name = "") const;
 
   private:
     bool m_strict = false;

@@ -44,7 +44,7 @@ bool read_line(std::istream& input, std::string& line) {
     line.clear();
     for (char c = 0; input.get(c) && c != '\n';)
         if (line.size() <= kLongestRequest) line += c;
-    return !input.eof() || !line.empty();
+    return input.good() || !line.empty();
 }
 
 // Of a command line.
@@ -66,7 +66,8 @@ Words words_of(const CommandLine& line, const Field& request) {
         if (const auto given = object.find("arguments"))
             for (const Field& one : given->list(0, 10000)) arguments.push_back(argument_of(one));
     });
-    if (line.has_group(verb) && !arguments.empty()) { // "area" and "rm" are one verb
+    if (line.has_group(verb) && !arguments.empty() &&
+        !arguments.front().starts_with('-')) { // "area" and "rm" are one verb
         words.insert(words.begin() + 1, arguments.front());
         arguments.erase(arguments.begin());
     }

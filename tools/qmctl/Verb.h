@@ -16,7 +16,6 @@ using namespace options;
 
 class Report;
 class Session;
-
 class Verb;
 
 // After that time, or sooner when the user interrupts, another verb goes to the controllers that it concerns.

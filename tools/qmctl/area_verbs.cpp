@@ -105,7 +105,8 @@ class Override : public ShowText {
     Override() : ShowText(kOverride) {}
     void add_arguments(ArgumentList& command) override {
         ShowText::add_arguments(command);
-        add_value(command, "--for", m_time, "TIME", "How long, such as 90s, 10m or 2h30m", read_duration)
+        add_value(command, "--for", m_time, "TIME", "How long, such as 90s, 10m or 2h30m",
+                  [](const auto& text) { return read_duration(text, kDay); })
             .required();
     }
     std::optional<Ending> ending() const override {

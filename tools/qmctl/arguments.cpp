@@ -16,19 +16,21 @@ Rect read_rect(const std::string& text) {
     return {values[0], values[1], values[2], values[3]};
 }
 
-std::chrono::seconds read_duration(const std::string& text) {
-    constexpr unsigned kLongest = 24 * 60 * 60;
+std::chrono::seconds read_duration(const std::string& text, std::chrono::minutes longest) {
+    const auto most = static_cast<unsigned>(std::chrono::seconds(longest).count());
     unsigned sum = 0;
-    for (std::string_view rest = text; !rest.empty();) {
+    for (std::string_view rest = text; !rest.empty() && sum <= most;) {
         const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
         const char unit = digits < rest.size() ? rest[digits] : ' ';
         const unsigned seconds = unit == 'h' ? 3600 : unit == 'm' ? 60 : unit == 's' ? 1 : 0;
-        const auto number = to_number(rest.substr(0, digits), 0, kLongest);
-        sum = number && seconds > 0 && *number <= kLongest / seconds ? sum + *number * seconds : kLongest + 1;
-        if (sum > kLongest) break;
-        rest.remove_prefix(digits + 1);
+        const auto number = to_number(rest.substr(0, digits), 0, seconds > 0 ? most / seconds : 0);
+        sum = number && seconds > 0 ? sum + *number * seconds : most + 1;
+        rest.remove_prefix(std::min(digits + 1, rest.size()));
     }
-    if (sum == 0 || sum > kLongest) expected("a time with its units, such as 90s, 10m or 2h30m");
+    const auto minutes = longest.count();
+    if (sum == 0 || sum > most)
+        expected("a time such as 90s, 5m or 1h30m, of at most " +
+                 (minutes % 60 == 0 ? std::to_string(minutes / 60) + "h" : std::to_string(minutes) + "m"));
     return std::chrono::seconds(sum);
 }
 

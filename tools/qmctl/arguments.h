@@ -14,7 +14,9 @@ inline constexpr Name kLocks[] = {{"unlocked", 0}, {"locked", 1}};
 
 [[nodiscard]] Rect read_rect(const std::string& text); // X,Y,W,H
 
-[[nodiscard]] std::chrono::seconds read_duration(const std::string& text); // 90s, 10m, 2h30m; up to a day
+constexpr std::chrono::hours kDay{24};
+[[nodiscard]] std::chrono::seconds read_duration(const std::string& text, // 90s, 10m, 2h30m
+                                                 std::chrono::minutes longest);
 
 [[nodiscard]] Controller read_controller(const std::string& text); // IP[:PORT]
 

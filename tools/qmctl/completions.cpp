@@ -80,11 +80,13 @@ class Typed {
     [[nodiscard]] Words controllers() const {
         const auto comma = m_last.rfind(',');
         const std::string front = comma == std::string::npos ? m_front : m_last.substr(0, comma + 1);
-        const auto book = m_list.empty() ? sign::AddressBook::of_user() : sign::AddressBook(m_list);
         std::set<std::string> names;
-        for (const sign::NamedController& controller : book.all()) {
-            names.insert(front + controller.label());
-            for (const std::string& tag : controller.tags) names.insert(front + "tag:" + tag);
+        try {
+            const auto book = m_list.empty() ? sign::AddressBook::of_user() : sign::AddressBook(m_list);
+            for (const sign::NamedController& controller : book.all())
+                names.insert(front + controller.label());
+            for (const std::string& tag : book.tags()) names.insert(front + "tag:" + tag);
+        } catch (const std::exception&) { // told when the line is run, not while it is typed
         }
         return {names.begin(), names.end()};
     }

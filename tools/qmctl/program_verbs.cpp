@@ -48,8 +48,7 @@ class ProgramVerb : public Verb {
     const FittedProgram& fitted(const Session& session, const ProgramSource& source,
                                 const Screen& screen) const {
         const FittedProgram& fitted = source.fitted(screen);
-        m_remarks.tell(session, std::span(fitted.texts.remarks).subspan(fitted.notes.size()));
-        for (const std::string& note : fitted.notes) session.note(note);
+        m_remarks.tell(session, fitted);
         return fitted;
     }
     // The only one, for the screen that the description and the controller say.

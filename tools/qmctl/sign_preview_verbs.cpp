@@ -33,11 +33,7 @@ class PreviewSign : public Verb {
             read_text);
         const Argument film = add_value(command, "--film", m_length, "TIME",
                                         "Film what plays for so long, such as 30s, at most 10m, as sign.gif",
-                                        [](const auto& text) {
-                                            const auto length = read_duration(text);
-                                            if (length > film::kLongest) expected("a time of at most 10m");
-                                            return length;
-                                        });
+                                        [](const auto& text) { return read_duration(text, film::kLongest); });
         add_value(command, "--at", m_begin, "TIME",
                   "When the film begins, such as '2026-12-24 17:30' (default now)", read_moment)
             .needs(film);
@@ -68,7 +64,7 @@ class PreviewSign : public Verb {
         std::vector<std::vector<std::string>> lines{{"Picture", "Program"}};
         Json pictures = Json::array();
         for (const auto& [source, fitted, files] : m_source.programs(identity)) {
-            m_remarks.tell(session, fitted->texts.remarks);
+            m_remarks.tell(session, *fitted, source->path());
             const std::string name = program_name(fitted->program.id) + ".png";
             const auto pages = ProgramBuilder(fitted->program, fitted->screen).pages();
             write_file(folder, name, draw_overview(fitted->program, fitted->screen, pages));

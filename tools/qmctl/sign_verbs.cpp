@@ -83,10 +83,7 @@ class PlanSign : public Verb {
   protected:
     [[nodiscard]] Plan plan(const Session& session, const Identity& identity) const {
         const auto programs = m_source.programs(identity);
-        for (const auto& [source, fitted, files] : programs) {
-            m_remarks.tell(session, std::span(fitted->texts.remarks).subspan(fitted->notes.size()));
-            for (const std::string& note : fitted->notes) session.note(source->path() + ": " + note);
-        }
+        for (const auto& [source, fitted, files] : programs) m_remarks.tell(session, *fitted, source->path());
         if (m_source.areas()) require_areas(session, Screen::of(identity));
         return plan_for(m_source, programs, session.controller, identity);
     }
