@@ -22,6 +22,8 @@ find_library(UNIBREAK_LIBRARY unibreak REQUIRED)
 add_library(qm_build_flags INTERFACE)
 target_compile_options(qm_build_flags INTERFACE
   -Wall -Wextra -Wpedantic $<$<COMPILE_LANGUAGE:CXX>:-Wconversion -Wshadow>
+  # Clang's -Wconversion is also about signs, GCC's is not.
+  $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-sign-conversion>
   # Before 13 it raises false alarms on text + std::string.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   $<$<BOOL:${QM_WERROR}>:-Werror>)
@@ -29,4 +31,7 @@ if(QM_SANITIZE)
   target_compile_options(qm_build_flags INTERFACE
     -fsanitize=${QM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(qm_build_flags INTERFACE -fsanitize=${QM_SANITIZE})
+endif()
+if(QM_FUZZ)
+  target_compile_options(qm_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
