@@ -32,7 +32,7 @@ class RunningQmctl {
     ~RunningQmctl(); // kills it, unless it has ended
 
     void send(int signal) const; // nothing once it has ended
-    Outcome end(); // waits for it, for at most 60 s
+    Outcome end();               // waits for it, for at most 60 s
 
   private:
     struct Streams;

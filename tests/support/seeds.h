@@ -7,8 +7,8 @@
 
 namespace qm::test {
 
-// Keeps the bytes for that target below the folder that QM_SEEDS names; without it, does nothing. The same bytes
-// are kept once.
+// Keeps the bytes for that target below the folder that QM_SEEDS names; without it, does nothing. The same
+// bytes are kept once.
 void keep_seed(const std::string& target, Bytes bytes);
 
 } // namespace qm::test

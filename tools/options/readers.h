@@ -25,7 +25,7 @@ template <class Value> constexpr unsigned kMost<std::optional<Value>> = kMost<Va
 [[nodiscard]] unsigned read_number(const std::string& text, unsigned min, unsigned max);
 [[nodiscard]] unsigned read_word(const std::string& text, Names names);
 [[nodiscard]] unsigned read_word_or_number(const std::string& text, Names names, unsigned max);
-[[nodiscard]] unsigned read_type(const std::string& text);       // of a controller: 0x0262, or in decimal
+[[nodiscard]] unsigned read_type(const std::string& text); // of a controller: 0x0262, or in decimal
 // Width and height in pixels of the largest screen at most: 128x32.
 [[nodiscard]] std::array<unsigned, 2> read_size(const std::string& text);
 [[nodiscard]] std::string read_address(const std::string& text); // dotted IPv4
