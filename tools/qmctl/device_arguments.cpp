@@ -8,7 +8,7 @@ namespace {
 
 // A text that stands between commas in a command to a Wi-Fi module.
 bool fits_module(std::string_view text, std::size_t shortest, std::size_t longest) {
-    const auto breaks = [](char c) { return c == ',' || (c >= 0 && c < ' ') || c == '\x7F'; };
+    const auto breaks = [](unsigned char c) { return c == ',' || c < ' ' || c == 0x7F; };
     return text.size() >= shortest && text.size() <= longest && std::ranges::none_of(text, breaks);
 }
 
