@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
-#include <ranges>
 
 namespace qm::ctl {
 namespace {
@@ -36,8 +35,9 @@ std::string path_of(const CLI::App& command) {
 }
 
 std::string list(const CLI::App& group) {
-    const auto name = [](const CLI::App* child) { return child->get_name(); };
-    return options::joined(std::views::transform(children(group), name));
+    std::vector<std::string> names;
+    for (const CLI::App* child : children(group)) names.push_back(child->get_name());
+    return options::joined(names);
 }
 
 // The verbs of a group, and behind them those of the groups in it.
