@@ -57,14 +57,14 @@ Oint32 CDynamicArea_ALL_6G::AddArea(const AreaRequest& area) {
     return QM_OK;
 }
 
-Oint32 CDynamicArea_ALL_6G::AddPages(Ouint8 areaId, std::vector<Page> pages) {
+Oint32 CDynamicArea_ALL_6G::AddPages(Ouint8 areaId, std::vector<Page>&& pages) {
     if (m_vctDynamicArea.empty()) {
         say(kNoSuchArea, areaId);
         return fail(QM_FAILED, "There is no area %d.", areaId);
     }
     // The page-data block holds the areas in list order, so everything up to here lies before these pages.
     Ouint32 offset = 0;
-    CVemarProtocol_DynamicArea_6G* target = nullptr;
+    CVemarProtocol_DynamicArea_6G* target = &m_vctDynamicArea.front();
     for (CVemarProtocol_DynamicArea_6G& area : m_vctDynamicArea) {
         offset += area.GetDataSize_Page();
         target = &area;

@@ -43,7 +43,7 @@ class CDynamicArea_ALL_6G {
     Oint32 AddArea(const AreaRequest& area);
     // Adds pages to the area, or to the last area of the list when none has the number; -1, after a message,
     // when there is none at all.
-    Oint32 AddPages(Ouint8 areaId, std::vector<Page> pages);
+    Oint32 AddPages(Ouint8 areaId, std::vector<Page>&& pages);
 
     // The payload: command header, AreaNum (u16), the description of every area, the pixel data of every
     // area.
