@@ -5,7 +5,6 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <ranges>
 #include <stdexcept>
 #include <system_error>
 
@@ -21,7 +20,11 @@ std::string word_for(Names names, unsigned code) {
     return found != names.end() ? found->word : "unknown (" + std::to_string(code) + ")";
 }
 
-std::string list(Names names) { return joined(std::views::transform(names, &Name::word)); }
+std::string list(Names names) {
+    std::vector<const char*> words;
+    for (const Name& name : names) words.push_back(name.word);
+    return joined(words);
+}
 
 void expected(const std::string& what) { throw std::invalid_argument("expected " + what); }
 

@@ -114,9 +114,15 @@ const StoredFile* FileSystem::find(FileFamily family, const std::string& name) c
     return file == m_files.end() ? nullptr : &file->second;
 }
 
+std::vector<StoredFile> FileSystem::copies() const {
+    std::vector<StoredFile> files;
+    for (const auto& [key, file] : m_files) files.push_back(file);
+    return files;
+}
+
 std::uint32_t FileSystem::available() const {
     std::size_t used = m_pending ? m_pending->announcement.length : 0;
-    for (const StoredFile& file : all()) used += file.data.size();
+    for (const auto& [key, file] : m_files) used += file.data.size();
     return used < kCapacity ? kCapacity - static_cast<std::uint32_t>(used) : 0;
 }
 

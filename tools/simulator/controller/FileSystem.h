@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -56,6 +55,7 @@ struct Transfer {
 
 class FileSystem {
   public:
+    using Key = std::pair<FileFamily, std::string>;
     using Result = std::optional<ErrorValue>; // nothing when it is done
 
     static constexpr std::uint32_t kCapacity = 16U << 20U; // bytes
@@ -79,8 +79,8 @@ class FileSystem {
 
     [[nodiscard]] const StoredFile* find(FileFamily family, const std::string& name) const;
     // All, in the order of family and name.
-    [[nodiscard]] auto all() const { return std::views::values(m_files); }
-    [[nodiscard]] std::vector<StoredFile> copies() const { return {all().begin(), all().end()}; }
+    [[nodiscard]] const std::map<Key, StoredFile>& all() const { return m_files; }
+    [[nodiscard]] std::vector<StoredFile> copies() const;
     [[nodiscard]] const Transfer& transfer() const { return m_transfer; }
     [[nodiscard]] bool transferring() const { return m_transferring; }
     [[nodiscard]] std::uint32_t available() const;
@@ -88,8 +88,6 @@ class FileSystem {
     [[nodiscard]] std::uint64_t version() const { return m_version; }
 
   private:
-    using Key = std::pair<FileFamily, std::string>;
-
     struct Pending {
         FileFamily family;
         Announcement announcement;

@@ -27,7 +27,7 @@ const StoredFile* data_of(const FileSystem& files, const std::string& name) {
 std::map<std::string, Programs::Versions> Programs::find_all(const FileSystem& files) const {
     std::map<std::string, Versions> found;
     if (m_generation == Generation::none) return found;
-    for (const StoredFile& file : files.all()) {
+    for (const auto& [key, file] : files.all()) {
         if (!is_program(file)) continue;
         const StoredFile* data = m_generation == Generation::six ? data_of(files, file.name) : nullptr;
         if (m_generation == Generation::five || data)

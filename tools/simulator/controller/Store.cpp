@@ -129,7 +129,7 @@ void Store::write_changes(const ControllerState& settings, const FileSystem& fil
     nlohmann::json index{{"settings", json_of(settings)}, {"files", nlohmann::json::array()}};
     std::set<fs::path> wanted;
     for (const char* folder : {kOrdinary, kConfiguration}) fs::create_directory(m_folder / folder);
-    for (const StoredFile& file : files.all()) {
+    for (const auto& [key, file] : files.all()) {
         const fs::path path = path_of(file.family, file.name);
         index["files"].push_back(json_of(file));
         index["files"].back()["data_crc"] = file.data_crc;

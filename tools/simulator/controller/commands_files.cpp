@@ -120,7 +120,7 @@ template <FileFamily family> Outcome read_block(State& state, Bytes payload, Now
 
 std::vector<const StoredFile*> listed(const State& state) {
     std::vector<const StoredFile*> files;
-    for (const StoredFile& file : state.files.all())
+    for (const auto& [key, file] : state.files.all())
         if (file.family == FileFamily::ordinary && file.type == state.listing.type) files.push_back(&file);
     return files;
 }

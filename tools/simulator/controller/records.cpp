@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kFirmware[] = "SIM 1.00";
 constexpr char kBarCode[] = "QM-SIMULATOR-001";
-constexpr std::size_t kCustomId = 12, kBarCodeSize = 16, kWebText = 128, kName = 16, kLocation = 44;
+constexpr std::size_t kBarCodeSize = 16, kWebText = 128, kName = 16, kLocation = 44;
 constexpr std::uint8_t kClockWorks = 1, kFirmwareRuns = 1, kParametersSet = 1;
 
 // Text in a field of fixed size, cut or filled with zeros.

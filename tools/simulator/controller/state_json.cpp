@@ -128,7 +128,7 @@ struct Reader {
     }
 };
 
-template <class Files> json list_of(const Files& files) {
+json list_of(const std::vector<StoredFile>& files) {
     json list = json::array();
     for (const StoredFile& file : files) list.push_back(json_of(file));
     return list;
@@ -178,7 +178,11 @@ json json_of(const StoredFile& file) {
             {"crc", file.crc}};
 }
 
-json json_of(const FileSystem& files) { return list_of(files.all()); }
+json json_of(const FileSystem& files) {
+    json list = json::array();
+    for (const auto& [key, file] : files.all()) list.push_back(json_of(file));
+    return list;
+}
 
 json json_of(const SpokenText& sound) {
     return {{"person", sound.person},
