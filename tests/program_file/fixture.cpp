@@ -1,5 +1,6 @@
 #include "fixture.h"
 
+#include "seeds.h"
 #include "simulator/show/picture.h"
 
 #include <cstdlib>
@@ -124,6 +125,7 @@ Program::File Program::integrate_g5() {
     file.crc = program.fileCRC32;
     EXPECT_EQ(program_freeBuffer(&program), 0);
     EXPECT_TRUE(program.fileAddre == nullptr);
+    keep_program_seeds(file.bytes);
     return file;
 }
 
@@ -140,6 +142,7 @@ Program::File Program::integrate_g6() {
     EXPECT_EQ(program_freeBuffer_G6(&program), 0);
     EXPECT_TRUE(program.fileAddre == nullptr);
     EXPECT_TRUE(program.dfileAddre == nullptr);
+    keep_program_seeds(file.bytes, file.data);
     return file;
 }
 

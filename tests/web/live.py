@@ -6,6 +6,8 @@ import socket
 import struct
 import time
 
+from simulator import keep_seed
+
 
 class Refused(Exception):
     """The answer's status in place of a WebSocket."""
@@ -37,7 +39,9 @@ class Live:
         self.socket.close()
 
     def send(self, payload, opcode=2):
-        self.socket.sendall(struct.pack(">BBH4x", 0x80 | opcode, 0x80 | 126, len(payload)) + payload)
+        frame = struct.pack(">BBH4x", 0x80 | opcode, 0x80 | 126, len(payload)) + payload
+        self.socket.sendall(frame)
+        keep_seed("websocket", b"\0" + frame)
 
     def take(self):
         """Takes one message; False at the end of the connection."""

@@ -1,11 +1,20 @@
 """The simulator with its page, qmctl for it, and what its screen shows."""
+import http.client
 import json
+import os
 import struct
 import subprocess
 import time
-import urllib.error
-import urllib.request
 import zlib
+
+
+def keep_seed(target, sent):
+    """Keeps what is sent as an input for fuzz/, as tests/support/seeds.h does."""
+    root = os.environ.get("QM_SEEDS")
+    if not root or len(sent) > 16384: return
+    folder = os.path.join(root, target)
+    os.makedirs(folder, exist_ok=True)
+    with open(os.path.join(folder, f"{zlib.crc32(sent)}-{len(sent)}"), "wb") as seed: seed.write(sent)
 
 
 def wait_for(what, happens, seconds=15):
@@ -35,15 +44,22 @@ class Simulator:
         self.process.wait(10)
         self.process.stdout.close()
 
-    def request(self, path, body=None, headers=None):
+    def asked(self, method, path, body=b"", headers=()):
         """Status and body."""
-        data = None if body is None else json.dumps(body).encode()
-        headers = {"Content-Type": "application/json"} | (headers or {})
+        connection = http.client.HTTPConnection(self.url.split("/")[2], timeout=30)
         try:
-            with urllib.request.urlopen(urllib.request.Request(self.url + path, data, headers), timeout=30) as answer:
-                return answer.status, answer.read()
-        except urllib.error.HTTPError as error:
-            return error.code, error.read()
+            connection.request(method, path, body, dict(headers))
+            with connection.getresponse() as answer: return answer.status, answer.read()
+        finally:
+            connection.close()
+            sent = {"Host": "127.0.0.1:5080", "Content-Length": len(body)} | dict(headers)
+            lines = [f"{method} {path} HTTP/1.1", *(f"{name}: {value}" for name, value in sent.items())]
+            keep_seed("http", b"\0" + "\r\n".join([*lines, "", ""]).encode() + body)
+
+    def request(self, path, body=None, headers=None):
+        """Status and body; posts the body when there is one."""
+        method, data = ("GET", b"") if body is None else ("POST", json.dumps(body).encode())
+        return self.asked(method, "/" + path, data, {"Content-Type": "application/json"} | (headers or {}))
 
     def get(self, name, controller=0):
         return json.loads(self.request(f"api/{name}?controller={controller}")[1])
