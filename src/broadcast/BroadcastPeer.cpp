@@ -17,7 +17,7 @@ namespace qm {
 namespace {
 
 constexpr std::chrono::seconds kAttempt{1};
-constexpr std::chrono::milliseconds kRestAfterClose{10};
+constexpr std::chrono::milliseconds kRestBetweenCloses{10};
 constexpr int kMostPending = 1000; // datagrams, in case somebody sends without end
 constexpr std::ptrdiff_t kShortestFrame = 15;
 
@@ -154,7 +154,7 @@ int BroadcastPeer::get_ipAdder(Ouint8 out[20]) const {
 void BroadcastPeer::Close() {
     for (Descriptor& socket : SocketList) {
         socket.reset();
-        std::this_thread::sleep_for(kRestAfterClose);
+        std::this_thread::sleep_for(kRestBetweenCloses);
     }
     SocketList.clear();
 }

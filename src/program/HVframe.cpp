@@ -15,7 +15,7 @@
 namespace qm {
 namespace {
 
-constexpr std::uint64_t kMostPixels = 64'000'000;
+constexpr std::uint64_t kMostPatternPixels = 64'000'000;
 
 // A small file can unpack to more than the memory holds: the size stands in its first 24 bytes, behind
 // signature and chunk header, as two big-endian numbers.
@@ -40,7 +40,7 @@ const char* obstacle(const std::string& path) {
     if (!file) return error_text(errno);
     Head head{};
     if (!file.read(head.data(), head.size()) || !is_png(head)) return "it is no PNG file";
-    return pixels(head) > kMostPixels ? "it has more than 64 million pixels" : nullptr;
+    return pixels(head) > kMostPatternPixels ? "it has more than 64 million pixels" : nullptr;
 }
 
 SurfacePtr no_picture(const std::string& path, const char* why) {

@@ -14,12 +14,6 @@ constexpr char kAreas[] = QM_EXAMPLES "/areas/areas.json";
 
 using DynamicVerbs = ControllerTest;
 
-std::vector<unsigned> ids_of(const sim::Simulator& controller) {
-    std::vector<unsigned> ids;
-    for (const sim::ReceivedArea& area : controller.dynamic_areas()) ids.push_back(area.id);
-    return ids;
-}
-
 TEST_F(DynamicVerbs, SendsTheAreasOfADescriptionAndDeletesThem) {
     EXPECT_EQ(json({"area", "send", kAreas})["areas"], (nlohmann::json{1, 2, 3}));
     EXPECT_EQ(ids_of(controller), (std::vector<unsigned>{1, 2, 3}));

@@ -22,6 +22,12 @@ inline void expect_picture(const sim::Image& screen, int left, int top) {
         for (int x = 0; x < 3; ++x) EXPECT_EQ(screen.at(left + x, top + y), rows[y][x]) << x << "," << y;
 }
 
+inline std::vector<unsigned> ids_of(const sim::Simulator& controller) {
+    std::vector<unsigned> ids;
+    for (const sim::ReceivedArea& area : controller.dynamic_areas()) ids.push_back(area.id);
+    return ids;
+}
+
 class ControllerTest : public testing::Test {
   protected:
     explicit ControllerTest(sim::Options options = {}) : controller(std::move(options)) {}

@@ -13,12 +13,6 @@ namespace {
 using Json = nlohmann::json;
 using testing::HasSubstr;
 
-std::vector<unsigned> ids_of(const sim::Simulator& controller) {
-    std::vector<unsigned> ids;
-    for (const auto& area : controller.dynamic_areas()) ids.push_back(area.id);
-    return ids;
-}
-
 std::vector<Json> objects_in(const std::string& text) {
     std::vector<Json> objects;
     std::istringstream lines(text);

@@ -170,7 +170,7 @@ class ShowPicture : public AreaVerb {
     Kept<std::array<unsigned, 3>, std::string> m_pictures; // by the size of the area and the screen's colours
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kAreaVerbs[] = {
     {"text", "Show a text",
      "Examples:\n"
      "  qmctl text Hello\n"
@@ -192,6 +192,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family area_verbs() { return kVerbs; }
+Family area_verbs() { return kAreaVerbs; }
 
 } // namespace qm::ctl

@@ -43,7 +43,7 @@ class Push : public Verb { // NOLINT(bugprone-exception-escape)
     nlohmann::json m_fields;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kConfigVerbs[] = {
     {"config push", "Write the controller's configuration",
      "A wrong configuration can leave the screen dark. The record is that of the controller's generation,\n"
      "which its ping tells. Address, Baudrate, ScreenWidth, ScreenHeight and Color are the controller's\n"
@@ -61,6 +61,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family config_verbs() { return kVerbs; }
+Family config_verbs() { return kConfigVerbs; }
 
 } // namespace qm::ctl

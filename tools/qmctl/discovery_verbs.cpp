@@ -59,7 +59,7 @@ class Find : public Verb {
     bool m_network = false;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kDiscoveryVerbs[] = {
     {"ping", "Ask the controller who it is", "Example:\n  qmctl -c 192.168.0.199 ping", make_verb<Ping>},
     {"find", "Find a controller whose address is not known",
      "Asks by broadcast on every network of this host, and at 192.168.100.1; -c is not used. The first\n"
@@ -69,6 +69,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family discovery_verbs() { return kVerbs; }
+Family discovery_verbs() { return kDiscoveryVerbs; }
 
 } // namespace qm::ctl

@@ -170,7 +170,7 @@ class Doctor : public Verb {
     }
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kDoctorVerbs[] = {
     {"doctor", "Find out why a controller does not answer, or does not do what it should",
      "Looks at its address, port, handshake, type, ping, screen, clock, disk and program, a line each, and\n"
      "says what to check next where something is wrong; the exit status is 2 then. Changes nothing.\n\n"
@@ -179,6 +179,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family doctor_verbs() { return kVerbs; }
+Family doctor_verbs() { return kDoctorVerbs; }
 
 } // namespace qm::ctl

@@ -106,7 +106,7 @@ class UpdateSounds : public AreaVerb {
     Speech m_speech;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kDynamicVerbs[] = {
     {"area send", "Show the areas of a description at once",
      "Example:\n  qmctl area send examples/areas/areas.json\n"
      "The file is a description as program build takes it. Each area has a text or one picture and\n"
@@ -121,6 +121,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family dynamic_verbs() { return kVerbs; }
+Family dynamic_verbs() { return kDynamicVerbs; }
 
 } // namespace qm::ctl

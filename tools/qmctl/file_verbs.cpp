@@ -130,7 +130,7 @@ class Format : public Verb {
     bool m_yes = false;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kFileVerbs[] = {
     {"fs ls", "List files", "Examples:\n  qmctl fs ls\n  qmctl --json fs ls --type 1", make_verb<List>},
     {"fs put", "Write a file",
      "On a terminal a bar shows how many bytes the controller says it has; it is asked for that on a second\n"
@@ -143,6 +143,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family file_verbs() { return kVerbs; }
+Family file_verbs() { return kFileVerbs; }
 
 } // namespace qm::ctl

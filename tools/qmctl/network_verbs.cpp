@@ -133,7 +133,7 @@ class Wifi : public Verb {
     std::string m_ssid, m_key;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kNetworkVerbs[] = {
     {"network show", "Show a generation-6 controller's addresses and what it says of its screen",
      "Example:\n  qmctl -c 192.168.0.199 network show", make_verb<ShowNetwork>},
     {"network set-ip", "Set a controller's addresses",
@@ -154,6 +154,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family network_verbs() { return kVerbs; }
+Family network_verbs() { return kNetworkVerbs; }
 
 } // namespace qm::ctl

@@ -71,7 +71,7 @@ class SetBrightness : public Verb {
     std::optional<Levels> m_levels;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kPowerVerbs[] = {
     {"power on", "Switch the screen on", "Example:\n  qmctl power on", make_verb<Switch<1>>},
     {"power off", "Switch the screen off", "Example:\n  qmctl power off", make_verb<Switch<0>>},
     {"power timer", "Switch the screen by timer, in place of the timer that was set",
@@ -86,6 +86,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family power_verbs() { return kVerbs; }
+Family power_verbs() { return kPowerVerbs; }
 
 } // namespace qm::ctl

@@ -198,7 +198,7 @@ class Send : public ProgramVerb {
     }
 };
 
-class List : public Verb {
+class ListPrograms : public Verb {
   public:
     Report run(const Session& session) const override {
         const auto held = list_program_files(session.controller, require(session.controller.ping()));
@@ -231,7 +231,7 @@ class List : public Verb {
     }
 };
 
-class Remove : public Verb {
+class RemovePrograms : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_values(command, "NAME", m_names, kMostPrograms, "Programs by name or number, such as P007 or 7",
@@ -262,7 +262,7 @@ class Remove : public Verb {
     std::vector<std::string> m_names;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kProgramVerbs[] = {
     {"program build", "Write a program's files to a folder",
      "The controller is asked only for what neither the description nor the options say.\n\n"
      "Example:\n  qmctl program build -o out examples/program/shop.json",
@@ -274,12 +274,12 @@ constexpr VerbEntry kVerbs[] = {
      "Example:\n  qmctl -c 192.168.0.199 program send examples/program/shop.json",
      make_verb<Send>},
     {"program ls", "List programs, with the files that each is made of", "Example:\n  qmctl program ls",
-     make_verb<List>},
+     make_verb<ListPrograms>},
     {"program rm", "Remove programs, with all their files", "Example:\n  qmctl program rm P001 7",
-     make_verb<Remove>}};
+     make_verb<RemovePrograms>}};
 
 } // namespace
 
-Family program_verbs() { return kVerbs; }
+Family program_verbs() { return kProgramVerbs; }
 
 } // namespace qm::ctl

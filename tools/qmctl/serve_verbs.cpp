@@ -22,7 +22,7 @@ class PrintCompletion : public Verb {
     }
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kServeVerbs[] = {
     {"completion", "Print what makes bash complete verbs, options and names of controllers",
      "In ~/.bashrc: eval \"$(qmctl completion)\"\n\n"
      "Example:\n  qmctl completion >/etc/bash_completion.d/qmctl",
@@ -42,6 +42,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family serve_verbs() { return kVerbs; }
+Family serve_verbs() { return kServeVerbs; }
 
 } // namespace qm::ctl

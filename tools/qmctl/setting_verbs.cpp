@@ -155,7 +155,7 @@ constexpr Setting kDelay{
     "Power-on delay",      "delay", "Delay, 0 to 32767, in the controller's units", 0, 32767,
     send<cmd_setDelayTime>};
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kSettingVerbs[] = {
     {"lock screen", "Keep showing what is shown now", "Example:\n  qmctl lock screen --keep",
      make_verb<LockScreen<kLock>>},
     {"lock program", "Show one program only", "Example:\n  qmctl lock program P001 --for 60",
@@ -184,6 +184,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family setting_verbs() { return kVerbs; }
+Family setting_verbs() { return kSettingVerbs; }
 
 } // namespace qm::ctl

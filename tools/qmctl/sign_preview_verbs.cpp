@@ -114,7 +114,7 @@ class PreviewSign : public Verb {
     Remarks m_remarks;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kSignPreviewVerbs[] = {
     {"preview", "Draw what a sign shows, as PNG pictures and as a film",
      "A picture of each program has all its pages. The film is what a controller plays that has nothing "
      "else:\n"
@@ -124,6 +124,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family sign_preview_verbs() { return kVerbs; }
+Family sign_preview_verbs() { return kSignPreviewVerbs; }
 
 } // namespace qm::ctl

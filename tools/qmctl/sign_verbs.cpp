@@ -152,7 +152,7 @@ class ApplySign : public PlanSign {
     bool m_dry_run = false;
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kSignVerbs[] = {
     {"plan", "Say what apply would change; nothing is written",
      "Exit status 0: nothing to do, 3: something.\n\nExample:\n  qmctl plan examples/shops/sign.json",
      make_verb<PlanSign>},
@@ -165,6 +165,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family sign_verbs() { return kVerbs; }
+Family sign_verbs() { return kSignVerbs; }
 
 } // namespace qm::ctl

@@ -109,7 +109,7 @@ class ShowId : public Verb {
     }
 };
 
-constexpr VerbEntry kVerbs[] = {
+constexpr VerbEntry kStatusVerbs[] = {
     {"status", "Show what the controller is doing: power, programs, locks, clock",
      "What is marked raw is in the controller's own units.\n\nExample:\n  qmctl -c 192.168.0.199 status",
      make_verb<ShowStatus>},
@@ -121,6 +121,6 @@ constexpr VerbEntry kVerbs[] = {
 
 } // namespace
 
-Family status_verbs() { return kVerbs; }
+Family status_verbs() { return kStatusVerbs; }
 
 } // namespace qm::ctl

@@ -17,9 +17,9 @@ constexpr unsigned kLargestAreaId = 0xFFFE;  // the last one is the background's
 constexpr std::size_t kLongestText = 0xFFFF; // bytes
 constexpr std::size_t kMostPictures = 1000;  // of an area
 
-class Reader {
+class ProgramReader {
   public:
-    explicit Reader(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    explicit ProgramReader(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     ProgramDescription program(const Field& field) const {
         ProgramDescription program;
@@ -244,7 +244,7 @@ class Reader {
 
 ProgramDescription read_program(const std::string& path) {
     const nlohmann::json json = read_json(path);
-    return Reader(std::filesystem::absolute(path).parent_path()).program(Field(json, ""));
+    return ProgramReader(std::filesystem::absolute(path).parent_path()).program(Field(json, ""));
 }
 
 } // namespace qm::sign

@@ -80,9 +80,9 @@ ClockWish read_clock(const Field& field) {
     return clock;
 }
 
-class Reader {
+class SignReader {
   public:
-    explicit Reader(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    explicit SignReader(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     SignDescription sign(const Field& field) const {
         SignDescription sign;
@@ -151,7 +151,7 @@ class Reader {
 
 SignDescription read_sign(const std::string& path) {
     const nlohmann::json json = read_json(path);
-    return Reader(std::filesystem::path(path).parent_path()).sign(Field(json, ""));
+    return SignReader(std::filesystem::path(path).parent_path()).sign(Field(json, ""));
 }
 
 } // namespace qm::sign

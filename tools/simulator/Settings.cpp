@@ -15,7 +15,7 @@ using namespace options;
 
 constexpr int kLongestPicture = 16384;    // pixels on the longer side
 constexpr int kLargestPicture = 32 << 20; // pixels; it is written before the answer goes out
-constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64, kLastPort = 65535;
+constexpr unsigned kMostRequests = 1000000, kLongestDelay = 600000, kLargestScale = 64;
 
 // Options that mean something only together with others.
 struct Typed {

@@ -18,8 +18,6 @@ namespace {
 using namespace options;
 using nlohmann::json;
 
-constexpr unsigned kLastPort = 65535;
-
 std::string name_at(std::size_t place) { return "controller-" + std::to_string(place + 1); }
 
 // A number stands for its digits, so that a file may hold either.

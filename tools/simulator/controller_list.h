@@ -6,6 +6,7 @@
 namespace qm::sim {
 
 constexpr unsigned kMostControllers = 10000;
+constexpr unsigned kLastPort = 65535;
 
 // Values of the command line and of files. They throw std::invalid_argument with what was expected instead.
 void take_size(Options& options, const std::string& text); // 128x32

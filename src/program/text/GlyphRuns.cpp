@@ -6,9 +6,9 @@
 namespace qm {
 namespace {
 
-constexpr int kFarthest = 0x3FFF;             // from the origin, that a run can say
-constexpr std::int64_t kMostPixels = 1 << 20; // of a glyph
-constexpr std::size_t kMostRuns = 1 << 19;    // of a font
+constexpr int kFarthest = 0x3FFF; // from the origin, that a run can say
+constexpr std::int64_t kMostGlyphPixels = 1 << 20;
+constexpr std::size_t kMostRuns = 1 << 19; // of a font
 
 Ouint32 pixel_of(double red, double green, double blue) {
     const auto byte = [](double component) { return static_cast<Ouint32>(std::lround(255 * component)); };
@@ -78,7 +78,7 @@ std::optional<GlyphRuns::Glyph> GlyphRuns::add(const Face& face, std::span<const
                                                PixelBox& box) {
     if (std::max({-box.left, -box.top, box.right, box.bottom}) > kFarthest / 2) return {};
     const PixelBox room = face.room_for(box);
-    if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostPixels) return {};
+    if (std::int64_t{room.right - room.left} * (room.bottom - room.top) > kMostGlyphPixels) return {};
     Canvas32 drawing = canvas_for(room);
     if (!draw_alone(drawing, face, parts, room)) return {};
     const Ink ink = ink_of(drawing, room);

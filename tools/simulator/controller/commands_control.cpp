@@ -142,33 +142,34 @@ Outcome set_speed(State& state, Bytes payload, Now) {
     return done();
 }
 
-constexpr std::uint8_t kGroup = kConfigurationGroup;
-constexpr Command kCommands[] = {
-    {kGroup, hv_conf_Ping, "ping", 0, 0, ping},
-    {kGroup, hv_conf_SystemReset, "reset", 0, 0, reset},
-    {kGroup, hv_conf_SytemClockCorrect, "clock", kClockRecord, kClockRecord, correct_clock},
-    {kGroup, hv_conf_FirmwareActivate, "firmware", FileSystem::kNameSize, FileSystem::kNameSize,
+constexpr Command kControlCommands[] = {
+    {kConfigurationGroup, hv_conf_Ping, "ping", 0, 0, ping},
+    {kConfigurationGroup, hv_conf_SystemReset, "reset", 0, 0, reset},
+    {kConfigurationGroup, hv_conf_SytemClockCorrect, "clock", kClockRecord, kClockRecord, correct_clock},
+    {kConfigurationGroup, hv_conf_FirmwareActivate, "firmware", FileSystem::kNameSize, FileSystem::kNameSize,
      activate_firmware},
-    {kGroup, hv_conf_ReadControllerID, "controller ID", 0, 0, read_id},
-    {kGroup, hv_conf_ScreenLock, "screen lock", 2, 2, lock_screen},
-    {kGroup, hv_conf_ProgramLock, "program lock", kProgramLock5, kProgramLock6, lock_program},
-    {kGroup, hv_conf_CheckControllerStatus_G56, "status", 0, 0, status},
-    {kGroup, hv_conf_SetPassword, "set password", 2 * kPassword, 2 * kPassword, set_password},
-    {kGroup, hv_conf_deletePassword, "delete password", kPassword, kPassword, delete_password},
-    {kGroup, hv_conf_SetDelayTime, "power-on delay", 2, 2, set_number<&ControllerState::power_on_delay>},
-    {kGroup, hv_conf_SetBtnFunc, "button", kModeAndReserved, kModeAndReserved,
+    {kConfigurationGroup, hv_conf_ReadControllerID, "controller ID", 0, 0, read_id},
+    {kConfigurationGroup, hv_conf_ScreenLock, "screen lock", 2, 2, lock_screen},
+    {kConfigurationGroup, hv_conf_ProgramLock, "program lock", kProgramLock5, kProgramLock6, lock_program},
+    {kConfigurationGroup, hv_conf_CheckControllerStatus_G56, "status", 0, 0, status},
+    {kConfigurationGroup, hv_conf_SetPassword, "set password", 2 * kPassword, 2 * kPassword, set_password},
+    {kConfigurationGroup, hv_conf_deletePassword, "delete password", kPassword, kPassword, delete_password},
+    {kConfigurationGroup, hv_conf_SetDelayTime, "power-on delay", 2, 2,
+     set_number<&ControllerState::power_on_delay>},
+    {kConfigurationGroup, hv_conf_SetBtnFunc, "button", kModeAndReserved, kModeAndReserved,
      set_byte<&ControllerState::button_mode>},
-    {kGroup, hv_conf_SetRstFunc, "timing reset", kTimingReset, kTimingReset, set_timing_reset},
-    {kGroup, hv_conf_SetDispMode, "display mode", kModeAndReserved, kModeAndReserved,
+    {kConfigurationGroup, hv_conf_SetRstFunc, "timing reset", kTimingReset, kTimingReset, set_timing_reset},
+    {kConfigurationGroup, hv_conf_SetDispMode, "display mode", kModeAndReserved, kModeAndReserved,
      set_byte<&ControllerState::display_mode>},
-    {kGroup, hv_conf_GetBattleTime, "battle time", 1, 1, battle_time},
-    {kGroup, hv_conf_GetStopwatch, "stopwatch", 1, 1, stopwatch},
-    {kGroup, hv_conf_SpeedAdjust, "speed", 2, 2, set_speed},
-    {kGroup, hv_conf_ScreenAddress, "screen address", 2, 2, set_number<&ControllerState::address>},
+    {kConfigurationGroup, hv_conf_GetBattleTime, "battle time", 1, 1, battle_time},
+    {kConfigurationGroup, hv_conf_GetStopwatch, "stopwatch", 1, 1, stopwatch},
+    {kConfigurationGroup, hv_conf_SpeedAdjust, "speed", 2, 2, set_speed},
+    {kConfigurationGroup, hv_conf_ScreenAddress, "screen address", 2, 2,
+     set_number<&ControllerState::address>},
 };
 
 } // namespace
 
-std::span<const Command> control_commands() { return kCommands; }
+std::span<const Command> control_commands() { return kControlCommands; }
 
 } // namespace qm::sim

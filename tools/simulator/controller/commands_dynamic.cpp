@@ -117,7 +117,7 @@ Outcome insert_sound(State& state, Bytes payload, Now) {
     return keep_voices(state, parse_voice_insertion(payload));
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kDynamicCommands[] = {
     {kDynamicAreaGroup, 0, "dynamic areas", 2, kAnyLength, update_areas},
     {kDynamicAreaGroup, 1, "delete dynamic areas", 1, kAnyLength, delete_areas},
     {kDynamicAreaGroup, 2, "update sounds", 2, kAnyLength, update_sounds},
@@ -126,6 +126,6 @@ constexpr Command kCommands[] = {
 
 } // namespace
 
-std::span<const Command> dynamic_area_commands() { return kCommands; }
+std::span<const Command> dynamic_area_commands() { return kDynamicCommands; }
 
 } // namespace qm::sim

@@ -178,34 +178,33 @@ Outcome transfer_status(State& state, Bytes, Now) {
 }
 
 constexpr auto kOrdinary = FileFamily::ordinary, kConfiguration = FileFamily::configuration;
-constexpr std::uint8_t kGroup = kFileGroup;
-constexpr Command kCommands[] = {
-    {kGroup, hv_ofs_Format, "format", 0, 0, format},
-    {kGroup, hv_ofs_FileDelete, "delete", 2, kLongestPayload, remove_files<kOrdinary>},
-    {kGroup, hv_ofs_StartWriteFile, "start write", kAnnouncement, kAnnouncement, start_write<kOrdinary>},
-    {kGroup, hv_ofs_WriteFileBlock, "write", kBlockHeader, kLongestPayload, write_block<kOrdinary>},
-    {kGroup, hv_ofs_StartReadFile, "start read", kName, kName, start_read<kOrdinary>},
-    {kGroup, hv_ofs_ReadFileBlock, "read", kPosition, kPosition, read_block<kOrdinary>},
-    {kGroup, hv_ofs_StartReadDir, "start directory", 2, 2, start_directory},
-    {kGroup, hv_ofs_ReadDirBlock, "directory", 2, 2, directory_block},
-    {kGroup, hv_ofs_StartFileTransf, "start transfer", 0, 0, start_transfer},
-    {kGroup, hv_ofs_EndFileTransf, "end transfer", 0, 0, end_transfer},
-    {kGroup, hv_ofs_other_FileDelete, "delete configuration", 1, kLongestPayload,
+constexpr Command kFilesCommands[] = {
+    {kFileGroup, hv_ofs_Format, "format", 0, 0, format},
+    {kFileGroup, hv_ofs_FileDelete, "delete", 2, kLongestPayload, remove_files<kOrdinary>},
+    {kFileGroup, hv_ofs_StartWriteFile, "start write", kAnnouncement, kAnnouncement, start_write<kOrdinary>},
+    {kFileGroup, hv_ofs_WriteFileBlock, "write", kBlockHeader, kLongestPayload, write_block<kOrdinary>},
+    {kFileGroup, hv_ofs_StartReadFile, "start read", kName, kName, start_read<kOrdinary>},
+    {kFileGroup, hv_ofs_ReadFileBlock, "read", kPosition, kPosition, read_block<kOrdinary>},
+    {kFileGroup, hv_ofs_StartReadDir, "start directory", 2, 2, start_directory},
+    {kFileGroup, hv_ofs_ReadDirBlock, "directory", 2, 2, directory_block},
+    {kFileGroup, hv_ofs_StartFileTransf, "start transfer", 0, 0, start_transfer},
+    {kFileGroup, hv_ofs_EndFileTransf, "end transfer", 0, 0, end_transfer},
+    {kFileGroup, hv_ofs_other_FileDelete, "delete configuration", 1, kLongestPayload,
      remove_files<kConfiguration>},
-    {kGroup, hv_ofs_other_StartWriteFile, "start write configuration", kAnnouncement, kAnnouncement,
+    {kFileGroup, hv_ofs_other_StartWriteFile, "start write configuration", kAnnouncement, kAnnouncement,
      start_write<kConfiguration>},
-    {kGroup, hv_ofs_other_WriteFileBlock, "write configuration", kBlockHeader, kLongestPayload,
+    {kFileGroup, hv_ofs_other_WriteFileBlock, "write configuration", kBlockHeader, kLongestPayload,
      write_block<kConfiguration>},
-    {kGroup, hv_ofs_other_StartReadFile, "start read configuration", kName, kName,
+    {kFileGroup, hv_ofs_other_StartReadFile, "start read configuration", kName, kName,
      start_read<kConfiguration>},
-    {kGroup, hv_ofs_other_ReadFileBlock, "read configuration", kPosition, kPosition,
+    {kFileGroup, hv_ofs_other_ReadFileBlock, "read configuration", kPosition, kPosition,
      read_block<kConfiguration>},
-    {kGroup, hv_ofs_GetMemoryVolume, "memory volume", 0, 0, memory_volume},
-    {kGroup, hv_ofs_GetTransStatus, "transfer status", 0, 0, transfer_status},
+    {kFileGroup, hv_ofs_GetMemoryVolume, "memory volume", 0, 0, memory_volume},
+    {kFileGroup, hv_ofs_GetTransStatus, "transfer status", 0, 0, transfer_status},
 };
 
 } // namespace
 
-std::span<const Command> file_commands() { return kCommands; }
+std::span<const Command> file_commands() { return kFilesCommands; }
 
 } // namespace qm::sim

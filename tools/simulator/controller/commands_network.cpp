@@ -59,7 +59,7 @@ Outcome search_6g(State& state, Bytes, Now now) {
     return answer([&](ByteWriter& out) { write_net_search(out, state, now); });
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kNetworkCommands[] = {
     {kNetworkGroup, hv_net_SetEthernetMac, "set MAC", kMac, kMac, set_mac},
     {kNetworkGroup, hv_net_SetEthernetIP, "set IP", kSettings, kSettings, set_ip},
     {kNetworkGroup, hv_net_NetworkSearch, "network search", 0, 0, search},
@@ -68,6 +68,6 @@ constexpr Command kCommands[] = {
 
 } // namespace
 
-std::span<const Command> network_commands() { return kCommands; }
+std::span<const Command> network_commands() { return kNetworkCommands; }
 
 } // namespace qm::sim

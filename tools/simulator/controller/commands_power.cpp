@@ -66,7 +66,7 @@ Outcome sensor_brightness(State&, Bytes, Now) {
     return answer([](ByteWriter& out) { out.u32(kBrightest); });
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kPowerCommands[] = {
     {kConfigurationGroup, hv_conf_SwitchOnOffScreen, "screen on/off", 1, 1, switch_screen},
     {kConfigurationGroup, hv_conf_ScreenTimingOnOff, "timer", 1, 1 + kPeriod* kMostPeriods, set_timer},
     {kConfigurationGroup, hv_conf_ModifyBrightness, "brightness", 1 + kHalfHours, 1 + kHalfHours,
@@ -77,6 +77,6 @@ constexpr Command kCommands[] = {
 
 } // namespace
 
-std::span<const Command> power_commands() { return kCommands; }
+std::span<const Command> power_commands() { return kPowerCommands; }
 
 } // namespace qm::sim

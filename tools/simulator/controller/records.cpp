@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kFirmware[] = "SIM 1.00";
 constexpr char kBarCode[] = "QM-SIMULATOR-001";
-constexpr std::size_t kBarCodeSize = 16, kWebText = 128, kName = 16, kLocation = 44;
+constexpr std::size_t kBarCodeSize = 16, kWebText = 128, kNameSize = 16, kLocation = 44;
 constexpr std::uint8_t kClockWorks = 1, kFirmwareRuns = 1, kParametersSet = 1;
 
 // Text in a field of fixed size, cut or filled with zeros.
@@ -66,7 +66,7 @@ void scan_part(ByteWriter& out, const State& state) {
 void naming(ByteWriter& out, const ControllerState& settings) {
     ByteBuffer names;
     ByteWriter texts(names);
-    field(texts, settings.name, kName);
+    field(texts, settings.name, kNameSize);
     field(texts, settings.location, kLocation);
     out.bytes(names).u32(calc_crc32(names));
 }
