@@ -11,20 +11,8 @@
 namespace qm::fuzz {
 namespace {
 
-// A byte at a time; out of nothing that a kernel uses.
-ByteBuffer restored_bytewise(Bytes stuffed) {
-    ByteBuffer out;
-    for (std::size_t i = 0; i < stuffed.size(); ++i) {
-        const Ouint8 b = stuffed[i], next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
-        const bool pair = (b == 0x5B || b == 0xA6) && (next == 1 || next == 2);
-        out.push_back(static_cast<Ouint8>(pair && next == 2 ? b - 1 : b));
-        if (pair) ++i;
-    }
-    return out;
-}
-
 void check(const StuffingKernels& kernels, Bytes input) {
-    const ByteBuffer frame = test::stuff(input), restored = restored_bytewise(input);
+    const ByteBuffer frame = test::stuff(input), restored = test::restore(input);
     const Bytes stuffed = Bytes(frame).subspan(8, frame.size() - 9);
     require(kernels.count(input) == stuffed.size() - input.size());
     ByteBuffer out(stuffed.size()), back(input.size());

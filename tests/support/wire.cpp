@@ -1,5 +1,7 @@
 #include "wire.h"
 
+#include "seeds.h"
+
 #include <functional>
 #include <numeric>
 
@@ -34,6 +36,23 @@ void checked_header(ByteWriter& out, const AnswerFrame& answer, Bytes applicatio
     if (generation6) out.u8(0);
 }
 
+ByteBuffer behind(ByteBuffer front, Bytes bytes) {
+    front.insert(front.end(), bytes.begin(), bytes.end());
+    return front;
+}
+
+// As fuzz/unpack.cpp reads it, and as fuzz/AnsweringLink.h does: to its command, and in a search.
+void keep_seeds(const AnswerFrame& answer, Bytes frame) {
+    constexpr Ouint8 kRaw = 3, kRoom = 64;
+    keep_seed("unpack", behind({kRoom}, frame));
+    const ByteBuffer one =
+        behind({kRaw, static_cast<Ouint8>(frame.size()), static_cast<Ouint8>(frame.size() >> 8)}, frame);
+    const ByteBuffer two = behind(one, one);
+    const auto command = static_cast<Ouint8>(answer.group << 5 | (answer.cmd & 0x1F));
+    keep_seed("answer", behind({command, kRoom, 0}, two));
+    for (Ouint8 search = 0; search < 4; ++search) keep_seed("discovery", behind({search}, two));
+}
+
 } // namespace
 
 Ouint16 crc16(Bytes bytes) {
@@ -59,15 +78,20 @@ ByteBuffer stuff(Bytes body) {
     return out;
 }
 
-ByteBuffer unstuff(Bytes frame) {
+ByteBuffer restore(Bytes stuffed) {
     ByteBuffer body;
-    if (frame.size() < 9 || frame.back() != 0x5A) return {};
-    for (std::size_t i = 8; i + 1 < frame.size(); ++i) {
-        const bool escape = frame[i] == 0x5B || frame[i] == 0xA6;
-        body.push_back(static_cast<Ouint8>(escape ? frame[i] + 1 - frame[i + 1] : frame[i]));
-        if (escape) ++i;
+    for (std::size_t i = 0; i < stuffed.size(); ++i) {
+        const Ouint8 b = stuffed[i], next = i + 1 < stuffed.size() ? stuffed[i + 1] : Ouint8{0};
+        const bool pair = (b == 0x5B || b == 0xA6) && (next == 1 || next == 2);
+        body.push_back(static_cast<Ouint8>(pair && next == 2 ? b - 1 : b));
+        if (pair) ++i;
     }
     return body;
+}
+
+ByteBuffer unstuff(Bytes frame) {
+    if (frame.size() < 9 || frame.back() != 0x5A) return {};
+    return restore(frame.subspan(8, frame.size() - 9));
 }
 
 SentRequest parse_request(Bytes frame) {
@@ -79,6 +103,25 @@ SentRequest parse_request(Bytes frame) {
     if (length != body.size() - header - 5) return {};
     const auto payload = body.begin() + static_cast<std::ptrdiff_t>(header + 5);
     return {body[4], body[header + 1], body[header + 2], ByteBuffer(payload, body.end())};
+}
+
+std::optional<Bytes> application_of(Bytes body) {
+    const Ouint8 version = body.size() < 5 ? Ouint8{0} : body[4];
+    const std::size_t header = version == 5 ? 27 : version == 7 ? 28 : version == 0xF0 ? 16 : body.size() + 1;
+    if (body.size() < header) return std::nullopt;
+    const Bytes front = body.first(header), behind = body.subspan(header);
+    if (version == 0xF0) return behind;
+    const auto u16 = [body](std::size_t at) { return body[at] | body[at + 1] << 8; };
+    const auto length = static_cast<std::size_t>(u16(22));
+    const bool whole = length <= behind.size() && crc16(behind.first(length)) == u16(24);
+    if (!whole || std::accumulate(front.begin(), front.end(), 0, std::bit_xor<>()) != 0) return std::nullopt;
+    return behind.first(length);
+}
+
+ByteBuffer AnswerFrame::bytes() const {
+    const ByteBuffer frame = stuff(body());
+    keep_seeds(*this, frame);
+    return frame;
 }
 
 ByteBuffer AnswerFrame::body() const {

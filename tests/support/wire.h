@@ -12,7 +12,9 @@ namespace qm::test {
 Ouint16 crc16(Bytes bytes);
 
 ByteBuffer stuff(Bytes body);
-// Eight start bytes, one end byte and whole escapes between; empty for bytes that are no frame.
+// Undoes escapes, a byte at a time; what is none stays.
+ByteBuffer restore(Bytes stuffed);
+// What stands between eight start bytes and one end byte; empty for bytes that are no frame.
 ByteBuffer unstuff(Bytes frame);
 
 // A request taken off the wire again.
@@ -22,6 +24,9 @@ struct SentRequest {
     ByteBuffer payload{};
 };
 SentRequest parse_request(Bytes frame);
+
+// What the link header of an answer's body encloses, when lengths and checksums are right.
+std::optional<Bytes> application_of(Bytes body);
 
 struct AnswerFrame {
     Ouint8 version = 7; // 5, 7 or 0xF0 (an envelope)
@@ -39,7 +44,7 @@ struct AnswerFrame {
     Ouint8 header_fault = 0;
 
     [[nodiscard]] ByteBuffer body() const;
-    [[nodiscard]] ByteBuffer bytes() const { return stuff(body()); }
+    [[nodiscard]] ByteBuffer bytes() const;
 };
 
 // Generation 6: an acknowledgement, a refusal, and the answer to a command.
