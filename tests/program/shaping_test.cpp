@@ -4,6 +4,7 @@
 #include "program/text/TextLayout.h"
 #include "program/text/character_classes.h"
 #include "program/text/encoding.h"
+#include "seeds.h"
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,15 @@ std::vector<std::vector<std::string>> rows_of(const std::string& table) {
     return rows;
 }
 
+// Above and beside each other, in the form that fuzz/WantedText.h reads.
+void keep_seeds(const std::string& text) {
+    for (const Ouint8 flags : {Ouint8{0}, Ouint8{8}}) {
+        ByteBuffer input{0, 1, 1, 0, 0, 63, 31, 1, 0, 1, flags, 0, 1};
+        input.insert(input.end(), text.begin(), text.end());
+        for (const char* target : {"text", "area_text"}) test::keep_seed(target, input);
+    }
+}
+
 std::string printed(const ShapedGlyph& glyph) {
     std::string text = std::to_string(glyph.index);
     if (glyph.x != 0 || glyph.y != 0)
@@ -49,6 +59,7 @@ TEST(Shaping, GivesTheGlyphsAndAdvancesOfTheShapersOwnTool) {
     const auto rows = rows_of("shaped_glyphs.txt");
     ASSERT_EQ(rows.size(), 40U);
     for (const auto& row : rows) {
+        keep_seeds(row[2]);
         Font font({"", kFonts + row[0], std::stod(row[1]) / 64, false, false});
         ASSERT_FALSE(font.is_substitute()) << row[0] << ": scripts/setup --tests installs it";
         EXPECT_EQ(shaped(font, utf32_of(row[2])), row[3]) << row[2];

@@ -1,6 +1,8 @@
 // A bitmap font as text (BDF), which needs nothing installed.
 #pragma once
 
+#include "seeds.h"
+
 #include <cstdio>
 #include <span>
 #include <string>
@@ -23,7 +25,11 @@ inline std::string bitmap_font(int ascent, int descent, std::span<const unsigned
         std::snprintf(hex, sizeof hex, "%02X\n", row);
         text += hex;
     }
-    return text + "ENDCHAR\nENDFONT\n";
+    text += "ENDCHAR\nENDFONT\n";
+    ByteBuffer input{15, 0}; // the form that fuzz/font.cpp reads
+    input.insert(input.end(), text.begin(), text.end());
+    keep_seed("font", input);
+    return text;
 }
 
 } // namespace qm::test
