@@ -1,9 +1,12 @@
 #include "child.h"
 
+#include "seeds.h"
 #include "support/Descriptor.h"
 
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <poll.h>
@@ -28,6 +31,19 @@ std::string content_of(const Descriptor& file) {
     std::string text(static_cast<std::size_t>(::lseek(file.get(), 0, SEEK_END)), '\0');
     EXPECT_EQ(::pread(file.get(), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
     return text;
+}
+
+// The files that it reads, for fuzz/description.cpp and fuzz/picture.cpp, whatever they are.
+void keep_seeds(const Words& arguments) {
+    const char* const list = std::getenv("QMCTL_CONTROLLERS");
+    for (const std::string& path : arguments + Words(list ? list : "")) {
+        if (!std::filesystem::is_regular_file(path)) continue;
+        std::ifstream file(path, std::ios::binary);
+        ByteBuffer input{0};
+        input.insert(input.end(), std::istreambuf_iterator<char>(file), {});
+        for (; input[0] < 4; ++input[0])
+            for (const char* target : {"description", "picture"}) keep_seed(target, input);
+    }
 }
 
 pid_t spawn(std::vector<std::string> words, int in, int out, int err) {
@@ -74,6 +90,7 @@ struct RunningQmctl::Streams {
 
 RunningQmctl::RunningQmctl(const Words& arguments, const std::string& input, const char* output)
     : m_streams(std::make_unique<Streams>(Streams{memory_file(input), memory_file(), memory_file()})) {
+    keep_seeds(arguments);
     const Descriptor device(output ? ::open(output, O_WRONLY | O_CLOEXEC) : -1);
     m_pid = spawn(Words{QMCTL_BINARY} + arguments, m_streams->in.get(),
                   device ? device.get() : m_streams->out.get(), m_streams->err.get());
