@@ -58,16 +58,21 @@ int not_connected() { return fail(QM_FAILED, "There is no connection to the cont
 
 int urgent_data() { return fail(QM_FAILED, "Urgent data came, which no controller sends."); }
 
-// How the connection ended, by the error of its socket; 0: the peer sends no more.
+// How the peer ended the connection, by the error of its socket; 0: it sends no more. Null when it did not.
 const char* end_of_connection(int error) {
     if (error == 0 || error == EPIPE) return "was closed";
-    return error == ECONNRESET ? "was reset" : "was lost";
+    return error == ECONNRESET ? "was reset" : nullptr;
 }
 
 int not_sent(int error) {
     if (is_transient(error)) return fail(QM_FAILED, "The controller did not take the request within 3 s.");
-    return fail(QM_FAILED, "The connection %s before the controller had taken the request.",
-                end_of_connection(error));
+    if (const char* end = end_of_connection(error))
+        return fail(QM_FAILED, "The connection %s before the controller had taken the request.", end);
+    return fail(QM_FAILED, "The request cannot be sent: %s.", error_text(error));
+}
+
+int not_received(int error) {
+    return fail(QM_FAILED, "The answer cannot be received: %s.", error_text(error));
 }
 
 int silent(int seconds) {
@@ -75,8 +80,9 @@ int silent(int seconds) {
 }
 
 int broken_off(int error, std::size_t received) {
-    return fail(QM_FAILED, "The connection %s after %zu bytes of the answer.", end_of_connection(error),
-                received);
+    const char* end = end_of_connection(error);
+    if (!end) return not_received(error);
+    return fail(QM_FAILED, "The connection %s after %zu bytes of the answer.", end, received);
 }
 
 // Whether the peer has ended the connection by now, and nothing more can come.
@@ -135,10 +141,11 @@ int TcpPeer::cannot_connect(int error, int seconds) {
 
 int TcpPeer::finish_connect(int iTimeout) {
     const auto deadline = Clock::now() + std::chrono::seconds(iTimeout);
-    if (wait_ready(m_Socket.get(), POLLOUT | POLLPRI, deadline) <= 0) {
+    if (const int ready = wait_ready(m_Socket.get(), POLLOUT | POLLPRI, deadline); ready <= 0) {
+        (void)cannot_connect(ready < 0 ? errno : ETIMEDOUT, iTimeout);
         say("TCP connect to select failed\n");
         Close();
-        return cannot_connect(ETIMEDOUT, iTimeout);
+        return QM_FAILED;
     }
     if (const int error = pending_error(m_Socket.get()); error != 0) {
         say("TCP connect to select to FD_ISSET failed\n");
@@ -160,7 +167,7 @@ int TcpPeer::Send(const Ouint8* data, int len) {
     const auto deadline = Clock::now() + kSendTimeout;
     while (len > 0) {
         const int ready = wait_writable(m_Socket.get(), deadline);
-        if (ready <= 0) return not_sent(EAGAIN);
+        if (ready <= 0) return not_sent(ready < 0 ? errno : EAGAIN);
         if (ready & kExceptions) {
             const int error = pending_error(m_Socket.get());
             Close();
@@ -185,7 +192,7 @@ int TcpPeer::Recv(Ouint8* buff, int& dataLen, int iTimeout) {
     const auto deadline = Clock::now() + std::chrono::seconds(iTimeout);
     for (;;) {
         const int ready = wait_ready(m_Socket.get(), POLLIN | POLLPRI, deadline);
-        if (ready <= 0) return silent(iTimeout);
+        if (ready <= 0) return ready < 0 ? not_received(errno) : silent(iTimeout);
         if (ready & (POLLPRI | POLLNVAL)) {
             Close();
             return urgent_data();
