@@ -8,14 +8,16 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
-#include <fstream>
+#include <cstdio>
+#include <memory>
+#include <new>
 #include <string_view>
 #include <unistd.h>
 
 namespace qm {
 namespace {
 
-constexpr std::uint64_t kMostPatternPixels = 64'000'000;
+constexpr std::uint64_t kMostPicturePixels = 64'000'000;
 
 // A small file can unpack to more than the memory holds: the size stands in its first 24 bytes, behind
 // signature and chunk header, as two big-endian numbers.
@@ -32,15 +34,30 @@ std::uint64_t pixels(const Head& head) {
     return number(16) * number(20);
 }
 
-// Why a file cannot be a picture, in words; null when nothing speaks against it.
-const char* obstacle(const std::string& path) {
-    if (!is_ordinary_file(path))
-        return ::access(path.c_str(), F_OK) == 0 ? "it is no ordinary file" : error_text(errno);
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return error_text(errno);
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+// Why what is open cannot be a picture, in words; null when nothing speaks against it.
+const char* fault_of(std::FILE* file) {
     Head head{};
-    if (!file.read(head.data(), head.size()) || !is_png(head)) return "it is no PNG file";
-    return pixels(head) > kMostPatternPixels ? "it has more than 64 million pixels" : nullptr;
+    const bool whole = std::fread(head.data(), 1, head.size(), file) == head.size();
+    if (std::ferror(file)) return error_text(errno);
+    if (!whole || !is_png(head)) return "it is no PNG file";
+    return pixels(head) > kMostPicturePixels ? "it has more than 64 million pixels" : nullptr;
+}
+
+// Why a file was not opened, likewise, behind what has just failed.
+const char* fault_of(const std::string& path, bool ordinary) {
+    if (!ordinary && ::access(path.c_str(), F_OK) == 0) return "it is no ordinary file";
+    if (errno == ENOMEM) throw std::bad_alloc();
+    return error_text(errno);
+}
+
+cairo_status_t read_on(void* file, unsigned char* data, unsigned length) {
+    const bool whole = std::fread(data, 1, length, static_cast<std::FILE*>(file)) == length;
+    return whole ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_READ_ERROR;
 }
 
 SurfacePtr no_picture(const std::string& path, const char* why) {
@@ -52,11 +69,16 @@ SurfacePtr no_picture(const std::string& path, const char* why) {
 } // namespace
 
 SurfacePtr load_picture(const std::string& picPath) {
-    if (const char* why = obstacle(picPath)) return no_picture(picPath, why);
-    SurfacePtr picture(cairo_image_surface_create_from_png(picPath.c_str()));
+    const bool ordinary = is_ordinary_file(picPath);
+    const File file(ordinary ? std::fopen(picPath.c_str(), "rbe") : nullptr);
+    if (const char* why = file ? fault_of(file.get()) : fault_of(picPath, ordinary))
+        return no_picture(picPath, why);
+    std::rewind(file.get());
+    SurfacePtr picture(cairo_image_surface_create_from_png_stream(read_on, file.get()));
     const cairo_status_t status = cairo_surface_status(picture.get());
-    return status == CAIRO_STATUS_SUCCESS ? std::move(picture)
-                                          : no_picture(picPath, cairo_status_to_string(status));
+    if (status == CAIRO_STATUS_SUCCESS) return picture;
+    if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
+    return no_picture(picPath, cairo_status_to_string(status));
 }
 
 std::optional<HVframe> HVframe::load(const std::string& picPath) {

@@ -18,6 +18,7 @@ struct HVframe {
 };
 
 // Reads a PNG file; null when it cannot be read, is no ordinary file, or has more than 64 million pixels.
+// Throws only when memory is exhausted.
 SurfacePtr load_picture(const std::string& picPath);
 
 } // namespace qm

@@ -27,25 +27,35 @@ void Canvas32::clear() {
 }
 
 const unsigned char* Canvas32::pixels() {
+    require_memory(cairo_status(m_context.get()));
     cairo_surface_flush(m_surface.get());
     return cairo_image_surface_get_data(m_surface.get());
 }
 
 std::vector<unsigned char> Canvas32::png() const {
+    require_memory(cairo_status(m_context.get()));
     std::vector<unsigned char> png;
-    const auto append = [](void* out, const unsigned char* data, unsigned length) {
+    const auto append = [](void* out, const unsigned char* data, unsigned length) noexcept {
         auto& bytes = *static_cast<std::vector<unsigned char>*>(out);
-        bytes.insert(bytes.end(), data, data + length);
-        return CAIRO_STATUS_SUCCESS;
+        try {
+            bytes.insert(bytes.end(), data, data + length);
+            return CAIRO_STATUS_SUCCESS;
+        } catch (...) { // which may not pass through cairo
+            return CAIRO_STATUS_NO_MEMORY;
+        }
     };
     const cairo_status_t status = cairo_surface_write_to_png_stream(m_surface.get(), append, &png);
     if (status == CAIRO_STATUS_SUCCESS) return png;
-    (void)fail(QM_FAILED, "The page cannot be encoded as PNG: %s.", cairo_status_to_string(status));
+    (void)fail_by_memory(); // whatever it is called: all else has been seen to
     return {};
 }
 
-void require_success(cairo_status_t status) {
+void require_memory(cairo_status_t status) {
     if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
+}
+
+void require_success(cairo_status_t status) {
+    require_memory(status);
     if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
 }
 

@@ -41,8 +41,9 @@ class Canvas32 {
     ContextPtr m_context;
 };
 
-// Throws for every status but success.
+// Throws for every status but success, or for exhausted memory alone.
 void require_success(cairo_status_t status);
+void require_memory(cairo_status_t status);
 
 // Sets the source colour: a palette index below 8, else 0xRRGGBB. Always 0.
 Oint8 set_cairoColor(cairo_t* c, Ouint32 color);
