@@ -29,7 +29,7 @@ std::optional<ST_PageDataA_ValieLen> render(const AreaRequest_5G& area, const Co
         content.AreaAddPic(0, *path, item.page);
     if (!content.PreparePageData()) return std::nullopt;
     return ST_PageDataA_ValieLen{std::move(content.pages),
-                                 text ? static_cast<Ouint16>(content.endPageLen) : area.uWidth};
+                                 text ? static_cast<Ouint16>(content.end_page_len()) : area.uWidth};
 }
 
 int update(const ControllerAddress& to, const AreaRequest_5G& area, std::span<const ContentItem_5G> items,

@@ -76,31 +76,34 @@ void PicturesArea::reload_or(const std::function<void()>& undo) {
         Reload();
     } catch (...) {
         undo();
-        Reload();
         throw;
     }
 }
 
 void PicturesArea::Reload() {
     set_drawing_rectangle();
-    m_text = {};
-    endPageLen = 0;
+    Layout fresh = laid_out();
+    std::swap(m_layout, fresh);
+    if (page_count() <= kMostPages) return;
+    std::swap(m_layout, fresh);
+    throw std::length_error("too many pages");
+}
+
+PicturesArea::Layout PicturesArea::laid_out() {
     if (m_pfontData.arrMode != SINGLELINE && m_pfontData.arrMode != MULTILINE) {
         say("Error: no arrMode is specified.Use MULTILINE Mode\n");
         m_pfontData.arrMode = MULTILINE;
     }
     if (areaStr.empty()) {
         say("Error:no string has been added.\n");
-        return;
+        return {};
     }
-    if (!has_room()) return;
-    m_font =
+    if (!has_room()) return {};
+    const std::shared_ptr<Font> font =
         font_for({_fontStyle, _fontPathName, std::min(pixels_of_points(m_pfontData.fontSize), kMaxFontPixels),
                   m_pfontData.fontBold, m_pfontData.fontItalic});
-    m_text = lay_out(utf32_of(areaStr), *m_font, m_pfontData,
-                     {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order});
-    endPageLen = m_text.endPageLen;
-    if (page_count() > kMostPages) throw std::length_error("too many pages");
+    return {font, lay_out(utf32_of(areaStr), *font, m_pfontData,
+                          {m_AreaWidth, m_AreaHeight, running_of(m_pHeader.DisplayMode), m_order})};
 }
 
 bool PicturesArea::PreparePageData() {
@@ -134,13 +137,13 @@ bool PicturesArea::draw_page(Canvas32& canvas, std::size_t page) {
 }
 
 void PicturesArea::draw_own_page(Canvas32& canvas, std::size_t number) {
-    const TextPage& page = m_text.pages[number];
+    const TextPage& page = m_layout.text.pages[number];
     cairo_t* c = canvas.context();
     cairo_save(c);
     cairo_rectangle(c, 0, 0, page.validWidth, m_AreaHeight);
     cairo_clip(c);
     set_cairoColor(c, m_pfontData.color);
-    m_font->show(c, std::span(m_text.glyphs).subspan(page.first, page.count), page.dx);
+    m_layout.font->show(c, std::span(m_layout.text.glyphs).subspan(page.first, page.count), page.dx);
     cairo_restore(c);
 }
 
@@ -169,7 +172,7 @@ std::vector<PicturesArea::PageInFile> PicturesArea::pages_in_file() const {
         const Page& page = pages[i < texts && lastFirst ? texts - 1 - i : i];
         inFile.push_back({page.header, page.pixels.bytes()});
         inFile.back().header.ValidLen =
-            static_cast<Ouint16>(partial && i + 1 == texts ? endPageLen : m_AreaWidth);
+            static_cast<Ouint16>(partial && i + 1 == texts ? end_page_len() : m_AreaWidth);
     }
     return inFile;
 }

@@ -70,7 +70,7 @@ class PicturesArea : public HVarea {
     void AreaAddFrame(const _QM_5J_AREAFRAME& header, const char* picPath);
     void AreaRemoveFrame();
 
-    // Lays the text out for the area's rectangle.
+    // Lays the text out for the area's rectangle; the layout before stays when that fails.
     void MoveArea() override { Reload(); }
     void Reload();
     // Draws every page and converts it for the screen settings, text pages first. False when a picture
@@ -83,8 +83,10 @@ class PicturesArea : public HVarea {
         return GetTextPageNumber() + (shows_pictures() ? m_pictures.size() : 0);
     }
 
+    // Valid width of the page that ends the text.
+    [[nodiscard]] int end_page_len() const { return m_layout.text.endPageLen; }
+
     std::vector<Page> pages; // as prepared
-    int endPageLen = 0;      // valid width of the page that ends the text
 
   protected:
     struct Picture {
@@ -104,7 +106,7 @@ class PicturesArea : public HVarea {
     bool draw_page(Canvas32& canvas, std::size_t page) override;
     [[nodiscard]] int border() const override { return areaFrame ? areaFrame->frameHeight : 0; }
     // The pages that the area draws by itself; they come before the pictures, which it may hide.
-    [[nodiscard]] virtual std::size_t GetTextPageNumber() const { return m_text.pages.size(); }
+    [[nodiscard]] virtual std::size_t GetTextPageNumber() const { return m_layout.text.pages.size(); }
     virtual void draw_own_page(Canvas32& canvas, std::size_t page);
     [[nodiscard]] virtual bool shows_pictures() const { return true; }
 
@@ -113,8 +115,15 @@ class PicturesArea : public HVarea {
     std::vector<Picture> m_pictures;
 
   private:
+    // Where the text goes, in a font that its glyphs refer to.
+    struct Layout {
+        std::shared_ptr<Font> font;
+        TextPages text;
+    };
+
     void set_text(std::string text, FontNames font, qm_G5_G6_fontData fontData, qm_G6_page_header header);
-    // When the text cannot be laid out, for it has too many pages, the area is as it was before the change.
+    [[nodiscard]] Layout laid_out();
+    // When the text cannot be laid out, the area is as it was before the change.
     void reload_or(const std::function<void()>& undo);
     // Adds a page of what is drawn.
     void add_page(Canvas32& canvas, const qm_G6_page_header& header) {
@@ -123,8 +132,7 @@ class PicturesArea : public HVarea {
 
     const PageOrder m_order;
     std::string areaStr;
-    std::shared_ptr<Font> m_font;
-    TextPages m_text;
+    Layout m_layout;
     std::optional<HVframe> areaFrame;
     _QM_5J_AREAFRAME m_afHeader;
 };

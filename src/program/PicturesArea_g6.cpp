@@ -15,8 +15,8 @@ bool PicturesArea_g6::AreaChangePic(Ouint16 picID, const char* picPath, const qm
 
 bool PicturesArea_g6::EnableSound(const HVPicAreaSoundHeader_G6& header, const char* soundData) {
     if (*soundData == '\0') return false;
-    m_sdHeader = header;
     m_soundData = soundData;
+    m_sdHeader = header;
     return true;
 }
 

@@ -80,13 +80,14 @@ void ProgramObj::addPlayPeriodGrp(const HVprogramppGrp_G56& periods) {
 }
 
 void ProgramObj::ProgramChangeFrame(const HVscreenframeHeader& header, const char* picPath) {
-    m_sfHeader = header;
     screenFrame = HVframe::load(picPath);
+    m_sfHeader = header;
 }
 
 bool ProgramObj::ProgramAddArea(Ouint16 areaID, const qm_G5_area_header& header) {
     std::unique_ptr<HVarea> area = make_area(header.AreaType);
     if (!area) return no_such_kind(header.AreaType);
+    make_room();
     remove_areas(areaID, false);
     add_area(areaID, header, std::move(area));
     return true;
@@ -95,6 +96,10 @@ bool ProgramObj::ProgramAddArea(Ouint16 areaID, const qm_G5_area_header& header)
 bool ProgramObj::no_such_kind(Ouint8 type) {
     (void)fail(QM_FAILED, "Argument AreaType is %d, which is no kind of area of this generation.", type);
     return false;
+}
+
+void ProgramObj::make_room() {
+    if (_areaList.size() == _areaList.capacity()) _areaList.reserve(2 * _areaList.size() + 1);
 }
 
 void ProgramObj::add_area(Ouint16 areaID, const qm_G5_area_header& header, std::unique_ptr<HVarea> area) {
@@ -142,7 +147,6 @@ bool ProgramObj::MoveArea(Ouint16 areaID, const qm_G5_area_header& rectangle) {
         area->MoveArea();
     } catch (...) { // the text has too many pages there
         area->setGeometry(before);
-        area->MoveArea();
         throw;
     }
     return true;

@@ -50,6 +50,8 @@ class ProgramObj {
     Ouint32 pCRC32 = 0; // the last four bytes of the file
 
   protected:
+    // Makes room for one area more, so that adding it cannot fail.
+    void make_room();
     // Puts an area at the end of the list.
     void add_area(Ouint16 areaID, const qm_G5_area_header& header, std::unique_ptr<HVarea> area);
     void remove_areas(Ouint16 areaID, bool all);

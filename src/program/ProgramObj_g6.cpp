@@ -67,8 +67,8 @@ void ProgramObj_g6::addPlayPeriodGrp(const HVprogramppGrp_G56& periods) {
 
 int ProgramObj_g6::ProgramAddFrame(const HVscreenframeHeader_G6& header, const char* picPath) {
     if (screenFrame) return fail(QM_FAILED, "The program has a border.");
-    m_fHeader = header;
     screenFrame = HVframe::load(picPath);
+    m_fHeader = header;
     return screenFrame ? QM_OK : QM_FAILED;
 }
 
@@ -77,8 +77,8 @@ int ProgramObj_g6::ProgramChangeFrame(const HVscreenframeHeader_G6& header, cons
         say("Error:No frame have been added.\n");
         return fail(QM_FAILED, "The program has no border.");
     }
-    m_fHeader = header;
     std::optional<HVframe> changed = HVframe::load(picPath);
+    m_fHeader = header;
     if (!changed) return QM_FAILED;
     screenFrame = std::move(changed);
     return QM_OK;
@@ -88,6 +88,7 @@ bool ProgramObj_g6::ProgramAddArea_g6(Ouint16 areaID, const qm_G5_area_header& h
                                       const qm_G6_area_header_p2& header2) {
     std::unique_ptr<HVarea> area = make_area(header.AreaType, header2);
     if (!area) return no_such_kind(header.AreaType);
+    make_room();
     remove_areas(areaID, true);
     add_area(areaID, header, std::move(area));
     if (header.AreaType == eGlobalBackGroundArea) m_bIfHaveBK = true;
