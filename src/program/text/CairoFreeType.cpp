@@ -8,6 +8,8 @@
 
 #include <array>
 #include <map>
+#include <memory>
+#include <new>
 
 namespace qm {
 namespace {
@@ -17,8 +19,11 @@ FT_Library FTLib = nullptr;
 // A font file as cairo sees it: plain, bold, italic, both. Cairo keeps one face object for each FreeType
 // face and synthesis. They are made together, and each gets its synthesis before the next one is asked for,
 // since cairo would otherwise hand out a plain face that is in use already and change it for everybody.
+struct CloseFace {
+    void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
 struct FontFile {
-    FT_Face face = nullptr;
+    std::unique_ptr<FT_FaceRec, CloseFace> face;
     std::array<FontFacePtr, 4> variants;
 };
 
@@ -33,7 +38,8 @@ FaceList& g_faceList() {
 
 void make_variants(FontFile& font) {
     for (unsigned variant = 4; variant-- > 0;) {
-        cairo_font_face_t* face = cairo_ft_font_face_create_for_ft_face(font.face, 0);
+        cairo_font_face_t* face = cairo_ft_font_face_create_for_ft_face(font.face.get(), 0);
+        require_memory(cairo_font_face_status(face));
         if (variant & kBold) cairo_ft_font_face_set_synthesize(face, CAIRO_FT_SYNTHESIZE_BOLD);
         if (variant & kItalic) cairo_ft_font_face_set_synthesize(face, CAIRO_FT_SYNTHESIZE_OBLIQUE);
         font.variants[variant].reset(face);
@@ -42,13 +48,15 @@ void make_variants(FontFile& font) {
 
 const FontFile* open_font(const std::string& path) {
     if (const auto known = g_faceList().find(path); known != g_faceList().end()) return &known->second;
-    FontFile font;
-    const FT_Error error = is_ordinary_file(path) ? FT_New_Face(FTLib, path.c_str(), 0, &font.face)
-                                                  : FT_Err_Cannot_Open_Resource;
+    FT_Face face = nullptr;
+    const FT_Error error =
+        is_ordinary_file(path) ? FT_New_Face(FTLib, path.c_str(), 0, &face) : FT_Err_Cannot_Open_Resource;
+    if (error == FT_Err_Out_Of_Memory) throw std::bad_alloc();
     if (error != 0) {
         say("Error %d opening font.\n", error);
         return nullptr;
     }
+    FontFile font{decltype(FontFile::face)(face), {}};
     make_variants(font);
     return &g_faceList().emplace(path, std::move(font)).first->second;
 }
@@ -56,14 +64,10 @@ const FontFile* open_font(const std::string& path) {
 } // namespace
 
 void CairoFreeType::InitFt() {
-    if (!FTLib) FT_Init_FreeType(&FTLib);
+    if (!FTLib && FT_Init_FreeType(&FTLib) != 0) throw std::bad_alloc();
 }
 
 void CairoFreeType::DestroyFt() {
-    for (auto& [path, font] : g_faceList()) {
-        font.variants = {};
-        FT_Done_Face(font.face);
-    }
     g_faceList().clear();
     FT_Done_FreeType(FTLib);
     FTLib = nullptr;

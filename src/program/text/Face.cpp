@@ -26,6 +26,7 @@ OutlineFace::OutlineFace(cairo_t* c, double size, bool slanted) {
     const cairo_matrix_t matrix{size, 0, slanted ? -kSlant * size : 0, size, 0, 0};
     cairo_set_font_matrix(c, &matrix);
     m_font.reset(cairo_scaled_font_reference(cairo_get_scaled_font(c)));
+    require_memory(cairo_scaled_font_status(m_font.get()));
     if (!usable()) return;
     cairo_font_extents_t extents;
     cairo_scaled_font_extents(m_font.get(), &extents);
@@ -43,6 +44,7 @@ unsigned long OutlineFace::glyph_index(char32_t character) const {
     int count = 1;
     const auto status = cairo_scaled_font_text_to_glyphs(m_font.get(), 0, 0, text, length, &glyphs, &count,
                                                          nullptr, nullptr, nullptr);
+    require_memory(status);
     const unsigned long index = status == CAIRO_STATUS_SUCCESS && count > 0 ? glyphs[0].index : 0;
     if (glyphs != &glyph) cairo_glyph_free(glyphs);
     return index;
@@ -52,6 +54,7 @@ GlyphMeasure OutlineFace::measure(unsigned long index) const {
     const cairo_glyph_t glyph{index, 0, 0};
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(m_font.get(), &glyph, 1, &extents);
+    require_memory(cairo_scaled_font_status(m_font.get()));
     return {std::max(0, static_cast<int>(std::lround(extents.x_advance))),
             {static_cast<int>(std::floor(extents.x_bearing)), static_cast<int>(std::floor(extents.y_bearing)),
              static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
@@ -72,6 +75,7 @@ bool OutlineFace::draw(cairo_t* c, unsigned long index, int x, int y) const {
     const cairo_glyph_t glyph{index, static_cast<double>(x), static_cast<double>(y)};
     cairo_set_scaled_font(c, m_font.get());
     cairo_show_glyphs(c, &glyph, 1);
+    require_memory(cairo_status(c));
     return cairo_status(c) == CAIRO_STATUS_SUCCESS;
 }
 

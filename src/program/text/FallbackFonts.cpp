@@ -10,7 +10,7 @@ namespace {
 
 // What fontconfig is asked for: the choice's style, without antialiasing.
 FontconfigPtr<FcPattern> pattern_of(const FontChoice& choice) {
-    FontconfigPtr<FcPattern> pattern(FcPatternCreate());
+    auto pattern = there(FcPatternCreate());
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
     if (choice.size > 0) FcPatternAddDouble(pattern.get(), FC_PIXEL_SIZE, choice.size);
     if (!choice.style.empty()) FcPatternAddString(pattern.get(), FC_FAMILY, fc(choice.style));
@@ -45,8 +45,7 @@ std::optional<int> FallbackFonts::find(char32_t character, int from) const {
 }
 
 std::unique_ptr<Face> FallbackFonts::open(int number, const FontChoice& choice) const {
-    const FontconfigPtr<FcPattern> found(
-        FcFontRenderPrepare(nullptr, pattern_of(choice).get(), m_fonts->fonts[number]));
+    const auto found = there(FcFontRenderPrepare(nullptr, pattern_of(choice).get(), m_fonts->fonts[number]));
     const std::string file = text_of(found.get(), FC_FILE), family = text_of(found.get(), FC_FAMILY);
     if (flag_of(found.get(), FC_COLOR, false) || file.empty() || family.empty()) return nullptr;
     if (!flag_of(found.get(), FC_SCALABLE, true))

@@ -6,6 +6,7 @@
 #include "program/text/StrikeFace.h"
 #include "program/text/encoding.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <stdexcept>
@@ -132,6 +133,13 @@ Font::Font(const FontChoice& choice) : m_choice(choice), m_preferred(preferred_f
     m_faces.push_back(std::move(face));
 }
 
+bool Font::is_sound() const {
+    return std::ranges::all_of(m_faces, [](const auto& face) {
+        cairo_scaled_font_t* font = face->scaled_font();
+        return !font || cairo_scaled_font_status(font) == CAIRO_STATUS_SUCCESS;
+    });
+}
+
 unsigned Font::keep(std::unique_ptr<Face> face) {
     if (!face) return 0;
     m_faces.push_back(std::move(face));
@@ -152,9 +160,9 @@ const FallbackFonts& Font::fallbacks() {
 
 // That of a font that stands in; 0 for one that cannot be used.
 unsigned Font::face_of(int fallback) {
-    const auto [face, isNew] = m_fallbackFaces.try_emplace(fallback, 0U);
-    if (isNew) face->second = keep(m_fallbacks->open(fallback, m_choice));
-    return face->second;
+    if (const auto known = m_fallbackFaces.find(fallback); known != m_fallbackFaces.end())
+        return known->second;
+    return m_fallbackFaces.emplace(fallback, keep(m_fallbacks->open(fallback, m_choice))).first->second;
 }
 
 bool Font::find_in(unsigned face, char32_t character, GlyphShape& shape) {
@@ -184,7 +192,6 @@ const GlyphShape& Font::measure(char32_t character) {
     GlyphShape& shape = kept(character);
     if (shape.measured) return shape;
     find_glyph(character, shape);
-    shape.measured = true;
     const Face& face = *m_faces[shape.face];
     auto [advance, ink] = face.measure(shape.index);
     shape.advance = advance;
@@ -193,6 +200,7 @@ const GlyphShape& Font::measure(char32_t character) {
     shape.top = ink.top;
     shape.right = ink.right;
     shape.bottom = ink.bottom;
+    shape.measured = true; // the last, for whatever failed is tried again
     return shape;
 }
 
@@ -236,7 +244,10 @@ void Font::show(cairo_t* c, std::span<const PlacedGlyph> glyphs, int dx) {
 
 std::shared_ptr<Font> font_for(const FontChoice& choice) {
     auto& kept = kept_fonts();
-    if (const auto known = kept.find(choice); known != kept.end()) return known->second;
+    if (const auto known = kept.find(choice); known != kept.end()) {
+        if (known->second->is_sound()) return known->second;
+        kept.erase(known);
+    }
     auto font = std::make_shared<Font>(choice);
     if (font->is_substitute()) return font; // asked for again, it is reported again
     return keep(kept, choice, std::move(font));

@@ -66,6 +66,8 @@ class Font {
 
     // The chosen font file could not be opened; another font stands in.
     [[nodiscard]] bool is_substitute() const { return m_substitute; }
+    // Whether its faces can be drawn with still; cairo gives them up when memory is exhausted.
+    [[nodiscard]] bool is_sound() const;
     [[nodiscard]] int ascent() const { return m_faces.front()->ascent(); }
     [[nodiscard]] int line_height() const { return m_faces.front()->line_height(); }
     // Valid as long as the font is. A character that the font lacks comes from another font that has it.

@@ -34,9 +34,9 @@ std::u32string different(std::u32string_view characters) {
 } // namespace
 
 ShapingFace& Font::shaping_face(unsigned face) {
-    const auto [known, isNew] = m_shapingFaces.try_emplace(face);
-    if (isNew) known->second = std::make_unique<ShapingFace>(*m_faces[face], m_choice.size);
-    return *known->second;
+    std::unique_ptr<ShapingFace>& known = m_shapingFaces[face];
+    if (!known || !known->is_sound()) known = std::make_unique<ShapingFace>(*m_faces[face], m_choice.size);
+    return *known;
 }
 
 bool Font::has_all(unsigned face, std::u32string_view characters) {
@@ -46,9 +46,9 @@ bool Font::has_all(unsigned face, std::u32string_view characters) {
 
 std::optional<int> Font::first_fallback(char32_t character) {
     if (m_firstFallbacks.size() >= kMostCharacters) m_firstFallbacks.clear();
-    const auto [known, isNew] = m_firstFallbacks.try_emplace(character);
-    if (isNew) known->second = fallbacks().find(character, 0);
-    return known->second;
+    if (const auto known = m_firstFallbacks.find(character); known != m_firstFallbacks.end())
+        return known->second;
+    return m_firstFallbacks.emplace(character, fallbacks().find(character, 0)).first->second;
 }
 
 std::optional<unsigned> Font::face_with(std::u32string_view characters) {

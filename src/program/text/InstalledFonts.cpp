@@ -32,7 +32,7 @@ const std::vector<FontconfigPtr<FcPattern>>& bitmap_fonts() {
             const FontconfigPtr<FcFontSet> all(cache ? FcCacheCopySet(cache.get()) : nullptr);
             for (int i = 0; all && i < all->nfont; ++i) {
                 if (!flag_of(all->fonts[i], FC_SCALABLE, true))
-                    fonts.emplace_back(FcPatternDuplicate(all->fonts[i]));
+                    fonts.push_back(there(FcPatternDuplicate(all->fonts[i])));
             }
         }
         return fonts;
@@ -70,7 +70,7 @@ bool suits_better(const FcPattern* font, const FcPattern* other, const FontChoic
 } // namespace
 
 InstalledFont installed_font(const FontChoice& choice) {
-    const FontconfigPtr<FcPattern> wanted(FcPatternCreate());
+    const auto wanted = there(FcPatternCreate());
     FcPatternAddString(wanted.get(), FC_FAMILY, fc(choice.style));
     FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
     if (choice.bold) FcPatternAddInteger(wanted.get(), FC_WEIGHT, FC_WEIGHT_BOLD);

@@ -18,7 +18,8 @@ bool is_thai(char32_t c) { return c >= 0xE01 && c <= 0xE5B; }
 
 // Words stand side by side; a dictionary tells them apart. Without one, no line ends between them.
 std::vector<std::size_t> words_in(const std::wstring& thai) {
-    static ThBrk* const dictionary = th_brk_new(nullptr);
+    static ThBrk* dictionary = nullptr; // guarded by the renderer's lock
+    if (!dictionary) dictionary = th_brk_new(nullptr);
     if (!dictionary) return {};
     std::vector<int> ends(thai.size());
     const int count = th_brk_wc_find_breaks(dictionary, thai.c_str(), ends.data(), ends.size());

@@ -5,19 +5,27 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <new>
 
 #include FT_TRUETYPE_TABLES_H
 
 namespace qm {
+
+// Where the tables of a font come from.
+struct ShapingFace::Tables {
+    ScaledFontPtr font;
+    bool lacking = false; // for want of memory
+};
+
 namespace {
 
 // The table of a face that is locked; empty when it has none.
-hb_blob_t* load_table(FT_Face face, hb_tag_t tag) {
+hb_blob_t* load_table(FT_Face face, hb_tag_t tag, bool& lacking) {
     FT_ULong length = 0;
     if (FT_Load_Sfnt_Table(face, tag, 0, nullptr, &length) != 0 || length == 0) return nullptr;
     auto* const bytes = static_cast<FT_Byte*>(std::malloc(length));
-    if (!bytes) return nullptr;
-    if (FT_Load_Sfnt_Table(face, tag, 0, bytes, &length) != 0) {
+    lacking = lacking || !bytes;
+    if (!bytes || FT_Load_Sfnt_Table(face, tag, 0, bytes, &length) != 0) {
         std::free(bytes);
         return nullptr;
     }
@@ -26,19 +34,19 @@ hb_blob_t* load_table(FT_Face face, hb_tag_t tag) {
 }
 
 // Cairo opens and closes the files of its faces as it likes; locked, a face is there.
-hb_blob_t* table_of(hb_face_t*, hb_tag_t tag, void* font) {
-    auto* const scaled = static_cast<cairo_scaled_font_t*>(font);
-    const FT_Face face = cairo_ft_scaled_font_lock_face(scaled);
-    hb_blob_t* const table = face ? load_table(face, tag) : nullptr;
-    if (face) cairo_ft_scaled_font_unlock_face(scaled);
+template <class Tables> hb_blob_t* table_of(hb_face_t*, hb_tag_t tag, void* data) {
+    auto& tables = *static_cast<Tables*>(data);
+    const FT_Face face = cairo_ft_scaled_font_lock_face(tables.font.get());
+    hb_blob_t* const table = face ? load_table(face, tag, tables.lacking) : nullptr;
+    if (face) cairo_ft_scaled_font_unlock_face(tables.font.get());
+    if (cairo_scaled_font_status(tables.font.get()) == CAIRO_STATUS_NO_MEMORY) tables.lacking = true;
     return table;
 }
 
-hb_font_t* make_font(cairo_scaled_font_t* scaled, double size) {
-    const auto release = [](void* font) {
-        cairo_scaled_font_destroy(static_cast<cairo_scaled_font_t*>(font));
-    };
-    hb_face_t* const face = hb_face_create_for_tables(table_of, cairo_scaled_font_reference(scaled), release);
+template <class Tables> hb_font_t* make_font(Tables* tables, double size) {
+    const auto release = [](void* data) { delete static_cast<Tables*>(data); };
+    hb_face_t* const face = hb_face_create_for_tables(table_of<Tables>, tables, release);
+    if (face == hb_face_get_empty()) throw std::bad_alloc(); // and the tables are released
     hb_font_t* const font = hb_font_create(face);
     hb_face_destroy(face);
     const int scale = static_cast<int>(std::lround(64 * size));
@@ -88,12 +96,26 @@ hb_font_t* make_bitmap_font(const Face& bitmaps, double size) {
 } // namespace
 
 ShapingFace::ShapingFace(const Face& face, double size)
-    : m_font(face.scaled_font() ? make_font(face.scaled_font(), size) : make_bitmap_font(face, size)),
-      m_buffer(hb_buffer_create()) {}
+    : m_tables(face.scaled_font() ? new Tables{ScaledFontPtr(cairo_scaled_font_reference(face.scaled_font()))}
+                                  : nullptr),
+      m_font(m_tables ? make_font(m_tables, size) : make_bitmap_font(face, size)),
+      m_buffer(hb_buffer_create()) {
+    if (m_font.get() == hb_font_get_empty()) throw std::bad_alloc();
+}
+
+bool ShapingFace::is_sound() const {
+    return hb_buffer_allocation_successful(m_buffer.get()) && (!m_tables || !m_tables->lacking);
+}
+
+void ShapingFace::require_memory() const {
+    if (!is_sound()) throw std::bad_alloc();
+}
 
 bool ShapingFace::has(char32_t character) const {
     hb_codepoint_t glyph = 0;
-    return hb_font_get_nominal_glyph(m_font.get(), character, &glyph) != 0;
+    const bool found = hb_font_get_nominal_glyph(m_font.get(), character, &glyph) != 0;
+    require_memory();
+    return found;
 }
 
 std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const TextRun& run) {
@@ -109,6 +131,7 @@ std::span<const ShapedGlyph> ShapingFace::shape(std::u32string_view text, const 
     const bool atBegin = run.begin == offset || text[run.begin - 1] == U'\n';
     hb_buffer_set_flags(buffer, atBegin ? HB_BUFFER_FLAG_BOT : HB_BUFFER_FLAG_DEFAULT);
     hb_shape(m_font.get(), buffer, nullptr, 0);
+    require_memory();
     unsigned count = 0;
     const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
     const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer, &count);
@@ -131,6 +154,7 @@ std::optional<Ouint32> ShapingFace::vertical_glyph(char32_t character) {
     hb_buffer_set_script(buffer, HB_SCRIPT_HAN);
     hb_buffer_set_direction(buffer, HB_DIRECTION_TTB);
     hb_shape(m_font.get(), buffer, nullptr, 0);
+    require_memory();
     unsigned count = 0;
     const hb_glyph_info_t* const glyphs = hb_buffer_get_glyph_infos(buffer, &count);
     if (count != 1 || glyphs->codepoint == upright) return std::nullopt;

@@ -33,11 +33,19 @@ class ShapingFace {
     // The glyph for columns of one that has another in lines.
     std::optional<Ouint32> vertical_glyph(char32_t character);
 
+    // Whether memory has sufficed so far; HarfBuzz keeps a table that could not be read as one that is not
+    // there.
+    [[nodiscard]] bool is_sound() const;
+
   private:
+    struct Tables;
     template <auto Destroy> struct Deleter {
         template <class T> void operator()(T* object) const { Destroy(object); }
     };
 
+    void require_memory() const;
+
+    Tables* m_tables = nullptr; // the font's
     std::unique_ptr<hb_font_t, Deleter<hb_font_destroy>> m_font;
     std::unique_ptr<hb_buffer_t, Deleter<hb_buffer_destroy>> m_buffer;
     std::vector<ShapedGlyph> m_glyphs;

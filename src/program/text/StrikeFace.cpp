@@ -9,11 +9,17 @@
 namespace qm {
 namespace {
 
+// Throws when memory is exhausted; whether there was another error.
+bool require_memory(FT_Error error) {
+    if (error == FT_Err_Out_Of_Memory) throw std::bad_alloc();
+    return error != 0;
+}
+
 // Never closed: fonts are kept until the process ends.
 FT_Library library() {
     static const FT_Library opened = [] {
         FT_Library made = nullptr;
-        FT_Init_FreeType(&made);
+        require_memory(FT_Init_FreeType(&made));
         return made;
     }();
     return opened;
@@ -41,11 +47,12 @@ std::optional<int> strike_for(FT_Face face, int pixels, bool onlyExact) {
 std::unique_ptr<StrikeFace> StrikeFace::open(const std::string& path, int index, const FontChoice& choice,
                                              bool onlyExact) {
     FT_Face opened = nullptr;
-    if (!is_ordinary_file(path) || FT_New_Face(library(), path.c_str(), index, &opened) != 0) return nullptr;
+    if (!is_ordinary_file(path) || require_memory(FT_New_Face(library(), path.c_str(), index, &opened)))
+        return nullptr;
     FacePtr face(opened);
     const auto strike =
         strike_for(opened, static_cast<int>(std::lround(choice.size)), onlyExact || FT_IS_SCALABLE(opened));
-    if (!strike || FT_HAS_COLOR(opened) || FT_Select_Size(opened, *strike) != 0) return nullptr;
+    if (!strike || FT_HAS_COLOR(opened) || require_memory(FT_Select_Size(opened, *strike))) return nullptr;
     const int pixels = pixels_of(opened->available_sizes[*strike]);
     return std::unique_ptr<StrikeFace>(new StrikeFace(std::move(face), path, pixels, choice));
 }
@@ -67,7 +74,8 @@ unsigned long StrikeFace::glyph_index(char32_t character) const {
 GlyphBitmap StrikeFace::load(unsigned long index) const {
     GlyphBitmap glyph;
     const auto number = static_cast<FT_UInt>(index);
-    if (FT_Load_Glyph(m_face.get(), number, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) return glyph;
+    if (require_memory(FT_Load_Glyph(m_face.get(), number, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO)))
+        return glyph;
     const FT_GlyphSlot slot = m_face->glyph;
     const FT_Bitmap& bitmap = slot->bitmap;
     const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);

@@ -4,6 +4,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include <memory>
+#include <new>
 #include <string>
 
 namespace qm {
@@ -16,6 +17,11 @@ struct ReleaseFontconfig {
     void operator()(FcStrList* list) const { FcStrListDone(list); }
 };
 template <class T> using FontconfigPtr = std::unique_ptr<T, ReleaseFontconfig>;
+
+// What is made of memory alone, or an exception.
+[[nodiscard]] inline FontconfigPtr<FcPattern> there(FcPattern* pattern) {
+    return FontconfigPtr<FcPattern>(pattern ? pattern : throw std::bad_alloc());
+}
 
 inline const FcChar8* fc(const std::string& text) { return reinterpret_cast<const FcChar8*>(text.c_str()); }
 
