@@ -13,8 +13,8 @@ namespace {
 using sim::FaultKind;
 
 constexpr Ouint16 kUdp = 5007, kWifi = 13769, kTcp = 5005;
-constexpr std::size_t kInTime = 8, kCut = 9, kProbeUnanswered = 10, kSettingUnanswered = 11, kSettingCut = 12,
-                      kRestartUnanswered = 13, kSettingsCut = 14;
+constexpr std::size_t kInTime = 8, kCut = 9, kCutOnce = 10, kProbeUnanswered = 11, kSettingUnanswered = 12,
+                      kSettingCut = 13, kRestartUnanswered = 14, kSettingsCut = 15;
 
 const std::vector<Row> kRows = {
     {"none comes", {-1}, {"Nobody answered within N s."}},
@@ -31,6 +31,7 @@ const std::vector<Row> kRows = {
     {"it is cut after any byte",
      {-1},
      {"The answer of N bytes is too short.", "The answer was cut at N bytes: its end is missing."}},
+    {"it is cut once, after any byte, while others are as they should be", {0}, {""}},
     {"the Wi-Fi module does not answer the probe", {0}, {""}},
     {"it does not answer a setting, or the question for them", {-1}, {"Nobody answered within N s."}},
     {"its answer to the probe or a setting is cut after any byte",
@@ -44,11 +45,19 @@ const std::vector<Row> kRows = {
     {"its settings are cut later", {0}, {""}},
 };
 
+// By all its paths but the fixed address, which is nobody's here.
+const TalkingCall kSearch = {"cmd_searchController", Talks::by_broadcast, [](Ouint16) -> Given {
+                                 Ping_data found{};
+                                 return cmd_searchController(&found);
+                             }};
+
 // Of the Wi-Fi module: a probe, then settings and a restart, or the question for them.
 std::size_t row_of(const TalkingCall& call, Cut cut) {
     constexpr std::size_t kRestart = 5;
     const bool silent = cut.after == After::silence,
                asked = call.name == "cmd_AT_getWifiSsidPwd" && cut.answer > 0;
+    if (&call == &kSearch) return kCutOnce;
+    if (call.talks == Talks::by_broadcast) return kCut;
     if (silent && cut.answer == 0) return kProbeUnanswered;
     if (cut.answer == kRestart) return kRestartUnanswered;
     if (silent) return kSettingUnanswered;
@@ -84,12 +93,6 @@ std::size_t row_of(FaultKind kind) {
     return kRows.size();
 }
 
-// By all its paths but the fixed address, which is nobody's here.
-const TalkingCall kSearch = {"cmd_searchController", Talks::by_broadcast, [](Ouint16) -> Given {
-                                 Ping_data found{};
-                                 return cmd_searchController(&found);
-                             }};
-
 Met with_fault(const TalkingCall& call, sim::Fault fault) {
     sim::Options options{.listen = "0.0.0.0", .port = kTcp, .fault = fault, .udp = kUdp};
     if (&call == &kSearch) options.wifi = kWifi;
@@ -97,23 +100,25 @@ Met with_fault(const TalkingCall& call, sim::Fault fault) {
     return meet(call, 0, [&] { sim.set_fault(std::nullopt); });
 }
 
+// The search also asks a Wi-Fi module, behind which there is nobody.
 struct Relayed {
-    sim::Simulator sim{{.udp = 0, .wifi = 0}};
+    sim::Simulator sim;
     CuttingRelay relay;
-    explicit Relayed(Talks talks)
-        : relay(talks == Talks::to_wifi_module ? kWifi : kUdp,
-                talks == Talks::to_wifi_module ? sim.wifi_port() : sim.udp_port()) {}
+    explicit Relayed(const TalkingCall& call)
+        : sim({.udp = 0, .wifi = &call == &kSearch ? kWifi : Ouint16{0}}),
+          relay(call.talks == Talks::to_wifi_module ? kWifi : kUdp,
+                call.talks == Talks::to_wifi_module ? sim.wifi_port() : sim.udp_port()) {}
 };
 
 Met with_cut(const TalkingCall& call, Cut cut) {
-    Relayed controller(call.talks);
+    Relayed controller(call);
     controller.relay.begin(cut);
     return meet(call, 0, [&] { controller.relay.begin({}); });
 }
 
 // The lengths of the answers, as the reason.
 Met measured(const TalkingCall& call) {
-    Relayed controller(call.talks);
+    Relayed controller(call);
     const int status = call.run(0);
     std::ostringstream lengths;
     for (const std::size_t length : controller.relay.lengths()) lengths << length << ' ';
@@ -133,10 +138,9 @@ void add_faults(std::vector<Case>& cases, const TalkingCall& call) {
 void add_cuts(std::vector<Case>& cases, const TalkingCall& call, const std::string& lengths) {
     const bool module = call.talks == Talks::to_wifi_module;
     const auto add = [&](Cut cut) {
-        const std::size_t row = module ? row_of(call, cut) : kCut;
         const std::string where =
             std::to_string(cut.bytes) + " bytes of answer " + std::to_string(cut.answer);
-        cases.push_back({&call, row, where, 0, [&call, cut] { return with_cut(call, cut); }});
+        cases.push_back({&call, row_of(call, cut), where, 0, [&call, cut] { return with_cut(call, cut); }});
     };
     std::istringstream in(lengths);
     std::size_t length = 0;
@@ -159,6 +163,8 @@ TEST(FaultsByBroadcast, EndEveryCallAsThePageSaysAndSpareTheNextOne) {
         ASSERT_EQ(met.status, 0) << measurement.call->name;
         if (measurement.call->talks == Talks::by_broadcast) add_faults(cases, *measurement.call);
         add_cuts(cases, *measurement.call, met.reason);
+        if (measurement.call->name == "cmd_udpPing")
+            add_cuts(cases, kSearch, met.reason); // of the same answers
     }
     std::ranges::stable_sort(cases, {}, [](const Case& c) {
         return c.row != 0 && c.row != kProbeUnanswered && c.row != kSettingUnanswered;

@@ -1,6 +1,5 @@
-// The table of calls that talk has all of them, and each works.
+// The table of calls that talk has all of them.
 #include "outcome.h"
-#include "simulator/Simulator.h"
 #include "talking_calls.h"
 
 #include <gmock/gmock.h>
@@ -33,19 +32,6 @@ TEST(TalkingCalls, AreAllInTheTable) {
     for (const TalkingCall& call : talking_calls()) listed.emplace(call.name.substr(0, call.name.find(',')));
     EXPECT_GT(listed.size(), 60U);
     EXPECT_EQ(listed, declared());
-}
-
-TEST(TalkingCalls, AreTakenByAController) {
-    const std::set<std::string_view> without_delivery = {"cmd_getStopwatch", "cmd_getSensorBrightnessValue",
-                                                         "cmd_ofsReedFileBlock", "cmd_confReedFileBlock"};
-    const sim::Simulator five({.type = 0x0051}), six;
-    for (const TalkingCall& call : talking_calls()) {
-        if (call.talks != Talks::to_generation_5 && call.talks != Talks::to_generation_6) continue;
-        const Ouint16 port = (call.talks == Talks::to_generation_5 ? five : six).port();
-        ASSERT_EQ(prepare_for_calls(port), 0) << qm_last_error();
-        EXPECT_EQ(call.run(port), without_delivery.contains(call.name) ? -1 : 0)
-            << call.name << ": " << qm_last_error();
-    }
 }
 
 } // namespace

@@ -15,6 +15,10 @@ using sim::FaultKind;
 const char kSilent[] = "The controller is connected, but was silent for N s.";
 const char kNoEnd[] = "The answer was cut at N bytes: its end is missing.";
 
+// Which fail with a controller that answers as it should.
+const std::set<std::string_view> kNotDelivered = {"cmd_getStopwatch", "cmd_getSensorBrightnessValue",
+                                                  "cmd_ofsReedFileBlock", "cmd_confReedFileBlock"};
+
 // In the order of FaultKind, then in that of After.
 const std::vector<Row> kRows = {
     {"none comes", {-1}, {kSilent}},
@@ -127,6 +131,7 @@ TEST(FaultsOverTcp, EndEveryCallAsThePageSaysAndSpareTheNextOne) {
         answers[&call] = answers_to(call, sim.port());
         prepare(sim);
         const int good = call.run(sim.port());
+        EXPECT_EQ(good, kNotDelivered.contains(call.name) ? QM_FAILED : QM_OK) << call.name;
         add_faults(cases, call, good, answers[&call].size());
         add_cuts(cases, call, good, answers[&call]);
     }
