@@ -1,7 +1,6 @@
 #include "program_samples.h"
 
 #include "global.h"
-#include "seeds.h"
 
 namespace qm::sim::test {
 
@@ -10,7 +9,6 @@ using qm::test::hex;
 ByteBuffer sealed(ByteBuffer body) {
     const auto crc = calc_crc32(body);
     ByteWriter(body).u32(crc);
-    qm::test::keep_program_seeds(body); // as one of generation 5
     return body;
 }
 
