@@ -117,13 +117,13 @@ class Reset : public Verb {
     }
 };
 
-struct Setting {
+struct NumberSetting {
     const char *label, *key, *help;
     int min, max;
     void (*send)(const Session&, int);
 };
 
-template <const Setting& setting> class SetNumber : public Verb {
+template <const NumberSetting& setting> class SetNumber : public Verb {
   public:
     void add_arguments(ArgumentList& command) override {
         add_value(command, "N", m_value, "", setting.help, [](const std::string& text) {
@@ -143,15 +143,15 @@ template <const Setting& setting> class SetNumber : public Verb {
 
 template <auto call> void send(const Session& session, int value) { session.command(call, value); }
 
-constexpr Setting kButton{"Button", "button", "Mode, 0 to 255, in the controller's numbers",
-                          0,        255,      send<cmd_setBtnFunc>};
-constexpr Setting kMode{"Display mode",       "mode", "Mode, 0 to 255, in the controller's numbers", 0, 255,
-                        send<cmd_setDispMode>};
-constexpr Setting kSpeed{"Speed", "speed", "Adjustment, -32768 to 32767, in the controller's units",
-                         -32768,  32767,   send<cmd_setSpeedAdjust>};
-constexpr Setting kAddress{"Screen address",          "address", "Address, 0 to 32767", 0, 32767,
-                           send<cmd_setScreenAddress>};
-constexpr Setting kDelay{
+constexpr NumberSetting kButton{"Button", "button", "Mode, 0 to 255, in the controller's numbers",
+                                0,        255,      send<cmd_setBtnFunc>};
+constexpr NumberSetting kMode{
+    "Display mode", "mode", "Mode, 0 to 255, in the controller's numbers", 0, 255, send<cmd_setDispMode>};
+constexpr NumberSetting kSpeed{"Speed", "speed", "Adjustment, -32768 to 32767, in the controller's units",
+                               -32768,  32767,   send<cmd_setSpeedAdjust>};
+constexpr NumberSetting kAddress{"Screen address",          "address", "Address, 0 to 32767", 0, 32767,
+                                 send<cmd_setScreenAddress>};
+constexpr NumberSetting kDelay{
     "Power-on delay",      "delay", "Delay, 0 to 32767, in the controller's units", 0, 32767,
     send<cmd_setDelayTime>};
 

@@ -6,11 +6,12 @@
 namespace qm::ctl {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr Name kBrightnessModes[] = {{"manual", 0}, {"by clock", 1}, {"by sensor", 2}};
 
 // Words for people and null for scripts when the controller's clock shows no time.
 Report& add_clock(Report& report, const char* label, const std::optional<Time>& time) {
-    using Json = nlohmann::ordered_json;
     std::string text = time ? iso_time(*time) : "not set";
     const Json value = time ? Json(text) : Json();
     if (time) std::ranges::replace(text, 'T', ' ');
