@@ -3,8 +3,8 @@
 #include "OwnFolder.h"
 #include "qm_sdk_dual.hpp"
 #include "require.h"
+#include "sealed_png.h"
 #include "sign/picture_reading.h"
-#include "support/bytes.h"
 
 namespace qm::fuzz {
 namespace {
@@ -46,7 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::OwnFolder::Entered entered(folder);
     ByteReader in({data, size});
     const Ouint8 how = in.u8();
-    fuzz::write_file(fuzz::kFile, {reinterpret_cast<const char*>(in.rest().data()), in.left()});
+    const std::string file(in.rest().begin(), in.rest().end());
+    fuzz::write_file(fuzz::kFile, how & 64 ? fuzz::sealed_png(file) : file);
     const auto color = static_cast<E_ScreenColor_G56>(1 + (how >> 1 & 3));
     if (how & 1)
         fuzz::draw(fuzz::kFile, {.generation = how & 8 ? 5U : 6U, .color = color}, (how & 16) != 0);

@@ -28,7 +28,7 @@ int expected(Bytes body, ByteBuffer& room) {
     in.skip(2);
     const Ouint16 error = in.u16(), length = in.u16();
     const std::size_t capacity = std::exchange(room, {}).size();
-    if (group == hv_GRP_Global && code <= hv_NACK) return code == hv_ACK ? QM_OK : error;
+    if (group == hv_GRP_Global && code <= hv_NACK) return code == hv_ACK ? 0 : int{error};
     if (group != kGroup || code != kCode + 0x80 || length > in.left() || capacity == 0) return QM_FAILED;
     const Bytes taken = in.bytes(std::min<std::size_t>(length, capacity));
     room.assign(taken.begin(), taken.end());

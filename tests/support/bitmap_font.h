@@ -26,7 +26,7 @@ inline std::string bitmap_font(int ascent, int descent, std::span<const unsigned
         text += hex;
     }
     text += "ENDCHAR\nENDFONT\n";
-    ByteBuffer input{15, 0}; // the form that fuzz/font.cpp reads
+    ByteBuffer input{0, 0}; // the form that fuzz/font.cpp reads
     input.insert(input.end(), text.begin(), text.end());
     keep_seed("font", input);
     return text;
