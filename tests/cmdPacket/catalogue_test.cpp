@@ -11,7 +11,7 @@ namespace qm::test {
 namespace {
 
 constexpr Ouint16 kG5 = 0x0051, kG6 = 0x0262;
-constexpr Ouint8 kOfs = 0xA1, kConf = 0xA2, kNet = 0xA4;
+constexpr Ouint8 kOfs = 0xA1, kConf = 0xA2;
 
 // "group code | payload" of a request of the right generation.
 std::string request_text(const ByteBuffer& frame, Ouint16 type) {
