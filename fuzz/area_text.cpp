@@ -27,7 +27,7 @@ ByteBuffer payload5(const WantedText& wanted, const Header& page) {
     const PageOrder order = wanted.effect.mode == 38 ? PageOrder::reading : PageOrder::playing;
     PicturesArea content(order);
     const ST_PageDataA_ValieLen pages{pages_of(content, wanted, page),
-                                      static_cast<Ouint16>(content.endPageLen)};
+                                      static_cast<Ouint16>(content.end_page_len())};
     return CBuild_DynamicArea_5H::BuildDynamicAreaData(
                {1, 0, 0, 1, 0, nullptr, 1, rect.x, rect.y, rect.width, rect.height}, {&pages, 1}, order)
         .m_pData;

@@ -105,7 +105,9 @@ struct Relayed {
     sim::Simulator sim;
     CuttingRelay relay;
     explicit Relayed(const TalkingCall& call)
-        : sim({.udp = 0, .wifi = &call == &kSearch ? kWifi : Ouint16{0}}),
+        : sim({.udp = 0,
+               .wifi = &call == &kSearch ? kWifi : Ouint16{0},
+               .clock = [] { return sim::LocalSeconds{}; }}), // so that an answer with it is always as long
           relay(call.talks == Talks::to_wifi_module ? kWifi : kUdp,
                 call.talks == Talks::to_wifi_module ? sim.wifi_port() : sim.udp_port()) {}
 };
