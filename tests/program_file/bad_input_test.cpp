@@ -107,7 +107,7 @@ TEST_F(Program, SaysWhatAnAreaOfThatKindDoesNotTake) {
     };
     for (const auto& [c, takes] : cases) {
         const std::string taken = std::string(" takes no ").append(takes).append(".");
-        EXPECT_EQ(printed_by([&] { EXPECT_EQ(c.call(), -1) << c.name; }),
+        EXPECT_EQ(printed_by([&c = c] { EXPECT_EQ(c.call(), -1) << c.name; }),
                   std::string("Error:").append(c.name).append("==>The area").append(taken).append("\n"));
         EXPECT_THAT(qm_last_error(), testing::AllOf(testing::StartsWith("Area "), testing::EndsWith(taken)));
     }
