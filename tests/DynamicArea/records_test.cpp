@@ -72,6 +72,17 @@ TEST(DynamicArea6G, LaysOutOneTextUpdateByteForByte) {
                        "AA BB CC DD"));
 }
 
+TEST(DynamicArea6G, PagesOfAnAreaStandBehindThoseOfTheAreasBeforeIt) {
+    CDynamicArea_ALL_6G all;
+    for (const Ouint8 id : {Ouint8{9}, Ouint8{3}}) ASSERT_EQ(all.AddArea(area(id)), 0);
+    ASSERT_EQ(all.AddPages(9, pages({2, 1})), 0);
+    ASSERT_EQ(all.AddPages(3, pages({5})), 0);
+    ASSERT_EQ(all.AddPages(9, pages({4})), 0);
+    ASSERT_EQ(all.m_vctDynamicArea[0].vctPageStyle.size(), 3U);
+    EXPECT_EQ(all.m_vctDynamicArea[0].vctPageStyle[2].Dataoffset, 3U);
+    EXPECT_EQ(all.m_vctDynamicArea[1].vctPageStyle[0].Dataoffset, 3U);
+}
+
 TEST(DynamicArea6G, NamesProgramsOnlyWhenNotRelatedToAll) {
     CVemarProtocol_DynamicArea_6G related;
     related.RelateProNum = 3;

@@ -1,6 +1,7 @@
 // What every command puts on the wire, in both generations, and what it makes of its answer.
 #include "hex.h"
 #include "memory_link.h"
+#include "support/reason.h"
 #include "wire.h"
 
 #include <gtest/gtest.h>
@@ -217,7 +218,9 @@ TEST(Catalogue, RefusesWhatAFrameCannotCarry) {
     link.answers = {ack(), ack()};
     const std::string names(4 * 8192, 'x');
     EXPECT_EQ(link.hv_cmd_ofs_deleteFile(-1, names.c_str()), -1);
+    clear_reason();
     EXPECT_EQ(link.hv_cmd_ofs_deleteFile(8192, names.c_str()), -1);
+    EXPECT_STREQ(reason(), "Argument fileNub is 8192, and may be 0 to 8191.");
     EXPECT_TRUE(link.pieces.empty());
     EXPECT_EQ(link.hv_cmd_ofs_deleteFile(8191, names.c_str()), 0);
 }

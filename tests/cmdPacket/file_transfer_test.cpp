@@ -22,15 +22,18 @@ ByteBuffer content(std::size_t length) {
     return data;
 }
 
+const Ouint16 kSizeAtStart = packet_len();
+
 class BlockSize {
   public:
     explicit BlockSize(Ouint16 size) { set_packet_len(size); }
     BlockSize(const BlockSize&) = delete;
     BlockSize& operator=(const BlockSize&) = delete;
-    ~BlockSize() { set_packet_len(1024); }
+    ~BlockSize() { set_packet_len(kSizeAtStart); }
 };
 
 TEST(FileWrite, CutsAFileIntoBlocks) {
+    EXPECT_EQ(kSizeAtStart, 1024);
     const struct {
         Ouint16 blockSize;
         std::size_t length;
@@ -124,7 +127,7 @@ TEST(FileWrite, RefusesBlocksThatNoFrameCarries) {
 }
 
 // A directory block: last flag, two bytes, entries, one byte, and that many entries of 13 bytes.
-ByteBuffer block(bool last, Ouint8 count, Ouint8 fill, std::size_t length) {
+ByteBuffer block(Ouint8 last, Ouint8 count, Ouint8 fill, std::size_t length) {
     ByteBuffer payload{last, 0, 0, count, 0};
     payload.insert(payload.end(), length, fill);
     return answer_to(0xA1, 7, payload);
@@ -171,6 +174,9 @@ TEST(Directory, SurvivesALyingController) {
     empty.insert(empty.end(), endless.begin(), endless.end());
     std::deque<ByteBuffer> flood{announce(1)};
     for (int i = 0; i < 300; ++i) flood.push_back(block(false, 255, 1, 900));
+    std::deque<ByteBuffer> full{announce(0xFFFF)};
+    full.insert(full.end(), 256, block(0, 255, 0, 0));
+    full.push_back(block(2, 255, 0, 0)); // any flag but 0 is the last block's
     const struct {
         const char* what;
         std::deque<ByteBuffer> answers;
@@ -186,6 +192,7 @@ TEST(Directory, SurvivesALyingController) {
         {"an acknowledgement for an announcement", {ack()}, -1, ""},
         {"a block under 5 bytes", {announce(1), answer_to(0xA1, 7, {1, 0, 0, 1})}, -1, ""},
         {"empty blocks without end", empty, -1, ""},
+        {"as many entries as can be counted", full, 0, "00*851955"},
         {"more entries than can be counted", flood, -1, ""},
     };
     for (const auto& c : cases) {

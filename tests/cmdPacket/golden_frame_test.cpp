@@ -39,6 +39,9 @@ TEST(GoldenFrame, OfEveryKind) {
         {"envelope: CRC CF7B over header and payload", 0x0262,
          [](Packet& packet) { return packet.Pack6HnX_DynamicArea(0xA7, 0x00, kPayload); },
          START "F0 00 62 02 00*4 07 00 00 00 " STUFFED_PAYLOAD " 7B CF 5A"},
+        {"envelope of generation 5, with a length of its own before the payload", 0x0154,
+         [](Packet& packet) { return packet.Pack5H_DynamicArea(0xA7, 0x00, kPayload); },
+         START "F0 00 54 01 00*4 10 00 00 00 01 A7 00 00 00 07 00 00 00 " STUFFED_PAYLOAD " 5A"},
         {"envelope for large payloads", 0x0262,
          [](Packet& packet) {
              static CData frame;

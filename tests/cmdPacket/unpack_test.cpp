@@ -11,6 +11,7 @@ namespace {
 struct Unpacked {
     Unpacked(Bytes frame, std::size_t capacity, Ouint8 cmd = 0) : buffer(capacity + 4, 0xEE) {
         answer.buffer = std::span(buffer).first(capacity);
+        answer.length = -7; // of an earlier answer
         clear_reason();
         printed = printed_by([&] { code = packet.Unpack(frame, 0xA2, cmd, answer); });
         why = reason();
@@ -64,6 +65,7 @@ TEST(Unpack, TheStatusTellsWhatWasWrong) {
         {{.cmd = 0x00}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA2, 0x00)}, // a request
         {{.group = 0xA1}, QM_WRONG_ANSWER, OTHER_COMMAND(0xA1, 0x80)},
         {{.group = 0xA0, .cmd = 0}, QM_OK, ""},
+        {{.group = 0xA0, .cmd = 0, .error = 5}, QM_OK, ""}, // an error is a refusal's only
         {{.group = 0xA0, .cmd = 1, .error = 0x0004}, 4, REFUSED(4)},
         {{.group = 0xA0, .cmd = 1, .error = 0xFFFE}, 0xFFFE, REFUSED(65534)},
         {{.version = 0xF0, .group = 0xA0, .cmd = 1, .error = 9}, 9, REFUSED(9)},
@@ -74,6 +76,7 @@ TEST(Unpack, TheStatusTellsWhatWasWrong) {
         const Unpacked result(c.answer.bytes(), 8);
         EXPECT_EQ(result.code, c.code);
         EXPECT_EQ(result.why, c.reason);
+        EXPECT_EQ(result.answer.length, 0);
         EXPECT_THAT(result.buffer, is_hex("EE*12"));
         EXPECT_EQ(result.printed, "");
     }
@@ -85,6 +88,16 @@ TEST(Unpack, StartAndEndByteAreRequired) {
     ByteBuffer headless = hex(kAnswer6);
     headless.erase(headless.begin(), headless.begin() + 8);
     EXPECT_EQ(Unpacked(headless, 8).code, QM_FAILED);
+}
+
+TEST(Unpack, BytesBehindTheAnnouncedOnesAreNoMatter) {
+    for (const Ouint8 version : {Ouint8{5}, Ouint8{7}}) {
+        ByteBuffer body = AnswerFrame{.version = version, .payload = hex("11 22")}.body();
+        body.push_back(0x33);
+        const Unpacked result(stuff(body), 8);
+        EXPECT_EQ(result.code, QM_OK);
+        EXPECT_THAT(result.buffer, is_hex("11 22 EE*10"));
+    }
 }
 
 TEST(Unpack, EnvelopedAnswersAreTakenUnchecked) {
@@ -116,7 +129,8 @@ TEST(Unpack, AnswerWithNowhereToGoIsAnError) {
 
 TEST(Unpack, RequestCodeFromHex80UpHasNoAnswer) {
     EXPECT_EQ(Unpacked(AnswerFrame{.cmd = 0xFF}.bytes(), 8, 0x7F).code, QM_OK);
-    EXPECT_EQ(Unpacked(AnswerFrame{.cmd = 0x00}.bytes(), 8, 0x80).code, QM_WRONG_ANSWER);
+    for (const Ouint8 answered : {Ouint8{0x00}, Ouint8{0x80}})
+        EXPECT_EQ(Unpacked(AnswerFrame{.cmd = answered}.bytes(), 8, 0x80).code, QM_WRONG_ANSWER);
     EXPECT_EQ(Unpacked(AnswerFrame{.cmd = 0x7F}.bytes(), 8, 0xFF).code, QM_WRONG_ANSWER);
 }
 

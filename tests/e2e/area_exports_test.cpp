@@ -376,15 +376,17 @@ TEST(IndependentSound, IsInsertedAndUpdated) {
 
 // Payloads on both sides of the limit between the two exchanges, and the longest text of one sound.
 TEST(AreaExports, DeliverPayloadsOfEverySizeUnchanged) {
-    const sim::Simulator sim;
+    sim::Simulator sim;
     auto page = still_text(12, 1);
     for (const std::size_t size : {64U, 32768U, 32769U, 65579U}) {
         std::string text(size - 64, '\0');
         for (std::size_t i = 0; i < text.size(); ++i) text[i] = static_cast<char>(0xA0 + i % 16);
         auto area = rectangle(0, 0, 8, 8);
         area.stSoundData = speech(text);
-        ASSERT_EQ(dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), kDual, 1, &area, &page, kFont, ""), 0)
-            << size;
+        const auto send = [&] {
+            return dynamicArea_AddAreaTxtDetails_6G(kHost, sim.port(), kDual, 1, &area, &page, kFont, "");
+        };
+        ASSERT_EQ(send(), 0) << size;
         const auto length = static_cast<Ouint32>(text.size());
         ByteBuffer expected = hex("01 A7 00 00 00 01 00");
         ByteWriter(expected)
@@ -395,6 +397,10 @@ TEST(AreaExports, DeliverPayloadsOfEverySizeUnchanged) {
             .zeros(7);
         EXPECT_EQ(expected.size(), size);
         EXPECT_TRUE(sim.payloads().back() == expected) << size;
+        sim.set_fault(sim::Fault{.kind = sim::FaultKind::nack, .after = 3});
+        const std::string printed = printed_by([&] { EXPECT_GT(send(), 0); });
+        EXPECT_EQ(printed.ends_with("Unpack failed. nTotalLen ======= 0 \n"), size > 32768) << printed;
+        sim.set_fault({});
     }
 }
 

@@ -171,13 +171,13 @@ TEST_F(Files, ListingThatIsCutShortIsTheCallersAsFarAsItCame) {
 }
 
 TEST_F(Files, ConfigurationsGoOutInBlocksOf1024WhateverTheBlockSize) {
-    const ByteBuffer data(2500, 0x42);
+    const ByteBuffer data(3072, 0x42);
     for (const Ouint16 length : {Ouint16{0}, Ouint16{512}, Ouint16{40000}}) {
         set_packetLen(length);
         const std::size_t before = m_sim.requests();
-        EXPECT_EQ(cmd_confWriteFile(kHost, port(), "C001", 1, 2500, 1, data.data()), 0) << length;
+        EXPECT_EQ(cmd_confWriteFile(kHost, port(), "C001", 1, 3072, 1, data.data()), 0) << length;
         EXPECT_EQ(m_sim.requests() - before, 5U) << "handshake, start and three blocks";
-        EXPECT_EQ(cmd_ofsWriteFile(kHost, port(), "P001", 0, 2500, 1, data.data()), length == 512 ? 0 : -1);
+        EXPECT_EQ(cmd_ofsWriteFile(kHost, port(), "P001", 0, 3072, 1, data.data()), length == 512 ? 0 : -1);
     }
     set_packetLen(1024);
 }

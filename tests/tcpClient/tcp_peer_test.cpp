@@ -5,11 +5,15 @@
 #include "tcpClient/TcpPeer.h"
 
 #include <chrono>
+#include <fcntl.h>
 #include <future>
 #include <linux/sockios.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
 
 namespace qm::test {
 namespace {
@@ -71,6 +75,25 @@ TEST(TcpConnect, TextThatIsNoAddressIsRefused) {
             << ip;
 }
 
+// What a child process must not have, frames wait for, and thousands of connections search for.
+TEST(TcpConnect, SocketHasItsOptions) {
+    const Descriptor listener = bound_socket();
+    ASSERT_EQ(::listen(listener.get(), 1), 0);
+    const int next = Descriptor(::dup(listener.get())).get();
+    TcpPeer peer;
+    const auto begin = Clock::now();
+    ASSERT_EQ(peer.Connect(kLoopback, port_of(listener), 3), QM_OK);
+    EXPECT_GE(Clock::now() - begin, 5ms) << "the rest that controllers need";
+    EXPECT_EQ(::fcntl(next, F_GETFD), FD_CLOEXEC);
+    for (const auto& [level, option] :
+         {std::pair{IPPROTO_TCP, TCP_NODELAY}, std::pair{IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT}}) {
+        int value = 0;
+        socklen_t size = sizeof value;
+        ASSERT_EQ(::getsockopt(next, level, option, &value, &size), 0);
+        EXPECT_EQ(value, 1) << level << " " << option;
+    }
+}
+
 TEST(TcpReceive, OneReadBringsTheWholeFrameOrNothing) {
     ScriptedPeer controller([](PeerConnection& client) {
         client.send(hex("A5 01"));
@@ -113,23 +136,30 @@ TEST(TcpReceive, ReasonTellsWhatCameInsteadOfAnAnswer) {
 }
 
 TEST(TcpReceive, ConnectionThatThePeerEndsFails) {
-    const ScriptedPeer::Script endings[] = {
-        [](PeerConnection& client) { client.read_frame(); },
-        [](PeerConnection& client) {
-            client.read_frame();
-            client.reset();
-        },
+    const std::pair<ScriptedPeer::Script, const char*> endings[] = {
+        {[](PeerConnection& client) { client.read_frame(); },
+         "The connection was closed after 0 bytes of the answer."},
+        {[](PeerConnection& client) {
+             client.read_frame();
+             client.reset();
+         },
+         "The connection was reset after 0 bytes of the answer."},
     };
-    for (const auto& ending : endings) {
+    for (const auto& [ending, why] : endings) {
         ScriptedPeer controller(ending);
         TcpPeer peer;
         ASSERT_EQ(peer.Connect(kLoopback, controller.port(), 3), QM_OK);
+        EXPECT_EQ(peer.Send(kRequest.data(), 0), QM_FAILED);
         EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_OK);
-        EXPECT_EQ(Received(peer).code, QM_FAILED);
+        const Received answer(peer);
+        EXPECT_EQ(answer.code, QM_FAILED);
+        EXPECT_EQ(answer.why, why);
         controller.join();
+        clear_reason();
         int taken = 0; // the first after a close may be
         while (taken < 10000 && peer.Send(kRequest.data(), 3) == QM_OK) ++taken;
-        EXPECT_LT(taken, 10000) << &ending - endings;
+        EXPECT_LT(taken, 10000) << why;
+        EXPECT_STREQ(reason(), "The connection was closed before the controller had taken the request.");
     }
 }
 
@@ -162,7 +192,9 @@ TEST(TcpPeer, UrgentDataEndsTheConnection) {
             ASSERT_EQ(arrived.get_future().wait_for(10s), std::future_status::ready);
             EXPECT_EQ(sends ? peer.Send(kRequest.data(), 3) : Received(peer).code, QM_FAILED);
             controller.join(); // the peer saw the close
+            clear_reason();
             EXPECT_EQ(peer.Send(kRequest.data(), 3), QM_FAILED);
+            EXPECT_STREQ(reason(), "There is no connection to the controller.");
         }
 }
 

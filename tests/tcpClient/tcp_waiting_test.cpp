@@ -9,8 +9,10 @@
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 namespace qm::test {
@@ -60,6 +62,13 @@ TEST(Waiting, SlowPeerStillGetsTheWholeLargeFrame) {
     controller.join();
     EXPECT_EQ(taken.size(), frame.size());
     EXPECT_TRUE(taken == frame);
+}
+
+TEST(Waiting, EndsAtOnceWhenTheTimeIsOver) {
+    const Descriptor timer(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC));
+    const itimerspec later{{}, {2, 0}};
+    ASSERT_EQ(::timerfd_settime(timer.get(), 0, &later, nullptr), 0);
+    EXPECT_EQ(wait_ready(timer.get(), POLLIN, Clock::now() - std::chrono::hours(1)), 0);
 }
 
 std::atomic<int> g_signals = 0;
