@@ -100,6 +100,7 @@ TEST(TextRepair, ReplacesWhatUcs2CannotHold) {
         std::string_view given, repaired;
     } cases[] = {
         {"plain \xE4\xBD\xA0", "plain \xE4\xBD\xA0"},
+        {"\xED\x9F\xBF\xF4\x8F\xBF\xBD", "\xED\x9F\xBF\xF4\x8F\xBF\xBD"},
         {"a\xFF"
          "b",
          "a\xEF\xBF\xBD"

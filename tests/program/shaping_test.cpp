@@ -82,6 +82,20 @@ Font& font() {
     return kept;
 }
 
+TEST(ShapedText, HasNoHyphensInColumns) {
+    EXPECT_EQ(ShapedText(U"a\u00ADb", font(), true).size(), 2U);
+    EXPECT_EQ(ShapedText(U"a\u00ADb", font()).size(), 3U) << "one that a line may end with";
+}
+
+// A modifier of emoji belongs to what stands before it, but runs the way of the text around them.
+TEST(TextRuns, HaveCharactersOfOneLevel) {
+    const std::u32string text = U"aא\U0001F3FB";
+    const std::vector<Level> levels = embedding_levels(text).levels;
+    ASSERT_NE(levels[1], levels[2]);
+    for (const TextRun& run : runs_of(text, 0, levels))
+        for (std::size_t i = run.begin; i < run.end; ++i) EXPECT_EQ(levels[i], run.level) << i;
+}
+
 std::vector<const GlyphShape*> shapes_from_left(const ShapedText& text, const TextLine& line) {
     std::vector<const GlyphShape*> shapes;
     text.place(line, 0, 0, [&](const GlyphShape& shape, int) { shapes.push_back(&shape); });

@@ -95,6 +95,7 @@ TEST(LineBreaker, TakesEachFormOfLineEndOnce) {
         EXPECT_EQ(clean_text(c.text, true), c.single);
     }
     EXPECT_EQ(broken(U"a\n\nb\n", 0, 100).size(), 3U);
+    EXPECT_EQ(broken(U"a \nb", 0, 100).front().end, 1U) << "without the line end and the space before it";
 }
 
 TEST(LineBreaker, TakesALetterAndItsMarkAsOneWhereThereIsOne) {
@@ -225,6 +226,14 @@ TEST(TextLayout, StacksVerticalTextIntoColumns) {
     EXPECT_GT(pages.glyphs[3].x, pages.glyphs[2].x);
     EXPECT_GT(pages.glyphs[5].x, pages.glyphs[4].x);
 
+    vertical.Valign = 2;
+    vertical.txtSpace = 3;
+    const TextPages spaced = lay_out(U"db", font(), vertical, {200, 100, Running::no});
+    EXPECT_EQ(spaced.glyphs[1].y, 100 - font().line_height() + font().ascent()) << "no space below the last";
+    EXPECT_LT(spaced.glyphs[1].x, 100) << "aligned the one way only";
+
+    vertical.Valign = 0;
+    vertical.txtSpace = 0;
     vertical.arrMode = SINGLELINE;
     const LayoutFrame right{200, 3 * cell, Running::right, PageOrder::playing};
     const std::vector<TextPage> columns = lay_out(U"abcdef", font(), vertical, right).pages;
@@ -238,6 +247,8 @@ TEST(TextLayout, SurvivesExtremeTexts) {
     // More pages than a file can count.
     EXPECT_THROW(lay_out(text, font(), wide, {128, 32, Running::left}), std::length_error);
     EXPECT_THROW(lay_out(text, font(), style(MULTILINE), {1, 1, Running::no}), std::length_error);
+    EXPECT_THROW(lay_out(text.substr(0, 65536), font(), style(MULTILINE), {1, 1, Running::no}),
+                 std::length_error);
     EXPECT_EQ(lay_out(text.substr(0, 65535), font(), style(MULTILINE), {1, 1, Running::no}).pages.size(),
               65535U);
     EXPECT_TRUE(lay_out(U"", font(), style(MULTILINE), {128, 32, Running::no}).pages.empty());
