@@ -56,6 +56,7 @@ TEST(ScreenSettings, ChoosesTheTransferModeByControllerType) {
                   c.known ? "" : "Error:can't find tranPixelMode,use 0 instead.\n")
             << std::hex << c.type;
         EXPECT_EQ(settings.m_tranMode, c.mode) << std::hex << c.type;
+        EXPECT_EQ(settings.layout().doubleColorPixel, static_cast<int>(DOUBLE_COLOR_PIXTYPE_2));
         EXPECT_EQ(settings.layout().alignPixels, c.mode == 4 ? 32U : 8U);
     }
 }

@@ -199,6 +199,7 @@ class RandomPicture {
 
     void compare(int left, const PixelLayout& layout) const {
         const Data actual = convert(m_pixels.get(), left, m_width, m_height, layout);
+        ASSERT_TRUE(same_bytes(actual, convert(m_pixels.get(), left - 64, m_width, m_height, layout)));
         ASSERT_TRUE(same_bytes(reference::convert(m_pixels.get(), left, m_width, m_height, layout), actual))
             << m_width << " x " << m_height << " at column " << left << ", " << text(layout);
     }
@@ -211,7 +212,7 @@ class RandomPicture {
 std::vector<int> telling_widths() {
     std::vector<int> widths(70);
     std::iota(widths.begin(), widths.end(), 1);
-    widths.insert(widths.end(), {127, 128, 129, 130, 2048});
+    widths.insert(widths.end(), {127, 128, 129, 130, 4224});
     return widths;
 }
 

@@ -1,5 +1,6 @@
 // Bitmaps are drawn as they are, in the size that a font has them.
 #include "bitmap_font.h"
+#include "program/text/InstalledFonts.h"
 #include "program/text/ShapedText.h"
 #include "support/TemporaryFile.h"
 
@@ -37,6 +38,18 @@ TEST(Strike, IsMadeBoldWithItsGapsOpenAndItalicByWholePixels) {
                               ".##.....##..\n.##.....##..\n.###...###..\n............\n");
     EXPECT_EQ(drawn(8, false, true), "....#.......\n...#.#......\n..#..#......\n..#......#..\n.########...\n"
                                      ".#......#...\n.#......#...\n.##....##...\n............\n");
+}
+
+TEST(Strike, OfAFamilyIsTheLargestThatIsNotTooLarge) {
+    for (const auto& [wanted, strike] : {std::pair{18., 18}, std::pair{23., 20}, std::pair{100., 24}})
+        EXPECT_EQ(Font({"Fixed", "", wanted, false, false}).chosen_face().strike(), strike) << wanted;
+}
+
+TEST(Strike, OrOutlineIsChosenByTheSizeWhereNoFontIsNamed) {
+    for (const auto& [pixels, family] :
+         {std::pair{8., "Clean"}, std::pair{9., "Go"}, std::pair{13., "Go"}, std::pair{14., "Arimo"},
+          std::pair{17., "Arimo"}, std::pair{18., "Go"}, std::pair{25., "Go"}, std::pair{26., "Arimo"}})
+        EXPECT_STREQ(preferred_families(pixels).front(), family) << pixels;
 }
 
 // In their order, with their brackets mirrored and their marks above them.
