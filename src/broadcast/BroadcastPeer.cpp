@@ -33,12 +33,18 @@ template <class Value> void set_option(int fd, int level, int name, Value value)
     ::setsockopt(fd, level, name, &value, sizeof value);
 }
 
+int cannot_receive(int error) {
+    return fail(QM_FAILED, "The answer cannot be received: %s.", error_text(error));
+}
+
 // The first socket that has a datagram before the deadline, or -1.
 int readable_socket(const std::vector<Descriptor>& sockets, Clock::time_point deadline) {
     std::vector<pollfd> entries;
     entries.reserve(sockets.size());
     for (const Descriptor& socket : sockets) entries.push_back({socket.get(), POLLIN, 0});
-    if (wait_any(entries, deadline) <= 0) return -1;
+    const int waiting = wait_any(entries, deadline);
+    if (waiting < 0) (void)cannot_receive(errno);
+    if (waiting <= 0) return -1;
     const auto ready =
         std::find_if(entries.begin(), entries.end(), [](const pollfd& e) { return e.revents != 0; });
     return ready == entries.end() ? -1 : ready->fd;
@@ -53,7 +59,12 @@ BroadcastPeer::BroadcastPeer() {
 
 int BroadcastPeer::GetIpList() {
     ifaddrs* first = nullptr;
-    if (::getifaddrs(&first) != 0) return QM_OK;
+    if (::getifaddrs(&first) != 0) {
+        (void)(errno == ENOMEM ? fail_by_memory()
+                               : fail(QM_FAILED, "The host's network interfaces cannot be listed: %s.",
+                                      error_text(errno)));
+        return QM_OK;
+    }
     const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> list(first, ::freeifaddrs);
     for (const ifaddrs* entry = first; entry; entry = entry->ifa_next) {
         if (!entry->ifa_addr || entry->ifa_addr->sa_family != AF_INET) continue;
@@ -138,7 +149,7 @@ std::optional<int> BroadcastPeer::receive_from(int socket, Ouint8* buff, int& da
                                      reinterpret_cast<sockaddr*>(&from), &size);
     if (received < 0 && (errno == EAGAIN || errno == EINTR)) return std::nullopt;
     dataLen = 0;
-    if (received < 0) return fail(QM_FAILED, "The answer cannot be received: %s.", error_text(errno));
+    if (received < 0) return cannot_receive(errno);
     if (received < kShortestFrame && !says_ok({buff, static_cast<std::size_t>(received)}))
         return fail(QM_FAILED, "The answer of %zd bytes is too short.", received);
     ::inet_ntop(AF_INET, &from.sin_addr, remoteIP, sizeof remoteIP);
