@@ -1,11 +1,11 @@
 #include "Fleet.h"
 
+#include "exception_reason.h"
 #include "record_text.h"
 
 #include <algorithm>
 #include <ctime>
 #include <set>
-#include <system_error>
 #include <thread>
 
 namespace qm::ctl {
@@ -45,7 +45,7 @@ Outcome outcome_of(const Verb& verb, Session& session) {
     } catch (const Failure& failure) {
         return failure;
     } catch (const std::exception& error) {
-        return Failure(error.what());
+        return Failure(reason_of(error));
     }
 }
 
@@ -119,7 +119,7 @@ std::vector<std::thread> Fleet::start_workers() {
                 --m_working;
                 m_left.notify_all();
             });
-    } catch (const std::system_error&) { // fewer will do
+    } catch (const std::exception&) { // fewer will do
     }
     const std::lock_guard lock(m_mutex);
     m_working += workers.size();
@@ -175,7 +175,7 @@ void Fleet::take(Job& job, const Session& session, const Outcome& outcome) {
     try {
         session.print(outcome);
     } catch (const std::exception& error) {
-        session.print(Failure(error.what()));
+        session.print(Failure(reason_of(error)));
         status = kFailed;
     }
     const std::lock_guard lock(m_mutex);

@@ -1,10 +1,10 @@
 #include "Service.h"
 
+#include "exception_reason.h"
 #include "sign/JsonReader.h"
 
 #include <algorithm>
 #include <atomic>
-#include <system_error>
 
 namespace qm::ctl {
 namespace {
@@ -95,7 +95,7 @@ void Service::serve(std::istream& requests) {
     std::vector<std::thread> workers;
     try {
         while (workers.size() < m_session.jobs) workers.emplace_back([this] { work(); });
-    } catch (const std::system_error&) { // fewer will do
+    } catch (const std::exception&) { // fewer will do
         if (workers.empty()) throw;
     }
     try {
@@ -131,7 +131,7 @@ void Service::take(const std::string& line) {
     } catch (const Failure& failure) {
         refuse(failure);
     } catch (const std::exception& error) {
-        refuse(Failure(error.what()));
+        refuse(Failure(reason_of(error)));
     }
 }
 

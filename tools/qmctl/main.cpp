@@ -1,11 +1,15 @@
 // qmctl: the library's calls from the command line.
 #include "CommandLine.h"
 #include "Fleet.h"
+#include "exception_reason.h"
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <span>
 
@@ -80,9 +84,21 @@ int run(Session& session, std::span<char* const> arguments) {
     } catch (const Failure& failure) { // of a check that needs no controller
         session.print(failure);
     } catch (const std::exception& error) {
-        session.print(Failure(error.what()));
+        session.print(Failure(reason_of(error)));
     }
     return kFailed;
+}
+
+// Destructors of JSON objects need memory, and may not throw.
+[[noreturn]] void give_up() {
+    try {
+        if (std::current_exception()) throw;
+    } catch (const std::bad_alloc&) {
+        std::fputs("qmctl: out of memory\n", stderr);
+        std::_Exit(kFailed);
+    } catch (...) { // is for whoever mends it
+    }
+    std::abort();
 }
 
 } // namespace
@@ -90,6 +106,7 @@ int run(Session& session, std::span<char* const> arguments) {
 } // namespace qm::ctl
 
 int main(int argc, char** argv) {
+    std::set_terminate(qm::ctl::give_up);
     std::signal(SIGPIPE, SIG_IGN); // what cannot be written is an error, and ends nothing midway
     try {
         qm::ctl::Output output;
@@ -97,7 +114,7 @@ int main(int argc, char** argv) {
         return qm::ctl::run(session,
                             std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
     } catch (const std::exception& error) {
-        std::cerr << "qmctl: " << error.what() << "\n";
+        std::cerr << "qmctl: " << qm::ctl::reason_of(error) << "\n";
         return qm::ctl::kFailed;
     }
 }
