@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -31,11 +32,15 @@ void write_file(const std::filesystem::path& folder, const std::string& name, st
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) throw std::runtime_error(folder.string() + ": " + error.message());
-    const std::filesystem::path path = folder / name;
-    std::ofstream file(path, std::ios::binary);
+    const std::filesystem::path path = folder / name, part = path.string() + ".part";
+    std::ofstream file(part, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
-    if (!file) fail(path.string());
+    if (file && std::rename(part.c_str(), path.c_str()) == 0) return;
+    const int why = errno;
+    std::filesystem::remove(part, error);
+    errno = why;
+    fail(path.string());
 }
 
 TemporaryFolder::TemporaryFolder() {
