@@ -26,6 +26,7 @@ class Folder {
         std::filesystem::remove_all(m_path, ignored);
     }
 
+    [[nodiscard]] const std::string& path() const { return m_path.native(); }
     std::string write(const std::string& name, const std::string& text) const {
         std::ofstream(m_path / name, std::ios::binary) << text;
         return (m_path / name).string();
