@@ -36,6 +36,11 @@ TEST(AddressText, FieldsAreDecimalNumbersOfLimitedLength) {
     }
 }
 
+TEST(Decimals, AreOneANibbleAndReadBackAsTheyStand) {
+    EXPECT_EQ(LedPacket::intToBcd(2024), 0x2024);
+    EXPECT_EQ(LedPacket::bcdToInt(0x2024), 0x2024);
+}
+
 // strftime writes the same record in hex; both must read the clock within one second.
 TEST(Clock, RecordHoldsTheLocalTimeInBcdAndFollowsTheTimeZone) {
     for (const char* zone : {"TST-5:30", "TST7"}) {

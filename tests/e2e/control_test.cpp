@@ -4,6 +4,8 @@
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
+#include <cstddef>
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace qm::test {
@@ -55,6 +57,7 @@ TEST_F(Control, EveryCallHasItsEffect) {
         bool (*done)(State);
     } steps[] = {
         STEP(qm_set_clock(kHost, m_port, 2024, 2, 29, 23, 59, 58), s.clock - kLeapDay == kLastSeconds),
+        STEP(cmd_check_time(kHost, m_port), s.clock - kLeapDay > kLastSeconds + std::chrono::hours(24)),
         STEP(qm_set_clock(kHost, m_port, 2026, 11, 21, 10, 20, 30), s.clock == kNow),
         STEP(cmd_coerceOnOff(kHost, m_port, 0), !s.power),
         STEP(cmd_coerceOnOff(kHost, m_port, 1), s.power),
@@ -99,6 +102,9 @@ TEST_F(Control, TellsItsState) {
     NetSearchCmdRet found{};
     ASSERT_EQ(cmd_tcpNetworkSearch_6G(kHost, m_port, &found), 0);
     EXPECT_EQ(int{found.ScreenWidth}, 128);
+    NetSearchCmdRet_Web web{};
+    ASSERT_EQ(cmd_tcpNetworkSearch_6G_Web(kHost, m_port, &web), 0);
+    EXPECT_EQ(std::memcmp(&web, &found, offsetof(NetSearchCmdRet, BarCode)), 0) << "where they are alike";
     BattleTime battle{};
     EXPECT_EQ(cmd_battieTime(kHost, m_port, 0, &battle), 0);
     Ouint32 value = 7;

@@ -127,6 +127,8 @@ TEST_F(Files, SetTheConfigurationWithItsChecksum) {
     EXPECT_EQ(cmd_sendConfigFile_G6(kHost, port(), &config6), 0);
     ASSERT_EQ(cmd_confStartReedFile(kHost, port(), name, &size, &crc), 0);
     EXPECT_EQ(size, 94U);
+    Ouint8 block[8] = {};
+    EXPECT_EQ(cmd_confReedFileBlock(kHost, port(), name, block), -1) << "it delivers nothing";
     EXPECT_EQ(cmd_confDeleteFormatFile(kHost, port(), 1, "C000"), 0);
     EXPECT_GT(cmd_confStartReedFile(kHost, port(), name, &size, &crc), 1);
 
