@@ -29,8 +29,11 @@ hb_blob_t* load_table(FT_Face face, hb_tag_t tag, bool& lacking) {
         std::free(bytes);
         return nullptr;
     }
-    return hb_blob_create(reinterpret_cast<char*>(bytes), static_cast<unsigned>(length),
-                          HB_MEMORY_MODE_WRITABLE, bytes, std::free);
+    hb_blob_t* const table =
+        hb_blob_create_or_fail(reinterpret_cast<char*>(bytes), static_cast<unsigned>(length),
+                               HB_MEMORY_MODE_WRITABLE, bytes, std::free);
+    lacking = lacking || !table;
+    return table;
 }
 
 // Cairo opens and closes the files of its faces as it likes; locked, a face is there.
