@@ -4,9 +4,10 @@
 #include "qm_sdk_dual.h"
 #include "simulator/Simulator.h"
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <cstring>
-#include <gtest/gtest.h>
 
 namespace qm::test {
 namespace {
