@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <new>
 #include <string_view>
@@ -40,8 +41,7 @@ struct CloseFile {
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
 // Why what is open cannot be a picture, in words; null when nothing speaks against it.
-const char* fault_of(std::FILE* file) {
-    Head head{};
+const char* fault_of(std::FILE* file, Head& head) {
     const bool whole = std::fread(head.data(), 1, head.size(), file) == head.size();
     if (std::ferror(file)) return error_text(errno);
     if (!whole || !is_png(head)) return "it is no PNG file";
@@ -60,6 +60,17 @@ cairo_status_t read_on(void* file, unsigned char* data, unsigned length) {
     return whole ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_READ_ERROR;
 }
 
+SurfacePtr decoded(std::FILE* file) {
+    std::rewind(file);
+    return SurfacePtr(cairo_image_surface_create_from_png_stream(read_on, file));
+}
+
+void require_room(std::size_t bytes) {
+    void* volatile room = std::malloc(bytes); // which the compiler would leave out otherwise
+    if (!room) throw std::bad_alloc();
+    std::free(room);
+}
+
 SurfacePtr no_picture(const std::string& path, const char* why) {
     const char* const end = last_part(path.c_str());
     (void)fail(QM_FAILED, "Picture %s%s: %s.", end == path.c_str() ? "" : "...", end, why);
@@ -71,14 +82,19 @@ SurfacePtr no_picture(const std::string& path, const char* why) {
 SurfacePtr load_picture(const std::string& picPath) {
     const bool ordinary = is_ordinary_file(picPath);
     const File file(ordinary ? std::fopen(picPath.c_str(), "rbe") : nullptr);
-    if (const char* why = file ? fault_of(file.get()) : fault_of(picPath, ordinary))
+    Head head{};
+    if (const char* why = file ? fault_of(file.get(), head) : fault_of(picPath, ordinary))
         return no_picture(picPath, why);
-    std::rewind(file.get());
-    SurfacePtr picture(cairo_image_surface_create_from_png_stream(read_on, file.get()));
+    SurfacePtr picture = decoded(file.get());
+    // Cairo calls it exhausted memory, too, when a file is damaged.
+    if (cairo_surface_status(picture.get()) == CAIRO_STATUS_NO_MEMORY) {
+        require_room(4 * pixels(head));
+        picture = decoded(file.get());
+    }
     const cairo_status_t status = cairo_surface_status(picture.get());
     if (status == CAIRO_STATUS_SUCCESS) return picture;
-    if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
-    return no_picture(picPath, cairo_status_to_string(status));
+    const bool damaged = status == CAIRO_STATUS_NO_MEMORY || status == CAIRO_STATUS_PNG_ERROR;
+    return no_picture(picPath, damaged ? "it is damaged" : cairo_status_to_string(status));
 }
 
 std::optional<HVframe> HVframe::load(const std::string& picPath) {

@@ -26,6 +26,7 @@ class BadPictures : public testing::Test {
         EXPECT_EQ(::chmod(m_folder.c_str(), 0755), 0);
         write("text", "no picture at all, though long enough");
         write("cut", head + std::string("\0\0\0\x10\0\0\0\x10\x08\x06\0\0\0", 13));
+        write("damaged", head + std::string("\0\0\0\x10\0\0\0\x10\x08\x06\0\0\0", 13) + std::string(99, 'x'));
         write("bomb", head + std::string("\0\0\xEA\x60\0\0\xEA\x60\x08\x06\0\0\0", 13));
         write("closed", head);
         write_png(sim::Image(8, 8), path("good"));
@@ -40,13 +41,14 @@ class BadPictures : public testing::Test {
 
     [[nodiscard]] std::string path(const char* name) const { return m_folder / name; }
 
-    const std::pair<const char*, const char*> m_reasons[6] = {
+    const std::pair<const char*, const char*> m_reasons[7] = {
         {"missing", "No such file or directory"},
         {"folder", "it is no ordinary file"},
         {"text", "it is no PNG file"},
         {"bomb", "it has more than 64 million pixels"},
         {"closed", "Permission denied"},
         {"cut", "error while reading from input stream"},
+        {"damaged", "it is damaged"},
     };
 
     // Each call on each file fails with the file and what is wrong with it.
