@@ -123,7 +123,7 @@ const Misuse kMisuses[] = {
     {"network wifi Signpost 1234567", "1234567", "8 to 63 characters"},
     {{"network", "wifi", "Signpost", "12345678\r\n"}, "12345678", "8 to 63 characters"},
     {"config push /nowhere/screen.json", "/nowhere/screen.json", "a file that can be read"},
-    {{"config", "push", QMCTL_BINARY}, QMCTL_BINARY, "one JSON object"},
+    {"config push /bin/sh", "/bin/sh", "one JSON object"},
     {"fs", "verb", "required"},
     {"fs ls --type x", "'x'", "from 0 to 255"},
     {"fs put /nowhere/P001", "/nowhere/P001", "a file that can be read"},
@@ -136,7 +136,7 @@ const Misuse kMisuses[] = {
     {"fs rm {}", "'{}'", "a name of 4 characters"},
     {"fs format", "--yes", "erases all files"},
     {"area send /no/such/file", "/no/such/file", "a file that can be read"},
-    {{"program", "send", QMCTL_BINARY}, QMCTL_BINARY, "syntax error"},
+    {"program send /bin/sh", "/bin/sh", "syntax error"},
 };
 
 TEST(BadArguments, AreNamedAndNothingIsSentToOneOrSeveral) {
